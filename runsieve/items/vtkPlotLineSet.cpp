@@ -1,0 +1,213 @@
+#include <runsieve/items/vtkPlotLineSet.h>
+
+#include <runsieve/items/LineLegend.h>
+#include <runsieve/items/SelectionHighlight.h>
+
+#include <vtkContextMapper2D.h>
+#include <vtkObjectFactory.h>
+#include <vtkPen.h>
+#include <vtkPoints2D.h>
+#include <vtkTable.h>
+
+#include <algorithm>
+
+vtkPlotLineSet* vtkPlotLineSet::New()
+{
+  VTK_STANDARD_NEW_BODY(vtkPlotLineSet);
+}
+
+vtkPlotLineSet::vtkPlotLineSet()
+    : SelectedLines(vtkIdTypeArray::New()), RemainderRows(vtkIdTypeArray::New()), Stride(1),
+      UseExternalSelection(1), OnlyShowSelected(1), RemainderCount(0)
+{}
+
+vtkPlotLineSet::~vtkPlotLineSet()
+{
+  this->RemainderRows->Delete();
+  this->SelectedLines->Delete();
+}
+
+void vtkPlotLineSet::PrintSelf(ostream& os, vtkIndent indent)
+{
+  this->Superclass::PrintSelf(os, indent);
+}
+
+int vtkPlotLineSet::GetStride()
+{
+  return this->Stride;
+}
+
+void vtkPlotLineSet::SetStride(int stride)
+{
+  if (this->Stride == stride) return;
+  this->Stride = stride;
+  this->Modified();
+}
+
+void vtkPlotLineSet::SetUseExternalSelection(int use)
+{
+  if (this->UseExternalSelection == use) return;
+  this->UseExternalSelection = use;
+  this->Modified();
+}
+
+int vtkPlotLineSet::GetUseExternalSelection()
+{
+  return this->UseExternalSelection;
+}
+
+void vtkPlotLineSet::UseExternalSelectionOn()
+{
+  this->SetUseExternalSelection(1);
+}
+
+void vtkPlotLineSet::UseExternalSelectionOff()
+{
+  this->SetUseExternalSelection(0);
+}
+
+void vtkPlotLineSet::SetOnlyShowSelected(int only)
+{
+  if (this->OnlyShowSelected == only) return;
+  this->OnlyShowSelected = only;
+  this->Modified();
+}
+
+int vtkPlotLineSet::GetOnlyShowSelected()
+{
+  return this->OnlyShowSelected;
+}
+
+void vtkPlotLineSet::OnlyShowSelectedOn()
+{
+  this->SetOnlyShowSelected(1);
+}
+
+void vtkPlotLineSet::OnlyShowSelectedOff()
+{
+  this->SetOnlyShowSelected(0);
+}
+
+bool vtkPlotLineSet::UpdateSelectionCache(vtkTable* table)
+{
+  this->RemainderCount = 0;
+  auto* flags = vtkDataArray::SafeDownCast(table->GetColumnByName("vtkRemainderSelection"));
+  if (flags) {
+    const vtkIdType rows = flags->GetNumberOfTuples();
+    this->RemainderRows->SetNumberOfTuples(rows);
+    auto* ids = vtkIdTypeArray::SafeDownCast(flags);
+    const bool isPacked = ids && ids->GetNumberOfComponents() == 1;
+    if (isPacked && rows > 0)
+      std::copy_n(ids->GetPointer(0), rows, this->RemainderRows->GetPointer(0));
+    else // a column that came back from a file holds doubles
+      for (vtkIdType i = 0; i < rows; ++i)
+        this->RemainderRows->SetValue(i, flags->GetComponent(i, 0) != 0.0);
+    vtkIdType const* copy = rows > 0 ? this->RemainderRows->GetPointer(0) : nullptr;
+    this->RemainderCount = rows - std::count(copy, copy + rows, 0);
+  }
+  this->RemainderRows->Modified();
+  return true;
+}
+
+void vtkPlotLineSet::Update()
+{
+  if (!this->Visible) return;
+  vtkTable* table = this->Data->GetInput();
+  if (!table) return;
+  this->Superclass::Update();
+  this->UpdateSelectionCache(table);
+  this->Modified();
+}
+
+void vtkPlotLineSet::PaintPolyline(vtkContext2D* painter, vtkIdType firstPoint, vtkIdType count)
+{
+  // The painter reports an error for a polyline of one point and draws nothing.
+  if (count < 2) return;
+  auto* points = static_cast<float*>(this->Points->GetVoidPointer(0));
+  painter->DrawPoly(points + 2 * firstPoint, static_cast<int>(count));
+}
+
+void vtkPlotLineSet::PaintUnselected(vtkContext2D* painter)
+{
+  const vtkIdType n = this->Points->GetNumberOfPoints();
+  if (this->OnlyShowSelected) return;
+  if (this->BadPoints && this->BadPoints->GetNumberOfTuples() > 0) {
+    const vtkIdType lastBad = this->BadPoints->GetValue(this->BadPoints->GetNumberOfTuples() - 1);
+    if (n - lastBad <= 2) return;
+    // An extra line behind the last bad point, on top of the complete lines below.
+    this->PaintPolyline(painter, lastBad + 1, std::min<vtkIdType>(this->Stride, n - lastBad - 1));
+  }
+  for (vtkIdType start = 0; start <= n - this->Stride; start += this->Stride)
+    this->PaintPolyline(painter, start, this->Stride);
+}
+
+bool vtkPlotLineSet::SelectedLinesAreStale(vtkObject* source, vtkIdType count)
+{
+  const vtkMTimeType built = this->SelectedLines->GetMTime();
+  return source->GetMTime() > built || this->GetMTime() > built ||
+         this->SelectedLines->GetNumberOfTuples() != count;
+}
+
+void vtkPlotLineSet::SelectLinesOfPoints(vtkIdType count)
+{
+  this->SelectedLines->SetNumberOfTuples(count);
+  for (vtkIdType i = 0; i < count; ++i) {
+    const vtkIdType point = this->Selection->GetValue(i);
+    this->SelectedLines->SetValue(i, point < 0 ? -1 : point / this->Stride);
+  }
+  this->SelectedLines->Modified();
+}
+
+void vtkPlotLineSet::SelectLinesOfRemainder()
+{
+  this->SelectedLines->SetNumberOfTuples(this->RemainderCount);
+  const vtkIdType rows = this->RemainderRows->GetNumberOfTuples();
+  vtkIdType next = 0;
+  for (vtkIdType i = 0; i < rows && next < this->RemainderCount; ++i)
+    if (this->RemainderRows->GetValue(i) != 0)
+      this->SelectedLines->SetValue(next++, static_cast<int>(i) / this->Stride);
+  this->SelectedLines->Modified();
+}
+
+void vtkPlotLineSet::PaintSelectedLines(vtkContext2D* painter, vtkIdType count)
+{
+  runsieve::applySelectionHighlight(painter, this->Pen->GetWidth());
+  const vtkIdType n = this->Points->GetNumberOfPoints();
+  for (vtkIdType i = 0; i < std::min(count, this->SelectedLines->GetNumberOfTuples()); ++i) {
+    // A selection can be older than the table, and the last run can be short.
+    const vtkIdType line = this->SelectedLines->GetValue(i);
+    if (line < 0 || (line + 1) * this->Stride > n) continue;
+    this->PaintPolyline(painter, line * this->Stride, this->Stride);
+  }
+}
+
+bool vtkPlotLineSet::Paint(vtkContext2D* painter)
+{
+  if (!this->Visible || !this->Points || this->Stride < 1) return false;
+  painter->ApplyPen(this->Pen);
+  this->PaintUnselected(painter);
+
+  if (this->Selection && this->Selection->GetMTime() > this->RemainderRows->GetMTime()) {
+    if (vtkTable* table = this->Data->GetInput()) this->UpdateSelectionCache(table);
+  }
+  // The flags of the row filter take precedence over the chart's own selection.
+  const bool filtered = this->RemainderRows->GetNumberOfTuples() > 0;
+  if (!filtered && this->Selection && this->Selection->GetNumberOfTuples() > 0) {
+    const vtkIdType count = this->Selection->GetNumberOfTuples();
+    if (this->SelectedLinesAreStale(this->Selection, count)) this->SelectLinesOfPoints(count);
+    this->PaintSelectedLines(painter, count);
+  } else if (filtered) {
+    const auto count = static_cast<vtkIdType>(this->RemainderCount);
+    if (this->SelectedLinesAreStale(this->RemainderRows, count)) this->SelectLinesOfRemainder();
+    this->PaintSelectedLines(painter, count);
+  }
+  return true;
+}
+
+bool vtkPlotLineSet::PaintLegend(vtkContext2D* painter, const vtkRectf& rect, int)
+{
+  painter->ApplyPen(this->Pen);
+  runsieve::paintLineLegend(painter, rect);
+  this->vtkPlotPoints::PaintLegend(painter, rect, 0);
+  return true;
+}

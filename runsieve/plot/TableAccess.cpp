@@ -1,0 +1,55 @@
+#include <runsieve/plot/TableAccess.h>
+
+#include <vtkDoubleArray.h>
+#include <vtkPlot.h>
+#include <vtkTable.h>
+
+#include <QString>
+
+namespace runsieve {
+
+bool hasColumn(vtkTable* table, long long column)
+{
+  return table && column >= 0 && column < table->GetNumberOfColumns() && table->GetColumnName(column);
+}
+
+std::string columnName(vtkTable* table, long long column)
+{
+  return hasColumn(table, column) ? table->GetColumnName(column) : std::string();
+}
+
+vtkDoubleArray* doubleColumn(vtkTable* table, long long column)
+{
+  if (!table || column < 0 || column >= table->GetNumberOfColumns()) return nullptr;
+  auto* array = vtkDoubleArray::SafeDownCast(table->GetColumn(column));
+  return array && array->GetNumberOfComponents() == 1 ? array : nullptr;
+}
+
+std::string bareParameterName(std::string const& columnName)
+{
+  constexpr std::size_t prefix = 11; // "Parameter: "
+  return columnName.size() > prefix ? columnName.substr(prefix) : std::string();
+}
+
+bool setPlotInput(vtkPlot* plot, vtkTable* table, long long x, long long y)
+{
+  if (!hasColumn(table, x) || !hasColumn(table, y)) return false;
+  plot->SetInputData(table, static_cast<vtkIdType>(x), static_cast<vtkIdType>(y));
+  return true;
+}
+
+bool setPlotInput(vtkPlot* plot, vtkTable* table, std::string const& x, std::string const& y)
+{
+  if (!table || !table->GetColumnByName(x.c_str()) || !table->GetColumnByName(y.c_str())) return false;
+  plot->SetInputData(table, x, y);
+  return true;
+}
+
+std::string chartText(std::string const& text)
+{
+  const QString decoded = QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+  if (!decoded.contains(QChar(QChar::ReplacementCharacter))) return text;
+  return QString::fromLatin1(text.data(), static_cast<int>(text.size())).toStdString();
+}
+
+} // namespace runsieve

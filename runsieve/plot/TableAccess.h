@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+class vtkDoubleArray;
+class vtkPlot;
+class vtkTable;
+
+namespace runsieve {
+
+/// Whether a table has a named column of that number. Column numbers come from hosts and files and can outlive the
+/// table that they were meant for.
+bool hasColumn(vtkTable* table, long long column);
+
+/// The name of a column, empty if there is none.
+std::string columnName(vtkTable* table, long long column);
+
+/// The column as packed doubles, null if it is missing, of another type or of several components.
+vtkDoubleArray* doubleColumn(vtkTable* table, long long column);
+
+/// The name of a parameter column without its type, which takes eleven characters; a shorter name gives nothing.
+std::string bareParameterName(std::string const& columnName);
+
+/// Points a plot at two columns; without them the plot is left as it is. Returns whether it has them.
+bool setPlotInput(vtkPlot* plot, vtkTable* table, long long x, long long y);
+bool setPlotInput(vtkPlot* plot, vtkTable* table, std::string const& x, std::string const& y);
+
+/// A text as charts can draw it: UTF-8. Anything else is taken for Latin-1.
+std::string chartText(std::string const& text);
+
+} // namespace runsieve

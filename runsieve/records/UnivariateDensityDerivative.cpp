@@ -1,0 +1,180 @@
+#include <runsieve/records/UnivariateDensityDerivative.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace {
+
+// Beyond this many bandwidths a Gaussian is below 1e-16 of its peak. Higher derivatives grow by a polynomial,
+// which the margin per order covers.
+constexpr double cutoff = 8.6;
+constexpr double cutoffPerOrder = 0.5;
+constexpr double sqrtTwoPi = 2.506628274631000502;
+constexpr int lanes = 16; ///< sources that step through the targets together
+
+/// Probabilists' Hermite polynomial He_r(z).
+double hermite(int order, double z)
+{
+  double previous = 1.0;
+  double current = z;
+  if (order == 0) return previous;
+  for (int k = 1; k < order; ++k) {
+    const double next = z * current - k * previous;
+    previous = current;
+    current = next;
+  }
+  return current;
+}
+
+/// The sum over ascending sources by definition, for any targets and any order.
+void sumDirectly(std::vector<double> const& x, double const* targets, int targetCount, double h, int order,
+                 double* sums)
+{
+  const double reach = (cutoff + cutoffPerOrder * order) * h;
+  for (int j = 0; j < targetCount; ++j) {
+    double sum = 0.0;
+    auto from = std::lower_bound(x.begin(), x.end(), targets[j] - reach);
+    for (; from != x.end() && *from <= targets[j] + reach; ++from) {
+      const double z = (targets[j] - *from) / h;
+      sum += hermite(order, z) * std::exp(-0.5 * z * z);
+    }
+    sums[j] = sum;
+  }
+}
+
+/// Equally spaced ascending targets.
+struct Grid
+{
+  double first = 0.0;
+  double step = 0.0;
+  int count = 0;
+  double at(int j) const { return first + j * step; }
+};
+
+bool makeGrid(double const* targets, int count, Grid& grid)
+{
+  if (count < 2) return false;
+  grid = {targets[0], (targets[count - 1] - targets[0]) / (count - 1), count};
+  if (!(grid.step > 0.0)) return false;
+  const double tolerance = 1e-9 * grid.step;
+  for (int j = 0; j < count; ++j)
+    if (!(std::fabs(targets[j] - grid.at(j)) <= tolerance)) return false;
+  return true;
+}
+
+/// Sums of Gaussians on a grid by recurrence: exp(-(z+d)^2/2) follows from exp(-z^2/2) by two products. Each block
+/// of sources starts at the target nearest to it and walks to both sides, so that nothing underflows on the way.
+class GridSum
+{
+public:
+  GridSum(Grid const& targets, double h)
+      : grid(targets), bandwidth(h), d(targets.step / h), q(std::exp(-d * d)),
+        sums(static_cast<std::size_t>(targets.count) * lanes, 0.0)
+  {}
+
+  /// Whether the quotients of the recurrence stay in range.
+  static bool isStable(Grid const& grid, double h) { return grid.step <= 20.0 * h; }
+
+  void add(double const* x, int n)
+  {
+    if (x[n - 1] - x[0] > 16.0 * bandwidth && n > 1) {
+      for (int i = 0; i < n; ++i) add(x + i, 1);
+      return;
+    }
+    const int from = std::max(0, static_cast<int>(std::ceil(position(x[0] - cutoff * bandwidth))));
+    const int to =
+        std::min(grid.count - 1, static_cast<int>(std::floor(position(x[n - 1] + cutoff * bandwidth))));
+    if (from > to) return;
+    const double middle = position(0.5 * (x[0] + x[n - 1]));
+    const int start = std::min(std::max(static_cast<int>(std::lround(middle)), from), to);
+    walk(x, n, start, to, +1);
+    if (start > from) walk(x, n, start - 1, from, -1);
+  }
+
+  void write(double* out) const
+  {
+    for (int j = 0; j < grid.count; ++j) {
+      double sum = 0.0;
+      for (int i = 0; i < lanes; ++i) sum += sums[static_cast<std::size_t>(j) * lanes + i];
+      out[j] = sum;
+    }
+  }
+
+private:
+  double position(double value) const
+  {
+    // Clamped, so that far sources convert to int safely.
+    return std::clamp((value - grid.first) / grid.step, -2.0, grid.count + 1.0);
+  }
+
+  void walk(double const* x, int n, int first, int last, int direction)
+  {
+    std::array<double, lanes> e{};
+    std::array<double, lanes> r{};
+    for (int i = 0; i < n; ++i) {
+      const double z = (grid.at(first) - x[i]) / bandwidth;
+      e[i] = std::exp(-0.5 * z * z);
+      r[i] = std::exp(-d * (direction * z + 0.5 * d));
+    }
+    for (int j = first; direction > 0 ? j <= last : j >= last; j += direction) {
+      double* sum = sums.data() + static_cast<std::size_t>(j) * lanes;
+      for (int i = 0; i < lanes; ++i) {
+        sum[i] += e[i];
+        e[i] *= r[i];
+        r[i] *= q;
+      }
+    }
+  }
+
+  Grid grid;
+  double bandwidth;
+  double d; ///< grid step in bandwidths
+  double q;
+  std::vector<double> sums; ///< lanes partial sums per target
+};
+
+void sumOnGrid(std::vector<double> const& x, Grid const& grid, double h, double* sums)
+{
+  GridSum sum(grid, h);
+  for (std::size_t i = 0; i < x.size(); i += lanes)
+    sum.add(x.data() + i, static_cast<int>(std::min<std::size_t>(lanes, x.size() - i)));
+  sum.write(sums);
+}
+
+} // namespace
+
+UnivariateDensityDerivative::UnivariateDensityDerivative(int sourceCount_, int targetCount_, double* sources_,
+                                                         double* targets_, double bandwidth_, int order_,
+                                                         double /*accuracy*/, double* results_)
+    : sourceCount(sourceCount_), targetCount(targetCount_), sources(sources_), targets(targets_),
+      bandwidth(bandwidth_), order(std::max(order_, 0)), results(results_)
+{}
+
+void UnivariateDensityDerivative::Evaluate()
+{
+  if (targetCount < 1) return;
+  std::fill(results, results + targetCount, 0.0);
+  if (sourceCount < 1 || !(bandwidth > 0.0) || !std::isfinite(bandwidth)) return;
+  std::vector<double> x(sources, sources + sourceCount);
+  if (std::any_of(x.begin(), x.end(), [](double v) { return std::isnan(v); })) {
+    std::fill(results, results + targetCount, std::numeric_limits<double>::quiet_NaN());
+    return;
+  }
+  if (!std::is_sorted(x.begin(), x.end())) std::sort(x.begin(), x.end());
+  // Infinitely far sources count, but reach no target.
+  x.erase(std::remove_if(x.begin(), x.end(), [](double v) { return std::isinf(v); }), x.end());
+  if (x.empty()) return;
+
+  Grid grid;
+  if (order == 0 && makeGrid(targets, targetCount, grid) && GridSum::isStable(grid, bandwidth))
+    sumOnGrid(x, grid, bandwidth, results);
+  else
+    sumDirectly(x, targets, targetCount, bandwidth, order, results);
+
+  const double sign = order % 2 == 0 ? 1.0 : -1.0;
+  const double scale = sign / (sqrtTwoPi * sourceCount * std::pow(bandwidth, order + 1));
+  for (int j = 0; j < targetCount; ++j) results[j] *= scale;
+}

@@ -1,0 +1,115 @@
+#include <runsieve/selection/RowFilterInput.h>
+
+#include <vtkAlgorithm.h>
+#include <vtkAnnotation.h>
+#include <vtkAnnotationLayers.h>
+#include <vtkConvertSelection.h>
+#include <vtkDataObject.h>
+#include <vtkIdTypeArray.h>
+#include <vtkInformation.h>
+#include <vtkSelection.h>
+#include <vtkSelectionNode.h>
+#include <vtkTable.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+namespace runsieve {
+
+namespace {
+
+bool counts(vtkAnnotation* annotation)
+{
+  vtkInformation* info = annotation->GetInformation();
+  if (!info->Has(vtkAnnotation::ENABLE())) return true;
+  if (info->Get(vtkAnnotation::ENABLE()) == 0) return false;
+  const bool hidden = info->Has(vtkAnnotation::HIDE()) && info->Get(vtkAnnotation::HIDE()) == 1;
+  return !(info->Get(vtkAnnotation::ENABLE()) == 1 && hidden);
+}
+
+/// The nodes in the order of adding. A selection keeps them in the text order of their names, "node" and a running
+/// number, so that node10 comes before node2.
+std::vector<vtkSelectionNode*> nodesInOrder(vtkSelection* selection)
+{
+  std::vector<std::pair<long long, vtkSelectionNode*>> numbered;
+  for (unsigned int i = 0; i < selection->GetNumberOfNodes(); ++i) {
+    const std::string name = selection->GetNodeNameAtIndex(i);
+    const bool isNumbered = name.compare(0, 4, "node") == 0;
+    numbered.emplace_back(isNumbered ? std::strtoll(name.c_str() + 4, nullptr, 10) : 0, selection->GetNode(i));
+  }
+  std::stable_sort(numbered.begin(), numbered.end(), [](auto const& a, auto const& b) { return a.first < b.first; });
+  std::vector<vtkSelectionNode*> nodes;
+  for (auto const& entry : numbered) nodes.push_back(entry.second);
+  return nodes;
+}
+
+void appendInverse(vtkIdTypeArray* list, long long rowCount, std::vector<long long>& rows)
+{
+  std::vector<unsigned char> named(static_cast<std::size_t>(rowCount), 0);
+  for (vtkIdType i = 0; i < list->GetNumberOfTuples(); ++i) {
+    const vtkIdType row = list->GetValue(i);
+    if (row >= 0 && row < rowCount) named[static_cast<std::size_t>(row)] = 1;
+  }
+  for (long long row = 0; row < rowCount; ++row)
+    if (!named[static_cast<std::size_t>(row)]) rows.push_back(row);
+}
+
+void appendListed(vtkIdTypeArray* list, long long rowCount, std::vector<long long>& rows)
+{
+  const vtkIdType count = list->GetNumberOfTuples();
+  rows.reserve(rows.size() + static_cast<std::size_t>(count));
+  for (vtkIdType i = 0; i < count; ++i) {
+    // A selection can be older than the table; the conversion passes its ids on unchecked.
+    const vtkIdType row = list->GetValue(i);
+    if (row >= 0 && row < rowCount) rows.push_back(row);
+  }
+}
+
+} // namespace
+
+int describeRowFilterPort(int port, vtkInformation* info)
+{
+  static const char* const types[] = {"vtkTable", "vtkSelection", "vtkAnnotationLayers"};
+  if (port < 0 || port > 2) return 0;
+  info->Set(vtkAlgorithm::INPUT_REQUIRED_DATA_TYPE(), types[port]);
+  if (port > 0) info->Set(vtkAlgorithm::INPUT_IS_OPTIONAL(), 1);
+  return 1;
+}
+
+UnitedSelection uniteSelections(vtkSelection* input, vtkAnnotationLayers* annotations)
+{
+  UnitedSelection united;
+  united.selection = vtkSmartPointer<vtkSelection>::New();
+  if (input) {
+    united.selection->DeepCopy(input);
+    united.sources = 1;
+  }
+  const unsigned int count = annotations ? annotations->GetNumberOfAnnotations() : 0;
+  for (unsigned int i = 0; i < count; ++i) {
+    vtkAnnotation* annotation = annotations->GetAnnotation(i);
+    if (!counts(annotation)) continue;
+    if (vtkSelection* selection = annotation->GetSelection()) united.selection->Union(selection);
+    ++united.sources;
+  }
+  return united;
+}
+
+bool selectedRows(vtkSelection* selection, vtkTable* table, std::vector<long long>& rows)
+{
+  auto converted = vtkSmartPointer<vtkSelection>::Take(vtkConvertSelection::ToSelectionType(
+      selection, table, vtkSelectionNode::INDICES, nullptr, vtkSelectionNode::ROW));
+  if (!converted) return false;
+  for (vtkSelectionNode* node : nodesInOrder(converted)) {
+    auto* list = vtkIdTypeArray::SafeDownCast(node->GetSelectionList());
+    if (node->GetFieldType() != vtkSelectionNode::ROW || !list) continue;
+    if (node->GetProperties()->Get(vtkSelectionNode::INVERSE()))
+      appendInverse(list, table->GetNumberOfRows(), rows);
+    else
+      appendListed(list, table->GetNumberOfRows(), rows);
+  }
+  return true;
+}
+
+} // namespace runsieve

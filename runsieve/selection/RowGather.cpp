@@ -1,0 +1,54 @@
+#include <runsieve/selection/RowGather.h>
+
+#include <runsieve/selection/RowSpans.h>
+
+#include <vtkDataSetAttributes.h>
+#include <vtkDoubleArray.h>
+#include <vtkIdList.h>
+#include <vtkIdTypeArray.h>
+#include <vtkNew.h>
+#include <vtkTable.h>
+
+namespace runsieve {
+
+namespace {
+
+/// Copies through raw storage if both arrays are of this packed type.
+template <class Array> bool gatherPacked(vtkAbstractArray* from, RowSpans const& rows, vtkAbstractArray* to)
+{
+  auto* source = Array::SafeDownCast(from);
+  auto* target = Array::SafeDownCast(to);
+  if (!source || !target || source->GetNumberOfComponents() != 1) return false;
+  if (rows.rowCount() > 0) gatherRows(rows, source->GetPointer(0), target->GetPointer(0));
+  return true;
+}
+
+void gatherAny(vtkAbstractArray* from, RowSpans const& rows, vtkAbstractArray* to)
+{
+  vtkNew<vtkIdList> ids;
+  ids->SetNumberOfIds(rows.rowCount());
+  rows.expand(ids->GetPointer(0));
+  from->GetTuples(ids, to);
+}
+
+} // namespace
+
+void gatherTable(vtkTable* from, RowSpans const& rows, bool addRowIds, vtkTable* to)
+{
+  to->GetRowData()->CopyStructure(from->GetRowData());
+  for (vtkIdType c = 0; c < from->GetNumberOfColumns(); ++c) {
+    vtkAbstractArray* source = from->GetColumn(c);
+    vtkAbstractArray* target = to->GetColumn(c);
+    target->SetNumberOfTuples(rows.rowCount());
+    if (!gatherPacked<vtkDoubleArray>(source, rows, target) && !gatherPacked<vtkIdTypeArray>(source, rows, target))
+      gatherAny(source, rows, target);
+  }
+  if (!addRowIds) return;
+  vtkNew<vtkIdTypeArray> ids;
+  ids->SetName("vtkOriginalRowIds");
+  ids->SetNumberOfTuples(rows.rowCount());
+  if (rows.rowCount() > 0) rows.expand(ids->GetPointer(0));
+  to->AddColumn(ids);
+}
+
+} // namespace runsieve

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <vector>
+
+namespace runsieve {
+
+/// Consecutive rows of a table.
+struct RowSpan
+{
+  long long first;
+  long long count;
+};
+
+/// Ascending rows of a table, as spans. Selected rows of a run stand together, so this is short where a list of rows
+/// would be long.
+class RowSpans
+{
+public:
+  void append(long long row)
+  {
+    if (!list.empty() && list.back().first + list.back().count == row)
+      ++list.back().count;
+    else
+      list.push_back({row, 1});
+    ++total;
+  }
+  void clear();
+
+  [[nodiscard]] std::vector<RowSpan> const& spans() const { return list; }
+  [[nodiscard]] long long rowCount() const { return total; }
+
+  /// Writes all row numbers; out holds rowCount() values.
+  void expand(long long* out) const;
+  /// Sets mask[r] to 1 for each run with a row here; the mask holds one value per run, runs being stride rows.
+  void markRuns(long long stride, unsigned char* mask) const;
+
+private:
+  std::vector<RowSpan> list;
+  long long total = 0;
+};
+
+/// Copies the rows of one column; out holds rows.rowCount() values.
+void gatherRows(RowSpans const& rows, double const* column, double* out);
+void gatherRows(RowSpans const& rows, long long const* column, long long* out);
+
+} // namespace runsieve

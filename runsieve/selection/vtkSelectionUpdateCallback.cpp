@@ -1,0 +1,15 @@
+#include <runsieve/selection/vtkSelectionUpdateCallback.h>
+
+#include <runsieve/plot/PlotContainer.h>
+
+vtkSelectionUpdateCallback* vtkSelectionUpdateCallback::New()
+{
+  return new vtkSelectionUpdateCallback;
+}
+
+void vtkSelectionUpdateCallback::Execute(vtkObject* caller, unsigned long, void*)
+{
+  auto* link = vtkAnnotationLink::SafeDownCast(caller);
+  if (!link || !this->plotContainer || this->plotContainer->metaData->parameterColumns.empty()) return;
+  this->plotContainer->evaluateSelection(link);
+}

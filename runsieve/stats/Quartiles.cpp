@@ -1,0 +1,105 @@
+#include <runsieve/plot/PlotContainer.h>
+
+#include <runsieve/plot/BorrowedColumn.h>
+#include <runsieve/plot/TableAccess.h>
+#include <runsieve/records/vtkPrepareKMeansTable.h>
+
+#include <vtkDataObject.h>
+#include <vtkMultiBlockDataSet.h>
+#include <vtkNew.h>
+#include <vtkOrderStatistics.h>
+#include <vtkTransposeTable.h>
+
+
+using namespace runsieve;
+
+namespace {
+
+// Columns of the transposed quantile table.
+constexpr int minimumColumn = 1;
+constexpr int firstQuartileColumn = 2;
+constexpr int thirdQuartileColumn = 4;
+constexpr int maximumColumn = 5;
+
+/// One row per run, one column per time point.
+vtkSmartPointer<vtkTable> runsAsRows(vtkTable* table, std::string const& column, int stride)
+{
+  auto prepare = vtkSmartPointer<vtkPrepareKMeansTable>::Take(vtkPrepareKMeansTable::New());
+  prepare->SetInputData(0, table);
+  prepare->SetInputArrayToProcess(0, 0, 0, vtkDataObject::FIELD_ASSOCIATION_ROWS, column.c_str());
+  prepare->SetStride(stride);
+  prepare->Update();
+  return prepare->GetOutput();
+}
+
+/// One row per time point: a label, then minimum, quartiles and maximum by the rule of vtkOrderStatistics.
+vtkSmartPointer<vtkTable> quantilesByTime(vtkTable* runs)
+{
+  vtkNew<vtkOrderStatistics> statistics;
+  statistics->SetInputData(0, runs);
+  for (vtkIdType c = 0; c < runs->GetNumberOfColumns(); ++c) statistics->AddColumn(runs->GetColumnName(c));
+  statistics->SetQuantize(true);
+  statistics->SetLearnOption(true);
+  statistics->SetDeriveOption(true);
+  statistics->Update();
+  auto* model = vtkMultiBlockDataSet::SafeDownCast(statistics->GetOutputDataObject(1));
+  if (!model || model->GetNumberOfBlocks() < 1) return nullptr;
+  auto* quantiles = vtkTable::SafeDownCast(model->GetBlock(model->GetNumberOfBlocks() - 1));
+  if (!quantiles || quantiles->GetNumberOfColumns() < 2) return nullptr;
+  vtkNew<vtkTransposeTable> transpose;
+  transpose->SetUseIdColumn(true);
+  transpose->SetInputData(0, quantiles);
+  transpose->Update();
+  return transpose->GetOutput();
+}
+
+void addBand(vtkTable* table, const char* name, int lower, int upper, vtkIdType rows)
+{
+  auto* low = vtkDataArray::SafeDownCast(table->GetColumn(lower));
+  auto* high = vtkDataArray::SafeDownCast(table->GetColumn(upper));
+  if (!low || !high) return;
+  vtkNew<vtkDoubleArray> band;
+  band->SetNumberOfComponents(2);
+  band->SetNumberOfTuples(rows);
+  for (vtkIdType t = 0; t < rows; ++t) band->SetTuple2(t, low->GetTuple1(t), high->GetTuple1(t));
+  band->SetName(name);
+  table->AddColumn(band);
+}
+
+/// The times of the first run. A double column is shared, and kept alive, not copied.
+vtkSmartPointer<vtkDoubleArray> firstRunTimes(vtkTable* table, int column, int stride)
+{
+  auto* source = vtkDataArray::SafeDownCast(table->GetColumn(column));
+  if (!source || source->GetNumberOfTuples() < stride) return nullptr;
+  vtkSmartPointer<vtkDoubleArray> times;
+  if (vtkDoubleArray* doubles = doubleColumn(table, column)) {
+    times = BorrowedColumn::over(doubles->GetPointer(0), stride, ownedBy(doubles));
+  } else {
+    times = vtkSmartPointer<vtkDoubleArray>::New();
+    for (int t = 0; t < stride; ++t) times->InsertNextValue(source->GetComponent(t, 0));
+  }
+  times->SetName("Time");
+  return times;
+}
+
+} // namespace
+
+void PlotContainer::generateQuartiles()
+{
+  const int stride = metaData->getStride();
+  if (stride < 1 || plotData->GetNumberOfRows() < stride) return;
+  if (metaData->xColumns.empty() || metaData->yColumns.empty()) return;
+  const int x = metaData->xColumns[0];
+  const int y = metaData->yColumns[0];
+  if (!hasColumn(plotData, x) || !hasColumn(plotData, y) ||
+      !vtkDataArray::SafeDownCast(plotData->GetColumn(y)))
+    return;
+  vtkSmartPointer<vtkDoubleArray> times = firstRunTimes(plotData, x, stride);
+  if (!times) return;
+  vtkSmartPointer<vtkTable> quantiles = quantilesByTime(runsAsRows(plotData, columnName(plotData, y), stride));
+  if (!quantiles || quantiles->GetNumberOfRows() != stride) return;
+  quartileTable = quantiles;
+  addBand(quartileTable, "Range", minimumColumn, maximumColumn, stride);
+  addBand(quartileTable, "QRange", firstQuartileColumn, thirdQuartileColumn, stride);
+  quartileTable->AddColumn(times);
+}
