@@ -193,7 +193,7 @@ public:
   /// Replaces plotData by demonstration curves.
   void example();
 
-public slots:
+public Q_SLOTS:
   /// Replaces the main table and drops all side tables; does not redraw.
   void setPlotData(vtkSmartPointer<vtkTable> data);
   /// Copies one simulation's time courses into plotData; setLinePlotItems() then chooses what is shown.

@@ -74,7 +74,7 @@ public:
   void setShowQuantiles(bool show);        ///< quartile bands instead of all runs; default false
   void setLogParameterAxes(bool log);      ///< default false
 
-signals:
+Q_SIGNALS:
   /// Something that is drawn has changed.
   void redrawNeeded();
 

@@ -35,7 +35,7 @@ bool RunIntersection::onGrid(long long firstRow, long long count) const
 
 int RunIntersection::slotFor(double time)
 {
-  auto [entry, isNew] = slots.try_emplace(time, demanded);
+  auto [entry, isNew] = timeSlots.try_emplace(time, demanded);
   if (isNew) {
     ++demanded;
     lastRunInSlot.push_back(-1);
@@ -45,8 +45,8 @@ int RunIntersection::slotFor(double time)
 
 int RunIntersection::knownSlot(double time) const
 {
-  auto entry = slots.find(time);
-  return entry == slots.end() ? -1 : entry->second;
+  auto entry = timeSlots.find(time);
+  return entry == timeSlots.end() ? -1 : entry->second;
 }
 
 void RunIntersection::countRun(long long run, long long firstRow, long long count)

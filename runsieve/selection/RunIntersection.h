@@ -46,7 +46,7 @@ private:
   long long stride;
   bool gridUsable = false;
   std::vector<int> gridSlot;                ///< slot of each grid time once it is demanded, else -1
-  std::unordered_map<double, int> slots;    ///< every demanded time
+  std::unordered_map<double, int> timeSlots;    ///< every demanded time
   std::vector<long long> lastRunInSlot;     ///< the run that last hit a slot
   std::vector<int> timesHit;                ///< demanded times that each run has hit
   int demanded = 0;

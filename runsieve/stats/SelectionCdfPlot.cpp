@@ -266,6 +266,8 @@ double PlotContainer::drawDistribution(vtkChart* chart, int parameter, int colum
     left->SetUnscaledMinimum(0.0);
     left->SetBehavior(vtkAxis::FIXED);
   }
+  // The rounded bounds of a linear axis begin at 0, which would keep a log scale from becoming active.
+  if (metaData->getLogParameterAxes()) chart->RecalculateBounds();
   return highest;
 }
 

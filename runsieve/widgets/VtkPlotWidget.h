@@ -33,7 +33,7 @@ public:
   /// removed first if it starts at position 2 or later. A file that cannot be written is not reported.
   void printPlot(QString fileName);
 
-public slots:
+public Q_SLOTS:
   /// Puts the current item into the scene again if clear is set, then renders.
   void updatePlot(bool clear = true);
 

@@ -11,8 +11,8 @@
 
 namespace runsieve::test {
 
-/// A small stacked scan: species "A", "B", ..., time "Time [s]" (0, 1, 2, ...), "Run Index" (0, 1, ...), parameters
-/// "k1", "k2", ...
+/// A small stacked scan: species "A", "B", ..., time "Time [s]" (0, 1, 2, ...), "Run Index" (0, 1, ...),
+/// parameters "k1", "k2", ...
 struct ScanShape
 {
   int runs = 3;

@@ -1,0 +1,190 @@
+// From a change of the selection to the statistics, as a whole and step by step, and from a drag to the picture.
+
+#include "BenchScan.h"
+
+#include "app/render/OffscreenView.h"
+#include "app/view/ScanPlot.h"
+
+#include <runsieve/plot/PlotContainer.h>
+#include <runsieve/selection/RowGather.h>
+#include <runsieve/selection/RunIntersection.h>
+#include <runsieve/selection/vtkCombinedFilterAndSelectedRows.h>
+
+#include <vtkContextScene.h>
+#include <vtkNew.h>
+
+#include <benchmark/benchmark.h>
+
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+
+using namespace runsieve;
+using namespace runsieve::bench;
+
+namespace {
+
+constexpr int stride = 101;
+constexpr int timeColumn = 4;
+
+/// A plot without a scene: nothing is drawn, and the line it prints about that is dropped.
+struct SilentPlot
+{
+  explicit SilentPlot(BenchScan const& scan) : plot(nullptr)
+  {
+    std::cout.rdbuf(nullptr);
+    plot.metaData->blockSignals(true);
+    plot.metaData->setPlotStyle(selectionCdfPlot);
+    plot.setLinePlotTable(scan.table, false);
+  }
+  PlotContainer plot;
+};
+
+std::vector<long long> const& rowsOf(BenchScan const& scan, bool brush)
+{
+  return brush ? scan.brush : scan.wide;
+}
+
+double residentMegabytes()
+{
+  std::ifstream status("/proc/self/statm");
+  long pages = 0;
+  long resident = 0;
+  status >> pages >> resident;
+  return static_cast<double>(resident) * 4096.0 / 1e6;
+}
+
+void selectionToStatistics(benchmark::State& state, std::string const& name, bool brush)
+{
+  BenchScan const& scan = benchScan(name);
+  SilentPlot silent(scan);
+  const vtkSmartPointer<vtkSelection> selection = rowSelection(rowsOf(scan, brush));
+  const double before = residentMegabytes();
+  for (auto _ : state) silent.plot.annotationLink->SetCurrentSelection(selection);
+  const auto sampleRows =
+      static_cast<double>(silent.plot.tables[2]->GetNumberOfRows() + silent.plot.tables[5]->GetNumberOfRows());
+  const double sampleMegabytes = sampleRows * static_cast<double>(silent.plot.tables[2]->GetNumberOfColumns()) * 8e-6;
+  double sumD = 0.0;
+  for (auto const& statistics : silent.plot.ksStatistics) sumD += statistics.d;
+  state.counters["passing rows"] = static_cast<double>(silent.plot.tables[2]->GetNumberOfRows());
+  state.counters["sum of d"] = sumD;
+  state.counters["extra MB"] = residentMegabytes() - before;
+  state.counters["extra/samples"] = (residentMegabytes() - before) / sampleMegabytes;
+}
+
+void filterAlone(benchmark::State& state, std::string const& name, bool brush)
+{
+  BenchScan const& scan = benchScan(name);
+  SilentPlot silent(scan);
+  silent.plot.annotationLink->SetCurrentSelection(rowSelection(rowsOf(scan, brush)));
+  for (auto _ : state) {
+    auto filter = vtkSmartPointer<vtkCombinedFilterAndSelectedRows>::Take(vtkCombinedFilterAndSelectedRows::New());
+    filter->SetParaCount(20);
+    filter->SetTimeColumnIndex(timeColumn);
+    filter->SetStride(stride);
+    filter->SetInputData(0, silent.plot.plotData);
+    filter->SetSelectionConnection(silent.plot.annotationLink->GetOutputPort(2));
+    filter->Update();
+    benchmark::DoNotOptimize(filter->GetOutputDataObject(0));
+  }
+}
+
+void intersectionAlone(benchmark::State& state, std::string const& name, bool brush)
+{
+  BenchScan const& scan = benchScan(name);
+  const std::size_t rows = scan.table->rows();
+  std::vector<unsigned char> selected(rows, 0);
+  for (long long row : rowsOf(scan, brush)) selected[static_cast<std::size_t>(row)] = 1;
+  std::vector<long long> flags[3];
+  for (auto& column : flags) column.assign(rows, 0);
+  for (auto _ : state) {
+    const RunIntersection runs(selected.data(), scan.table->columnData[timeColumn], static_cast<long long>(rows),
+                               stride);
+    RowSpans survivors;
+    RowSpans others;
+    runs.distribute({flags[0].data(), flags[1].data(), flags[2].data()}, survivors, others);
+    benchmark::DoNotOptimize(others.rowCount());
+  }
+}
+
+void copiesAlone(benchmark::State& state, std::string const& name, bool brush)
+{
+  BenchScan const& scan = benchScan(name);
+  SilentPlot silent(scan);
+  std::vector<unsigned char> selected(scan.table->rows(), 0);
+  for (long long row : rowsOf(scan, brush)) selected[static_cast<std::size_t>(row)] = 1;
+  const auto rows = static_cast<long long>(scan.table->rows());
+  std::vector<long long> flags[3];
+  for (auto& column : flags) column.assign(static_cast<std::size_t>(rows), 0);
+  RowSpans samples[2];
+  RunIntersection(selected.data(), scan.table->columnData[timeColumn], rows, stride)
+      .distribute({flags[0].data(), flags[1].data(), flags[2].data()}, samples[0], samples[1]);
+  for (auto _ : state) {
+    vtkNew<vtkTable> tables[2];
+    for (int i = 0; i < 2; ++i) gatherTable(silent.plot.plotData, samples[i], false, tables[i]);
+    benchmark::DoNotOptimize(tables[1]->GetNumberOfRows());
+  }
+}
+
+void testAlone(benchmark::State& state, std::string const& name, bool brush)
+{
+  BenchScan const& scan = benchScan(name);
+  SilentPlot silent(scan);
+  silent.plot.annotationLink->SetCurrentSelection(rowSelection(rowsOf(scan, brush)));
+  for (auto _ : state) {
+    silent.plot.ksTestSelection(3, 6);
+    benchmark::DoNotOptimize(silent.plot.ksStatistics.data());
+  }
+}
+
+void dragToPicture(benchmark::State& state, std::string const& name, bool brush)
+{
+  BenchScan const& scan = benchScan(name);
+  app::OffscreenView view(1200, 900, 0);
+  PlotContainer plot(nullptr);
+  view.scene()->AddItem(plot.getItem());
+  app::ViewOptions options;
+  options.output = 3;
+  app::showScan(plot, scan.table, options);
+  view.render();
+  const vtkSmartPointer<vtkSelection> selection = rowSelection(rowsOf(scan, brush));
+  for (auto _ : state) {
+    plot.annotationLink->SetCurrentSelection(selection);
+    app::polish(plot);
+    view.render();
+  }
+  plot.setScene(nullptr);
+}
+
+using Journey = void (*)(benchmark::State&, std::string const&, bool);
+
+void registerJourney(std::string const& title, Journey journey, std::string const& scan)
+{
+  for (bool brush : {true, false})
+    benchmark::RegisterBenchmark((title + "/" + scan + (brush ? "/brush" : "/wide")).c_str(), journey, scan, brush)
+        ->Unit(benchmark::kMillisecond);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+  for (std::string scan : {"W1", "W2", "W3"}) {
+    registerJourney("selection to statistics", selectionToStatistics, scan);
+    registerJourney("step: filter with copies", filterAlone, scan);
+    registerJourney("step: intersection", intersectionAlone, scan);
+    registerJourney("step: copies", copiesAlone, scan);
+    registerJourney("step: two-sample tests", testAlone, scan);
+    if (scan != "W3") registerJourney("drag to picture", dragToPicture, scan);
+  }
+  benchmark::Initialize(&argc, argv);
+  std::cout.flush();
+  std::unique_ptr<benchmark::BenchmarkReporter> reporter(benchmark::CreateDefaultDisplayReporter());
+  // The library's lines go to standard output, so the report keeps a stream of its own.
+  std::ostream report(std::cout.rdbuf());
+  reporter->SetOutputStream(&report);
+  reporter->SetErrorStream(&std::cerr);
+  benchmark::RunSpecifiedBenchmarks(reporter.get());
+  return 0;
+}
