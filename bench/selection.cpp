@@ -96,15 +96,10 @@ void intersectionAlone(benchmark::State& state, std::string const& name, bool br
   const std::size_t rows = scan.table->rows();
   std::vector<unsigned char> selected(rows, 0);
   for (long long row : rowsOf(scan, brush)) selected[static_cast<std::size_t>(row)] = 1;
-  std::vector<long long> flags[3];
-  for (auto& column : flags) column.assign(rows, 0);
   for (auto _ : state) {
     const RunIntersection runs(selected.data(), scan.table->columnData[timeColumn], static_cast<long long>(rows),
                                stride);
-    RowSpans survivors;
-    RowSpans others;
-    runs.distribute({flags[0].data(), flags[1].data(), flags[2].data()}, survivors, others);
-    benchmark::DoNotOptimize(others.rowCount());
+    benchmark::DoNotOptimize(runs.split().others.rowCount());
   }
 }
 
@@ -115,14 +110,12 @@ void copiesAlone(benchmark::State& state, std::string const& name, bool brush)
   std::vector<unsigned char> selected(scan.table->rows(), 0);
   for (long long row : rowsOf(scan, brush)) selected[static_cast<std::size_t>(row)] = 1;
   const auto rows = static_cast<long long>(scan.table->rows());
-  std::vector<long long> flags[3];
-  for (auto& column : flags) column.assign(static_cast<std::size_t>(rows), 0);
-  RowSpans samples[2];
-  RunIntersection(selected.data(), scan.table->columnData[timeColumn], rows, stride)
-      .distribute({flags[0].data(), flags[1].data(), flags[2].data()}, samples[0], samples[1]);
+  const RunIntersection::Split split =
+      RunIntersection(selected.data(), scan.table->columnData[timeColumn], rows, stride).split();
+  const RowSpans* samples[2] = {&split.remainder, &split.others};
   for (auto _ : state) {
     vtkNew<vtkTable> tables[2];
-    for (int i = 0; i < 2; ++i) gatherTable(silent.plot.plotData, samples[i], false, tables[i]);
+    for (int i = 0; i < 2; ++i) gatherTable(silent.plot.plotData, *samples[i], false, tables[i]);
     benchmark::DoNotOptimize(tables[1]->GetNumberOfRows());
   }
 }

@@ -128,13 +128,14 @@ vtkChart* PlotContainer::ensureStandaloneChart()
 
 void PlotContainer::replacePlotData(vtkSmartPointer<vtkTable> data)
 {
-  plotData = data ? data : vtkSmartPointer<vtkTable>::New();
+  plotData = data;
   metaData->rankedParametersValid = false;
   runIndex->clear();
 }
 
 void PlotContainer::setPlotData(vtkSmartPointer<vtkTable> data)
 {
+  if (!data) return;
   tables.clear();
   replacePlotData(data);
   findParameterColumns();

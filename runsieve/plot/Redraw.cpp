@@ -81,7 +81,8 @@ void PlotContainer::finishRedraw(vtkContextScene* scene)
   drawDecorations(scene);
   vtkAxis* bottom = chartXY->GetAxis(vtkAxis::BOTTOM);
   bottom->SetLogScale(metaData->getLogX());
-  bottom->Update();
+  // A chart made anew for a style without a builder is in no scene yet.
+  if (chartXY->GetScene()) bottom->Update();
 }
 
 void PlotContainer::drawScatterPlot(vtkContextScene* scene)

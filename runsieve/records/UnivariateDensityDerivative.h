@@ -9,8 +9,8 @@
 /// He_r being the probabilists' Hermite polynomial (Bhattacharya 1967; Wand and Jones, Kernel Smoothing, 1995).
 /// Order 0 is the density itself.
 ///
-/// Sources and targets may stand in any order. A source contributes only to targets whose kernel value can
-/// matter at double precision, so the error lies far below any accuracy worth asking for. Cost: O(N M) at worst
+/// Sources and targets may stand in any order. A source contributes only to targets within a reach that keeps the error
+/// far below the accuracy asked for. Cost: O(N M) at worst
 /// for N sources and M targets; sorted sources and equally spaced ascending targets at order 0 take a fast path.
 /// NaN sources make every result NaN; without sources, or with a bandwidth that is not positive and finite, all
 /// results are 0.
@@ -19,7 +19,7 @@ class RUNSIEVE_EXPORT UnivariateDensityDerivative
 public:
   /// \param sources, targets, results arrays of sourceCount, targetCount and targetCount values; all stay the
   ///        caller's and must live until Evaluate() has run
-  /// \param accuracy largest tolerated error relative to the kernel's peak; the results are always well inside it
+  /// \param accuracy largest tolerated error relative to the kernel's peak, at most 1; the results are well inside it
   UnivariateDensityDerivative(int sourceCount, int targetCount, double* sources, double* targets,
                               double bandwidth, int order, double accuracy, double* results);
   ~UnivariateDensityDerivative() = default;
@@ -34,5 +34,6 @@ private:
   double* targets;
   double bandwidth;
   int order;
+  double accuracy;
   double* results;
 };

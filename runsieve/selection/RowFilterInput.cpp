@@ -45,6 +45,18 @@ std::vector<vtkSelectionNode*> nodesInOrder(vtkSelection* selection)
   return nodes;
 }
 
+/// The same nodes under names that sort in the order of adding: converting a selection walks it by name.
+vtkSmartPointer<vtkSelection> renamedInOrder(vtkSelection* selection)
+{
+  auto ordered = vtkSmartPointer<vtkSelection>::New();
+  const std::vector<vtkSelectionNode*> nodes = nodesInOrder(selection);
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    const std::string number = std::to_string(i);
+    ordered->SetNode("node" + std::string(10 - std::min<std::size_t>(number.size(), 10), '0') + number, nodes[i]);
+  }
+  return ordered;
+}
+
 void appendInverse(vtkIdTypeArray* list, long long rowCount, std::vector<long long>& rows)
 {
   std::vector<unsigned char> named(static_cast<std::size_t>(rowCount), 0);
@@ -93,6 +105,7 @@ UnitedSelection uniteSelections(vtkSelection* input, vtkAnnotationLayers* annota
     if (vtkSelection* selection = annotation->GetSelection()) united.selection->Union(selection);
     ++united.sources;
   }
+  united.selection = renamedInOrder(united.selection);
   return united;
 }
 

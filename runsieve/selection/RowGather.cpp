@@ -1,5 +1,6 @@
 #include <runsieve/selection/RowGather.h>
 
+#include <runsieve/selection/ColumnPool.h>
 #include <runsieve/selection/RowSpans.h>
 
 #include <vtkDataSetAttributes.h>
@@ -19,7 +20,12 @@ template <class Array> bool gatherPacked(vtkAbstractArray* from, RowSpans const&
   auto* source = Array::SafeDownCast(from);
   auto* target = Array::SafeDownCast(to);
   if (!source || !target || source->GetNumberOfComponents() != 1) return false;
-  if (rows.rowCount() > 0) gatherRows(rows, source->GetPointer(0), target->GetPointer(0));
+  if (rows.rowCount() == 0) return true;
+  using Value = typename Array::ValueType;
+  auto* values = static_cast<Value*>(ColumnPool::take(static_cast<std::size_t>(rows.rowCount()) * sizeof(Value)));
+  target->SetArray(values, rows.rowCount(), 0, Array::VTK_DATA_ARRAY_USER_DEFINED);
+  target->SetArrayFreeFunction(ColumnPool::release);
+  gatherRows(rows, source->GetPointer(0), values);
   return true;
 }
 
@@ -28,6 +34,7 @@ void gatherAny(vtkAbstractArray* from, RowSpans const& rows, vtkAbstractArray* t
   vtkNew<vtkIdList> ids;
   ids->SetNumberOfIds(rows.rowCount());
   rows.expand(ids->GetPointer(0));
+  to->SetNumberOfTuples(rows.rowCount());
   from->GetTuples(ids, to);
 }
 
@@ -39,7 +46,6 @@ void gatherTable(vtkTable* from, RowSpans const& rows, bool addRowIds, vtkTable*
   for (vtkIdType c = 0; c < from->GetNumberOfColumns(); ++c) {
     vtkAbstractArray* source = from->GetColumn(c);
     vtkAbstractArray* target = to->GetColumn(c);
-    target->SetNumberOfTuples(rows.rowCount());
     if (!gatherPacked<vtkDoubleArray>(source, rows, target) && !gatherPacked<vtkIdTypeArray>(source, rows, target))
       gatherAny(source, rows, target);
   }

@@ -31,8 +31,6 @@ public:
 
   /// Writes all row numbers; out holds rowCount() values.
   void expand(long long* out) const;
-  /// Sets mask[r] to 1 for each run with a row here; the mask holds one value per run, runs being stride rows.
-  void markRuns(long long stride, unsigned char* mask) const;
 
 private:
   std::vector<RowSpan> list;

@@ -68,19 +68,16 @@ void RunIntersection::countRun(long long run, long long firstRow, long long coun
   }
 }
 
-void RunIntersection::distribute(Flags const& flags, RowSpans& survivors, RowSpans& others) const
+RunIntersection::Split RunIntersection::split() const
 {
+  Split split;
   auto place = [&](long long row, bool keep) {
-    if (!selected[row]) {
-      flags.complement[row] = 1;
-      others.append(row);
-    } else if (keep) {
-      flags.remainder[row] = 1;
-      survivors.append(row);
-    } else {
-      flags.reduced[row] = 1;
-      others.append(row);
+    if (selected[row] && keep) {
+      split.remainder.append(row);
+      return;
     }
+    (selected[row] ? split.reduced : split.complement).append(row);
+    split.others.append(row);
   };
 
   // A grid time can be demanded through a run off the grid, or twice in the grid: look all of them up once.
@@ -104,6 +101,7 @@ void RunIntersection::distribute(Flags const& flags, RowSpans& survivors, RowSpa
       if (selected[row] || (!timeless && knownSlot(times[row]) >= 0)) place(row, keep && !timeless);
     }
   }
+  return split;
 }
 
 } // namespace runsieve

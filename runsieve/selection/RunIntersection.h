@@ -21,16 +21,16 @@ public:
   /// Whether any selected row has a time.
   [[nodiscard]] bool anySelected() const { return demanded > 0; }
 
-  /// The three flags per row, zeroed by the caller.
-  struct Flags
+  /// Rows by what becomes of them.
+  struct Split
   {
-    long long* complement; ///< not selected, at a selected time
-    long long* reduced;    ///< selected, run dropped
-    long long* remainder;  ///< selected, run survives
+    RowSpans remainder;  ///< selected, run survives
+    RowSpans reduced;    ///< selected, run dropped
+    RowSpans complement; ///< not selected, at a selected time
+    RowSpans others;     ///< the last two together, ascending
   };
 
-  /// Sets the flags, and lists the selected rows of surviving runs and all other rows at selected times.
-  void distribute(Flags const& flags, RowSpans& survivors, RowSpans& others) const;
+  [[nodiscard]] Split split() const;
 
 private:
   void readGrid();

@@ -1,6 +1,7 @@
 #include <runsieve/plot/PlotContainer.h>
 
 #include <runsieve/plot/TableAccess.h>
+#include <runsieve/selection/ColumnPool.h>
 #include <runsieve/selection/RowFilterInput.h>
 #include <runsieve/selection/RowGather.h>
 #include <runsieve/selection/RowSpans.h>
@@ -108,6 +109,7 @@ void PlotContainer::evaluateSelection(vtkAnnotationLink* link)
     const std::size_t second = append(complement, filter->OutputRows(1));
     ksTestSelection(first, second);
   }
+  ColumnPool::trim(); // what the former samples took beyond the present ones
   if (!drawingSelection) redraw();
 }
 

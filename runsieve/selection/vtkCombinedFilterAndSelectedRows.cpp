@@ -1,20 +1,19 @@
 #include <runsieve/selection/vtkCombinedFilterAndSelectedRows.h>
 
+#include <runsieve/selection/FlagColumn.h>
 #include <runsieve/selection/RowFilterInput.h>
 #include <runsieve/selection/RowGather.h>
 #include <runsieve/selection/RunIntersection.h>
 
 #include <vtkAnnotationLayers.h>
 #include <vtkDoubleArray.h>
-#include <vtkIdTypeArray.h>
 #include <vtkInformation.h>
 #include <vtkInformationVector.h>
-#include <vtkNew.h>
 #include <vtkObjectFactory.h>
 #include <vtkSelection.h>
 #include <vtkTable.h>
 
-#include <memory>
+#include <utility>
 
 using namespace runsieve;
 
@@ -22,21 +21,6 @@ struct vtkCombinedFilterAndSelectedRows::Split
 {
   RowSpans rows[2]; ///< of output 0 and output 1
 };
-
-namespace {
-
-/// One flag per row, zeroed; handed to a column without a copy.
-using FlagStorage = std::unique_ptr<vtkIdType[]>;
-
-void addFlagColumn(vtkTable* table, const char* name, FlagStorage flags, vtkIdType rows)
-{
-  vtkNew<vtkIdTypeArray> column;
-  column->SetName(name);
-  column->SetArray(flags.release(), rows, 0, vtkIdTypeArray::VTK_DATA_ARRAY_DELETE);
-  table->AddColumn(column);
-}
-
-} // namespace
 
 vtkCombinedFilterAndSelectedRows* vtkCombinedFilterAndSelectedRows::New()
 {
@@ -174,25 +158,22 @@ int vtkCombinedFilterAndSelectedRows::RequestData(vtkInformation*, vtkInformatio
   std::vector<unsigned char> flags(static_cast<std::size_t>(rows), 0);
   for (long long row : selected) flags[static_cast<std::size_t>(row)] = 1;
 
-  auto& [survivors, others] = this->LastSplit->rows;
+  bool evaluated = false;
+  RunIntersection::Split split;
   if (times && times->GetNumberOfComponents() == 1 && !selected.empty()) {
     const RunIntersection intersection(flags.data(), times->GetPointer(0), rows, this->Stride);
-    if (intersection.anySelected()) {
-      FlagStorage complement(new vtkIdType[static_cast<std::size_t>(rows)]());
-      FlagStorage reduced(new vtkIdType[static_cast<std::size_t>(rows)]());
-      FlagStorage remainder(new vtkIdType[static_cast<std::size_t>(rows)]());
-      intersection.distribute({complement.get(), reduced.get(), remainder.get()}, survivors, others);
-      // The outputs carry the flag columns of the run before, so they are gathered first.
-      gatherTable(input, survivors, this->AddOriginalRowIdsArray, output0);
-      gatherTable(input, others, this->AddOriginalRowIdsArray, output1);
-      input->RemoveColumnByName("vtkComplementSelection");
-      addFlagColumn(input, "vtkComplementSelection", std::move(complement), rows);
-      addFlagColumn(input, "vtkReducedSelection", std::move(reduced), rows);
-      addFlagColumn(input, "vtkRemainderSelection", std::move(remainder), rows);
-      return 1;
-    }
+    evaluated = intersection.anySelected();
+    if (evaluated) split = intersection.split();
   }
-  gatherTable(input, survivors, this->AddOriginalRowIdsArray, output0);
-  gatherTable(input, others, this->AddOriginalRowIdsArray, output1);
+  // The outputs carry the flag columns of the run before, so they are gathered first.
+  gatherTable(input, split.remainder, this->AddOriginalRowIdsArray, output0);
+  gatherTable(input, split.others, this->AddOriginalRowIdsArray, output1);
+  if (evaluated) {
+    this->LastSplit->rows[0] = split.remainder;
+    this->LastSplit->rows[1] = std::move(split.others);
+    FlagColumn::put(input, "vtkComplementSelection", std::move(split.complement), true);
+    FlagColumn::put(input, "vtkReducedSelection", std::move(split.reduced), false);
+    FlagColumn::put(input, "vtkRemainderSelection", std::move(split.remainder), false);
+  }
   return 1;
 }

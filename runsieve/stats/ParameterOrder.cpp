@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <numeric>
+#include <limits>
 #include <utility>
 
 namespace runsieve {
@@ -45,6 +45,7 @@ ParameterOrder::ParameterOrder(double const* column, long long rows, long long s
   order.reserve(pairs.size());
   sortedValues.reserve(pairs.size());
   for (auto const& [value, run] : pairs) {
+    ties = ties || (!sortedValues.empty() && sortedValues.back() == value);
     sortedValues.push_back(value);
     order.push_back(run);
   }
@@ -53,33 +54,53 @@ ParameterOrder::ParameterOrder(double const* column, long long rows, long long s
 void ParameterOrder::distinctOf(unsigned char const* mask, std::vector<double>& out) const
 {
   out.resize(order.size() + 1);
-  std::size_t count = 0;
   double* values = out.data();
-  for (std::size_t k = 0; k < order.size(); ++k) {
-    const double value = sortedValues[k];
-    // Branch-free: whether a run is marked cannot be predicted.
-    const bool repeated = count > 0 && values[count - 1] == value;
-    values[count] = value;
-    count += static_cast<std::size_t>(mask[order[k]] & static_cast<unsigned char>(!repeated));
+  std::size_t count = 0;
+  // Branch-free: whether a run is marked cannot be predicted.
+  if (!ties) {
+    for (std::size_t k = 0; k < order.size(); ++k) {
+      values[count] = sortedValues[k];
+      count += mask[order[k]];
+    }
+  } else {
+    double last = std::numeric_limits<double>::quiet_NaN();
+    for (std::size_t k = 0; k < order.size(); ++k) {
+      const double value = sortedValues[k];
+      const bool taken = mask[order[k]] != 0 && value != last;
+      values[count] = value;
+      count += static_cast<std::size_t>(taken);
+      last = taken ? value : last;
+    }
   }
   out.resize(count);
 }
 
-bool ParameterOrder::agreesWith(RowSpans const& rows, double const* gathered, long long stride) const
+bool ParameterOrder::agreesWith(std::vector<RunPart> const& parts, double const* gathered) const
 {
-  for (RowSpan span : rows.spans()) {
-    long long row = span.first;
-    long long left = span.count;
-    while (left > 0) {
-      const long long run = row / stride;
-      const long long part = std::min(left, (run + 1) * stride - row);
-      if (!allEqual(gathered, part, runValue[static_cast<std::size_t>(run)])) return false;
-      gathered += part;
-      row += part;
-      left -= part;
-    }
+  for (RunPart part : parts) {
+    if (!allEqual(gathered, part.count, runValue[static_cast<std::size_t>(part.run)])) return false;
+    gathered += part.count;
   }
   return true;
+}
+
+std::vector<RunPart> runParts(RowSpans const& rows, long long stride)
+{
+  std::vector<RunPart> parts;
+  parts.reserve(rows.spans().size());
+  long long run = 0;
+  for (RowSpan span : rows.spans()) {
+    long long row = span.first;
+    const long long end = span.first + span.count;
+    if (row >= (run + 1) * stride) run = row / stride;
+    for (; row < end; ++run) {
+      const long long part = std::min(end, (run + 1) * stride) - row;
+      parts.push_back({static_cast<std::int32_t>(run), static_cast<std::int32_t>(part)});
+      row += part;
+    }
+    --run; // the next span may begin in the same run
+  }
+  return parts;
 }
 
 } // namespace runsieve

@@ -7,6 +7,16 @@
 
 namespace runsieve {
 
+/// Consecutive rows of one run.
+struct RunPart
+{
+  std::int32_t run;
+  std::int32_t count;
+};
+
+/// Rows of a stacked table, split where runs end.
+std::vector<RunPart> runParts(RowSpans const& rows, long long stride);
+
 /// The runs of a stacked table in the order of one parameter.
 ///
 /// Made once per table, it turns the sorted sample of any set of runs into a single pass. It stands only for a
@@ -27,13 +37,14 @@ public:
   void distinctOf(unsigned char const* mask, std::vector<double>& out) const;
 
   /// Whether gathered rows still hold what was read: a column may have been written in place since.
-  [[nodiscard]] bool agreesWith(RowSpans const& rows, double const* gathered, long long stride) const;
+  [[nodiscard]] bool agreesWith(std::vector<RunPart> const& parts, double const* gathered) const;
 
 private:
   std::vector<double> runValue;
   std::vector<std::int32_t> order; ///< run numbers by ascending value
   std::vector<double> sortedValues;
   bool constant = false;
+  bool ties = false; ///< whether two runs share a value
 };
 
 } // namespace runsieve

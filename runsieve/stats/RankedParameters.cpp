@@ -68,7 +68,10 @@ std::string PlotContainer::parameterName(std::size_t parameter) const
 
 void PlotContainer::generateRankedParameters(vtkSmartPointer<vtkTable> table, std::size_t index)
 {
-  if (table) rankParameters(table, index, nullptr);
+  if (!table) return;
+  // Whoever asks for all runs anew may have written to columns without a word.
+  if (index == 0) runIndex->clear();
+  rankParameters(table, index, nullptr);
 }
 
 void PlotContainer::clearRankedTables(std::size_t index, std::vector<std::string> const& names)
@@ -95,10 +98,12 @@ std::vector<std::vector<double>> PlotContainer::parameterSamples(vtkTable* table
                                                                  std::size_t count)
 {
   const long long stride = std::max(metaData->getStride(), 1);
+  std::vector<RunPart> parts;
   std::vector<unsigned char> runMask;
   if (rows) {
+    parts = runParts(*rows, stride);
     runMask.assign(static_cast<std::size_t>(plotData->GetNumberOfRows() / stride + 1), 0);
-    rows->markRuns(stride, runMask.data());
+    for (RunPart part : parts) runMask[static_cast<std::size_t>(part.run)] = 1;
   }
   std::vector<std::vector<double>> samples(count);
   for (std::size_t i = 0; i < count; ++i) {
@@ -109,7 +114,7 @@ std::vector<std::vector<double>> PlotContainer::parameterSamples(vtkTable* table
     ParameterOrder const* order = ordered ? runIndex->order(source, stride) : nullptr;
     if (order && allRuns) {
       samples[i] = order->sorted();
-    } else if (order && order->constantWithinRuns() && order->agreesWith(*rows, values->GetPointer(0), stride)) {
+    } else if (order && order->constantWithinRuns() && order->agreesWith(parts, values->GetPointer(0))) {
       order->distinctOf(runMask.data(), samples[i]);
     } else if (allRuns) {
       samples[i] = valuesOf(table, column, stride);

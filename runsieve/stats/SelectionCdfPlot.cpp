@@ -249,6 +249,7 @@ double PlotContainer::drawDistribution(vtkChart* chart, int parameter, int colum
   addCurve(0)->SetColor(0, 0, 0, 255);
   std::size_t series = 0;
   for (std::size_t ranked = 3; ranked + 1 < tables.size(); ranked += 3, ++series) {
+    if (!tables[ranked] || !tables[ranked + 1]) continue;
     vtkSmartPointer<vtkPlot> plot = addCurve(ranked);
     if (static_cast<std::size_t>(parameter) < ksStatistics.size())
       chart->SetTitle(pValueTitle(ksStatistics[static_cast<std::size_t>(parameter)].p));

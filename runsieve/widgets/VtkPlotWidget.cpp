@@ -59,7 +59,8 @@ void VtkPlotWidget::updatePlot(bool clear)
 void VtkPlotWidget::printPlot(QString fileName)
 {
   if (!hasContainer()) return;
-  vtkNew<vtkGL2PSExporter> exporter;
+  auto exporter = vtkSmartPointer<vtkGL2PSExporter>::New();
+  if (!exporter) return; // its factory is missing
   exporter->SetRenderWindow(view->GetRenderWindow());
   exporter->SetFileFormat(vtkGL2PSExporter::PDF_FILE);
   exporter->SetSort(vtkGL2PSExporter::NO_SORT);

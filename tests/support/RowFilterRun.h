@@ -21,8 +21,8 @@ template <class Filter> struct RowFilterRun
     filter->SetInputData(0, table);
   }
 
-  void select(vtkSelection* selection) { filter->SetInputData(1, selection); }
-  void select(Rows const& rows) { select(selectionOf(rows)); }
+  void selectBy(vtkSelection* selection) { filter->SetInputData(1, selection); }
+  void select(Rows const& rows) { selectBy(selectionOf(rows)); }
 
   void annotate(std::vector<vtkSmartPointer<vtkAnnotation>> const& annotations)
   {

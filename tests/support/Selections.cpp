@@ -4,6 +4,7 @@
 #include <vtkDataSetAttributes.h>
 #include <vtkExecutive.h>
 #include <vtkInformation.h>
+#include <vtkLogger.h>
 
 namespace runsieve::test {
 namespace {
@@ -91,10 +92,12 @@ ErrorLog::ErrorLog(vtkAlgorithm* algorithm)
 OutputWindowLog::OutputWindowLog()
 {
   vtkOutputWindow::SetInstance(window);
+  vtkLogger::SetStderrVerbosity(vtkLogger::VERBOSITY_OFF); // the log gets each report beside the window
 }
 
 OutputWindowLog::~OutputWindowLog()
 {
+  vtkLogger::SetStderrVerbosity(vtkLogger::VERBOSITY_INFO);
   vtkOutputWindow::SetInstance(former);
 }
 

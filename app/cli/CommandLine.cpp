@@ -1,0 +1,224 @@
+#include "app/cli/CommandLine.h"
+
+#include "app/gate/Gate.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr char gateHelp[] =
+    "A place that runs must pass through, OUTPUT @ TIME[..TIME] in LOW..HIGH; may be repeated";
+
+// Bad syntax of a gate is bad usage, and told before a large file is read.
+std::string checkGate(std::string const& text)
+{
+  try {
+    (void)parseGate(text);
+    return {};
+  } catch (GateError const& error) {
+    return error.what();
+  }
+}
+
+void addReadOptions(CLI::App& command, CommonOptions& options, bool needsFile)
+{
+  auto* file = command.add_option("file", options.file, "Scan file: delimited text with a header line");
+  if (needsFile) file->required();
+  command.add_option("--time-column", options.read.timeColumn, "Name of the time column")->type_name("NAME");
+  command.add_option("--run-column", options.read.runColumn, "Name of the run column")->type_name("NAME");
+  command
+      .add_option_function<std::vector<std::string>>(
+          "--parameter-column", [&](auto const& names) { options.read.parameterColumns = names; },
+          "Name of a parameter column; may be repeated")
+      ->type_name("NAME")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+template <class Arguments> void addSelectionOptions(CLI::App& command, Arguments& arguments)
+{
+  command.add_option("-g,--gate", arguments.gates, gateHelp)
+      ->type_name("GATE")
+      ->check(CLI::Validator(checkGate, ""))
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  command.add_option("--p-threshold", arguments.pThreshold, "Largest p-value that counts as significant")
+      ->capture_default_str()
+      ->check(CLI::Range(0.0, 1.0))
+      ->type_name("P");
+  command
+      .add_option("--ks-threshold", arguments.ksThreshold, "Smallest statistic that counts as significant")
+      ->capture_default_str()
+      ->check(CLI::Range(0.0, 1.0))
+      ->type_name("D");
+}
+
+/// The grammar of the program, and the records that it fills.
+class Grammar
+{
+public:
+  Grammar() : program("Tells which parameters made the runs of a scan different.", "runsieve")
+  {
+    program.set_version_flag("--version", "runsieve " RUNSIEVE_VERSION);
+    program.require_subcommand(0, 1);
+    program.footer("Example:\n  runsieve simulate -o example.csv && runsieve example.csv\n"
+                   "Without a command, FILE is opened in the explorer. runsieve COMMAND --help tells more.");
+    addReadOptions(program, bare, false);
+    addSimulate();
+    addInfo();
+    addRank();
+    addRender();
+    addExplore();
+  }
+
+  Command parse(std::vector<std::string> words)
+  {
+    std::reverse(words.begin(), words.end()); // as CLI11 wants them
+    try {
+      program.parse(words);
+    } catch (CLI::CallForHelp const&) {
+      return Information{program.help()};
+    } catch (CLI::CallForVersion const&) {
+      return Information{std::string("runsieve " RUNSIEVE_VERSION) + '\n'};
+    } catch (CLI::ParseError const& error) {
+      throw UsageError(oneLine(error.what()));
+    }
+    return chosen();
+  }
+
+private:
+  void addSimulate()
+  {
+    auto* command = program.add_subcommand("simulate", "Make an example scan from a published model");
+    command->add_option("model", simulate.model, "Name of the model; see --list");
+    command->add_flag("--list", simulate.list, "Print the names of the models, one a line");
+    command->add_flag("--describe", simulate.describe,
+                      "Print the model: citation, species, parameters with ranges");
+    command->add_option("--runs", simulate.runs, "Number of runs")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 10000000));
+    command->add_option("--times", simulate.times, "Number of time points")
+        ->capture_default_str()
+        ->check(CLI::Range(2, 1000000));
+    command->add_option("--seed", simulate.seed,
+                        "Start of the random numbers; without it a new one, which is printed");
+    std::map<std::string, Sampling> const samplings = {{"lhs", Sampling::LatinHypercube},
+                                                       {"sobol", Sampling::Sobol}};
+    command->add_option("--sampling", simulate.sampling, "lhs (Latin hypercube, the default) or sobol")
+        ->transform(CLI::CheckedTransformer(samplings, CLI::ignore_case).description(""))
+        ->type_name("WAY");
+    command->add_option("-o,--output", simulate.output, "File to write; - for standard output")
+        ->type_name("FILE");
+    command->footer(
+        "Example:\n  runsieve simulate repressilator --runs 1000 --times 101 --seed 7 -o scan.csv");
+  }
+
+  void addInfo()
+  {
+    auto* command = program.add_subcommand("info", "Print runs, times, outputs and parameters of a scan");
+    addReadOptions(*command, info, true);
+    command->footer("Example:\n  runsieve info scan.csv");
+  }
+
+  void addRank()
+  {
+    auto* command =
+        program.add_subcommand("rank", "Rank the parameters by how they differ between the runs that "
+                                       "pass all gates and the others");
+    addReadOptions(*command, rank, true);
+    addSelectionOptions(*command, rank);
+    command->get_option("--gate")->required();
+    command->add_option("--format", rank.format, "table, csv or json")
+        ->capture_default_str()
+        ->check(CLI::IsMember({"table", "csv", "json"}).description(""))
+        ->type_name("FORMAT");
+    command->footer("Example:\n  runsieve rank scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" --gate \"A @ "
+                    "40 in 0..1\"");
+  }
+
+  void addRender()
+  {
+    auto* command = program.add_subcommand("render", "Draw runs and parameter distributions as a picture");
+    addReadOptions(*command, render, true);
+    addSelectionOptions(*command, render);
+    command->add_option("-o,--output", render.output, "Picture to write, .png or .pdf")
+        ->required()
+        ->type_name("FILE");
+    command->add_option("--width", render.width, "Width in pixels")
+        ->capture_default_str()
+        ->check(CLI::Range(64, 16384));
+    command->add_option("--height", render.height, "Height in pixels")
+        ->capture_default_str()
+        ->check(CLI::Range(64, 16384));
+    command
+        ->add_option("--species", render.species,
+                     "Output on the vertical axis; default: that of the first gate")
+        ->type_name("NAME");
+    command->add_flag("--density", render.density, "Densities instead of cumulative curves");
+    command->add_flag("--common-scale", render.commonScale, "One vertical scale for all densities");
+    command->add_flag("--quantiles", render.quantiles, "Quartile bands instead of all runs");
+    command->add_flag("--log-axes", render.logAxes, "Logarithmic parameter axes");
+    command->add_flag("--points", render.points, "Points instead of lines");
+    command->footer(
+        "Example:\n  runsieve render scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" -o view.png");
+  }
+
+  void addExplore()
+  {
+    auto* command = program.add_subcommand("explore", "Open the desktop explorer");
+    addReadOptions(*command, explore, false);
+    command->footer("Example:\n  runsieve explore scan.csv");
+  }
+
+  Command chosen() const
+  {
+    bool const isBareUsed = program.count("file") + program.count("--time-column") +
+                                program.count("--run-column") + program.count("--parameter-column") >
+                            0;
+    if (isBareUsed && !program.get_subcommands().empty())
+      throw UsageError("a file and its options stand behind the command " +
+                       program.get_subcommands().front()->get_name());
+    if (program.got_subcommand("simulate")) return checked(simulate);
+    if (program.got_subcommand("info")) return info;
+    if (program.got_subcommand("rank")) return rank;
+    if (program.got_subcommand("render")) return render;
+    if (program.got_subcommand("explore")) return explore;
+    return bare;
+  }
+
+  static SimulateArguments checked(SimulateArguments const& arguments)
+  {
+    if (!arguments.list && !arguments.describe && arguments.output.empty())
+      throw UsageError("simulate: --output is required (- for standard output)");
+    return arguments;
+  }
+
+  static std::string oneLine(std::string text)
+  {
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return text;
+  }
+
+  CLI::App program;
+  SimulateArguments simulate;
+  InfoArguments info;
+  RankArguments rank;
+  RenderArguments render;
+  ExploreArguments explore;
+  ExploreArguments bare;
+};
+
+} // namespace
+
+Command parseCommandLine(std::vector<std::string> const& words)
+{
+  return Grammar().parse(words);
+}
+
+} // namespace runsieve::app

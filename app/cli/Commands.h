@@ -1,0 +1,79 @@
+#pragma once
+
+#include "app/scan/ScanReader.h"
+#include "app/simulate/Sampling.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace runsieve::app {
+
+/// What was asked for makes no sense, as opposed to work that failed; the program then ends with status 2.
+class UsageError : public std::runtime_error
+{
+public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Options of all commands that read a scan.
+struct CommonOptions
+{
+  std::string file;
+  ReadOptions read; ///< names of columns that are not found by themselves
+};
+
+struct SimulateArguments
+{
+  bool list = false;     ///< print the names of the models and do nothing else
+  bool describe = false; ///< print what the model is and do nothing else
+  std::string model;     ///< empty: the example model
+  std::size_t runs = 1000;
+  std::size_t times = 101;
+  std::optional<std::uint64_t> seed; ///< not set: a new one each time, which is printed
+  Sampling sampling = Sampling::LatinHypercube;
+  std::string output; ///< "-": standard output
+};
+
+struct InfoArguments : CommonOptions
+{};
+
+struct RankArguments : CommonOptions
+{
+  std::vector<std::string> gates; ///< of the form that parseGate() reads
+  std::string format = "table";   ///< "table", "csv" or "json"
+  double pThreshold = 0.05;       ///< largest p-value that counts as significant
+  double ksThreshold = 0.1;       ///< smallest statistic that counts as significant
+};
+
+struct RenderArguments : CommonOptions
+{
+  std::vector<std::string> gates;
+  double pThreshold = 0.05;
+  double ksThreshold = 0.1;
+  std::string output; ///< the picture, .png or .pdf
+  int width = 1200;   ///< pixels
+  int height = 900;
+  std::string
+      species; ///< output on the vertical axis, by its full or bare name; empty: that of the first gate
+  bool density = false;
+  bool commonScale = false;
+  bool quantiles = false;
+  bool logAxes = false;
+  bool points = false;
+};
+
+struct ExploreArguments : CommonOptions
+{};
+
+// Each returns the exit status, and throws if its work fails.
+int runSimulate(SimulateArguments const& arguments);
+int runInfo(InfoArguments const& arguments);
+int runRank(RankArguments const& arguments);
+int runRender(RenderArguments const& arguments);
+int runExplore(ExploreArguments const& arguments);
+
+} // namespace runsieve::app

@@ -1,0 +1,117 @@
+#include "app/cli/Commands.h"
+
+#include "app/view/RankTable.h"
+#include "app/view/SievedScan.h"
+
+#include <vtkContextScene.h>
+#include <vtkNew.h>
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <iostream>
+#include <stdexcept>
+
+namespace runsieve::app {
+
+namespace {
+
+std::string number(double value, const char* format = "%.4g")
+{
+  if (std::isnan(value)) return "-"; // no other runs to compare with
+  char text[32];
+  std::snprintf(text, sizeof text, format, value);
+  return text;
+}
+
+/// A field of comma-separated text.
+std::string quoted(std::string const& text)
+{
+  std::string field = "\"";
+  for (char c : text) field += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return field + '"';
+}
+
+void printTable(SievedScan const& sieved, std::size_t passing, std::vector<RankedParameter> const& ranked)
+{
+  for (ResolvedGate const& gate : sieved.gates) {
+    std::cout << "gate   " << gate.text();
+    if (!gate.note.empty()) std::cout << "   (" << gate.note << ")";
+    std::cout << '\n';
+  }
+  std::cout << passing << " of " << sieved.scan->trajectoryCount << " runs pass\n\n";
+  std::size_t width = 9;
+  for (RankedParameter const& r : ranked) width = std::max(width, r.name.size());
+  auto row = [width](std::string const& name, std::string const& p, std::string const& d, std::string const& passing,
+                     std::string const& others, std::string const& mark) {
+    std::printf("%-*s  %10s  %7s  %14s  %13s  %s\n", static_cast<int>(width), name.c_str(), p.c_str(), d.c_str(),
+                passing.c_str(), others.c_str(), mark.c_str());
+  };
+  std::cout.flush();
+  row("parameter", "p", "d", "median passing", "median others", "");
+  for (RankedParameter const& r : ranked)
+    row(r.name, number(r.p, "%.3g"), number(r.d, "%.3f"), number(r.medianPassing), number(r.medianOthers),
+        r.significant ? "*" : "");
+  std::fflush(stdout);
+}
+
+void printCsv(std::vector<RankedParameter> const& ranked)
+{
+  std::cout << "parameter,p,d,median_passing,median_others,significant\n";
+  for (RankedParameter const& r : ranked)
+    std::cout << quoted(r.name) << ',' << number(r.p, "%.17g") << ',' << number(r.d, "%.17g") << ','
+              << number(r.medianPassing, "%.17g") << ',' << number(r.medianOthers, "%.17g") << ','
+              << (r.significant ? "true" : "false") << '\n';
+}
+
+void printJson(SievedScan const& sieved, std::size_t passing, std::vector<RankedParameter> const& ranked)
+{
+  nlohmann::ordered_json report;
+  report["runs"] = sieved.scan->trajectoryCount;
+  report["passing"] = passing;
+  report["gates"] = nlohmann::json::array();
+  for (ResolvedGate const& gate : sieved.gates)
+    report["gates"].push_back({{"output", gate.output},
+                               {"time", {gate.timeFirst, gate.timeLast}},
+                               {"range", {gate.low, gate.high}},
+                               {"note", gate.note}});
+  report["parameters"] = nlohmann::json::array();
+  for (RankedParameter const& r : ranked)
+    report["parameters"].push_back({{"name", r.name},
+                                    {"p", r.p},
+                                    {"d", r.d},
+                                    {"median_passing", r.medianPassing},
+                                    {"median_others", r.medianOthers},
+                                    {"significant", r.significant}});
+  std::cout << report.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+}
+
+} // namespace
+
+int runRank(RankArguments const& arguments)
+{
+  const SievedScan sieved(arguments.file, arguments.read, arguments.gates);
+  vtkNew<vtkContextScene> scene;
+  PlotContainer plot(nullptr);
+  scene->AddItem(plot.getItem());
+  ViewOptions options;
+  options.pThreshold = arguments.pThreshold;
+  options.ksThreshold = arguments.ksThreshold;
+  const std::size_t passing = sieved.applyTo(plot, options);
+  const std::vector<RankedParameter> ranked = rankedParameters(plot);
+  if (passing == 0) throw std::runtime_error(arguments.file + ": no run passes through all gates");
+
+  if (arguments.format != "table")
+    for (std::string const& note : sieved.notes()) std::cerr << "runsieve: " << note << '\n';
+  if (arguments.format == "json")
+    printJson(sieved, passing, ranked);
+  else if (arguments.format == "csv")
+    printCsv(ranked);
+  else
+    printTable(sieved, passing, ranked);
+  return 0;
+}
+
+} // namespace runsieve::app

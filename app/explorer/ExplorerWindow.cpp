@@ -1,0 +1,286 @@
+#include "app/explorer/ExplorerWindow.h"
+
+#include "app/render/SavePicture.h"
+#include "app/scan/ScanLayout.h"
+#include "app/view/RankTable.h"
+
+#include <runsieve/widgets/VtkPlotWidget.h>
+
+#include <vtkContextView.h>
+#include <vtkRenderWindow.h>
+#include <vtkCommand.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QStatusBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr float afterTheLibrary = -1.0f; ///< observer priority below that of the plot's own callback
+
+const char* const howTo =
+    "<b>Sieve</b><br>Drag with the right button over a place that runs must pass through.<br><br>"
+    "<b>Plain</b> starts anew,<br><b>Ctrl</b> adds a place,<br><b>Shift</b> takes away.<br><br>"
+    "Left button pans, wheel zooms.";
+
+QString bareName(PlotContainer const& plot, std::size_t column)
+{
+  return QString::fromStdString(plot.typedColumnNames[column].second);
+}
+
+} // namespace
+
+ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
+{
+  setWindowTitle("Runsieve");
+  widget = new VtkPlotWidget;
+  auto* middle = new QWidget;
+  auto* layout = new QHBoxLayout(middle);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(widget, 1);
+  layout->addWidget(buildPanel());
+  setCentralWidget(middle);
+  status = new QLabel("Open a scan: File, Open (Ctrl+O)");
+  statusBar()->addWidget(status);
+  buildMenu();
+}
+
+ExplorerWindow::~ExplorerWindow()
+{
+  // The widget goes first; the plot it shows must not be told by a half-destroyed window.
+  delete widget;
+  delete container;
+}
+
+void ExplorerWindow::buildMenu()
+{
+  QMenu* file = menuBar()->addMenu("&File");
+  file->addAction("&Open...", this, &ExplorerWindow::chooseFile, QKeySequence::Open);
+  file->addAction("&Save picture...", this, &ExplorerWindow::choosePicture, QKeySequence::Save);
+  file->addSeparator();
+  file->addAction("&Quit", qApp, &QApplication::quit, QKeySequence::Quit);
+  QMenu* selection = menuBar()->addMenu("&Selection");
+  selection->addAction("&Clear", this, &ExplorerWindow::clearSelection, QKeySequence("Ctrl+L"));
+}
+
+QWidget* ExplorerWindow::buildPanel()
+{
+  auto* panel = new QWidget;
+  panel->setFixedWidth(210);
+  auto* layout = new QVBoxLayout(panel);
+  auto* form = new QFormLayout;
+  form->setRowWrapPolicy(QFormLayout::WrapAllRows);
+  outputs = new QComboBox;
+  form->addRow("Output", outputs);
+  connect(outputs, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ExplorerWindow::chooseOutput);
+  layout->addLayout(form);
+
+  density = addSwitch(layout, "Densities", "Show densities instead of cumulative curves", &PlotMetaData::setUseDensity);
+  commonScale = addSwitch(layout, "Common density scale", "One vertical range for all densities",
+                          &PlotMetaData::setCommonDensityScale);
+  quantiles = addSwitch(layout, "Quartile bands", "Show quartiles and the passing runs only",
+                        &PlotMetaData::setShowQuantiles);
+  logAxes = addSwitch(layout, "Log parameter axes", "Logarithmic parameter axes; parameters that reach 0 stay linear",
+                      &PlotMetaData::setLogParameterAxes);
+  points = new QCheckBox("Points, not lines");
+  layout->addWidget(points);
+  connect(points, &QCheckBox::toggled, this, [this](bool on) {
+    if (container) container->metaData->setPlotLine(!on);
+  });
+
+  auto* thresholds = new QFormLayout;
+  thresholds->setRowWrapPolicy(QFormLayout::WrapAllRows);
+  const ViewOptions defaults;
+  pThreshold = addThreshold(thresholds, "Largest significant p", defaults.pThreshold, &PlotMetaData::setPThreshold);
+  ksThreshold = addThreshold(thresholds, "Smallest significant d", defaults.ksThreshold, &PlotMetaData::setKsThreshold);
+  layout->addLayout(thresholds);
+
+  auto* clear = new QPushButton("Clear selection");
+  connect(clear, &QPushButton::clicked, this, &ExplorerWindow::clearSelection);
+  layout->addWidget(clear);
+  layout->addStretch(1);
+  auto* hint = new QLabel(howTo);
+  hint->setWordWrap(true);
+  layout->addWidget(hint);
+  return panel;
+}
+
+QCheckBox* ExplorerWindow::addSwitch(QLayout* layout, QString const& text, QString const& hint,
+                                     void (PlotMetaData::*set)(bool))
+{
+  auto* box = new QCheckBox(text);
+  box->setToolTip(hint);
+  layout->addWidget(box);
+  connect(box, &QCheckBox::toggled, this, [this, box, set](bool on) {
+    if (!container) return;
+    if (box == quantiles && on) container->generateQuartiles();
+    (container->metaData->*set)(on);
+  });
+  return box;
+}
+
+QDoubleSpinBox* ExplorerWindow::addThreshold(QFormLayout* layout, QString const& text, double value,
+                                             void (PlotMetaData::*set)(double))
+{
+  auto* box = new QDoubleSpinBox;
+  box->setRange(0.0, 1.0);
+  box->setDecimals(4);
+  box->setSingleStep(0.01);
+  box->setValue(value);
+  layout->addRow(text, box);
+  connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this, set](double v) {
+    if (container) (container->metaData->*set)(v);
+  });
+  return box;
+}
+
+ViewOptions ExplorerWindow::options() const
+{
+  ViewOptions view;
+  view.density = density->isChecked();
+  view.commonScale = commonScale->isChecked();
+  view.quantiles = quantiles->isChecked();
+  view.logAxes = logAxes->isChecked();
+  view.points = points->isChecked();
+  view.pThreshold = pThreshold->value();
+  view.ksThreshold = ksThreshold->value();
+  return view;
+}
+
+bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const& read)
+{
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  boost::shared_ptr<LinePlotTable> loaded;
+  try {
+    loaded = readScan(QFile::encodeName(path).toStdString(), read);
+  } catch (std::exception const& failure) {
+    error = QString::fromStdString(failure.what());
+  }
+  QApplication::restoreOverrideCursor();
+  if (!loaded) return false;
+
+  scan = loaded;
+  QPointer<PlotContainer> former = container;
+  container = new PlotContainer(nullptr);
+  widget->setPlotContainer(container);
+  showScan(*container, scan, options());
+  delete former;
+
+  const QSignalBlocker blocker(outputs);
+  outputs->clear();
+  for (std::size_t column : scanLayout(*scan).outputs)
+    outputs->addItem(bareName(*container, column), static_cast<int>(column));
+  connect(container->metaData, &PlotMetaData::redrawNeeded, this, &ExplorerWindow::refresh);
+  container->annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, this, &ExplorerWindow::afterSelection,
+                                         afterTheLibrary);
+  setWindowTitle(QFileInfo(path).fileName() + " - Runsieve");
+  refresh();
+  return true;
+}
+
+bool ExplorerWindow::savePicture(QString const& path, QString& error)
+{
+  try {
+    widget->makeCurrent();
+    widget->updatePlot(false);
+    app::savePicture(widget->view->GetRenderWindow(), QFile::encodeName(path).toStdString());
+    return true;
+  } catch (std::exception const& failure) {
+    error = QString::fromStdString(failure.what());
+    return false;
+  }
+}
+
+void ExplorerWindow::openInteractively(QString const& path, ReadOptions const& read)
+{
+  QString error;
+  if (!open(path, error, read)) QMessageBox::warning(this, "Runsieve", error);
+}
+
+void ExplorerWindow::chooseFile()
+{
+  const QString path = QFileDialog::getOpenFileName(this, "Open a scan", QString(),
+                                                    "Scans (*.csv *.tsv *.txt);;All files (*)");
+  if (!path.isEmpty()) openInteractively(path);
+}
+
+void ExplorerWindow::choosePicture()
+{
+  QString path = QFileDialog::getSaveFileName(this, "Save picture", "view.png", "PNG picture (*.png);;PDF (*.pdf)");
+  if (path.isEmpty()) return;
+  if (QFileInfo(path).suffix().isEmpty()) path += ".png";
+  QString error;
+  if (!savePicture(path, error)) QMessageBox::warning(this, "Runsieve", error);
+}
+
+void ExplorerWindow::chooseOutput(int index)
+{
+  if (!container || index < 0) return;
+  showOutput(*container, static_cast<std::size_t>(outputs->itemData(index).toInt()));
+  refresh();
+}
+
+void ExplorerWindow::clearSelection()
+{
+  if (!container) return;
+  app::clearSelection(*container);
+  refresh();
+}
+
+void ExplorerWindow::afterSelection()
+{
+  // The chart that was dragged on is still in its event: show the change when that is over.
+  if (selectionChanged) return;
+  selectionChanged = true;
+  QTimer::singleShot(0, this, [this] {
+    selectionChanged = false;
+    if (container && !hasSelection(*container) && !container->ksStatistics.empty()) app::clearSelection(*container);
+    refresh();
+  });
+}
+
+void ExplorerWindow::refresh()
+{
+  if (container) polish(*container);
+  widget->updatePlot(true);
+  showStatus();
+}
+
+void ExplorerWindow::showStatus()
+{
+  if (!container) return;
+  QString text = QString("%L1 runs, %L2 times").arg(scan->trajectoryCount).arg(scan->trajectoryLength);
+  if (hasSelection(*container)) {
+    const std::size_t passing = survivingRuns(*container);
+    text += QString("   |   %L1 runs pass through all places").arg(passing);
+    const auto ranked = rankedParameters(*container);
+    const auto significant = std::count_if(ranked.begin(), ranked.end(), [](auto const& r) { return r.significant; });
+    if (!ranked.empty()) text += QString("   |   %1 of %2 parameters differ").arg(significant).arg(ranked.size());
+  }
+  status->setText(text);
+}
+
+QString ExplorerWindow::statusText() const
+{
+  return status->text();
+}
+
+} // namespace runsieve::app

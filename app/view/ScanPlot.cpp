@@ -1,0 +1,113 @@
+#include "app/view/ScanPlot.h"
+
+#include <vtkAxis.h>
+#include <vtkIdTypeArray.h>
+#include <vtkNew.h>
+#include <vtkPlot.h>
+#include <vtkSelection.h>
+#include <vtkSelectionNode.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr float thinLine = 1.0f; ///< pixels
+
+/// Opacity of one run's line, 0 to 255: single runs stay visible, thousands still show where they are dense.
+int lineOpacity(std::uint64_t runs)
+{
+  const double opacity = 1400.0 / std::sqrt(static_cast<double>(std::max<std::uint64_t>(runs, 1)));
+  return static_cast<int>(std::clamp(opacity, 14.0, 170.0));
+}
+
+} // namespace
+
+void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOptions const& options)
+{
+  PlotMetaData& settings = *plot.metaData;
+  settings.blockSignals(true);
+  settings.setPlotStyle(selectionCdfPlot);
+  settings.setUseDensity(options.density);
+  settings.setCommonDensityScale(options.commonScale);
+  settings.setShowQuantiles(options.quantiles);
+  settings.setLogParameterAxes(options.logAxes);
+  settings.setPlotLine(!options.points);
+  settings.setPThreshold(options.pThreshold);
+  settings.setKsThreshold(options.ksThreshold);
+  settings.useSolidColor = true;
+  settings.red = 60;
+  settings.green = 70;
+  settings.blue = 90;
+  settings.alpha = lineOpacity(scan->trajectoryCount);
+  plot.setLinePlotTable(scan, false);
+  showOutput(plot, options.output);
+}
+
+void showOutput(PlotContainer& plot, std::size_t output)
+{
+  plot.metaData->yLabel = output < plot.typedColumnNames.size() ? plot.typedColumnNames[output].second : "";
+  const int time = plot.metaData->xColumns[0];
+  plot.setPlotCols(time, static_cast<int>(output), 0, plot.metaData->getShowQuantiles());
+}
+
+void polish(PlotContainer& plot)
+{
+  if (plot.metaData->getPlotStyle() != selectionCdfPlot || !plot.chartXY) return;
+  const vtkIdType plots = plot.chartXY->GetNumberOfPlots();
+  if (plots > 0 && plot.metaData->getPlotLine()) plot.chartXY->GetPlot(plots - 1)->SetWidth(thinLine);
+  if (!plot.metaData->getUseDensity() || !plot.metaData->getCommonDensityScale()) return;
+  const vtkVector2i size = plot.chartMatrix->GetSize();
+  for (int row = 0; row < size.GetY() / 2; ++row)
+    for (int column = 0; column < size.GetX(); ++column) {
+      vtkAxis* left = plot.chartMatrix->GetChart({column, row})->GetAxis(vtkAxis::LEFT);
+      left->SetUnscaledMinimum(0.0);
+      left->SetBehavior(vtkAxis::FIXED);
+    }
+}
+
+void selectRows(PlotContainer& plot, std::vector<long long> const& rows)
+{
+  vtkNew<vtkIdTypeArray> ids;
+  ids->SetNumberOfTuples(static_cast<vtkIdType>(rows.size()));
+  for (std::size_t i = 0; i < rows.size(); ++i) ids->SetValue(static_cast<vtkIdType>(i), rows[i]);
+  vtkNew<vtkSelectionNode> node;
+  node->SetFieldType(vtkSelectionNode::ROW);
+  node->SetContentType(vtkSelectionNode::INDICES);
+  node->SetSelectionList(ids);
+  vtkNew<vtkSelection> selection;
+  selection->AddNode(node);
+  plot.annotationLink->SetCurrentSelection(selection);
+}
+
+void clearSelection(PlotContainer& plot)
+{
+  if (hasSelection(plot)) selectRows(plot, {});
+  for (const char* flags : {"vtkComplementSelection", "vtkReducedSelection", "vtkRemainderSelection"})
+    plot.plotData->RemoveColumnByName(flags);
+  plot.ksStatistics.clear();
+  if (plot.tables.size() > 2) plot.tables.resize(2);
+  plot.redraw();
+}
+
+bool hasSelection(PlotContainer const& plot)
+{
+  vtkSelection* selection = plot.annotationLink->GetCurrentSelection();
+  for (unsigned int i = 0; selection && i < selection->GetNumberOfNodes(); ++i) {
+    vtkAbstractArray* list = selection->GetNode(i)->GetSelectionList();
+    if (list && list->GetNumberOfTuples() > 0) return true;
+  }
+  return false;
+}
+
+std::size_t survivingRuns(PlotContainer& plot)
+{
+  if (!hasSelection(plot)) return 0;
+  const std::unique_ptr<ParameterSelection> selection(plot.getSelection());
+  return selection ? selection->selectedRuns.size() : 0;
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,85 @@
+#include <runsieve/selection/ColumnPool.h>
+
+#include <runsieve/selection/HugePages.h>
+
+#include <cstdlib>
+#include <map>
+#include <mutex>
+#include <new>
+
+namespace runsieve {
+
+namespace {
+
+/// In front of each block; as large as the strictest alignment, which so carries over to the block.
+struct alignas(std::max_align_t) Header
+{
+  std::size_t bytes;
+};
+
+struct Idle
+{
+  std::mutex mutex;
+  std::multimap<std::size_t, Header*> blocks; ///< by size
+};
+
+/// Never destroyed: arrays may give memory back while the program ends.
+Idle& idle()
+{
+  static auto* instance = new Idle;
+  return *instance;
+}
+
+Header* reuse(std::size_t bytes)
+{
+  Idle& pool = idle();
+  const std::lock_guard<std::mutex> lock(pool.mutex);
+  auto found = pool.blocks.lower_bound(bytes);
+  // A block far too large stays for a column that needs it.
+  if (found == pool.blocks.end() || found->first > 2 * bytes + 4096) return nullptr;
+  Header* header = found->second;
+  pool.blocks.erase(found);
+  return header;
+}
+
+} // namespace
+
+void* ColumnPool::take(std::size_t bytes)
+{
+  Header* header = reuse(bytes);
+  if (!header) {
+    header = static_cast<Header*>(std::malloc(sizeof(Header) + bytes));
+    if (!header) throw std::bad_alloc();
+    preferHugePages(header, sizeof(Header) + bytes);
+    header->bytes = bytes;
+  }
+  return header + 1;
+}
+
+void ColumnPool::release(void* block)
+{
+  if (!block) return;
+  Header* header = static_cast<Header*>(block) - 1;
+  Idle& pool = idle();
+  const std::lock_guard<std::mutex> lock(pool.mutex);
+  pool.blocks.emplace(header->bytes, header);
+}
+
+void ColumnPool::trim()
+{
+  Idle& pool = idle();
+  const std::lock_guard<std::mutex> lock(pool.mutex);
+  for (auto const& entry : pool.blocks) std::free(entry.second);
+  pool.blocks.clear();
+}
+
+std::size_t ColumnPool::idleBytes()
+{
+  Idle& pool = idle();
+  const std::lock_guard<std::mutex> lock(pool.mutex);
+  std::size_t bytes = 0;
+  for (auto const& entry : pool.blocks) bytes += entry.first;
+  return bytes;
+}
+
+} // namespace runsieve
