@@ -60,11 +60,13 @@ void makeUp(std::vector<double*> const& columns, int runs)
   std::mt19937_64 random(20240229);
   for (int r = 0; r < runs; ++r) {
     double k[parameters];
-    for (double& value : k) value = std::exp((static_cast<double>(random() >> 11) / 9007199254740992.0 - 0.5) * 2.2);
+    for (double& value : k)
+      value = std::exp((static_cast<double>(random() >> 11) / 9007199254740992.0 - 0.5) * 2.2);
     for (int t = 0; t < times; ++t) {
       const std::size_t row = static_cast<std::size_t>(r) * times + static_cast<std::size_t>(t);
       for (int s = 0; s < species; ++s)
-        columns[s][row] = 100.0 * k[0] * (1.0 - std::exp(-0.03 * k[1] * t)) * std::exp(-0.01 * k[2] * t) * (s + 1);
+        columns[s][row] =
+            100.0 * k[0] * (1.0 - std::exp(-0.03 * k[1] * t)) * std::exp(-0.01 * k[2] * t) * (s + 1);
       columns[species][row] = 30.0 * t;
       columns[species + 1][row] = r;
       for (int p = 0; p < parameters; ++p) columns[species + 2 + p][row] = k[p];

@@ -1,4 +1,5 @@
-// From a change of the selection to the statistics, as a whole and step by step, and from a drag to the picture.
+// From a change of the selection to the statistics, as a whole and step by step, and from a drag to the
+// picture.
 
 #include "BenchScan.h"
 
@@ -18,7 +19,6 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
-
 
 using namespace runsieve;
 using namespace runsieve::bench;
@@ -62,9 +62,10 @@ void selectionToStatistics(benchmark::State& state, std::string const& name, boo
   const vtkSmartPointer<vtkSelection> selection = rowSelection(rowsOf(scan, brush));
   const double before = residentMegabytes();
   for (auto _ : state) silent.plot.annotationLink->SetCurrentSelection(selection);
-  const auto sampleRows =
-      static_cast<double>(silent.plot.tables[2]->GetNumberOfRows() + silent.plot.tables[5]->GetNumberOfRows());
-  const double sampleMegabytes = sampleRows * static_cast<double>(silent.plot.tables[2]->GetNumberOfColumns()) * 8e-6;
+  const auto sampleRows = static_cast<double>(silent.plot.tables[2]->GetNumberOfRows() +
+                                              silent.plot.tables[5]->GetNumberOfRows());
+  const double sampleMegabytes =
+      sampleRows * static_cast<double>(silent.plot.tables[2]->GetNumberOfColumns()) * 8e-6;
   double sumD = 0.0;
   for (auto const& statistics : silent.plot.ksStatistics) sumD += statistics.d;
   state.counters["passing rows"] = static_cast<double>(silent.plot.tables[2]->GetNumberOfRows());
@@ -79,7 +80,8 @@ void filterAlone(benchmark::State& state, std::string const& name, bool brush)
   SilentPlot silent(scan);
   silent.plot.annotationLink->SetCurrentSelection(rowSelection(rowsOf(scan, brush)));
   for (auto _ : state) {
-    auto filter = vtkSmartPointer<vtkCombinedFilterAndSelectedRows>::Take(vtkCombinedFilterAndSelectedRows::New());
+    auto filter =
+        vtkSmartPointer<vtkCombinedFilterAndSelectedRows>::Take(vtkCombinedFilterAndSelectedRows::New());
     filter->SetParaCount(20);
     filter->SetTimeColumnIndex(timeColumn);
     filter->SetStride(stride);
@@ -97,8 +99,8 @@ void intersectionAlone(benchmark::State& state, std::string const& name, bool br
   std::vector<unsigned char> selected(rows, 0);
   for (long long row : rowsOf(scan, brush)) selected[static_cast<std::size_t>(row)] = 1;
   for (auto _ : state) {
-    const RunIntersection runs(selected.data(), scan.table->columnData[timeColumn], static_cast<long long>(rows),
-                               stride);
+    const RunIntersection runs(selected.data(), scan.table->columnData[timeColumn],
+                               static_cast<long long>(rows), stride);
     benchmark::DoNotOptimize(runs.split().others.rowCount());
   }
 }
@@ -155,7 +157,8 @@ using Journey = void (*)(benchmark::State&, std::string const&, bool);
 void registerJourney(std::string const& title, Journey journey, std::string const& scan)
 {
   for (bool brush : {true, false})
-    benchmark::RegisterBenchmark((title + "/" + scan + (brush ? "/brush" : "/wide")).c_str(), journey, scan, brush)
+    benchmark::RegisterBenchmark((title + "/" + scan + (brush ? "/brush" : "/wide")).c_str(), journey, scan,
+                                 brush)
         ->Unit(benchmark::kMillisecond);
 }
 

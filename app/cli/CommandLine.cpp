@@ -5,7 +5,8 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cmath>
+#include <charconv>
+#include <cstdint>
 #include <map>
 
 namespace runsieve::app {
@@ -24,6 +25,15 @@ std::string checkGate(std::string const& text)
   } catch (GateError const& error) {
     return error.what();
   }
+}
+
+// The conversion of CLI11 takes -1 for the largest number there is.
+std::string checkSeed(std::string const& text)
+{
+  std::uint64_t seed = 0;
+  char const* const end = text.data() + text.size();
+  auto const [last, error] = std::from_chars(text.data(), end, seed);
+  return error == std::errc() && last == end ? std::string() : "a seed is a whole number of at most 64 bits";
 }
 
 void addReadOptions(CLI::App& command, CommonOptions& options, bool needsFile)
@@ -106,8 +116,10 @@ private:
     command->add_option("--times", simulate.times, "Number of time points")
         ->capture_default_str()
         ->check(CLI::Range(2, 1000000));
-    command->add_option("--seed", simulate.seed,
-                        "Start of the random numbers; without it a new one, which is printed");
+    command
+        ->add_option("--seed", simulate.seed,
+                     "Start of the random numbers; without it a new one, which is printed")
+        ->check(CLI::Validator(checkSeed, ""));
     std::map<std::string, Sampling> const samplings = {{"lhs", Sampling::LatinHypercube},
                                                        {"sobol", Sampling::Sobol}};
     command->add_option("--sampling", simulate.sampling, "lhs (Latin hypercube, the default) or sobol")

@@ -18,7 +18,8 @@ int runExplore(ExploreArguments const& arguments)
   ExplorerWindow window;
   window.resize(1200, 950);
   window.show();
-  if (!arguments.file.empty()) window.openInteractively(QString::fromLocal8Bit(arguments.file.c_str()), arguments.read);
+  if (!arguments.file.empty())
+    window.openInteractively(QString::fromLocal8Bit(arguments.file.c_str()), arguments.read);
   return QApplication::exec();
 }
 

@@ -44,10 +44,10 @@ void printTable(SievedScan const& sieved, std::size_t passing, std::vector<Ranke
   std::cout << passing << " of " << sieved.scan->trajectoryCount << " runs pass\n\n";
   std::size_t width = 9;
   for (RankedParameter const& r : ranked) width = std::max(width, r.name.size());
-  auto row = [width](std::string const& name, std::string const& p, std::string const& d, std::string const& passing,
-                     std::string const& others, std::string const& mark) {
-    std::printf("%-*s  %10s  %7s  %14s  %13s  %s\n", static_cast<int>(width), name.c_str(), p.c_str(), d.c_str(),
-                passing.c_str(), others.c_str(), mark.c_str());
+  auto row = [width](std::string const& name, std::string const& p, std::string const& d,
+                     std::string const& passing, std::string const& others, std::string const& mark) {
+    std::printf("%-*s  %10s  %7s  %14s  %13s  %s\n", static_cast<int>(width), name.c_str(), p.c_str(),
+                d.c_str(), passing.c_str(), others.c_str(), mark.c_str());
   };
   std::cout.flush();
   row("parameter", "p", "d", "median passing", "median others", "");

@@ -24,7 +24,8 @@ std::string titleOf(SievedScan const& sieved, std::size_t passing)
   std::string title;
   for (ResolvedGate const& gate : sieved.gates) title += (title.empty() ? "" : ", ") + gate.text();
   if (!title.empty())
-    title += " - " + std::to_string(passing) + " of " + std::to_string(sieved.scan->trajectoryCount) + " runs pass";
+    title += " - " + std::to_string(passing) + " of " + std::to_string(sieved.scan->trajectoryCount) +
+             " runs pass";
   return title;
 }
 
@@ -57,8 +58,7 @@ int runRender(RenderArguments const& arguments)
   // A plot that outlived its view would let go of textures in a context that is gone.
   plot.setScene(nullptr);
   for (std::string const& note : sieved.notes()) std::cerr << "runsieve: " << note << '\n';
-  if (passing == 0 && !sieved.gates.empty())
-    std::cerr << "runsieve: no run passes through all gates\n";
+  if (passing == 0 && !sieved.gates.empty()) std::cerr << "runsieve: no run passes through all gates\n";
   return 0;
 }
 

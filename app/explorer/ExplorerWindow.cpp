@@ -6,9 +6,9 @@
 
 #include <runsieve/widgets/VtkPlotWidget.h>
 
+#include <vtkCommand.h>
 #include <vtkContextView.h>
 #include <vtkRenderWindow.h>
-#include <vtkCommand.h>
 
 #include <QAction>
 #include <QApplication>
@@ -93,12 +93,14 @@ QWidget* ExplorerWindow::buildPanel()
   connect(outputs, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ExplorerWindow::chooseOutput);
   layout->addLayout(form);
 
-  density = addSwitch(layout, "Densities", "Show densities instead of cumulative curves", &PlotMetaData::setUseDensity);
+  density = addSwitch(layout, "Densities", "Show densities instead of cumulative curves",
+                      &PlotMetaData::setUseDensity);
   commonScale = addSwitch(layout, "Common density scale", "One vertical range for all densities",
                           &PlotMetaData::setCommonDensityScale);
   quantiles = addSwitch(layout, "Quartile bands", "Show quartiles and the passing runs only",
                         &PlotMetaData::setShowQuantiles);
-  logAxes = addSwitch(layout, "Log parameter axes", "Logarithmic parameter axes; parameters that reach 0 stay linear",
+  logAxes = addSwitch(layout, "Log parameter axes",
+                      "Logarithmic parameter axes; parameters that reach 0 stay linear",
                       &PlotMetaData::setLogParameterAxes);
   points = new QCheckBox("Points, not lines");
   layout->addWidget(points);
@@ -109,8 +111,10 @@ QWidget* ExplorerWindow::buildPanel()
   auto* thresholds = new QFormLayout;
   thresholds->setRowWrapPolicy(QFormLayout::WrapAllRows);
   const ViewOptions defaults;
-  pThreshold = addThreshold(thresholds, "Largest significant p", defaults.pThreshold, &PlotMetaData::setPThreshold);
-  ksThreshold = addThreshold(thresholds, "Smallest significant d", defaults.ksThreshold, &PlotMetaData::setKsThreshold);
+  pThreshold =
+      addThreshold(thresholds, "Largest significant p", defaults.pThreshold, &PlotMetaData::setPThreshold);
+  ksThreshold =
+      addThreshold(thresholds, "Smallest significant d", defaults.ksThreshold, &PlotMetaData::setKsThreshold);
   layout->addLayout(thresholds);
 
   auto* clear = new QPushButton("Clear selection");
@@ -189,8 +193,8 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   for (std::size_t column : scanLayout(*scan).outputs)
     outputs->addItem(bareName(*container, column), static_cast<int>(column));
   connect(container->metaData, &PlotMetaData::redrawNeeded, this, &ExplorerWindow::refresh);
-  container->annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, this, &ExplorerWindow::afterSelection,
-                                         afterTheLibrary);
+  container->annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, this,
+                                         &ExplorerWindow::afterSelection, afterTheLibrary);
   setWindowTitle(QFileInfo(path).fileName() + " - Runsieve");
   refresh();
   return true;
@@ -224,7 +228,8 @@ void ExplorerWindow::chooseFile()
 
 void ExplorerWindow::choosePicture()
 {
-  QString path = QFileDialog::getSaveFileName(this, "Save picture", "view.png", "PNG picture (*.png);;PDF (*.pdf)");
+  QString path =
+      QFileDialog::getSaveFileName(this, "Save picture", "view.png", "PNG picture (*.png);;PDF (*.pdf)");
   if (path.isEmpty()) return;
   if (QFileInfo(path).suffix().isEmpty()) path += ".png";
   QString error;
@@ -252,7 +257,8 @@ void ExplorerWindow::afterSelection()
   selectionChanged = true;
   QTimer::singleShot(0, this, [this] {
     selectionChanged = false;
-    if (container && !hasSelection(*container) && !container->ksStatistics.empty()) app::clearSelection(*container);
+    if (container && !hasSelection(*container) && !container->ksStatistics.empty())
+      app::clearSelection(*container);
     refresh();
   });
 }
@@ -272,8 +278,10 @@ void ExplorerWindow::showStatus()
     const std::size_t passing = survivingRuns(*container);
     text += QString("   |   %L1 runs pass through all places").arg(passing);
     const auto ranked = rankedParameters(*container);
-    const auto significant = std::count_if(ranked.begin(), ranked.end(), [](auto const& r) { return r.significant; });
-    if (!ranked.empty()) text += QString("   |   %1 of %2 parameters differ").arg(significant).arg(ranked.size());
+    const auto significant =
+        std::count_if(ranked.begin(), ranked.end(), [](auto const& r) { return r.significant; });
+    if (!ranked.empty())
+      text += QString("   |   %1 of %2 parameters differ").arg(significant).arg(ranked.size());
   }
   status->setText(text);
 }

@@ -39,7 +39,8 @@ public:
 private:
   void buildMenu();
   QWidget* buildPanel();
-  QCheckBox* addSwitch(QLayout* layout, QString const& text, QString const& hint, void (PlotMetaData::*set)(bool));
+  QCheckBox* addSwitch(QLayout* layout, QString const& text, QString const& hint,
+                       void (PlotMetaData::*set)(bool));
   QDoubleSpinBox* addThreshold(QFormLayout* layout, QString const& text, double value,
                                void (PlotMetaData::*set)(double));
   void chooseFile();

@@ -24,8 +24,8 @@ class OffscreenView::Context
 public:
   Context()
   {
-    auto getPlatformDisplay = reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(
-        eglGetProcAddress("eglGetPlatformDisplayEXT"));
+    auto getPlatformDisplay =
+        reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(eglGetProcAddress("eglGetPlatformDisplayEXT"));
     if (getPlatformDisplay)
       display = getPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
     if (display == EGL_NO_DISPLAY) display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
@@ -65,7 +65,8 @@ private:
 
 namespace {
 
-/// VTK reports that GLEW could not be initialised whenever there is no X display, although all functions are loaded.
+/// VTK reports that GLEW could not be initialised whenever there is no X display, although all functions are
+/// loaded.
 void dropGlewComplaint(vtkObject*, unsigned long, void*, void* text)
 {
   auto const* message = static_cast<const char*>(text);

@@ -8,10 +8,10 @@
 
 class vtkContextScene;
 
-
 namespace runsieve::app {
 
-/// A scene that is rendered without a display, through a surfaceless EGL context (software rendering without a GPU).
+/// A scene that is rendered without a display, through a surfaceless EGL context (software rendering without
+/// a GPU).
 class OffscreenView
 {
 public:
@@ -26,13 +26,13 @@ public:
   [[nodiscard]] vtkContextView* contextView() const { return view; }
 
   void render();
-  /// Writes the rendered scene; the format follows the extension, .png or .pdf, in any case. The file appears under its
-  /// name only when it is complete. \throw std::runtime_error for another extension or a file that cannot be written
+  /// Writes the rendered scene; the format follows the extension, .png or .pdf, in any case. The file appears
+  /// under its name only when it is complete. \throw std::runtime_error for another extension or a file that
+  /// cannot be written
   void save(std::string const& path);
 
 private:
   class Context;
-
 
   std::unique_ptr<Context> context;
   vtkSmartPointer<vtkContextView> view;

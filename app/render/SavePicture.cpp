@@ -28,7 +28,24 @@ QByteArray pngOf(vtkRenderWindow* window)
   writer->WriteToMemoryOn();
   writer->Write();
   vtkUnsignedCharArray* bytes = writer->GetResult();
-  return QByteArray(reinterpret_cast<const char*>(bytes->GetPointer(0)), static_cast<int>(bytes->GetNumberOfValues()));
+  return QByteArray(reinterpret_cast<const char*>(bytes->GetPointer(0)),
+                    static_cast<int>(bytes->GetNumberOfValues()));
+}
+
+/// Blanks out operators that readers reject. The exporter writes the opacity of translucent things as
+/// graphics states that the page's resources do not define, and as an operator that does not exist; without
+/// them they print opaque, as they do anyway, and the length of the page stays what its header says.
+QByteArray withoutUndefinedStates(QByteArray pdf)
+{
+  for (int begin = 0, end = 0; begin < pdf.size(); begin = end + 1) {
+    end = pdf.indexOf('\n', begin);
+    if (end < 0) end = pdf.size();
+    const QByteArray line = QByteArray::fromRawData(pdf.constData() + begin, end - begin);
+    const bool undefinedState = line.startsWith("/GS") && line.endsWith(" gs") && line != "/GSa gs";
+    const bool unknownOperator = line.endsWith(" ca") && line.size() < 12;
+    if (undefinedState || unknownOperator) pdf.replace(begin, end - begin, QByteArray(end - begin, ' '));
+  }
+  return pdf;
 }
 
 QByteArray pdfOf(vtkRenderWindow* window)
@@ -40,12 +57,12 @@ QByteArray pdfOf(vtkRenderWindow* window)
   exporter->SetFileFormat(vtkGL2PSExporter::PDF_FILE);
   exporter->SetSort(vtkGL2PSExporter::NO_SORT);
   exporter->SetSimpleLineOffset(0);
-  exporter->SetCompress(1);
+  exporter->SetCompress(0);
   exporter->SetTextAsPath(1);
   exporter->SetFilePrefix(QFile::encodeName(folder.filePath("picture")).constData());
   exporter->Write();
   QFile file(folder.filePath("picture.pdf"));
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  return file.open(QIODevice::ReadOnly) ? withoutUndefinedStates(file.readAll()) : QByteArray();
 }
 
 } // namespace

@@ -29,27 +29,28 @@ RowParser::RowParser(char delimiterOfFile, std::vector<bool> wantedFields)
       block(blockRows * wanted.size())
 {}
 
-std::optional<RowFault> RowParser::parse(std::string_view text, std::size_t firstRow,
+std::optional<RowFault> RowParser::parse(std::string_view text, std::size_t& row,
                                          std::vector<double*> const& columns)
 {
   position = text.data();
   end = position + text.size();
-  std::size_t rows = 0;
+  std::size_t rows = 0; // in the block
   while (position < end) {
-    if (!parseRow(&block[rows * wanted.size()])) return faultAt(firstRow + rows);
+    if (!parseRow(&block[rows * wanted.size()])) return faultAt(row + rows);
     if (++rows < blockRows) continue;
-    flush(columns, firstRow, rows);
-    firstRow += std::exchange(rows, 0);
+    flush(columns, row, rows);
+    row += std::exchange(rows, 0);
   }
-  flush(columns, firstRow, rows);
+  flush(columns, row, rows);
+  row += rows;
   return std::nullopt;
 }
 
-std::optional<RowFault> RowParser::check(std::string_view text, std::size_t firstRow)
+std::optional<RowFault> RowParser::check(std::string_view text)
 {
   position = text.data();
   end = position + text.size();
-  for (std::size_t row = firstRow; position < end; ++row)
+  for (std::size_t row = 0; position < end; ++row)
     if (!parseRow(block.data())) return faultAt(row);
   return std::nullopt;
 }

@@ -28,12 +28,12 @@ public:
   RowParser(char delimiter, std::vector<bool> wanted);
 
   /// Parses whole lines into columns. \param text ends after the end of a line or at the end of the file
-  /// \param firstRow number of the first of them \param columns one per field, written for wanted fields only
-  /// \return the first fault, after which nothing is parsed
-  [[nodiscard]] std::optional<RowFault> parse(std::string_view text, std::size_t firstRow,
+  /// \param row number of the first of them, moved on behind the last \param columns one per field, written
+  /// for wanted fields only \return the first fault, after which nothing is parsed
+  [[nodiscard]] std::optional<RowFault> parse(std::string_view text, std::size_t& row,
                                               std::vector<double*> const& columns);
-  /// The same without keeping the values.
-  [[nodiscard]] std::optional<RowFault> check(std::string_view text, std::size_t firstRow);
+  /// The same from row 0 on without keeping the values.
+  [[nodiscard]] std::optional<RowFault> check(std::string_view text);
 
 private:
   struct Field

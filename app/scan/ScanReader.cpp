@@ -60,6 +60,12 @@ struct Chunk
   std::optional<RowFault> fault;
 };
 
+// Two pieces: a page fault at the start of a piece maps some pages before it again.
+void releaseUpTo(char const* stop, Chunk const& chunk)
+{
+  MappedFile::release(stop - std::min(2 * pieceSize, stop - chunk.begin), stop);
+}
+
 /// One reading of one file.
 class ScanReading
 {
@@ -111,7 +117,7 @@ private:
 
   void check(char const* first, char const* last) const
   {
-    if (auto fault = RowParser(header.delimiter, wantedFields()).check(between(first, last), 0)) fail(*fault);
+    if (auto fault = RowParser(header.delimiter, wantedFields()).check(between(first, last))) fail(*fault);
   }
 
   void countRows()
@@ -135,7 +141,7 @@ private:
     for (char const* at = chunk.begin; at < chunk.end;) {
       char const* stop = at + std::min(pieceSize, chunk.end - at);
       chunk.rows += countLineEnds(at, stop);
-      MappedFile::release(at, stop);
+      releaseUpTo(stop, chunk);
       at = stop;
     }
     if (chunk.end[-1] != '\n') ++chunk.rows;
@@ -177,8 +183,7 @@ private:
     for (char const* at = chunk.begin; at < chunk.end && !chunk.fault;) {
       char const* stop = nextLine(at + std::min(pieceSize, chunk.end - at) - 1, chunk.end);
       chunk.fault = parser.parse(between(at, stop), row, data);
-      row += countLineEnds(at, stop);
-      MappedFile::release(at, stop);
+      releaseUpTo(stop, chunk);
       at = stop;
     }
   }

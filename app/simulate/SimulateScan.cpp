@@ -121,6 +121,8 @@ void simulateRun(Model const& model, std::vector<double> const& parameters, std:
       stepper.do_step(system);
     }
     stepper.calc_state(time, state);
+    if (!std::all_of(state.begin(), state.end(), [](double y) { return std::isfinite(y); }))
+      throw std::runtime_error("the solution grows beyond all bounds");
     builder.writeState(runIndex, i, state);
   }
 }

@@ -18,8 +18,8 @@ struct RankedParameter
   bool significant; ///< by both thresholds of the plot
 };
 
-/// All parameters of the current selection, significant ones first, then by p-value, then by falling statistic. Empty
-/// if no run passes.
+/// All parameters of the current selection, significant ones first, then by p-value, then by falling
+/// statistic. Empty if no run passes.
 std::vector<RankedParameter> rankedParameters(PlotContainer const& plot);
 
 } // namespace runsieve::app

@@ -14,14 +14,14 @@ namespace runsieve::app {
 /// What the composite view of a scan shows.
 struct ViewOptions
 {
-  std::size_t output = 0;    ///< column of the record on the vertical axis
-  bool density = false;      ///< densities instead of cumulative curves
-  bool commonScale = false;  ///< one vertical range for all densities
-  bool quantiles = false;    ///< quartile bands instead of all runs
-  bool logAxes = false;      ///< logarithmic parameter axes
-  bool points = false;       ///< points instead of lines
-  double pThreshold = 0.05;  ///< largest p-value that counts as significant
-  double ksThreshold = 0.1;  ///< smallest statistic that counts as significant
+  std::size_t output = 0;   ///< column of the record on the vertical axis
+  bool density = false;     ///< densities instead of cumulative curves
+  bool commonScale = false; ///< one vertical range for all densities
+  bool quantiles = false;   ///< quartile bands instead of all runs
+  bool logAxes = false;     ///< logarithmic parameter axes
+  bool points = false;      ///< points instead of lines
+  double pThreshold = 0.05; ///< largest p-value that counts as significant
+  double ksThreshold = 0.1; ///< smallest statistic that counts as significant
 };
 
 /// Shows a scan in a container in the style selectionCdfPlot. The container's item must be in a scene.
@@ -30,15 +30,15 @@ void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOp
 /// Changes the output on the vertical axis; the selection stays.
 void showOutput(PlotContainer& plot, std::size_t output);
 
-/// What the program adds to a composite view after each redraw: thin lines, through which dense places still show, and,
-/// if all densities share a scale, that scale on every chart.
+/// What the program adds to a composite view after each redraw: thin lines, through which dense places still
+/// show, and, if all densities share a scale, that scale on every chart.
 void polish(PlotContainer& plot);
 
 /// Selects rows as a drag does.
 void selectRows(PlotContainer& plot, std::vector<long long> const& rows);
 
-/// Takes away the selection and every trace of it. (An empty selection alone leaves highlight and statistics of the
-/// last one that was not empty.)
+/// Takes away the selection and every trace of it. (An empty selection alone leaves highlight and statistics
+/// of the last one that was not empty.)
 void clearSelection(PlotContainer& plot);
 
 /// Whether any row is selected.

@@ -7,7 +7,8 @@
 
 namespace runsieve::app {
 
-SievedScan::SievedScan(std::string const& file, ReadOptions const& read, std::vector<std::string> const& gateTexts)
+SievedScan::SievedScan(std::string const& file, ReadOptions const& read,
+                       std::vector<std::string> const& gateTexts)
     : scan(readScan(file, read))
 {
   for (std::string const& text : gateTexts) gates.push_back(resolveGate(parseGate(text), *scan));

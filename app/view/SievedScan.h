@@ -19,16 +19,16 @@ struct SievedScan
   /// \throw ScanError, GateError
   SievedScan(std::string const& file, ReadOptions const& read, std::vector<std::string> const& gateTexts);
 
-  /// Shows the scan in a plot whose item is in a scene and selects the rows of the gates, just as drags would.
-  /// Returns how many runs pass all gates.
+  /// Shows the scan in a plot whose item is in a scene and selects the rows of the gates, just as drags
+  /// would. Returns how many runs pass all gates.
   std::size_t applyTo(PlotContainer& plot, ViewOptions const& options) const;
 
   /// What was snapped to the time grid, a line per gate concerned.
   [[nodiscard]] std::vector<std::string> notes() const;
 };
 
-/// While it lives, what the library prints to standard output is dropped: a command's own output must stay readable
-/// for programs.
+/// While it lives, what the library prints to standard output is dropped: a command's own output must stay
+/// readable for programs.
 class QuietLibrary
 {
 public:

@@ -6,8 +6,8 @@ namespace runsieve {
 
 std::string displayName(Kestrane::DataType type)
 {
-  static const std::array<const char*, 7> names = {
-      "Complex", "Molecule", "Complex With Molecule", "Pattern", "", "Parameter", "Undefined Type"};
+  static const std::array<const char*, 7> names = {"Complex", "Molecule",  "Complex With Molecule", "Pattern",
+                                                   "",        "Parameter", "Undefined Type"};
   const auto index = static_cast<unsigned int>(type);
   return index < names.size() ? names[index] : "";
 }

@@ -1,6 +1,5 @@
 #include <runsieve/plot/PlotContainer.h>
 
-
 #include <vtkFloatArray.h>
 #include <vtkNew.h>
 

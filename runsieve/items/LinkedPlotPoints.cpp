@@ -16,7 +16,8 @@ bool LinkedPlotPoints::Source::operator==(Source const& o) const
   return mapperTime == o.mapperTime && table == o.table && tableTime == o.tableTime &&
          lookupTable == o.lookupTable && lookupTableTime == o.lookupTableTime && shiftScale == o.shiftScale &&
          logX == o.logX && logY == o.logY && negativeX == o.negativeX && negativeY == o.negativeY &&
-         indexAsX == o.indexAsX && coloured == o.coloured && colorArray == o.colorArray && maskName == o.maskName;
+         indexAsX == o.indexAsX && coloured == o.coloured && colorArray == o.colorArray &&
+         maskName == o.maskName;
 }
 
 LinkedPlotPoints::Source LinkedPlotPoints::CurrentSource(vtkTable* table)
@@ -72,7 +73,8 @@ bool LinkedPlotPoints::SelectPoints(const vtkVector2f& min, const vtkVector2f& m
   if (!this->Selection) this->Selection = vtkIdTypeArray::New();
   // In place: the plots of a linked chart share this array with the link.
   this->Selection->SetNumberOfTuples(static_cast<vtkIdType>(inside.size()));
-  for (std::size_t i = 0; i < inside.size(); ++i) this->Selection->SetValue(static_cast<vtkIdType>(i), inside[i]);
+  for (std::size_t i = 0; i < inside.size(); ++i)
+    this->Selection->SetValue(static_cast<vtkIdType>(i), inside[i]);
   this->Selection->Modified();
   return !inside.empty();
 }

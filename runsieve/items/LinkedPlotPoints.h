@@ -9,13 +9,14 @@ namespace runsieve {
 
 /// Base of point plots in charts that share a selection: vtkPlotPoints for large tables.
 ///
-/// A chart with an annotation link marks its plots as modified at every update, whereupon the base class rebuilds its
-/// points and sorts them again for the next search. This class rebuilds them only when something they are made of has
-/// changed, and selects a rectangle in one pass without sorting. What is seen and selected is the same.
+/// A chart with an annotation link marks its plots as modified at every update, whereupon the base class
+/// rebuilds its points and sorts them again for the next search. This class rebuilds them only when something
+/// they are made of has changed, and selects a rectangle in one pass without sorting. What is seen and
+/// selected is the same.
 class RUNSIEVE_EXPORT LinkedPlotPoints : public vtkPlotPoints
 {
 public:
-  vtkTypeMacro(LinkedPlotPoints, vtkPlotPoints);
+  vtkTypeMacro(LinkedPlotPoints, vtkPlotPoints)
 
   void Update() override;
   bool SelectPoints(const vtkVector2f& min, const vtkVector2f& max) override;

@@ -8,7 +8,7 @@ class RUNSIEVE_EXPORT vtkPlotInvisiblePoints : public runsieve::LinkedPlotPoints
 {
 public:
   static vtkPlotInvisiblePoints* New();
-  vtkTypeMacro(vtkPlotInvisiblePoints, runsieve::LinkedPlotPoints);
+  vtkTypeMacro(vtkPlotInvisiblePoints, runsieve::LinkedPlotPoints)
   void PrintSelf(ostream& os, vtkIndent indent) override;
 
   bool Paint(vtkContext2D* painter) override;

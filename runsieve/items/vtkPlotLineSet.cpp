@@ -100,8 +100,7 @@ bool vtkPlotLineSet::UpdateSelectionCache(vtkTable* table)
     if (isPacked && rows > 0)
       std::copy_n(ids->GetPointer(0), rows, this->RemainderRows->GetPointer(0));
     else // a column that came back from a file holds doubles
-      for (vtkIdType i = 0; i < rows; ++i)
-        this->RemainderRows->SetValue(i, flags->GetComponent(i, 0) != 0.0);
+      for (vtkIdType i = 0; i < rows; ++i) this->RemainderRows->SetValue(i, flags->GetComponent(i, 0) != 0.0);
     vtkIdType const* copy = rows > 0 ? this->RemainderRows->GetPointer(0) : nullptr;
     this->RemainderCount = rows - std::count(copy, copy + rows, 0);
   }

@@ -5,16 +5,17 @@
 
 #include <vtkIdTypeArray.h>
 
-/// Paints one x and one y column as many polylines of Stride consecutive points, one per run, and paints the lines of
-/// selected runs a second time, wider and in red.
+/// Paints one x and one y column as many polylines of Stride consecutive points, one per run, and paints the
+/// lines of selected runs a second time, wider and in red.
 ///
-/// The column "vtkRemainderSelection" of the input table tells which rows are selected; without it the chart's own
-/// selection does. A selected point lights its whole line. A trailing group of fewer than Stride points is not painted.
+/// The column "vtkRemainderSelection" of the input table tells which rows are selected; without it the
+/// chart's own selection does. A selected point lights its whole line. A trailing group of fewer than Stride
+/// points is not painted.
 class RUNSIEVE_EXPORT vtkPlotLineSet : public runsieve::LinkedPlotPoints
 {
 public:
   static vtkPlotLineSet* New();
-  vtkTypeMacro(vtkPlotLineSet, runsieve::LinkedPlotPoints);
+  vtkTypeMacro(vtkPlotLineSet, runsieve::LinkedPlotPoints)
   void PrintSelf(ostream& os, vtkIndent indent) override;
 
   void Update() override;
@@ -36,8 +37,8 @@ public:
   virtual void OnlyShowSelectedOn();
   virtual void OnlyShowSelectedOff();
 
-  /// Copies the flags of "vtkRemainderSelection" from the table and counts them; without that column the old copy stays
-  /// and counts nothing. Always true.
+  /// Copies the flags of "vtkRemainderSelection" from the table and counts them; without that column the old
+  /// copy stays and counts nothing. Always true.
   bool UpdateSelectionCache(vtkTable* table);
 
 protected:

@@ -15,11 +15,13 @@ namespace {
 /// Sets the marker size of plot 0 of a chart, if it has markers.
 void setMarkerSize(vtkChart* chart, double size)
 {
-  auto* points = vtkPlotPoints::SafeDownCast(chart && chart->GetNumberOfPlots() > 0 ? chart->GetPlot(0) : nullptr);
+  auto* points =
+      vtkPlotPoints::SafeDownCast(chart && chart->GetNumberOfPlots() > 0 ? chart->GetPlot(0) : nullptr);
   if (points) points->SetMarkerSize(static_cast<float>(size));
 }
 
-/// The triangle of small charts and the large chart beside it, in which every marker has twice the stated size.
+/// The triangle of small charts and the large chart beside it, in which every marker has twice the stated
+/// size.
 void setMultiPlotMarkerSize(vtkChartMatrix* matrix, int parameters, double size)
 {
   auto at = [matrix](int i, int j) {

@@ -2,7 +2,8 @@
 
 namespace runsieve {
 
-vtkSmartPointer<vtkDoubleArray> BorrowedColumn::over(double* values, vtkIdType count, std::shared_ptr<void> owner)
+vtkSmartPointer<vtkDoubleArray> BorrowedColumn::over(double* values, vtkIdType count,
+                                                     std::shared_ptr<void> owner)
 {
   auto* column = new BorrowedColumn;
   column->InitializeObjectBase();

@@ -11,8 +11,9 @@ namespace runsieve {
 
 /// A column over memory that somebody else owns, with a reference that keeps the owner alive.
 ///
-/// It has no type name of its own: to everybody it is a vtkDoubleArray, and copies made through NewInstance() are plain
-/// arrays that do not carry the owner along. Shallow copies of a table share the array and so keep the owner.
+/// It has no type name of its own: to everybody it is a vtkDoubleArray, and copies made through NewInstance()
+/// are plain arrays that do not carry the owner along. Shallow copies of a table share the array and so keep
+/// the owner.
 class BorrowedColumn : public vtkDoubleArray
 {
 public:

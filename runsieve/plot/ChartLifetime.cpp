@@ -9,8 +9,8 @@
 
 namespace runsieve {
 
-/// Deferred deletion of a QObject waits for the event loop in which it was asked for, also across nested loops, such as
-/// that of a dialog which a host opens from a selection.
+/// Deferred deletion of a QObject waits for the event loop in which it was asked for, also across nested
+/// loops, such as that of a dialog which a host opens from a selection.
 class KeptCharts : public QObject
 {
 public:

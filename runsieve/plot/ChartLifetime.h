@@ -14,8 +14,9 @@ class KeptCharts;
 
 /// Keeps charts alive that an event may still be running in.
 ///
-/// A selection rebuilds the view from inside the mouse event of the chart that was dragged on, and the rebuild can drop
-/// that very chart. Charts given to keep() live until control is back in the event loop from which the event came.
+/// A selection rebuilds the view from inside the mouse event of the chart that was dragged on, and the
+/// rebuild can drop that very chart. Charts given to keep() live until control is back in the event loop from
+/// which the event came.
 class ChartLifetime
 {
 public:

@@ -5,8 +5,8 @@
 
 namespace runsieve {
 
-/// A vtkChartXY that fills its scene but for fixed margins. The base class measures its borders anew at every paint,
-/// so that borders set from outside do not last. To everybody else it is a vtkChartXY.
+/// A vtkChartXY that fills its scene but for fixed margins. The base class measures its borders anew at every
+/// paint, so that borders set from outside do not last. To everybody else it is a vtkChartXY.
 class MarginChart : public vtkChartXY
 {
 public:

@@ -1,9 +1,9 @@
 #include <runsieve/plot/PlotContainer.h>
 
 #include <runsieve/plot/ChartLifetime.h>
+#include <runsieve/plot/ChartRole.h>
 #include <runsieve/plot/MarginChart.h>
 #include <runsieve/plot/vtkShiftScaleCallback.h>
-#include <runsieve/plot/ChartRole.h>
 #include <runsieve/selection/vtkSelectionUpdateCallback.h>
 #include <runsieve/stats/RunIndex.h>
 

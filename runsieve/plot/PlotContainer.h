@@ -49,12 +49,14 @@ class RunIndex;
 
 /// The model of one plot: its table, its settings, its charts, its selection.
 ///
-/// A host fills it with one of the data operations, lets redraw() build the chart of the current style and shows
-/// `item` in a scene (VtkPlotWidget does both). All calls come on the GUI thread. The data members are public:
-/// callbacks, hosts and tests address them by name. Failures are silent unless an operation says otherwise.
+/// A host fills it with one of the data operations, lets redraw() build the chart of the current style and
+/// shows `item` in a scene (VtkPlotWidget does both). All calls come on the GUI thread. The data members are
+/// public: callbacks, hosts and tests address them by name. Failures are silent unless an operation says
+/// otherwise.
 ///
-/// Order of work: set the style, fill the plot, set columns and looks, call VtkPlotWidget::updatePlot(true). A host
-/// that brings its own container hands it to VtkPlotWidget::setPlotContainer() first, since that call redraws.
+/// Order of work: set the style, fill the plot, set columns and looks, call VtkPlotWidget::updatePlot(true).
+/// A host that brings its own container hands it to VtkPlotWidget::setPlotContainer() first, since that call
+/// redraws.
 ///
 /// Members are defined where their subject lives: plot/, selection/, stats/, adapters/.
 class RUNSIEVE_EXPORT PlotContainer : public QObject
@@ -71,20 +73,22 @@ public:
 
   /// An empty table and all charts; nothing is drawn yet.
   explicit PlotContainer(QObject* parent);
-  /// A plot with copied data and settings, a selection of its own and charts of its own, tied to no scene. A copy
-  /// has no chart for parallelCoordinatesPlot; that style draws nothing in it.
+  /// A plot with copied data and settings, a selection of its own and charts of its own, tied to no scene. A
+  /// copy has no chart for parallelCoordinatesPlot; that style draws nothing in it.
   PlotContainer(PlotContainer const& other);
   PlotContainer& operator=(PlotContainer const&) = delete;
   ~PlotContainer() override;
 
-  // ---- state -------------------------------------------------------------------------------------------------
+  // ---- state
+  // -------------------------------------------------------------------------------------------------
 
   vtkSmartPointer<vtkTable> plotData; ///< the main table; all column numbers of metaData refer to it
   /// Side tables by index. In selectionCdfPlot: 0, 1 ranked and density tables of all runs; 2 selected rows;
-  /// 3, 4 their ranked and density tables; 5 the other rows at the selected times; 6, 7 theirs. In other styles
-  /// additional data sets.
+  /// 3, 4 their ranked and density tables; 5 the other rows at the selected times; 6, 7 theirs. In other
+  /// styles additional data sets.
   std::vector<vtkSmartPointer<vtkTable>> tables;
-  std::vector<Kestrane::TypedConcentrationName> typedColumnNames; ///< of table-backed line data, in column order
+  std::vector<Kestrane::TypedConcentrationName>
+      typedColumnNames;             ///< of table-backed line data, in column order
   bool showDecorationPlots = false; ///< a host sets it to see the mean curves of clusters
   std::vector<std::pair<double, double>> parameterBounds; ///< lower and upper bound of each parameter column
   vtkSmartPointer<vtkSelectionUpdateCallback> selectionCallback;
@@ -94,8 +98,8 @@ public:
   vtkSmartPointer<vtkIntArray> clusterLabels; ///< cluster number of each run
   PlotMetaData* metaData = nullptr;           ///< owned, never null
   boost::unordered_map<ReducedMetaData, CoordinateWindow> coordinateWindows;
-  vtkSmartPointer<vtkChart> chartXY;              ///< null after the matrix and 3D styles until it is needed again
-  vtkSmartPointer<vtkAbstractContextItem> item;   ///< the chart of the last redraw, never null
+  vtkSmartPointer<vtkChart> chartXY; ///< null after the matrix and 3D styles until it is needed again
+  vtkSmartPointer<vtkAbstractContextItem> item; ///< the chart of the last redraw, never null
   vtkSmartPointer<vtkScatterPlotMatrix> scatterPlotMatrix;
   vtkSmartPointer<vtkChartMatrix> chartMatrix;
   vtkSmartPointer<vtkChartXYZ> chartXYZ;
@@ -113,16 +117,18 @@ public:
   int verticalGutter = 28;
   bool selectionUpdatePending = false; ///< the selection of a copy must still reach the charts
   bool useIndexForXSeries = false;
-  std::vector<KsStatistics> ksStatistics; ///< one per parameter; the last result stays when a selection is cleared
+  std::vector<KsStatistics>
+      ksStatistics; ///< one per parameter; the last result stays when a selection is cleared
   vtkSmartPointer<vtkTable> quartileTable;
 
-  // ---- plot: data, columns, scene (plot/PlotContainer.cpp) -----------------------------------------------------
+  // ---- plot: data, columns, scene (plot/PlotContainer.cpp)
+  // -----------------------------------------------------
 
   /// Writes a column pair at plotIndex of the column lists, growing them, and redraws. \param quartiles renew
   /// quartileTable for the new column. A negative plotIndex has no effect on the lists.
   void setPlotCols(int x, int y, int plotIndex, bool quartiles);
-  /// The same by exact column names, looked up in tables[tableIndex] or, outside its range, in plotData. An unknown
-  /// name means column 0; of equal names the last counts.
+  /// The same by exact column names, looked up in tables[tableIndex] or, outside its range, in plotData. An
+  /// unknown name means column 0; of equal names the last counts.
   void setPlotCols(std::string x, std::string y, int plotIndex, int tableIndex, bool quartiles);
   /// Rebuilds metaData->parameterColumns from typedColumnNames.
   void findParameterColumns();
@@ -133,44 +139,51 @@ public:
   /// The current item; it stays the container's.
   [[nodiscard]] vtkAbstractContextItem* getItem() const { return item; }
 
-  // ---- plot: appearance (plot/Appearance.cpp) ------------------------------------------------------------------
+  // ---- plot: appearance (plot/Appearance.cpp)
+  // ------------------------------------------------------------------
 
   /// Stores the marker size in pixels and applies it to the charts of the style.
   void setPointSize(double size);
-  /// Colours a plot (plot 0 of chartXY if null) solid or by the column metaData->colorColumn, which must be double.
+  /// Colours a plot (plot 0 of chartXY if null) solid or by the column metaData->colorColumn, which must be
+  /// double.
   void useColors(vtkPlot* plot);
   /// Adds the mean curves of decorationTable to chartXY if showDecorationPlots is set.
   void drawDecorations(vtkContextScene* scene);
 
-  // ---- selection (selection/SelectionRoundTrip.cpp) ------------------------------------------------------------
+  // ---- selection (selection/SelectionRoundTrip.cpp)
+  // ------------------------------------------------------------
 
-  /// The link's selection as flags, one per row of plotData, named "selected points". A new array that becomes the
-  /// caller's (vtkSmartPointer::Take); null if there is nothing to read.
+  /// The link's selection as flags, one per row of plotData, named "selected points". A new array that
+  /// becomes the caller's (vtkSmartPointer::Take); null if there is nothing to read.
   [[nodiscard]] vtkIntArray* getCurrentSelection() const;
-  /// Makes the rows with value 1 in the last column of plotData, if it is a vtkIntArray, the link's selection.
+  /// Makes the rows with value 1 in the last column of plotData, if it is a vtkIntArray, the link's
+  /// selection.
   void selectionFromFlagColumn();
-  /// The current selection as run numbers; in selectionCdfPlot only the runs that pass through all places. A new
-  /// record that becomes the caller's; null if plotData has no column ": Run Index" of doubles.
+  /// The current selection as run numbers; in selectionCdfPlot only the runs that pass through all places. A
+  /// new record that becomes the caller's; null if plotData has no column ": Run Index" of doubles.
   [[nodiscard]] ParameterSelection* getSelection();
   /// Selects row timeIndex of each named run. The record stays the caller's.
   void setSelection(ParameterSelection* selection, int timeIndex);
-  /// Adds the named runs as a further series of the distribution charts, without touching the link. Run numbers must
-  /// ascend in the table; one that is missing ends the walk. The record stays the caller's.
+  /// Adds the named runs as a further series of the distribution charts, without touching the link. Run
+  /// numbers must ascend in the table; one that is missing ends the walk. The record stays the caller's.
   void setExternalSelection(ParameterSelection* selection);
   /// Appends one record per cluster, with the positions in clusterLabels. The records become the caller's.
   void selectionsFromClusters(std::string const& name, std::vector<ParameterSelection*>& selections);
 
-  // ---- statistics (stats/) -------------------------------------------------------------------------------------
+  // ---- statistics (stats/)
+  // -------------------------------------------------------------------------------------
 
-  /// Compares the "Sorted ..." columns of the ranked tables tables[first] and tables[second] pairwise and fills
-  /// ksStatistics. Missing tables give an empty result.
+  /// Compares the "Sorted ..." columns of the ranked tables tables[first] and tables[second] pairwise and
+  /// fills ksStatistics. Missing tables give an empty result.
   void ksTestSelection(std::size_t first, std::size_t second);
-  /// Makes tables[index] (sorted values and ranks) and tables[index + 1] (densities on 200 points) of the parameter
-  /// columns of a table. Index 0 reads one row per run, any other index the distinct values of all rows.
+  /// Makes tables[index] (sorted values and ranks) and tables[index + 1] (densities on 200 points) of the
+  /// parameter columns of a table. Index 0 reads one row per run, any other index the distinct values of all
+  /// rows.
   void generateRankedParameters(vtkSmartPointer<vtkTable> table, std::size_t index);
   /// Builds the composite view of runs and parameter distributions in a scene; redraw() calls it.
   void drawSelectionCdfPlot(vtkContextScene* scene);
-  /// Renews quartileTable: minimum, quartiles and maximum over the runs of column yColumns[0], a row per time point.
+  /// Renews quartileTable: minimum, quartiles and maximum over the runs of column yColumns[0], a row per time
+  /// point.
   void generateQuartiles();
   /// Multiplies each run of a column by its factor (one per complete run) and renews the quartiles.
   void scaleColumn(double* factors, int column);
@@ -179,14 +192,17 @@ public:
   /// Multiplies, or divides, a column by another one, row by row; renews nothing.
   void scaleColumnByColumn(int column, int byColumn, bool divide);
 
-  // ---- adapters (adapters/) ------------------------------------------------------------------------------------
+  // ---- adapters (adapters/)
+  // ------------------------------------------------------------------------------------
 
-  /// Makes a record of stacked runs the main table, borrowing its columns, chooses the plot columns and redraws.
+  /// Makes a record of stacked runs the main table, borrowing its columns, chooses the plot columns and
+  /// redraws.
   void setLinePlotTable(boost::shared_ptr<LinePlotTable> table, bool withQuartiles);
-  /// Rebuilds plotData from linePlotTable after its content changed in place. Chooses no columns, does not redraw.
+  /// Rebuilds plotData from linePlotTable after its content changed in place. Chooses no columns, does not
+  /// redraw.
   void updateFromLinePlotTable(bool withQuartiles);
-  /// Appends a borrowed table to tables; the caller keeps the record alive as long as it stands there. Empties
-  /// typedColumnNames.
+  /// Appends a borrowed table to tables; the caller keeps the record alive as long as it stands there.
+  /// Empties typedColumnNames.
   void setLinePlotTableAsAdditionalData(LinePlotTable* table);
   /// Appends a column; returns its index, or -1 if its length is not the row count of plotData.
   int addColumn(std::vector<double> const& values, std::string const& name);
@@ -204,8 +220,9 @@ public Q_SLOTS:
   void setLinePlotItems(std::vector<Kestrane::TypedConcentrationName>* items);
   /// Forwards to the settings, whose signal redraws.
   void setPlotStyle(plotStyles plotStyle);
-  /// Rebuilds the chart of the current style in the scene of `item`. Neither renders nor adds the item to the scene.
-  /// Without a scene it prints a line and leaves the settings' signals blocked until a redraw finds one.
+  /// Rebuilds the chart of the current style in the scene of `item`. Neither renders nor adds the item to the
+  /// scene. Without a scene it prints a line and leaves the settings' signals blocked until a redraw finds
+  /// one.
   void redraw();
   /// Marks the scene for repainting.
   void dirty();
@@ -233,8 +250,8 @@ private:
   bool rankedTablesStand() const;
   void rankParameters(vtkTable* table, std::size_t index, runsieve::RowSpans const* rows);
   void clearRankedTables(std::size_t index, std::vector<std::string> const& names);
-  std::vector<std::vector<double>> parameterSamples(vtkTable* table, bool allRuns, runsieve::RowSpans const* rows,
-                                                    std::size_t count);
+  std::vector<std::vector<double>> parameterSamples(vtkTable* table, bool allRuns,
+                                                    runsieve::RowSpans const* rows, std::size_t count);
   void evaluateSelection(vtkAnnotationLink* link);
 
   // The composite view, in the order of its steps.
@@ -247,7 +264,7 @@ private:
   std::string parameterName(std::size_t parameter) const;
 
   std::unique_ptr<runsieve::ChartLifetime> chartLifetime; ///< charts that an event may still stand in
-  std::unique_ptr<runsieve::RunIndex> runIndex;           ///< order of the runs by each parameter, of plotData
-  vtkWeakPointer<vtkTable> rankedFrom;                    ///< the table that tables 0 and 1 were made from
+  std::unique_ptr<runsieve::RunIndex> runIndex; ///< order of the runs by each parameter, of plotData
+  vtkWeakPointer<vtkTable> rankedFrom;          ///< the table that tables 0 and 1 were made from
   bool drawingSelection = false;
 };

@@ -10,11 +10,11 @@
 #include <vtkAxis.h>
 #include <vtkCommand.h>
 #include <vtkNew.h>
+#include <vtkPen.h>
 #include <vtkPlot3D.h>
 #include <vtkPlotParallelCoordinates.h>
 #include <vtkPlotPoints.h>
 #include <vtkPlotPoints3D.h>
-#include <vtkPen.h>
 #include <vtkTextProperty.h>
 
 #include <iostream>
@@ -136,8 +136,8 @@ void PlotContainer::drawScatterPlot(vtkContextScene* scene)
 
 bool PlotContainer::applyRememberedWindow(vtkChart* chart)
 {
-  auto found = coordinateWindows.find(ReducedMetaData{entry0(metaData->xColumns), entry0(metaData->yColumns),
-                                                      metaData->getPlotStyle()});
+  auto found = coordinateWindows.find(
+      ReducedMetaData{entry0(metaData->xColumns), entry0(metaData->yColumns), metaData->getPlotStyle()});
   if (found == coordinateWindows.end()) return false;
   vtkAxis* bottom = chart->GetAxis(vtkAxis::BOTTOM);
   vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);

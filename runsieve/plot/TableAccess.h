@@ -8,8 +8,8 @@ class vtkTable;
 
 namespace runsieve {
 
-/// Whether a table has a named column of that number. Column numbers come from hosts and files and can outlive the
-/// table that they were meant for.
+/// Whether a table has a named column of that number. Column numbers come from hosts and files and can
+/// outlive the table that they were meant for.
 bool hasColumn(vtkTable* table, long long column);
 
 /// The name of a column, empty if there is none.
@@ -18,7 +18,8 @@ std::string columnName(vtkTable* table, long long column);
 /// The column as packed doubles, null if it is missing, of another type or of several components.
 vtkDoubleArray* doubleColumn(vtkTable* table, long long column);
 
-/// The name of a parameter column without its type, which takes eleven characters; a shorter name gives nothing.
+/// The name of a parameter column without its type, which takes eleven characters; a shorter name gives
+/// nothing.
 std::string bareParameterName(std::string const& columnName);
 
 /// Points a plot at two columns; without them the plot is left as it is. Returns whether it has them.

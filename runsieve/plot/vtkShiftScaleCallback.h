@@ -6,8 +6,8 @@
 
 class PlotContainer;
 
-/// Observer of the interaction of a chart: stores its axis ranges under the current columns and style, so that a plot
-/// comes back with the zoom that the user left it in.
+/// Observer of the interaction of a chart: stores its axis ranges under the current columns and style, so
+/// that a plot comes back with the zoom that the user left it in.
 class RUNSIEVE_EXPORT vtkShiftScaleCallback : public vtkCommand
 {
 public:

@@ -3,7 +3,8 @@
 namespace Kestrane {
 
 /// The kind of a simulated item; stored as a 32-bit integer.
-enum DataType : int {
+enum DataType : int
+{
   Complex = 0,
   Molecule = 1,
   ComplexWithMolecule = 2,

@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-/// The time courses of one simulation. All vectors have one length; they stay the host's and are copied on use.
+/// The time courses of one simulation. All vectors have one length; they stay the host's and are copied on
+/// use.
 struct LinePlotData
 {
   boost::unordered_map<Kestrane::TypedConcentrationName, std::vector<double>*> series;

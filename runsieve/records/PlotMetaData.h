@@ -40,7 +40,7 @@ public:
   std::string plotTitle;
   std::string xLabel;
   std::string yLabel;
-  int colorColumn = 0; ///< colours the points when useSolidColor is false; negative: none
+  int colorColumn = 0;               ///< colours the points when useSolidColor is false; negative: none
   std::vector<int> parameterColumns; ///< ascending
   bool useSolidColor = true;
   bool rankedParametersValid = false; ///< the side tables 0 and 1 stand
@@ -62,17 +62,17 @@ public:
   [[nodiscard]] bool getLogParameterAxes() const { return logParameterAxes; }
 
   void setPlotStyle(plotStyles style);
-  void setPlotLine(bool lines);            ///< runs are lines instead of points; default false
-  void setStride(int rowsPerRun);          ///< rows of one run; default 1; announces nothing
-  void setLogX(bool log);                  ///< default false
+  void setPlotLine(bool lines);             ///< runs are lines instead of points; default false
+  void setStride(int rowsPerRun);           ///< rows of one run; default 1; announces nothing
+  void setLogX(bool log);                   ///< default false
   void setLimitColumVisibility(bool limit); ///< scatterPlotMatrixStyle shows only the columns in use
-  void setLineWidth(double pixels);        ///< of error points; default 1; announces nothing
-  void setPThreshold(double largest);      ///< largest p-value that counts as significant; default 0.05
-  void setKsThreshold(double smallest);    ///< smallest statistic that counts as significant; default 0.1
-  void setUseDensity(bool density);        ///< densities instead of cumulative curves; default false
-  void setCommonDensityScale(bool common); ///< one vertical range for all densities; default false
-  void setShowQuantiles(bool show);        ///< quartile bands instead of all runs; default false
-  void setLogParameterAxes(bool log);      ///< default false
+  void setLineWidth(double pixels);         ///< of error points; default 1; announces nothing
+  void setPThreshold(double largest);       ///< largest p-value that counts as significant; default 0.05
+  void setKsThreshold(double smallest);     ///< smallest statistic that counts as significant; default 0.1
+  void setUseDensity(bool density);         ///< densities instead of cumulative curves; default false
+  void setCommonDensityScale(bool common);  ///< one vertical range for all densities; default false
+  void setShowQuantiles(bool show);         ///< quartile bands instead of all runs; default false
+  void setLogParameterAxes(bool log);       ///< default false
 
 Q_SIGNALS:
   /// Something that is drawn has changed.

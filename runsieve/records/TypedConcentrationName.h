@@ -7,7 +7,8 @@
 
 namespace Kestrane {
 
-/// Type and bare name of a simulated item. boost::hash covers pairs, so it can be the key of a Boost hash map.
+/// Type and bare name of a simulated item. boost::hash covers pairs, so it can be the key of a Boost hash
+/// map.
 using TypedConcentrationName = std::pair<DataType, std::string>;
 
 } // namespace Kestrane

@@ -9,8 +9,8 @@
 
 namespace {
 
-// The recurrence below is the cost of every selection and vectorises well; clones give it the widest registers of the
-// machine. It holds no product followed by a sum, so all clones give the same bits.
+// The recurrence below is the cost of every selection and vectorises well; clones give it the widest
+// registers of the machine. It holds no product followed by a sum, so all clones give the same bits.
 #if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)
 #define RUNSIEVE_VECTOR_CLONES __attribute__((target_clones("avx512f", "avx2", "default")))
 #else
@@ -20,20 +20,22 @@ namespace {
 constexpr double sqrtTwoPi = 2.506628274631000502;
 constexpr int lanes = 16; ///< sources that step through the targets together
 
-/// How many bandwidths a source reaches. What is cut off lies fourteen decimals below the accuracy asked for, relative to
-/// the peak of the kernel; derivatives grow by a polynomial, which the margin per order covers.
+/// How many bandwidths a source reaches. What is cut off lies fourteen decimals below the accuracy asked for,
+/// relative to the peak of the kernel; derivatives grow by a polynomial, which the margin per order covers.
 double reachOf(double accuracy, int order)
 {
   const double smallest = std::clamp(accuracy, 1e-4, 1.0) * 1e-14;
   return std::sqrt(-2.0 * std::log(smallest)) + 0.5 * order;
 }
 
-/// Adds the terms e of `lanes` sources to the sums of consecutive targets; from one target to the next each term grows by
-/// its quotient r, and all quotients by q.
+/// Adds the terms e of `lanes` sources to the sums of consecutive targets; from one target to the next each
+/// term grows by its quotient r, and all quotients by q.
 RUNSIEVE_VECTOR_CLONES
-void walkTargets(double* sums, long count, long direction, double const* terms, double const* quotients, double q)
+void walkTargets(double* sums, long count, long direction, double const* terms, double const* quotients,
+                 double q)
 {
-  // Vectors of eight that the compiler splits to what the machine has; left to itself it makes scalars of the loops.
+  // Vectors of eight that the compiler splits to what the machine has; left to itself it makes scalars of the
+  // loops.
   using Vector = double __attribute__((vector_size(64)));
   constexpr int vectors = lanes / 8;
   Vector e[vectors];
@@ -102,8 +104,9 @@ bool makeGrid(double const* targets, int count, Grid& grid)
   return true;
 }
 
-/// Sums of Gaussians on a grid by recurrence: exp(-(z+d)^2/2) follows from exp(-z^2/2) by two products. Each block
-/// of sources starts at the target nearest to it and walks to both sides, so that nothing underflows on the way.
+/// Sums of Gaussians on a grid by recurrence: exp(-(z+d)^2/2) follows from exp(-z^2/2) by two products. Each
+/// block of sources starts at the target nearest to it and walks to both sides, so that nothing underflows on
+/// the way.
 class GridSum
 {
 public:
@@ -122,8 +125,7 @@ public:
       return;
     }
     const int from = std::max(0, static_cast<int>(std::ceil(position(x[0] - reach))));
-    const int to =
-        std::min(grid.count - 1, static_cast<int>(std::floor(position(x[n - 1] + reach))));
+    const int to = std::min(grid.count - 1, static_cast<int>(std::floor(position(x[n - 1] + reach))));
     if (from > to) return;
     const double middle = position(0.5 * (x[0] + x[n - 1]));
     const int start = std::min(std::max(static_cast<int>(std::lround(middle)), from), to);
@@ -165,7 +167,7 @@ private:
   Grid grid;
   double bandwidth;
   double reach; ///< distance at which a source no longer matters
-  double d; ///< grid step in bandwidths
+  double d;     ///< grid step in bandwidths
   double q;
   std::vector<double> sums; ///< lanes partial sums per target
 };

@@ -1,7 +1,8 @@
 #pragma once
 
 /// What a plot draws. The value is stored as a 32-bit integer and travels in files.
-enum plotStyles : int {
+enum plotStyles : int
+{
   scatterPlot = 0,                  ///< one chart of two columns, as points or as one line per run
   barPlot = 1,                      ///< one chart of bars
   stackedPlot = 2,                  ///< one chart of stacked areas

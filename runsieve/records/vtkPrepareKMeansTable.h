@@ -6,14 +6,14 @@
 
 /// Turns one column of a stacked table into a table with one row per run and one column per time point.
 ///
-/// Cell (r, t) is the value of the input array, chosen by SetInputArrayToProcess(0, ...), in row r * stride + t.
-/// Rows after the last complete run are left out. The columns are vtkDoubleArray and are named by the time
+/// Cell (r, t) is the value of the input array, chosen by SetInputArrayToProcess(0, ...), in row r * stride +
+/// t. Rows after the last complete run are left out. The columns are vtkDoubleArray and are named by the time
 /// index, padded with zeros to equal length, so that their alphabetical order is the order of time.
 class RUNSIEVE_EXPORT vtkPrepareKMeansTable : public vtkTableAlgorithm
 {
 public:
   static vtkPrepareKMeansTable* New();
-  vtkTypeMacro(vtkPrepareKMeansTable, vtkTableAlgorithm);
+  vtkTypeMacro(vtkPrepareKMeansTable, vtkTableAlgorithm)
   void PrintSelf(ostream& os, vtkIndent indent) override;
 
   /// Rows per run; default 1. Below 1 the run fails with an error.

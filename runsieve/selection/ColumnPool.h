@@ -6,9 +6,10 @@ namespace runsieve {
 
 /// Memory for the columns of a selection's samples, handed from one selection to the next.
 ///
-/// The samples of a large scan are hundreds of megabytes that live until the next selection. Fresh memory for them costs
-/// more in page faults than the copying itself, so memory that the former samples gave back serves the next ones.
-/// Blocks carry their size, so release() fits as the free function of a VTK array. May be used from any thread.
+/// The samples of a large scan are hundreds of megabytes that live until the next selection. Fresh memory for
+/// them costs more in page faults than the copying itself, so memory that the former samples gave back serves
+/// the next ones. Blocks carry their size, so release() fits as the free function of a VTK array. May be used
+/// from any thread.
 namespace ColumnPool {
 
 /// At least that many bytes, not initialised. \throw std::bad_alloc

@@ -4,8 +4,9 @@
 
 namespace runsieve {
 
-/// Asks the system to back freshly allocated, untouched memory with large pages. Columns of large scans are tens of
-/// megabytes that are written once: with small pages most of that time would go to page faults. Only a hint.
+/// Asks the system to back freshly allocated, untouched memory with large pages. Columns of large scans are
+/// tens of megabytes that are written once: with small pages most of that time would go to page faults. Only
+/// a hint.
 void preferHugePages(void* memory, std::size_t bytes);
 
 } // namespace runsieve

@@ -29,17 +29,19 @@ bool counts(vtkAnnotation* annotation)
   return !(info->Get(vtkAnnotation::ENABLE()) == 1 && hidden);
 }
 
-/// The nodes in the order of adding. A selection keeps them in the text order of their names, "node" and a running
-/// number, so that node10 comes before node2.
+/// The nodes in the order of adding. A selection keeps them in the text order of their names, "node" and a
+/// running number, so that node10 comes before node2.
 std::vector<vtkSelectionNode*> nodesInOrder(vtkSelection* selection)
 {
   std::vector<std::pair<long long, vtkSelectionNode*>> numbered;
   for (unsigned int i = 0; i < selection->GetNumberOfNodes(); ++i) {
     const std::string name = selection->GetNodeNameAtIndex(i);
     const bool isNumbered = name.compare(0, 4, "node") == 0;
-    numbered.emplace_back(isNumbered ? std::strtoll(name.c_str() + 4, nullptr, 10) : 0, selection->GetNode(i));
+    numbered.emplace_back(isNumbered ? std::strtoll(name.c_str() + 4, nullptr, 10) : 0,
+                          selection->GetNode(i));
   }
-  std::stable_sort(numbered.begin(), numbered.end(), [](auto const& a, auto const& b) { return a.first < b.first; });
+  std::stable_sort(numbered.begin(), numbered.end(),
+                   [](auto const& a, auto const& b) { return a.first < b.first; });
   std::vector<vtkSelectionNode*> nodes;
   for (auto const& entry : numbered) nodes.push_back(entry.second);
   return nodes;
@@ -52,7 +54,8 @@ vtkSmartPointer<vtkSelection> renamedInOrder(vtkSelection* selection)
   const std::vector<vtkSelectionNode*> nodes = nodesInOrder(selection);
   for (std::size_t i = 0; i < nodes.size(); ++i) {
     const std::string number = std::to_string(i);
-    ordered->SetNode("node" + std::string(10 - std::min<std::size_t>(number.size(), 10), '0') + number, nodes[i]);
+    ordered->SetNode("node" + std::string(10 - std::min<std::size_t>(number.size(), 10), '0') + number,
+                     nodes[i]);
   }
   return ordered;
 }

@@ -24,8 +24,9 @@ struct UnitedSelection
 /// Unites a selection with the annotations that are neither disabled nor hidden. Either may be null.
 UnitedSelection uniteSelections(vtkSelection* input, vtkAnnotationLayers* annotations);
 
-/// The selected rows of a table, in the order in which the nodes were added, then in list order; a row named twice
-/// stands twice. Ids outside the table are dropped. Returns false if the selection cannot be converted to rows.
+/// The selected rows of a table, in the order in which the nodes were added, then in list order; a row named
+/// twice stands twice. Ids outside the table are dropped. Returns false if the selection cannot be converted
+/// to rows.
 bool selectedRows(vtkSelection* selection, vtkTable* table, std::vector<long long>& rows);
 
 } // namespace runsieve

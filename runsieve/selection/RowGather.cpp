@@ -22,7 +22,8 @@ template <class Array> bool gatherPacked(vtkAbstractArray* from, RowSpans const&
   if (!source || !target || source->GetNumberOfComponents() != 1) return false;
   if (rows.rowCount() == 0) return true;
   using Value = typename Array::ValueType;
-  auto* values = static_cast<Value*>(ColumnPool::take(static_cast<std::size_t>(rows.rowCount()) * sizeof(Value)));
+  auto* values =
+      static_cast<Value*>(ColumnPool::take(static_cast<std::size_t>(rows.rowCount()) * sizeof(Value)));
   target->SetArray(values, rows.rowCount(), 0, Array::VTK_DATA_ARRAY_USER_DEFINED);
   target->SetArrayFreeFunction(ColumnPool::release);
   gatherRows(rows, source->GetPointer(0), values);
@@ -46,7 +47,8 @@ void gatherTable(vtkTable* from, RowSpans const& rows, bool addRowIds, vtkTable*
   for (vtkIdType c = 0; c < from->GetNumberOfColumns(); ++c) {
     vtkAbstractArray* source = from->GetColumn(c);
     vtkAbstractArray* target = to->GetColumn(c);
-    if (!gatherPacked<vtkDoubleArray>(source, rows, target) && !gatherPacked<vtkIdTypeArray>(source, rows, target))
+    if (!gatherPacked<vtkDoubleArray>(source, rows, target) &&
+        !gatherPacked<vtkIdTypeArray>(source, rows, target))
       gatherAny(source, rows, target);
   }
   if (!addRowIds) return;

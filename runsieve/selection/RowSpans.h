@@ -11,8 +11,8 @@ struct RowSpan
   long long count;
 };
 
-/// Ascending rows of a table, as spans. Selected rows of a run stand together, so this is short where a list of rows
-/// would be long.
+/// Ascending rows of a table, as spans. Selected rows of a run stand together, so this is short where a list
+/// of rows would be long.
 class RowSpans
 {
 public:

@@ -9,9 +9,9 @@ namespace runsieve {
 
 /// Finds the runs of a stacked table that have a selected row at every time that holds any selected row.
 ///
-/// A run is stride consecutive rows; the last one may be short. Times are compared exactly; a NaN is no time, so a
-/// selected row with a NaN time makes no demand and counts as dropped. Linear in the rows; runs that share the first
-/// run's time grid bit for bit, the usual case, cost one comparison of memory each.
+/// A run is stride consecutive rows; the last one may be short. Times are compared exactly; a NaN is no time,
+/// so a selected row with a NaN time makes no demand and counts as dropped. Linear in the rows; runs that
+/// share the first run's time grid bit for bit, the usual case, cost one comparison of memory each.
 class RunIntersection
 {
 public:
@@ -45,10 +45,10 @@ private:
   long long rows;
   long long stride;
   bool gridUsable = false;
-  std::vector<int> gridSlot;                ///< slot of each grid time once it is demanded, else -1
-  std::unordered_map<double, int> timeSlots;    ///< every demanded time
-  std::vector<long long> lastRunInSlot;     ///< the run that last hit a slot
-  std::vector<int> timesHit;                ///< demanded times that each run has hit
+  std::vector<int> gridSlot;                 ///< slot of each grid time once it is demanded, else -1
+  std::unordered_map<double, int> timeSlots; ///< every demanded time
+  std::vector<long long> lastRunInSlot;      ///< the run that last hit a slot
+  std::vector<int> timesHit;                 ///< demanded times that each run has hit
   int demanded = 0;
 };
 

@@ -64,8 +64,7 @@ void selectRows(vtkAnnotationLink* link, vtkIdTypeArray* rows)
 }
 
 /// The runs of all rows with a non-zero flag.
-template <class Flags>
-void insertRuns(Flags* flags, vtkDoubleArray* runColumn, ParameterSelection& selection)
+template <class Flags> void insertRuns(Flags* flags, vtkDoubleArray* runColumn, ParameterSelection& selection)
 {
   const vtkIdType rows = std::min(flags->GetNumberOfTuples(), runColumn->GetNumberOfTuples());
   for (vtkIdType i = 0; i < rows; ++i) {
@@ -162,7 +161,8 @@ ParameterSelection* PlotContainer::getSelection()
 void PlotContainer::setSelection(ParameterSelection* selection, int timeIndex)
 {
   if (!selection || metaData->getStride() == 0) return;
-  // Both are taken as unsigned after sign extension, so a negative time counts from the far end of that range.
+  // Both are taken as unsigned after sign extension, so a negative time counts from the far end of that
+  // range.
   const auto stride = static_cast<std::uint64_t>(static_cast<std::int64_t>(metaData->getStride()));
   const std::uint64_t offset = static_cast<std::uint64_t>(static_cast<std::int64_t>(timeIndex)) % stride;
   vtkDoubleArray* runColumn = findIndexColumn(plotData, 0);
@@ -202,7 +202,8 @@ void PlotContainer::setExternalSelection(ParameterSelection* selection)
   redraw();
 }
 
-void PlotContainer::selectionsFromClusters(std::string const& name, std::vector<ParameterSelection*>& selections)
+void PlotContainer::selectionsFromClusters(std::string const& name,
+                                           std::vector<ParameterSelection*>& selections)
 {
   if (!clusterLabels || clusterLabels->GetNumberOfTuples() < 1) return;
   double range[2];

@@ -14,17 +14,18 @@ class RowSpans;
 /// Keeps the runs of a stacked table that have a selected row at every time that holds any selected row.
 ///
 /// Output 0: the selected rows of these runs. Output 1: all other rows at the selected times. Ports as in
-/// vtkCombinedFilterOrSelectedRows. The filter deliberately writes three flag columns of vtkIdTypeArray to its input
-/// table: "vtkRemainderSelection" (selected, run survives), "vtkReducedSelection" (selected, run dropped) and
-/// "vtkComplementSelection" (not selected, at a selected time). An empty selection leaves them as they are.
+/// vtkCombinedFilterOrSelectedRows. The filter deliberately writes three flag columns of vtkIdTypeArray to
+/// its input table: "vtkRemainderSelection" (selected, run survives), "vtkReducedSelection" (selected, run
+/// dropped) and "vtkComplementSelection" (not selected, at a selected time). An empty selection leaves them
+/// as they are.
 ///
-/// Times are compared exactly, so all runs share one grid; a NaN time is no time. Row r belongs to run r / Stride.
-/// TimeColumnIndex and ParaCount must be set; the time column is read only if it is a vtkDoubleArray.
+/// Times are compared exactly, so all runs share one grid; a NaN time is no time. Row r belongs to run r /
+/// Stride. TimeColumnIndex and ParaCount must be set; the time column is read only if it is a vtkDoubleArray.
 class RUNSIEVE_EXPORT vtkCombinedFilterAndSelectedRows : public vtkTableAlgorithm
 {
 public:
   static vtkCombinedFilterAndSelectedRows* New();
-  vtkTypeMacro(vtkCombinedFilterAndSelectedRows, vtkTableAlgorithm);
+  vtkTypeMacro(vtkCombinedFilterAndSelectedRows, vtkTableAlgorithm)
   void PrintSelf(ostream& os, vtkIndent indent) override;
 
   std::vector<int> ParameterColumns; ///< the caller's copy; not read

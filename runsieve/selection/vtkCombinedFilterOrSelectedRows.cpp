@@ -33,7 +33,8 @@ vtkCombinedFilterOrSelectedRows* vtkCombinedFilterOrSelectedRows::New()
   VTK_STANDARD_NEW_BODY(vtkCombinedFilterOrSelectedRows);
 }
 
-vtkCombinedFilterOrSelectedRows::vtkCombinedFilterOrSelectedRows() : AddOriginalRowIdsArray(false), TimeColumnIndex(-1)
+vtkCombinedFilterOrSelectedRows::vtkCombinedFilterOrSelectedRows()
+    : AddOriginalRowIdsArray(false), TimeColumnIndex(-1)
 {
   this->SetNumberOfInputPorts(3);
   this->SetNumberOfOutputPorts(2);
@@ -134,7 +135,8 @@ int vtkCombinedFilterOrSelectedRows::RequestData(vtkInformation*, vtkInformation
   complement->SetNumberOfTuples(rows);
   RowSpans others;
   for (vtkIdType i = 0; i < rows; ++i) {
-    const double t = times && !flags[static_cast<std::size_t>(i)] ? times->GetComponent(i, 0) : vtkMath::Nan();
+    const double t =
+        times && !flags[static_cast<std::size_t>(i)] ? times->GetComponent(i, 0) : vtkMath::Nan();
     const bool inside = t >= range[0] && range[1] >= t;
     complement->SetValue(i, inside);
     if (inside) others.append(i);

@@ -4,18 +4,19 @@
 
 #include <vtkTableAlgorithm.h>
 
-/// Splits a table by a row selection: rows named by any selection node go to output 0, the other rows inside the time
-/// span of the selected ones to output 1.
+/// Splits a table by a row selection: rows named by any selection node go to output 0, the other rows inside
+/// the time span of the selected ones to output 1.
 ///
-/// Input 0 is the table; input 1 (vtkSelection) and input 2 (vtkAnnotationLayers) are optional, but one must be given;
-/// disabled and hidden annotations do not count. The filter deliberately writes the column "vtkComplementSelection"
-/// (1 for a row of output 1) to its input table, where plots read it. A row named twice stands twice in output 0.
-/// Without any enabled selection output 0 is a shallow copy of the table and the input is not touched.
+/// Input 0 is the table; input 1 (vtkSelection) and input 2 (vtkAnnotationLayers) are optional, but one must
+/// be given; disabled and hidden annotations do not count. The filter deliberately writes the column
+/// "vtkComplementSelection" (1 for a row of output 1) to its input table, where plots read it. A row named
+/// twice stands twice in output 0. Without any enabled selection output 0 is a shallow copy of the table and
+/// the input is not touched.
 class RUNSIEVE_EXPORT vtkCombinedFilterOrSelectedRows : public vtkTableAlgorithm
 {
 public:
   static vtkCombinedFilterOrSelectedRows* New();
-  vtkTypeMacro(vtkCombinedFilterOrSelectedRows, vtkTableAlgorithm);
+  vtkTypeMacro(vtkCombinedFilterOrSelectedRows, vtkTableAlgorithm)
   void PrintSelf(ostream& os, vtkIndent indent) override;
 
   /// Adds the column "vtkOriginalRowIds" to both outputs; default off.

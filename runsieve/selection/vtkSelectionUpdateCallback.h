@@ -6,8 +6,8 @@
 
 class PlotContainer;
 
-/// Observer of a container's annotation link: turns each change of the selection into flag columns and statistics and
-/// redraws. Does nothing in a plot without parameter columns.
+/// Observer of a container's annotation link: turns each change of the selection into flag columns and
+/// statistics and redraws. Does nothing in a plot without parameter columns.
 class RUNSIEVE_EXPORT vtkSelectionUpdateCallback : public vtkCommand
 {
 public:

@@ -7,12 +7,14 @@
 
 using namespace runsieve;
 
-// All three write raw storage and mark no array as modified: cached points and ranges stay until something else does.
+// All three write raw storage and mark no array as modified: cached points and ranges stay until something
+// else does.
 
 namespace {
 
 /// Calls scaleRun(first value, run) for each complete run.
-template <class ScaleRun> void forEachRun(vtkDoubleArray* column, vtkIdType rows, int stride, ScaleRun scaleRun)
+template <class ScaleRun>
+void forEachRun(vtkDoubleArray* column, vtkIdType rows, int stride, ScaleRun scaleRun)
 {
   double* values = column->GetPointer(0);
   for (vtkIdType run = 0; run < rows / stride; ++run) scaleRun(values + run * stride, run);

@@ -12,8 +12,9 @@
 /// class is instantiated once, as KolmogorovSmirnov<double*, double*>.
 ///
 /// The p-value routine picks one of several evaluators of the one-sample distribution by size and statistic,
-/// in the manner of Simard and L'Ecuyer (J. Stat. Softw. 39(11), 2011); the exact splits and the departures from
-/// the published formulas noted below are settled, since moving them moves parameters across the threshold.
+/// in the manner of Simard and L'Ecuyer (J. Stat. Softw. 39(11), 2011); the exact splits and the departures
+/// from the published formulas noted below are settled, since moving them moves parameters across the
+/// threshold.
 template <class ItA, class ItB> class KolmogorovSmirnov
 {
 public:
@@ -26,7 +27,8 @@ public:
   /// NaN for a NaN d.
   static double p(double d, std::size_t n);
 
-  /// Right-tail probability by the finite sum of Miller (J. Am. Stat. Assoc. 51, 1956) without its term j = 0.
+  /// Right-tail probability by the finite sum of Miller (J. Am. Stat. Assoc. 51, 1956) without its term j =
+  /// 0.
   static double miller(double d, std::size_t n);
 
   /// Cumulative probability by the first two orders of the series of Pelz and Good

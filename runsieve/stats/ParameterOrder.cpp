@@ -10,7 +10,6 @@ namespace runsieve {
 
 namespace {
 
-
 bool allEqual(double const* values, long long count, double value)
 {
   std::uint64_t expected;
@@ -39,7 +38,8 @@ ParameterOrder::ParameterOrder(double const* column, long long rows, long long s
   }
 
   std::vector<std::pair<double, std::int32_t>> pairs(runValue.size());
-  for (std::size_t run = 0; run < pairs.size(); ++run) pairs[run] = {runValue[run], static_cast<std::int32_t>(run)};
+  for (std::size_t run = 0; run < pairs.size(); ++run)
+    pairs[run] = {runValue[run], static_cast<std::int32_t>(run)};
   auto end = std::partition(pairs.begin(), pairs.end(), [](auto const& p) { return !std::isnan(p.first); });
   std::sort(pairs.begin(), end);
   order.reserve(pairs.size());

@@ -19,8 +19,8 @@ std::vector<RunPart> runParts(RowSpans const& rows, long long stride);
 
 /// The runs of a stacked table in the order of one parameter.
 ///
-/// Made once per table, it turns the sorted sample of any set of runs into a single pass. It stands only for a
-/// parameter that is constant within every run.
+/// Made once per table, it turns the sorted sample of any set of runs into a single pass. It stands only for
+/// a parameter that is constant within every run.
 class ParameterOrder
 {
 public:

@@ -10,7 +10,6 @@
 #include <vtkOrderStatistics.h>
 #include <vtkTransposeTable.h>
 
-
 using namespace runsieve;
 
 namespace {
@@ -96,7 +95,8 @@ void PlotContainer::generateQuartiles()
     return;
   vtkSmartPointer<vtkDoubleArray> times = firstRunTimes(plotData, x, stride);
   if (!times) return;
-  vtkSmartPointer<vtkTable> quantiles = quantilesByTime(runsAsRows(plotData, columnName(plotData, y), stride));
+  vtkSmartPointer<vtkTable> quantiles =
+      quantilesByTime(runsAsRows(plotData, columnName(plotData, y), stride));
   if (!quantiles || quantiles->GetNumberOfRows() != stride) return;
   quartileTable = quantiles;
   addBand(quartileTable, "Range", minimumColumn, maximumColumn, stride);

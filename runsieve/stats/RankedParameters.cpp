@@ -55,7 +55,8 @@ bool holdsOthers(vtkTable* table, std::vector<std::string> const& names)
 
 bool PlotContainer::rankedTablesStand() const
 {
-  return metaData->rankedParametersValid && rankedFrom.GetPointer() == plotData.GetPointer() && tables.size() >= 2 && tables[0] && tables[1];
+  return metaData->rankedParametersValid && rankedFrom.GetPointer() == plotData.GetPointer() &&
+         tables.size() >= 2 && tables[0] && tables[1];
 }
 
 std::string PlotContainer::parameterName(std::size_t parameter) const
@@ -88,14 +89,14 @@ void PlotContainer::clearRankedTables(std::size_t index, std::vector<std::string
   }
   // Leftovers of other parameters would shift the positions by which the columns are read.
   if (!tables[index] || holdsOthers(tables[index], {})) tables[index] = vtkSmartPointer<vtkTable>::New();
-  const bool densityUsable = tables[index + 1] && !holdsOthers(tables[index + 1], locations) &&
-                             (tables[index + 1]->GetNumberOfColumns() == 0 ||
-                              tables[index + 1]->GetNumberOfRows() == densityPoints);
+  const bool densityUsable =
+      tables[index + 1] && !holdsOthers(tables[index + 1], locations) &&
+      (tables[index + 1]->GetNumberOfColumns() == 0 || tables[index + 1]->GetNumberOfRows() == densityPoints);
   if (!densityUsable) tables[index + 1] = vtkSmartPointer<vtkTable>::New();
 }
 
-std::vector<std::vector<double>> PlotContainer::parameterSamples(vtkTable* table, bool allRuns, RowSpans const* rows,
-                                                                 std::size_t count)
+std::vector<std::vector<double>> PlotContainer::parameterSamples(vtkTable* table, bool allRuns,
+                                                                 RowSpans const* rows, std::size_t count)
 {
   const long long stride = std::max(metaData->getStride(), 1);
   std::vector<RunPart> parts;
@@ -120,7 +121,8 @@ std::vector<std::vector<double>> PlotContainer::parameterSamples(vtkTable* table
       samples[i] = valuesOf(table, column, stride);
       sortSample(samples[i]);
     } else if (values) {
-      samples[i] = sortedDistinct(values->GetPointer(0), static_cast<std::size_t>(values->GetNumberOfTuples()));
+      samples[i] =
+          sortedDistinct(values->GetPointer(0), static_cast<std::size_t>(values->GetNumberOfTuples()));
     } else {
       const std::vector<double> converted = valuesOf(table, column, 1);
       samples[i] = sortedDistinct(converted.data(), converted.size());
@@ -144,7 +146,8 @@ void PlotContainer::rankParameters(vtkTable* table, std::size_t index, RowSpans 
   if (!bounded && !names.empty())
     std::cerr << "Warning "
               << "void PlotContainer::generateRankedParameters(vtkSmartPointer<vtkTable>, size_t)"
-              << ": the number of parameter columns does not match the number of parameter bounds" << std::endl;
+              << ": the number of parameter columns does not match the number of parameter bounds"
+              << std::endl;
 
   std::vector<std::vector<double>> samples = parameterSamples(table, index == 0, rows, names.size());
   std::size_t M = 0;

@@ -32,7 +32,8 @@ std::vector<double> stretchTo(std::vector<double> const& sorted, std::size_t cou
   if (sorted.size() == count) return sorted;
   if (sorted.empty()) return std::vector<double>(count, 0.0);
   std::vector<double> stretched(count);
-  const double scale = count > 1 ? static_cast<double>(sorted.size() - 1) / static_cast<double>(count - 1) : 0.0;
+  const double scale =
+      count > 1 ? static_cast<double>(sorted.size() - 1) / static_cast<double>(count - 1) : 0.0;
   for (std::size_t j = 0; j < count; ++j) {
     const double position = static_cast<double>(j) * scale;
     const std::size_t below = static_cast<std::size_t>(position);

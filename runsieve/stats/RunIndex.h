@@ -10,8 +10,8 @@ class vtkDoubleArray;
 
 namespace runsieve {
 
-/// The orders of the runs of one table by its parameters, made on first use and kept until a column is replaced or
-/// modified.
+/// The orders of the runs of one table by its parameters, made on first use and kept until a column is
+/// replaced or modified.
 class RunIndex
 {
 public:

@@ -62,8 +62,7 @@ double bandwidthOf(Sources& sources, double gridStep)
   for (std::size_t q = 0; q < n; ++q) variance += (central[q] - sources.mean) * (central[q] - sources.mean);
   variance /= static_cast<double>(n);
   const double spread = (central[3 * n / 4] - central[n / 4]) / 1.34;
-  const double rule =
-      1.06 * std::min(spread, std::sqrt(variance)) * std::pow(static_cast<double>(n), -0.2);
+  const double rule = 1.06 * std::min(spread, std::sqrt(variance)) * std::pow(static_cast<double>(n), -0.2);
   return std::max(rule, 0.2 * std::fabs(gridStep));
 }
 

@@ -15,10 +15,11 @@ std::size_t thinningStep(std::size_t sampleSize);
 
 /// The density of a sorted sample on densityPoints locations across its range.
 ///
-/// From 11 thinned values on a Gaussian kernel estimate on the unit range, the sample being mirrored at the lower end
-/// and, if the range is closed, at the upper end, so that the density does not fall off there (reflection, Silverman,
-/// Density Estimation, 1986, 2.10; bandwidth by his rule of thumb with 1.06). Below that one spike of height 1 per
-/// value, and for a degenerate range one spike in all. An empty sample gives 0 everywhere.
+/// From 11 thinned values on a Gaussian kernel estimate on the unit range, the sample being mirrored at the
+/// lower end and, if the range is closed, at the upper end, so that the density does not fall off there
+/// (reflection, Silverman, Density Estimation, 1986, 2.10; bandwidth by his rule of thumb with 1.06). Below
+/// that one spike of height 1 per value, and for a degenerate range one spike in all. An empty sample gives 0
+/// everywhere.
 void sampleDensity(std::vector<double> const& sorted, ParameterRange const& range, double* locations,
                    double* density);
 

@@ -77,8 +77,8 @@ vtkSmartPointer<vtkLookupTable> complementColors()
   return colors;
 }
 
-/// Gives the matrix a size with all cells in a neutral role. A change of size would otherwise hand charts and spans on
-/// to other cells.
+/// Gives the matrix a size with all cells in a neutral role. A change of size would otherwise hand charts and
+/// spans on to other cells.
 void layOut(vtkChartMatrix* matrix, vtkVector2i size)
 {
   if (matrix->GetSize() != size) {
@@ -206,7 +206,8 @@ void PlotContainer::setRunAxes()
   if (applyRememberedWindow(chartXY)) return;
   bottom->SetBehavior(vtkAxis::FIXED);
   left->SetBehavior(vtkAxis::AUTO);
-  vtkDoubleArray* times = metaData->xColumns.empty() ? nullptr : doubleColumn(plotData, metaData->xColumns[0]);
+  vtkDoubleArray* times =
+      metaData->xColumns.empty() ? nullptr : doubleColumn(plotData, metaData->xColumns[0]);
   double range[2] = {1.0, 0.0};
   if (times) times->GetRange(range, 0);
   if (range[0] > range[1]) return;
@@ -280,6 +281,7 @@ void PlotContainer::scaleDensityAxis(vtkChart* chart, double common)
     return;
   }
   double highest = 0.0;
-  for (vtkIdType k = 0; k < chart->GetNumberOfPlots(); ++k) highest = std::max(highest, topOf(chart->GetPlot(k)));
+  for (vtkIdType k = 0; k < chart->GetNumberOfPlots(); ++k)
+    highest = std::max(highest, topOf(chart->GetPlot(k)));
   left->SetUnscaledMaximum(highest);
 }

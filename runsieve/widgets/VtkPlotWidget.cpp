@@ -4,8 +4,8 @@
 
 #include <vtkContextScene.h>
 #include <vtkContextView.h>
-#include <vtkGL2PSExporter.h>
 #include <vtkGenericOpenGLRenderWindow.h>
+#include <vtkGL2PSExporter.h>
 #include <vtkNew.h>
 #include <vtkRenderWindow.h>
 

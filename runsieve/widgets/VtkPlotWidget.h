@@ -11,10 +11,11 @@ class vtkContextView;
 
 /// Shows one PlotContainer in a Qt window and writes it to PDF.
 ///
-/// A new widget shows sample curves in a container of its own. A host fills `plotContainer`, or brings a container
-/// with setPlotContainer(), and calls updatePlot(true) after any change that may have switched the plot style.
-/// The application should call QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat()) before it
-/// makes its QApplication.
+/// A new widget shows sample curves in a container of its own. A host fills `plotContainer`, or brings a
+/// container with setPlotContainer(), and calls updatePlot(true) after any change that may have switched the
+/// plot style. The application should call
+/// QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat()) before it makes its
+/// QApplication.
 class RUNSIEVE_EXPORT VtkPlotWidget : public QVTKOpenGLNativeWidget
 {
   Q_OBJECT
@@ -29,8 +30,8 @@ public:
   /// Shows another plot. It stays its owner's; the old one stays a child of this widget if it was made here.
   void setPlotContainer(PlotContainer* container);
 
-  /// Writes the visible plot as PDF. The exporter appends ".pdf"; the last ".pdf" in the name, in any case, is
-  /// removed first if it starts at position 2 or later. A file that cannot be written is not reported.
+  /// Writes the visible plot as PDF. The exporter appends ".pdf"; the last ".pdf" in the name, in any case,
+  /// is removed first if it starts at position 2 or later. A file that cannot be written is not reported.
   void printPlot(QString fileName);
 
 public Q_SLOTS:

@@ -1,0 +1,221 @@
+#include "support/ChartMouse.h"
+#include "support/ScanBuilder.h"
+
+#include "app/explorer/ExplorerWindow.h"
+#include "app/scan/ScanWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <vtkAxis.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QImage>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+
+namespace runsieve::app {
+namespace {
+
+using test::ChartMouse;
+
+constexpr int runs = 40;
+
+double scattered(int parameter, int run)
+{
+  const double turn = (run + 1) * std::sqrt(2.0 + 3.0 * parameter);
+  return turn - std::floor(turn);
+}
+
+/// A window on a scan of two outputs, of which the first is the first parameter at all times.
+class ExplorerTest : public testing::Test
+{
+protected:
+  void SetUp() override
+  {
+    test::ScanShape shape;
+    shape.runs = runs;
+    shape.times = 11;
+    shape.species = 2;
+    shape.parameters = 6;
+    shape.value = [](int s, int r, int) { return scattered(s, r); };
+    shape.parameter = scattered;
+    writeScan(*test::makeScan(shape), file("scan.csv").toStdString());
+    window.resize(1000, 800);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    QString error;
+    ASSERT_TRUE(window.open(file("scan.csv"), error)) << error.toStdString();
+    settle();
+  }
+
+  QString file(const char* name) const { return folder.filePath(name); }
+
+  void settle()
+  {
+    for (int i = 0; i < 3; ++i) QApplication::processEvents();
+    test::settle(*window.plotWidget());
+  }
+
+  void drag(double time, double low, double high, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+  {
+    ChartMouse(*window.plotWidget(), window.plot()->chartXY)
+        .drag({time - 0.2, low}, {time + 0.2, high}, Qt::RightButton, modifiers);
+    settle();
+  }
+
+  static int runsBetween(int parameter, double low, double high)
+  {
+    int count = 0;
+    for (int r = 0; r < runs; ++r) count += scattered(parameter, r) >= low && scattered(parameter, r) <= high;
+    return count;
+  }
+
+  template <class Widget> Widget* child(QString const& text)
+  {
+    for (Widget* widget : window.findChildren<Widget*>())
+      if (widget->text() == text) return widget;
+    return nullptr;
+  }
+
+  std::string status() { return window.statusText().toStdString(); }
+
+  QTemporaryDir folder;
+  ExplorerWindow window;
+};
+
+TEST_F(ExplorerTest, ShowsTheScanAndSaysHowLargeItIs)
+{
+  EXPECT_EQ(status(), "40 runs, 11 times");
+  EXPECT_EQ(window.plot()->metaData->getPlotStyle(), selectionCdfPlot);
+  EXPECT_EQ(window.windowTitle(), "scan.csv - Runsieve");
+}
+
+TEST_F(ExplorerTest, ADragTellsHowManyRunsPass)
+{
+  drag(2, 0.3, 0.8);
+  const std::string expected = std::to_string(runsBetween(0, 0.3, 0.8)) + " runs pass through all places";
+  EXPECT_NE(status().find(expected), std::string::npos) << status();
+  EXPECT_NE(status().find("of 6 parameters differ"), std::string::npos) << status();
+}
+
+TEST_F(ExplorerTest, AnEmptyDragClearsTheHighlightAsWell)
+{
+  drag(2, 0.3, 0.8);
+  ASSERT_NE(window.plot()->plotData->GetColumnByName("vtkRemainderSelection"), nullptr);
+  drag(2.5, 0.3, 0.8); // between two times
+  EXPECT_EQ(status(), "40 runs, 11 times");
+  EXPECT_EQ(window.plot()->plotData->GetColumnByName("vtkRemainderSelection"), nullptr);
+  EXPECT_TRUE(window.plot()->ksStatistics.empty());
+}
+
+TEST_F(ExplorerTest, TheButtonClearsTheSelection)
+{
+  drag(2, 0.3, 0.8);
+  QTest::mouseClick(child<QPushButton>("Clear selection"), Qt::LeftButton);
+  settle();
+  EXPECT_EQ(status(), "40 runs, 11 times");
+  drag(3, 0.3, 0.8);
+  EXPECT_NE(status().find("pass"), std::string::npos);
+}
+
+TEST_F(ExplorerTest, AnotherOutputKeepsTheSelection)
+{
+  drag(2, 0.3, 0.8);
+  const std::string before = status();
+  auto* outputs = window.findChild<QComboBox*>();
+  ASSERT_EQ(outputs->count(), 2);
+  outputs->setCurrentIndex(1);
+  settle();
+  EXPECT_EQ(window.plot()->chartXY->GetAxis(vtkAxis::LEFT)->GetTitle(), "B");
+  EXPECT_EQ(status(), before);
+  // A place on the second output joins the one on the first.
+  drag(7, 0.05, 0.6, Qt::ControlModifier);
+  int both = 0;
+  for (int r = 0; r < runs; ++r)
+    both +=
+        scattered(0, r) >= 0.3 && scattered(0, r) <= 0.8 && scattered(1, r) >= 0.05 && scattered(1, r) <= 0.6;
+  EXPECT_NE(status().find(std::to_string(both) + " runs pass"), std::string::npos) << status();
+}
+
+TEST_F(ExplorerTest, SwitchesReachTheView)
+{
+  drag(2, 0.3, 0.8);
+  PlotMetaData const& settings = *window.plot()->metaData;
+  child<QCheckBox>("Densities")->click();
+  child<QCheckBox>("Common density scale")->click();
+  child<QCheckBox>("Quartile bands")->click();
+  child<QCheckBox>("Log parameter axes")->click();
+  settle();
+  EXPECT_TRUE(settings.getUseDensity() && settings.getCommonDensityScale() && settings.getShowQuantiles() &&
+              settings.getLogParameterAxes());
+  EXPECT_EQ(window.plot()->chartXY->GetNumberOfPlots(), 4); // three bands and the runs
+  child<QCheckBox>("Points, not lines")->click();
+  settle();
+  EXPECT_FALSE(settings.getPlotLine());
+}
+
+TEST_F(ExplorerTest, AThresholdRegroupsTheGrid)
+{
+  drag(2, 0.3, 0.8);
+  for (auto* box : window.findChildren<QDoubleSpinBox*>())
+    if (box->value() == 0.1) box->setValue(0.0);
+  for (auto* box : window.findChildren<QDoubleSpinBox*>())
+    if (box->value() == 0.05) box->setValue(1.0);
+  settle();
+  EXPECT_EQ(window.plot()->chartMatrix->GetSize(), vtkVector2i(4, 4)); // all six parameters count
+  EXPECT_NE(status().find("6 of 6 parameters differ"), std::string::npos) << status();
+}
+
+TEST_F(ExplorerTest, SavesPictures)
+{
+  QString error;
+  ASSERT_TRUE(window.savePicture(file("view.png"), error)) << error.toStdString();
+  const QImage picture(file("view.png"));
+  EXPECT_GT(picture.width(), 500);
+  ASSERT_TRUE(window.savePicture(file("view.pdf"), error)) << error.toStdString();
+  QFile pdf(file("view.pdf"));
+  ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+  EXPECT_EQ(pdf.read(5), "%PDF-");
+  EXPECT_FALSE(window.savePicture(file("view.bmp"), error));
+  EXPECT_NE(error.toStdString().find(".png or .pdf"), std::string::npos);
+  EXPECT_FALSE(window.savePicture("/no/such/folder/view.png", error));
+}
+
+TEST_F(ExplorerTest, ABadFileLeavesThePresentScan)
+{
+  QFile bad(file("bad.csv"));
+  ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+  bad.write("\"Molecule: A\",\": Time [s]\",\": Run Index\",\"Parameter: k1\"\n1,0,0,2\n1,x,0,2\n");
+  bad.close();
+  QString error;
+  EXPECT_FALSE(window.open(file("bad.csv"), error));
+  EXPECT_NE(error.toStdString().find("bad.csv:3: column 2"), std::string::npos) << error.toStdString();
+  EXPECT_EQ(status(), "40 runs, 11 times");
+  drag(2, 0.3, 0.8);
+  EXPECT_NE(status().find("pass"), std::string::npos);
+}
+
+TEST_F(ExplorerTest, AnotherScanReplacesThePresentOne)
+{
+  drag(2, 0.3, 0.8);
+  test::ScanShape shape;
+  shape.runs = 5;
+  shape.times = 4;
+  shape.parameters = 2;
+  writeScan(*test::makeScan(shape), file("other.csv").toStdString());
+  QString error;
+  ASSERT_TRUE(window.open(file("other.csv"), error)) << error.toStdString();
+  settle();
+  EXPECT_EQ(status(), "5 runs, 4 times");
+  EXPECT_EQ(window.findChild<QComboBox*>()->count(), 1);
+}
+
+} // namespace
+} // namespace runsieve::app

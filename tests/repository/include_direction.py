@@ -1,0 +1,172 @@
+#!/usr/bin/env python3
+"""Fails on an #include that points against the layers of the project.
+
+records <- items, kernels of selection and stats <- headers of plot <- sources of all folders <- widgets <- app
+
+Kernels are the sources of the target runsieve_kernels with their headers. Sources of selection, stats, adapters and
+persist define members of the plot container and may therefore look up to it; their headers may not.
+"""
+
+import argparse
+import pathlib
+import re
+import sys
+
+EXPORT_HEADER = "runsieve_export.h"
+
+# Folders of the library whose headers may be included.
+FROM_HEADERS = {
+    "records": {"records"},
+    "items": {"records", "items"},
+    "selection": {"records", "selection"},
+    "stats": {"records", "selection", "stats"},
+    "plot": {"records", "plot"},
+    "adapters": {"records", "adapters"},
+    "persist": {"records", "persist"},
+    "widgets": {"records", "plot", "widgets"},
+}
+BELOW_WIDGETS = set(FROM_HEADERS) - {"widgets"}
+FROM_SOURCES = {
+    "records": {"records"},
+    "items": {"records", "items"},
+    "widgets": set(FROM_HEADERS),
+}
+
+LIBRARY = "runsieve"
+USERS_OF_THE_LIBRARY = ("app", "examples")
+UPPER_FOLDERS = ("app", "tests", "support", "bench", "examples")
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*(?:<([^>]+)>|"([^"]+)"|(\w+))')
+BLOCK_COMMENT = re.compile(r"/\*.*?\*/", re.DOTALL)
+VTK_HEADER = re.compile(r"^(vtk|QVTK)")
+QT_HEADER = re.compile(r"^(Qt\w*/)?(Q[A-Z]\w*|Qt\w*|q[a-z]\w*\.h)$")
+
+
+class Include:
+    """One #include line."""
+
+    def __init__(self, line, angled, quoted, macro):
+        self.line = line
+        self.target = angled or quoted or macro
+        self.quoted = quoted is not None
+        self.computed = macro is not None
+
+    @property
+    def own(self):
+        """The path below runsieve/ of a header of the library, or None."""
+        folder, _, path = self.target.partition("/")
+        return path if folder == LIBRARY else None
+
+    def __str__(self):
+        return f'"{self.target}"' if self.quoted else f"<{self.target}>"
+
+
+def includes_of(text):
+    text = BLOCK_COMMENT.sub(lambda comment: "\n" * comment.group().count("\n"), text)
+    for number, line in enumerate(text.splitlines(), 1):
+        match = INCLUDE.match(line)
+        if match:
+            yield Include(number, *match.groups())
+
+
+class Layers:
+    """The rules, with the lists that only the build knows."""
+
+    def __init__(self, public_headers, kernel_sources, qt_widgets):
+        self.public = set(public_headers) | {EXPORT_HEADER}
+        self.kernels = {str(pathlib.PurePosixPath(source).with_suffix("")) for source in kernel_sources}
+        self.qt_widgets = set(qt_widgets)
+
+    def is_kernel(self, path):
+        return str(pathlib.PurePosixPath(path).with_suffix("")) in self.kernels
+
+    def is_qt_widget(self, target):
+        return target.startswith(("QtWidgets", "QVTK")) or target.split("/")[-1] in self.qt_widgets
+
+    def objections(self, path, include):
+        """Why the file at a path below the root of the project may not have this include, a line for each reason."""
+        if include.computed:
+            yield "a computed include hides its arrow"
+        elif path.parts[0] in USERS_OF_THE_LIBRARY:
+            yield from self.to_user(path.parts[0], include)
+        else:
+            yield from self.to_library(pathlib.PurePosixPath(*path.parts[1:]), include)
+
+    def to_user(self, folder, include):
+        if include.own is not None and include.own not in self.public:
+            yield f"{folder} includes public headers of the library only"
+        first = include.target.split("/")[0]
+        if first in UPPER_FOLDERS and first != folder:
+            yield f"{folder} includes nothing of {first}"
+
+    def to_library(self, path, include):
+        if include.target.split("/")[0] in UPPER_FOLDERS:
+            yield "the library includes nothing of what uses it"
+        elif include.quoted:
+            yield "the library's own headers are included as <runsieve/...>"
+        elif include.own is None:
+            yield from self.to_foreign(path, include.target)
+        elif include.own != EXPORT_HEADER:
+            yield from self.to_own(path, include.own)
+
+    def to_foreign(self, path, target):
+        if self.is_kernel(path) and (VTK_HEADER.match(target) or QT_HEADER.match(target)):
+            yield "a kernel includes neither Qt nor VTK"
+        elif path.parts[0] != "widgets" and self.is_qt_widget(target):
+            yield "only widgets includes Qt Widgets"
+
+    def to_own(self, path, target):
+        folder, allowed = self.allowed(path)
+        if target.split("/")[0] not in allowed:
+            yield f"{folder} includes only {', '.join(sorted(allowed))}"
+        if self.is_kernel(path) and not self.is_kernel(target):
+            yield "a kernel includes kernels only"
+        if str(path) in self.public and target not in self.public:
+            yield "a public header includes public headers only"
+
+    @staticmethod
+    def allowed(path):
+        folder = path.parts[0]
+        if path.suffix == ".h":
+            return f"a header of {folder}", FROM_HEADERS.get(folder, set())
+        return f"a source of {folder}", FROM_SOURCES.get(folder, BELOW_WIDGETS)
+
+
+def source_files(root):
+    for folder in (LIBRARY, *USERS_OF_THE_LIBRARY):
+        for file in sorted((root / folder).rglob("*")):
+            if file.suffix in (".h", ".cpp"):
+                yield file
+
+
+def check(root, layers):
+    """Returns the number of includes read and a message for each objection."""
+    read = 0
+    messages = []
+    for file in source_files(root):
+        path = file.relative_to(root)
+        for include in includes_of(file.read_text(encoding="utf-8")):
+            read += 1
+            for objection in layers.objections(path, include):
+                messages.append(f"{path}:{include.line}: {include}: {objection}")
+    messages += [f"public header {header} does not exist" for header in sorted(layers.public - {EXPORT_HEADER})
+                 if not (root / LIBRARY / header).is_file()]
+    return read, messages
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--root", type=pathlib.Path, required=True, help="source folder of the project")
+    parser.add_argument("--public-headers", type=pathlib.Path, required=True, help="file with a header a line")
+    parser.add_argument("--kernels", type=pathlib.Path, required=True, help="file with a source a line")
+    parser.add_argument("--qt-widgets", type=pathlib.Path, required=True, help="folder of the Qt Widgets headers")
+    arguments = parser.parse_args()
+    layers = Layers(arguments.public_headers.read_text().split(), arguments.kernels.read_text().split(),
+                    [header.name for header in arguments.qt_widgets.iterdir()])
+    read, messages = check(arguments.root, layers)
+    print(*messages, f"{read} includes read, {len(messages)} objections", sep="\n")
+    return 1 if messages or not (read and layers.kernels and layers.qt_widgets) else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
