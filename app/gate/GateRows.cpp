@@ -40,6 +40,7 @@ std::vector<Place> placesOf(std::vector<ResolvedGate> const& gates, LinePlotTabl
     for (std::size_t time : gate.times)
       byTime[time].push_back({scan.columnData[gate.column], gate.low, gate.high});
   std::vector<Place> places;
+  places.reserve(byTime.size());
   for (auto& [time, conditions] : byTime) places.push_back({time, std::move(conditions), false});
   return places;
 }

@@ -66,6 +66,7 @@ std::size_t findOutput(std::string const& wanted, LinePlotTable const& scan)
   if (bare.empty())
     throw GateError("the scan has no output " + quoted(wanted) + "; there are " + listed(all));
   std::vector<std::string> candidates;
+  candidates.reserve(bare.size());
   for (std::size_t column : bare) candidates.push_back(columnName(scan.columnNames[column]));
   throw GateError("the output " + quoted(wanted) + " could be " + listed(candidates) +
                   "; give the full name");

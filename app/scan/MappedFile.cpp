@@ -45,10 +45,11 @@ MappedFile::MappedFile(std::string const& path)
 
 void MappedFile::release(char const* first, char const* last)
 {
-  std::uintptr_t const page = boost::interprocess::mapped_region::get_page_size();
-  std::uintptr_t const begin = (reinterpret_cast<std::uintptr_t>(first) + page - 1) / page * page;
-  std::uintptr_t const end = reinterpret_cast<std::uintptr_t>(last) / page * page;
-  if (begin < end) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_DONTNEED);
+  std::size_t const page = boost::interprocess::mapped_region::get_page_size();
+  auto const intoPage = [page](char const* p) { return reinterpret_cast<std::uintptr_t>(p) % page; };
+  char const* const begin = first + (page - intoPage(first)) % page;
+  char const* const end = last - intoPage(last);
+  if (begin < end) ::madvise(const_cast<char*>(begin), static_cast<std::size_t>(end - begin), MADV_DONTNEED);
 }
 
 } // namespace runsieve::app

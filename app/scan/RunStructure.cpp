@@ -28,6 +28,7 @@ public:
 
   RunStructure walk()
   {
+    if (rows == 0) return result;
     for (std::size_t row = 0; row < rows; ++row)
       if (!step(row)) return result;
     if (length == none) length = rows;

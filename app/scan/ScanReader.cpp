@@ -262,7 +262,8 @@ private:
   double* addRunColumn()
   {
     double* run = scan->addColumn(Kestrane::Unnamed, "Run Index");
-    for (std::size_t row = 0; row < rows; ++row) run[row] = static_cast<double>(row / scan->trajectoryLength);
+    for (std::size_t i = 0; i < scan->trajectoryCount; ++i)
+      std::fill_n(run + i * scan->trajectoryLength, scan->trajectoryLength, static_cast<double>(i));
     return run;
   }
 

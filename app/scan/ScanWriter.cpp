@@ -5,6 +5,7 @@
 #include "app/scan/SafeFile.h"
 #include "app/scan/ScanError.h"
 
+#include <cstdint>
 #include <cstring>
 #include <ostream>
 #include <string_view>
@@ -28,6 +29,13 @@ std::string headerLine(LinePlotTable const& scan)
   return line + '\n';
 }
 
+std::uint64_t bitsOf(double value)
+{
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &value, sizeof bits);
+  return bits;
+}
+
 /// Numbers as text. Most values of a stacked scan are those of the row above (parameters, the run index), so
 /// the text of each column's last value is kept.
 class RowFormatter
@@ -44,8 +52,9 @@ public:
     for (std::size_t i = 0; i < columns.size(); ++i) {
       Text& text = above[i];
       double const value = columns[i][row];
-      if (text.length == 0 || std::memcmp(&value, &text.value, sizeof value) != 0) {
-        text.value = value;
+      // By bits: -0 is not written as 0.
+      if (std::uint64_t const bits = bitsOf(value); text.length == 0 || bits != text.bits) {
+        text.bits = bits;
         text.length = static_cast<std::size_t>(writeDecimal(text.digits, value) - text.digits);
       }
       std::memcpy(to, text.digits, longestDecimal);
@@ -58,7 +67,7 @@ public:
 private:
   struct Text
   {
-    double value = 0.0;
+    std::uint64_t bits = 0;
     std::size_t length = 0;
     char digits[longestDecimal] = {};
   };

@@ -65,8 +65,8 @@ std::vector<double> sobolSequence(std::size_t points, std::size_t dimensions, st
   boost::random::sobol sequence(dimensions);
   std::vector<double> cube;
   cube.reserve(points * dimensions);
-  // Boost leaves out the first point, the origin. With it each power of 2 of points is balanced; the shift moves it
-  // off the corner.
+  // Boost leaves out the first point, the origin. With it each power of 2 of points is balanced; the shift
+  // moves it off the corner.
   for (std::size_t i = 0; i < points * dimensions; ++i)
     cube.push_back(unitNumber((i < dimensions ? 0 : sequence()) ^ shift[i % dimensions]));
   return cube;

@@ -97,7 +97,7 @@ void writeUnderALimit(LinePlotTable const& scan, std::string const& path)
     writeScan(scan, path);
   } catch (ScanError const& error) {
     std::cerr << error.what();
-    std::exit(7);
+    std::_Exit(7);
   }
 }
 

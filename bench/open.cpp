@@ -1,0 +1,99 @@
+// From a scan file to the table in memory and to the first picture.
+
+#include "BenchScan.h"
+
+#include "app/render/OffscreenView.h"
+#include "app/scan/ScanReader.h"
+#include "app/scan/ScanWriter.h"
+#include "app/view/ScanPlot.h"
+
+#include <vtkContextScene.h>
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+
+#include <filesystem>
+
+#include <unistd.h>
+
+using namespace runsieve;
+using namespace runsieve::bench;
+
+namespace {
+
+/// A scan as a file with all digits, removed at the end.
+class ScanFile
+{
+public:
+  explicit ScanFile(std::string const& name)
+      : path((std::filesystem::temp_directory_path() /
+              ("runsieve_bench_" + std::to_string(::getpid()) + ".csv"))
+                 .string())
+  {
+    app::writeScan(*benchScan(name).table, path);
+  }
+  ~ScanFile() { std::filesystem::remove(path); }
+  ScanFile(ScanFile const&) = delete;
+  ScanFile& operator=(ScanFile const&) = delete;
+
+  std::string const path;
+  double megabytes() const { return static_cast<double>(std::filesystem::file_size(path)) * 1e-6; }
+};
+
+void readFile(benchmark::State& state, std::string const& name, unsigned threads)
+{
+  const ScanFile file(name);
+  app::ReadOptions options;
+  options.threads = threads;
+  for (auto _ : state) benchmark::DoNotOptimize(app::readScan(file.path, options));
+  state.counters["MB"] = file.megabytes();
+  state.counters["MB/s"] =
+      benchmark::Counter(file.megabytes(), benchmark::Counter::kIsIterationInvariantRate);
+}
+
+void writeFile(benchmark::State& state, std::string const& name)
+{
+  const ScanFile file(name);
+  for (auto _ : state) app::writeScan(*benchScan(name).table, file.path);
+  state.counters["MB/s"] =
+      benchmark::Counter(file.megabytes(), benchmark::Counter::kIsIterationInvariantRate);
+}
+
+void firstPicture(benchmark::State& state, std::string const& name)
+{
+  const ScanFile file(name);
+  app::OffscreenView view(1200, 900, 0);
+  for (auto _ : state) {
+    PlotContainer plot(nullptr);
+    view.scene()->ClearItems();
+    view.scene()->AddItem(plot.getItem());
+    app::showScan(plot, app::readScan(file.path), app::ViewOptions());
+    app::polish(plot);
+    view.render();
+    plot.setScene(nullptr);
+  }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+  QCoreApplication application(argc, argv);
+  for (std::string scan : {"W1", "W2"}) {
+    for (unsigned threads : {1u, 2u})
+      benchmark::RegisterBenchmark(("read/" + scan + "/threads:" + std::to_string(threads)).c_str(), readFile,
+                                   scan, threads)
+          ->Unit(benchmark::kMillisecond)
+          ->UseRealTime();
+    benchmark::RegisterBenchmark(("write/" + scan).c_str(), writeFile, scan)
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+    benchmark::RegisterBenchmark(("file to first picture/" + scan).c_str(), firstPicture, scan)
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+  }
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
