@@ -6,10 +6,26 @@
 #include <QSurfaceFormat>
 #include <QVTKOpenGLNativeWidget.h>
 
+#include <cstdlib>
+#include <stdexcept>
+
 namespace runsieve::app {
+
+namespace {
+
+/// Qt ends the program with a signal if it finds no display.
+void requireDisplay()
+{
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    if (const char* value = std::getenv(name); value && *value) return;
+  throw std::runtime_error("there is no display to open a window on; `runsieve rank` and `runsieve render` need none");
+}
+
+} // namespace
 
 int runExplore(ExploreArguments const& arguments)
 {
+  requireDisplay();
   QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat());
   int argc = 1;
   char name[] = "runsieve";
