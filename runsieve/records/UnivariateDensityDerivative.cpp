@@ -18,7 +18,8 @@ namespace {
 #endif
 
 constexpr double sqrtTwoPi = 2.506628274631000502;
-constexpr int lanes = 16; ///< sources that step through the targets together
+constexpr int lanes = 8;  ///< partial sums per target, one vector
+constexpr int block = 32; ///< sources that step through the targets together
 
 /// How many bandwidths a source reaches. What is cut off lies fourteen decimals below the accuracy asked for,
 /// relative to the peak of the kernel; derivatives grow by a polynomial, which the margin per order covers.
@@ -28,30 +29,28 @@ double reachOf(double accuracy, int order)
   return std::sqrt(-2.0 * std::log(smallest)) + 0.5 * order;
 }
 
-/// Adds the terms e of `lanes` sources to the sums of consecutive targets; from one target to the next each
-/// term grows by its quotient r, and all quotients by q.
+/// Adds the terms e of a block of sources to the sums of consecutive targets; from one target to the next each term grows
+/// by its quotient r, and all quotients by q.
 RUNSIEVE_VECTOR_CLONES
-void walkTargets(double* sums, long count, long direction, double const* terms, double const* quotients,
-                 double q)
+void walkTargets(double* sums, long count, long direction, double const* terms, double const* quotients, double q)
 {
-  // Vectors of eight that the compiler splits to what the machine has; left to itself it makes scalars of the
-  // loops.
-  using Vector = double __attribute__((vector_size(64)));
-  constexpr int vectors = lanes / 8;
+  // Vectors of eight that the compiler splits to what the machine has; left to itself it makes scalars of the loops.
+  using Vector = double __attribute__((vector_size(lanes * sizeof(double))));
+  constexpr int vectors = block / lanes;
   Vector e[vectors];
   Vector r[vectors];
   std::memcpy(e, terms, sizeof e);
   std::memcpy(r, quotients, sizeof r);
   for (long j = 0; j < count; ++j) {
     double* target = sums + j * direction * lanes;
-    Vector sum[vectors];
-    std::memcpy(sum, target, sizeof sum);
+    Vector sum;
+    std::memcpy(&sum, target, sizeof sum);
     for (int v = 0; v < vectors; ++v) {
-      sum[v] += e[v];
+      sum += e[v];
       e[v] *= r[v];
       r[v] *= q;
     }
-    std::memcpy(target, sum, sizeof sum);
+    std::memcpy(target, &sum, sizeof sum);
   }
 }
 
@@ -129,8 +128,8 @@ public:
     if (from > to) return;
     const double middle = position(0.5 * (x[0] + x[n - 1]));
     const int start = std::min(std::max(static_cast<int>(std::lround(middle)), from), to);
-    std::array<double, lanes> e{};
-    std::array<double, lanes> r{};
+    std::array<double, block> e{};
+    std::array<double, block> r{};
     for (int i = 0; i < n; ++i) {
       const double z = (grid.at(start) - x[i]) / bandwidth;
       e[i] = std::exp(-0.5 * z * z);
@@ -175,8 +174,8 @@ private:
 void sumOnGrid(std::vector<double> const& x, Grid const& grid, double h, double reach, double* sums)
 {
   GridSum sum(grid, h, reach);
-  for (std::size_t i = 0; i < x.size(); i += lanes)
-    sum.add(x.data() + i, static_cast<int>(std::min<std::size_t>(lanes, x.size() - i)));
+  for (std::size_t i = 0; i < x.size(); i += block)
+    sum.add(x.data() + i, static_cast<int>(std::min<std::size_t>(block, x.size() - i)));
   sum.write(sums);
 }
 

@@ -12,10 +12,12 @@ RunIntersection::RunIntersection(unsigned char const* selected_, double const* t
 {
   const long long runs = (rows + stride - 1) / stride;
   timesHit.assign(static_cast<std::size_t>(runs), 0);
+  runOnGrid.assign(static_cast<std::size_t>(runs), 0);
   readGrid();
   for (long long run = 0; run < runs; ++run) {
     const long long first = run * stride;
     const long long count = std::min(stride, rows - first);
+    runOnGrid[static_cast<std::size_t>(run)] = onGrid(first, count);
     if (std::memchr(selected + first, 1, static_cast<std::size_t>(count))) countRun(run, first, count);
   }
 }
@@ -51,7 +53,7 @@ int RunIntersection::knownSlot(double time) const
 
 void RunIntersection::countRun(long long run, long long firstRow, long long count)
 {
-  const bool grid = onGrid(firstRow, count);
+  const bool grid = runOnGrid[static_cast<std::size_t>(run)];
   for (long long t = 0; t < count; ++t) {
     if (!selected[firstRow + t]) continue;
     const double time = times[firstRow + t];
@@ -89,7 +91,7 @@ RunIntersection::Split RunIntersection::split() const
   for (long long first = 0, run = 0; first < rows; first += stride, ++run) {
     const long long count = std::min(stride, rows - first);
     const bool keep = survives(run);
-    if (onGrid(first, count)) {
+    if (runOnGrid[static_cast<std::size_t>(run)]) {
       for (long long t : demandedGridRows) {
         if (t >= count) break;
         place(first + t, keep);

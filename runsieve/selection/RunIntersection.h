@@ -45,6 +45,7 @@ private:
   long long rows;
   long long stride;
   bool gridUsable = false;
+  std::vector<unsigned char> runOnGrid;      ///< whether each run has the times of the first one
   std::vector<int> gridSlot;                 ///< slot of each grid time once it is demanded, else -1
   std::unordered_map<double, int> timeSlots; ///< every demanded time
   std::vector<long long> lastRunInSlot;      ///< the run that last hit a slot
