@@ -1,6 +1,7 @@
 #pragma once
 
 #include <runsieve/records/TypedConcentrationName.h>
+#include <runsieve/runsieve_export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -15,7 +16,7 @@
 /// never copy them, so the record is not copyable and must outlive the tables made from it.
 /// Arrays made by addColumn() belong to the record; a host may instead push pointers to memory that it keeps
 /// alive as long as the record.
-struct LinePlotTable
+struct RUNSIEVE_EXPORT LinePlotTable
 {
   LinePlotTable() = default;
   LinePlotTable(LinePlotTable const&) = delete;
@@ -32,13 +33,7 @@ struct LinePlotTable
   std::size_t rows() const { return static_cast<std::size_t>(trajectoryCount * trajectoryLength); }
 
   /// Appends a column of rows() values that the record owns; the values are not initialised.
-  double* addColumn(Kestrane::DataType type, std::string name)
-  {
-    storage.emplace_back(new double[rows()]);
-    columnNames.emplace_back(type, std::move(name));
-    columnData.push_back(storage.back().get());
-    return columnData.back();
-  }
+  double* addColumn(Kestrane::DataType type, std::string name);
 
 private:
   std::vector<std::unique_ptr<double[]>> storage;

@@ -1,6 +1,6 @@
 #include <runsieve/selection/ColumnPool.h>
 
-#include <runsieve/selection/HugePages.h>
+#include <runsieve/records/HugePages.h>
 
 #include <cstdlib>
 #include <map>

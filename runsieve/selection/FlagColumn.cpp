@@ -1,6 +1,6 @@
 #include <runsieve/selection/FlagColumn.h>
 
-#include <runsieve/selection/HugePages.h>
+#include <runsieve/records/HugePages.h>
 
 #include <vtkTable.h>
 
@@ -32,7 +32,15 @@ vtkSmartPointer<FlagColumn> FlagColumn::zeroed(const char* name, vtkIdType rows)
 void FlagColumn::fill(vtkIdType value)
 {
   vtkIdType* values = this->GetPointer(0);
-  for (RowSpan span : ones.spans()) std::fill_n(values + span.first, span.count, value);
+  constexpr std::size_t ahead = 16;
+  std::vector<RowSpan> const& spans = ones.spans();
+  for (std::size_t i = 0; i < spans.size(); ++i) {
+    if (i + ahead < spans.size()) {
+      __builtin_prefetch(values + spans[i + ahead].first, 1);
+      __builtin_prefetch(values + spans[i + ahead].first + 8, 1);
+    }
+    std::fill_n(values + spans[i].first, spans[i].count, value);
+  }
 }
 
 void FlagColumn::put(vtkTable* table, const char* name, RowSpans ones, bool asLast)

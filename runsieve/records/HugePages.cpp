@@ -1,4 +1,4 @@
-#include <runsieve/selection/HugePages.h>
+#include <runsieve/records/HugePages.h>
 
 #ifdef __linux__
 #include <sys/mman.h>
