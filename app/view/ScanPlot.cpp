@@ -15,7 +15,10 @@ namespace runsieve::app {
 
 namespace {
 
-constexpr float thinLine = 1.0f; ///< pixels
+constexpr float thinLine = 1.01f; ///< pixels; at exactly 1 software OpenGL loses joints at the edges of its tiles
+// Tick labels of six characters keep clear of those of the next chart.
+constexpr int gutter = 44;
+constexpr int margin = 36;
 
 /// Opacity of one run's line, 0 to 255: single runs stay visible, thousands still show where they are dense.
 int lineOpacity(std::uint64_t runs)
@@ -43,6 +46,8 @@ void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOp
   settings.green = 70;
   settings.blue = 90;
   settings.alpha = lineOpacity(scan->trajectoryCount);
+  plot.horizontalGutter = gutter;
+  plot.rightMargin = margin;
   plot.setLinePlotTable(scan, false);
   showOutput(plot, options.output);
 }

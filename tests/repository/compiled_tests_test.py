@@ -19,7 +19,8 @@ class CompiledTestsTest(unittest.TestCase):
             files["good"].write_text("TEST(A, B)\n{}\n")
             count, messages = check(tests, {files["empty"], files["good"]})
         self.assertEqual(3, count)
-        self.assertEqual([f"{files['forgotten']}: no program compiles it", f"{files['empty']}: no test in it"], messages)
+        self.assertEqual([f"{files['forgotten']}: no program compiles it", f"{files['empty']}: no test in it"],
+                         messages)
 
 
 if __name__ == "__main__":
