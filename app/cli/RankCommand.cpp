@@ -18,12 +18,19 @@ namespace runsieve::app {
 
 namespace {
 
-std::string number(double value, const char* format = "%.4g")
+/// \param missing stands for NaN: there may be no other runs to compare with
+std::string number(double value, const char* format = "%.4g", const char* missing = "-")
 {
-  if (std::isnan(value)) return "-"; // no other runs to compare with
+  if (std::isnan(value)) return missing;
   char text[32];
   std::snprintf(text, sizeof text, format, value);
   return text;
+}
+
+/// All digits; nothing for NaN.
+std::string exact(double value)
+{
+  return number(value, "%.17g", "");
 }
 
 /// A field of comma-separated text.
@@ -61,9 +68,8 @@ void printCsv(std::vector<RankedParameter> const& ranked)
 {
   std::cout << "parameter,p,d,median_passing,median_others,significant\n";
   for (RankedParameter const& r : ranked)
-    std::cout << quoted(r.name) << ',' << number(r.p, "%.17g") << ',' << number(r.d, "%.17g") << ','
-              << number(r.medianPassing, "%.17g") << ',' << number(r.medianOthers, "%.17g") << ','
-              << (r.significant ? "true" : "false") << '\n';
+    std::cout << quoted(r.name) << ',' << exact(r.p) << ',' << exact(r.d) << ',' << exact(r.medianPassing) << ','
+              << exact(r.medianOthers) << ',' << (r.significant ? "true" : "false") << '\n';
 }
 
 void printJson(SievedScan const& sieved, std::size_t passing, std::vector<RankedParameter> const& ranked)

@@ -33,10 +33,7 @@ bool MarginChart::Paint(vtkContext2D* painter)
     const auto width = static_cast<float>(std::max(scene->GetSceneWidth() - left - right, 1));
     const auto height = static_cast<float>(std::max(scene->GetSceneHeight() - top - bottom, 1));
     const vtkRectf area(static_cast<float>(left), static_cast<float>(bottom), width, height);
-    if (this->GetSize() != area) {
-      this->SetSize(area);
-      this->RecalculatePlotTransforms();
-    }
+    this->SetSize(area);
   }
   return this->vtkChartXY::Paint(painter);
 }
