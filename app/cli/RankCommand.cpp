@@ -68,8 +68,8 @@ void printCsv(std::vector<RankedParameter> const& ranked)
 {
   std::cout << "parameter,p,d,median_passing,median_others,significant\n";
   for (RankedParameter const& r : ranked)
-    std::cout << quoted(r.name) << ',' << exact(r.p) << ',' << exact(r.d) << ',' << exact(r.medianPassing) << ','
-              << exact(r.medianOthers) << ',' << (r.significant ? "true" : "false") << '\n';
+    std::cout << quoted(r.name) << ',' << exact(r.p) << ',' << exact(r.d) << ',' << exact(r.medianPassing)
+              << ',' << exact(r.medianOthers) << ',' << (r.significant ? "true" : "false") << '\n';
 }
 
 void printJson(SievedScan const& sieved, std::size_t passing, std::vector<RankedParameter> const& ranked)
@@ -107,6 +107,8 @@ int runRank(RankArguments const& arguments)
   options.ksThreshold = arguments.ksThreshold;
   const std::size_t passing = sieved.applyTo(plot, options);
   const std::vector<RankedParameter> ranked = rankedParameters(plot);
+  if (plot.metaData->parameterColumns.empty())
+    throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
   if (passing == 0) throw std::runtime_error(arguments.file + ": no run passes through all gates");
 
   if (arguments.format != "table")

@@ -175,8 +175,10 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   boost::shared_ptr<LinePlotTable> loaded;
   try {
     loaded = readScan(QFile::encodeName(path).toStdString(), read);
+    checkOutputNames(*loaded);
   } catch (std::exception const& failure) {
     error = QString::fromStdString(failure.what());
+    loaded.reset();
   }
   QApplication::restoreOverrideCursor();
   if (!loaded) return false;

@@ -1,5 +1,8 @@
 #include "app/view/ScanPlot.h"
 
+#include "app/scan/ColumnName.h"
+#include "app/scan/ScanLayout.h"
+
 #include <vtkAxis.h>
 #include <vtkIdTypeArray.h>
 #include <vtkNew.h>
@@ -10,12 +13,14 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <stdexcept>
 
 namespace runsieve::app {
 
 namespace {
 
-constexpr float thinLine = 1.01f; ///< pixels; at exactly 1 software OpenGL loses joints at the edges of its tiles
+constexpr float thinLine =
+    1.01f; ///< pixels; at exactly 1 software OpenGL loses joints at the edges of its tiles
 // Tick labels of six characters keep clear of those of the next chart.
 constexpr int gutter = 44;
 constexpr int margin = 36;
@@ -28,6 +33,18 @@ int lineOpacity(std::uint64_t runs)
 }
 
 } // namespace
+
+void checkOutputNames(LinePlotTable const& scan)
+{
+  for (std::size_t column : scanLayout(scan).outputs) {
+    const std::string name = columnName(scan.columnNames[column]);
+    for (const char* word : {"Value", "Time", "Period"})
+      if (name.find(word) != std::string::npos)
+        throw std::runtime_error("output \"" + name +
+                                 "\" would be taken for the time, as any name that holds \"" + word +
+                                 "\": rename that column");
+  }
+}
 
 void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOptions const& options)
 {

@@ -11,6 +11,7 @@ SievedScan::SievedScan(std::string const& file, ReadOptions const& read,
                        std::vector<std::string> const& gateTexts)
     : scan(readScan(file, read))
 {
+  checkOutputNames(*scan);
   for (std::string const& text : gateTexts) gates.push_back(resolveGate(parseGate(text), *scan));
 }
 
@@ -20,7 +21,9 @@ std::size_t SievedScan::applyTo(PlotContainer& plot, ViewOptions const& options)
   showScan(plot, scan, options);
   if (gates.empty()) return scan->trajectoryCount;
   selectRows(plot, rowsOfGates(gates, *scan));
-  return survivingRuns(plot);
+  // Without parameters the library has nothing to compare and does not evaluate the selection.
+  return plot.metaData->parameterColumns.empty() ? runsThroughGates(gates, *scan).size()
+                                                 : survivingRuns(plot);
 }
 
 std::vector<std::string> SievedScan::notes() const

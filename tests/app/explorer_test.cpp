@@ -202,6 +202,19 @@ TEST_F(ExplorerTest, ABadFileLeavesThePresentScan)
   EXPECT_NE(status().find("pass"), std::string::npos);
 }
 
+TEST_F(ExplorerTest, AnOutputThatWouldBeTakenForTheTimeIsRefused)
+{
+  QFile scan(file("timer.csv"));
+  ASSERT_TRUE(scan.open(QIODevice::WriteOnly));
+  scan.write("\"Molecule: TimerX\",\": Time [s]\",\": Run Index\",\"Parameter: "
+             "k1\"\n1,0,0,2\n1,1,0,2\n1,0,1,3\n1,1,1,3\n");
+  scan.close();
+  QString error;
+  EXPECT_FALSE(window.open(file("timer.csv"), error));
+  EXPECT_NE(error.toStdString().find("\"Molecule: TimerX\" would be taken for the time"), std::string::npos);
+  EXPECT_EQ(status(), "40 runs, 11 times");
+}
+
 TEST_F(ExplorerTest, AnotherScanReplacesThePresentOne)
 {
   drag(2, 0.3, 0.8);

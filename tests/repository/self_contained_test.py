@@ -22,7 +22,7 @@ class SelfContainedTest(unittest.TestCase):
 
     def test_ordinary_text_passes(self):
         for text in ("part of the view", "in 2.5 parts", "#!/usr/bin/env bash", "Silverman, 1986, 2.10",
-                     "std::mirror.x", "doi.org/10.18637/jss.v039.i11", "app/work/plan", "either/or"):
+                     "std::mirror.x", "doi.org/10.18637/jss.v039.i11", "app/working/plan", "either/or"):
             self.assertEqual([], self.messages({"a.cpp": f"// {text}\n"}), text)
 
     def test_numbered_parts_are_found(self):
