@@ -13,11 +13,12 @@ namespace runsieve {
 
 bool LinkedPlotPoints::Source::operator==(Source const& o) const
 {
-  return mapperTime == o.mapperTime && table == o.table && tableTime == o.tableTime &&
-         lookupTable == o.lookupTable && lookupTableTime == o.lookupTableTime && shiftScale == o.shiftScale &&
-         logX == o.logX && logY == o.logY && negativeX == o.negativeX && negativeY == o.negativeY &&
-         indexAsX == o.indexAsX && coloured == o.coloured && colorArray == o.colorArray &&
-         maskName == o.maskName;
+  return mapperTime == o.mapperTime && table == o.table && tableTime == o.tableTime && x == o.x &&
+         xTime == o.xTime && y == o.y && yTime == o.yTime && colors == o.colors &&
+         colorsTime == o.colorsTime && lookupTable == o.lookupTable && lookupTableTime == o.lookupTableTime &&
+         shiftScale == o.shiftScale && logX == o.logX && logY == o.logY && negativeX == o.negativeX &&
+         negativeY == o.negativeY && indexAsX == o.indexAsX && coloured == o.coloured &&
+         colorArray == o.colorArray && maskName == o.maskName;
 }
 
 LinkedPlotPoints::Source LinkedPlotPoints::CurrentSource(vtkTable* table)
@@ -26,6 +27,14 @@ LinkedPlotPoints::Source LinkedPlotPoints::CurrentSource(vtkTable* table)
   now.mapperTime = this->Data->GetMTime();
   now.table = table;
   now.tableTime = table->GetMTime();
+  // A table's own time does not follow those of its columns.
+  auto timeOf = [](vtkAbstractArray* column) { return column ? column->GetMTime() : 0; };
+  now.x = this->Data->GetInputArrayToProcess(0, table);
+  now.xTime = timeOf(now.x);
+  now.y = this->Data->GetInputArrayToProcess(1, table);
+  now.yTime = timeOf(now.y);
+  now.colors = this->ScalarVisibility ? table->GetColumnByName(this->ColorArrayName.c_str()) : nullptr;
+  now.colorsTime = timeOf(now.colors);
   now.lookupTable = this->LookupTable;
   now.lookupTableTime = this->LookupTable ? this->LookupTable->GetMTime() : 0;
   now.shiftScale = this->ShiftScale;

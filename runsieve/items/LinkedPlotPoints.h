@@ -3,7 +3,11 @@
 #include <runsieve/runsieve_export.h>
 
 #include <vtkPlotPoints.h>
-#include <vtkTimeStamp.h>
+#include <vtkRect.h>
+
+#include <string>
+
+class vtkAbstractArray;
 
 namespace runsieve {
 
@@ -32,6 +36,12 @@ private:
     vtkMTimeType mapperTime = 0;
     vtkTable* table = nullptr;
     vtkMTimeType tableTime = 0;
+    vtkAbstractArray* x = nullptr;
+    vtkMTimeType xTime = 0;
+    vtkAbstractArray* y = nullptr;
+    vtkMTimeType yTime = 0;
+    vtkAbstractArray* colors = nullptr;
+    vtkMTimeType colorsTime = 0;
     vtkScalarsToColors* lookupTable = nullptr;
     vtkMTimeType lookupTableTime = 0;
     vtkRectd shiftScale;
