@@ -2,6 +2,7 @@
 
 #include <runsieve/adapters/ColumnNames.h>
 #include <runsieve/plot/BorrowedColumn.h>
+#include <runsieve/plot/ChartRole.h>
 #include <runsieve/plot/TableAccess.h>
 
 #include <vtkAxis.h>
@@ -50,12 +51,6 @@ int findTimeColumn(std::vector<TypedConcentrationName> const& names)
     if (names[i].second == "Value" || found < 0) found = static_cast<int>(i);
   }
   return found;
-}
-
-void setEntry0(std::vector<int>& list, int value)
-{
-  if (list.empty()) list.resize(1);
-  list[0] = value;
 }
 
 } // namespace
@@ -132,7 +127,7 @@ void PlotContainer::setLinePlotData(LinePlotData* data)
 {
   if (!data) return;
   metaData->blockSignals(true);
-  vtkChart* chart = ensureChart();
+  vtkChart* chart = chartToFill();
   metaData->plotTitle.clear();
   chart->SetTitle("");
   replacePlotData(vtkSmartPointer<vtkTable>::New());
@@ -161,14 +156,13 @@ void PlotContainer::setLinePlotDataAsAdditionalData(LinePlotData* data)
 void PlotContainer::setLinePlotItems(std::vector<TypedConcentrationName>* items)
 {
   if (!items) return;
-  vtkChart* chart = ensureChart();
+  vtkChart* chart = chartToFill();
   chart->ClearPlots();
   vtkNew<vtkColorSeries> colors;
   colors->SetColorScheme(vtkColorSeries::WILD_FLOWER);
   const int x = metaData->xColumns.empty() ? -1 : metaData->xColumns[0];
   for (std::size_t i = 0; i < items->size(); ++i) {
-    vtkPlot* plot = chart->AddPlot(vtkChart::LINE);
-    plot->SetInteractive(false);
+    vtkPlot* plot = addLinePlot(chart);
     setPlotInput(plot, plotData, columnName(plotData, x), typedColumnName((*items)[i]));
     const vtkColor3ub color = colors->GetColorRepeating(static_cast<int>(i));
     plot->SetColor(color.GetRed(), color.GetGreen(), color.GetBlue(), 255);

@@ -1,9 +1,13 @@
 #include <runsieve/plot/PlotContainer.h>
 
+#include <runsieve/plot/TableAccess.h>
+
 #include <vtkFloatArray.h>
 #include <vtkNew.h>
 
 #include <cmath>
+
+using namespace runsieve;
 
 namespace {
 
@@ -19,7 +23,39 @@ void addBlock(vtkTable* table, const char* name, float* block)
   table->AddColumn(column);
 }
 
+void addFloats(vtkTable* table, const char* name, std::vector<double> const& values)
+{
+  vtkNew<vtkFloatArray> column;
+  column->SetName(name);
+  for (double value : values) column->InsertNextValue(static_cast<float>(value));
+  table->AddColumn(column);
+}
+
 } // namespace
+
+void PlotContainer::setSimpleXYPlot(std::vector<double>& x, std::vector<double>& y,
+                                    std::vector<double>& errors)
+{
+  metaData->blockSignals(true);
+  replacePlotData(vtkSmartPointer<vtkTable>::New());
+  if (x.size() != y.size()) {
+    if (chartXY) chartXY->SetTitle("SimpleXYPlot: x and y sizes differ.");
+    return; // the settings stay blocked until the next redraw
+  }
+  addFloats(plotData, "x", x);
+  addFloats(plotData, "y", y);
+  const bool withErrors = errors.size() == x.size();
+  if (withErrors) addFloats(plotData, "error", errors);
+  metaData->setPlotStyle(withErrors ? scatterPlotWithErrorBars : scatterPlot);
+  setEntry0(metaData->zColumns, withErrors ? 2 : 0);
+  setEntry0(metaData->xColumns, 0);
+  setEntry0(metaData->yColumns, 1);
+  setLineWidth(1.0);
+  setPointSize(2.0);
+  setMarkerStyle(3);
+  redraw();
+  metaData->blockSignals(false);
+}
 
 int PlotContainer::addColumn(std::vector<double> const& values, std::string const& name)
 {
@@ -51,6 +87,5 @@ void PlotContainer::example()
   addBlock(table, "z", zs);
   replacePlotData(table);
   setPlotCols(0, 1, 0, false);
-  metaData->plotTitle = "Example Plot";
-  ensureChart()->SetTitle(metaData->plotTitle);
+  setPlotTitle("Example Plot");
 }

@@ -1,11 +1,15 @@
 #include <runsieve/plot/PlotContainer.h>
 
+#include <runsieve/items/vtkPlotErrorPoints.h>
 #include <runsieve/plot/ChartRole.h>
+#include <runsieve/plot/MarginChart.h>
 #include <runsieve/plot/Palette.h>
 #include <runsieve/plot/TableAccess.h>
 
+#include <vtkAxis.h>
 #include <vtkLookupTable.h>
 #include <vtkNew.h>
+#include <vtkPen.h>
 #include <vtkPlotPoints.h>
 
 using namespace runsieve;
@@ -15,9 +19,19 @@ namespace {
 /// Sets the marker size of plot 0 of a chart, if it has markers.
 void setMarkerSize(vtkChart* chart, double size)
 {
-  auto* points =
-      vtkPlotPoints::SafeDownCast(chart && chart->GetNumberOfPlots() > 0 ? chart->GetPlot(0) : nullptr);
-  if (points) points->SetMarkerSize(static_cast<float>(size));
+  if (auto* points = vtkPlotPoints::SafeDownCast(plot0(chart)))
+    points->SetMarkerSize(static_cast<float>(size));
+}
+
+void setScale(vtkChart* chart, int side, bool log)
+{
+  vtkAxis* axis = chart->GetAxis(side);
+  axis->SetLogScale(log);
+  if (!chart->GetScene()) return;
+  axis->Update();
+  // The rounded bounds of a linear axis begin at 0, which would keep a log scale from becoming active.
+  chart->RecalculateBounds();
+  chart->GetScene()->SetDirty(true);
 }
 
 /// The triangle of small charts and the large chart beside it, in which every marker has twice the stated
@@ -56,7 +70,7 @@ void PlotContainer::setPointSize(double size)
 
 void PlotContainer::useColors(vtkPlot* plot)
 {
-  if (!plot && chartXY && chartXY->GetNumberOfPlots() > 0) plot = chartXY->GetPlot(0);
+  if (!plot) plot = plot0(chartXY);
   auto* points = vtkPlotPoints::SafeDownCast(plot);
   if (!points) return;
   vtkDoubleArray* column =
@@ -86,11 +100,10 @@ void PlotContainer::useColors(vtkPlot* plot)
 
 void PlotContainer::drawDecorations(vtkContextScene*)
 {
-  if (!showDecorationPlots || !decorationTable) return;
-  vtkChart* chart = ensureChart();
+  if (!showDecorationPlots || !decorationTable || !chartXY) return;
   const vtkIdType columns = decorationTable->GetNumberOfColumns();
   for (vtkIdType i = 0; i + 1 < columns; ++i) {
-    vtkPlot* plot = chart->AddPlot(vtkChart::LINE);
+    vtkPlot* plot = chartXY->AddPlot(vtkChart::LINE);
     plot->SetInteractive(false);
     plot->SetSelectable(false);
     auto const& color = palette[static_cast<std::size_t>(i) % palette.size()];
@@ -99,4 +112,160 @@ void PlotContainer::drawDecorations(vtkContextScene*)
     plot->SetWidth(4.0);
     setPlotInput(plot, decorationTable, columns - 1, i);
   }
+}
+
+void PlotContainer::setPlotTitle(std::string title)
+{
+  metaData->plotTitle = std::move(title);
+  if (chartXY) chartXY->SetTitle(chartText(metaData->plotTitle));
+}
+
+void PlotContainer::setXLabel(std::string label)
+{
+  metaData->xLabel = std::move(label);
+  if (chartXY) chartXY->GetAxis(vtkAxis::BOTTOM)->SetTitle(chartText(metaData->xLabel));
+}
+
+void PlotContainer::setYLabel(std::string label)
+{
+  metaData->yLabel = std::move(label);
+  if (chartXY) chartXY->GetAxis(vtkAxis::LEFT)->SetTitle(chartText(metaData->yLabel));
+}
+
+void PlotContainer::setMarkerStyle(int style)
+{
+  metaData->markerStyle = style;
+  if (auto* points = vtkPlotPoints::SafeDownCast(plot0(chartXY))) points->SetMarkerStyle(style);
+}
+
+void PlotContainer::setLineWidth(double width)
+{
+  metaData->setLineWidth(width);
+  if (metaData->getPlotStyle() != scatterPlotWithErrorBars) return;
+  if (auto* points = vtkPlotErrorPoints::SafeDownCast(plot0(chartXY))) {
+    vtkPen* pen = points->GetPen();
+    pen->SetWidth(static_cast<float>(width));
+    points->SetPen(pen);
+  }
+}
+
+void PlotContainer::setColor(int red, int green, int blue, int alpha)
+{
+  metaData->red = red;
+  metaData->green = green;
+  metaData->blue = blue;
+  metaData->alpha = alpha;
+  useColors(nullptr);
+}
+
+void PlotContainer::setColorScheme(std::string column, bool solid)
+{
+  metaData->useSolidColor = solid;
+  if (!solid)
+    for (vtkIdType c = 0; c < plotData->GetNumberOfColumns(); ++c)
+      if (hasColumn(plotData, c) && columnName(plotData, c) == column)
+        metaData->colorColumn = static_cast<int>(c);
+  useColors(nullptr);
+}
+
+void PlotContainer::setXTickLabels(std::vector<std::string> const& labels)
+{
+  xTickLabels = vtkSmartPointer<vtkStringArray>::New();
+  for (std::string const& label : labels) xTickLabels->InsertNextValue(label);
+}
+
+void PlotContainer::setXTickPosition(std::vector<double> const& positions)
+{
+  xTickPositions = vtkSmartPointer<vtkDoubleArray>::New();
+  for (double position : positions) xTickPositions->InsertNextValue(position);
+}
+
+void PlotContainer::setLogScaleY(bool log)
+{
+  if (chartXY) setScale(chartXY, vtkAxis::LEFT, log);
+}
+
+void PlotContainer::LogScaleX()
+{
+  if (chartXY) setScale(chartXY, vtkAxis::BOTTOM, metaData->getLogX());
+}
+
+void PlotContainer::setShowLegend(bool legend)
+{
+  if (!chartXY) return;
+  chartXY->SetShowLegend(legend);
+  chartXY->Update();
+}
+
+void PlotContainer::setUseIndexForXSeries(bool useIndex)
+{
+  useIndexForXSeries = useIndex;
+  dirty();
+}
+
+void PlotContainer::setChartMargins(vtkChart* chart)
+{
+  if (auto* margins = dynamic_cast<MarginChart*>(chart))
+    margins->setMargins(leftMargin, bottomMargin, rightMargin, topMargin);
+  else
+    chart->SetBorders(leftMargin, bottomMargin, rightMargin, topMargin);
+}
+
+void PlotContainer::updateMargins()
+{
+  // The horizontal gutter goes first here, while some styles draw with the vertical one first: kept so.
+  auto layOutMatrix = [this](int titleSpace) {
+    chartMatrix->SetGutter(
+        {static_cast<float>(horizontalGutter), static_cast<float>(verticalGutter + titleSpace)});
+    chartMatrix->SetBorders(leftMargin, bottomMargin, rightMargin, topMargin + titleSpace);
+  };
+  switch (metaData->getPlotStyle()) {
+  case scatterPlot:
+    if (chartXY) setChartMargins(chartXY);
+    break;
+  case multiPlot:
+    layOutMatrix(0);
+    break;
+  case selectionCdfPlot:
+    layOutMatrix(smallChartTitleSpace);
+    break;
+  default:
+    break;
+  }
+}
+
+void PlotContainer::setLeftMargin(int pixels)
+{
+  leftMargin = pixels;
+  updateMargins();
+}
+
+void PlotContainer::setTopMargin(int pixels)
+{
+  topMargin = pixels;
+  updateMargins();
+}
+
+void PlotContainer::setBottomMargin(int pixels)
+{
+  bottomMargin = pixels;
+  updateMargins();
+}
+
+void PlotContainer::setRightMargin(int pixels)
+{
+  rightMargin = pixels;
+  updateMargins();
+}
+
+void PlotContainer::setHorizontalGutter(int pixels)
+{
+  horizontalGutter = pixels;
+  updateMargins();
+}
+
+void PlotContainer::setVerticalGutter(int pixels)
+{
+  verticalGutter = pixels;
+  updateMargins();
 }

@@ -1,11 +1,15 @@
 #include <runsieve/plot/ChartRole.h>
 
+#include <runsieve/items/LinkedPlotPoints.h>
+#include <runsieve/items/SelectionGuard.h>
+
 #include <vtkAnnotationLink.h>
 #include <vtkAxis.h>
 #include <vtkChart.h>
 #include <vtkChartMatrix.h>
 #include <vtkContextMouseEvent.h>
 #include <vtkPlot.h>
+#include <vtkPlotLine.h>
 
 namespace runsieve {
 
@@ -13,6 +17,8 @@ namespace {
 
 constexpr int axisCount = 4;
 constexpr int noButton = -1;
+constexpr int defaultPrecision = 2; ///< of vtkAxis, as the margin
+constexpr int defaultMargin = 15;   ///< pixels
 
 void resetAxis(vtkAxis* axis)
 {
@@ -20,17 +26,33 @@ void resetAxis(vtkAxis* axis)
   axis->SetBehavior(vtkAxis::AUTO);
   axis->SetCustomTickPositions(nullptr, nullptr);
   axis->SetLabelsVisible(true);
+  axis->SetRangeLabelsVisible(false);
   axis->SetTickLabelAlgorithm(vtkAxis::TICK_SIMPLE);
+  axis->SetNumberOfTicks(-1);
+  axis->SetNotation(vtkAxis::STANDARD_NOTATION);
+  axis->SetPrecision(defaultPrecision);
+  axis->SetMargins(defaultMargin, defaultMargin);
   axis->SetTitle("");
 }
 
 } // namespace
 
+vtkPlot* plot0(vtkChart* chart)
+{
+  return chart && chart->GetNumberOfPlots() > 0 ? chart->GetPlot(0) : nullptr;
+}
+
 void takeRole(vtkChart* chart)
 {
   chart->RemoveAllObservers();
-  chart->ClearPlots();
   chart->SetAnnotationLink(nullptr);
+  resetLooks(chart);
+}
+
+void resetLooks(vtkChart* chart)
+{
+  chart->ClearPlots();
+  chart->SetInteractive(true);
   chart->SetTitle("");
   chart->SetShowLegend(false);
   chart->SetActionToButton(vtkChart::PAN, vtkContextMouseEvent::LEFT_BUTTON);
@@ -48,6 +70,20 @@ void makeSelectable(vtkChart* chart, vtkAnnotationLink* link)
   chart->SetClickActionToButton(vtkChart::NOTIFY, noButton);
 }
 
+vtkPlot* addPointPlot(vtkChart* chart)
+{
+  auto plot = SelectionGuard<LinkedPlotPoints>::create();
+  addPlot(chart, plot);
+  return plot;
+}
+
+vtkPlot* addLinePlot(vtkChart* chart)
+{
+  auto plot = SelectionGuard<vtkPlotLine>::create();
+  addPlot(chart, plot);
+  return plot;
+}
+
 void addPlot(vtkChart* chart, vtkPlot* plot)
 {
   plot->SetInteractive(false);
@@ -58,6 +94,19 @@ void addAuxiliaryPlot(vtkChart* chart, vtkPlot* plot)
 {
   plot->SetSelectable(false);
   addPlot(chart, plot);
+}
+
+void layOutCells(vtkChartMatrix* matrix, vtkVector2i size)
+{
+  if (matrix->GetSize() != size) {
+    matrix->SetSize({0, 0});
+    matrix->SetSize(size);
+  }
+  for (int row = 0; row < size.GetY(); ++row)
+    for (int column = 0; column < size.GetX(); ++column) {
+      takeRole(matrix->GetChart({column, row}));
+      matrix->SetChartSpan({column, row}, {1, 1});
+    }
 }
 
 void makeCellsReachable(vtkChartMatrix* matrix)

@@ -113,7 +113,7 @@ vtkChart* PlotContainer::ensureChart()
     chartXY = MarginChart::create();
     chartXY->SetSelectionMode(vtkContextScene::SELECTION_ADDITION);
     makeSelectable(chartXY, annotationLink);
-    chartXY->AddPlot(vtkChart::POINTS);
+    addPointPlot(chartXY);
   }
   return chartXY;
 }
@@ -124,6 +124,32 @@ vtkChart* PlotContainer::ensureStandaloneChart()
                       !dynamic_cast<MarginChart*>(chartXY.GetPointer());
   if (isCell) chartXY = nullptr;
   return ensureChart();
+}
+
+vtkChart* PlotContainer::ensureNeutralChart()
+{
+  if (chartXY && chartXY.GetPointer() == shapedChart) {
+    shapedChart = nullptr;
+    if (dynamic_cast<MarginChart*>(chartXY.GetPointer()))
+      resetLooks(chartXY);
+    else
+      chartXY = nullptr;
+  }
+  return ensureStandaloneChart();
+}
+
+vtkChart* PlotContainer::chartToFill()
+{
+  if (!chartXY) {
+    // Nothing shows the chart yet.
+    vtkContextScene* scene = item->GetScene();
+    item = ensureChart();
+    item->SetScene(scene);
+  } else if (chartXY.GetPointer() == shapedChart) {
+    shapedChart = nullptr;
+    resetLooks(chartXY);
+  }
+  return chartXY;
 }
 
 void PlotContainer::replacePlotData(vtkSmartPointer<vtkTable> data)

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <runsieve/records/CoordinateWindow.h>
+#include <runsieve/records/Distribution.h>
+#include <runsieve/records/FitRun.h>
+#include <runsieve/records/FitSettings.h>
 #include <runsieve/records/LinePlotData.h>
 #include <runsieve/records/LinePlotTable.h>
 #include <runsieve/records/ParameterSelection.h>
 #include <runsieve/records/PlotMetaData.h>
 #include <runsieve/records/ReducedMetaData.h>
+#include <runsieve/records/SobolPostProcessResult.h>
 #include <runsieve/records/TypedConcentrationName.h>
 #include <runsieve/runsieve_export.h>
 
@@ -56,7 +60,8 @@ class RunIndex;
 ///
 /// Order of work: set the style, fill the plot, set columns and looks, call VtkPlotWidget::updatePlot(true).
 /// A host that brings its own container hands it to VtkPlotWidget::setPlotContainer() first, since that call
-/// redraws.
+/// redraws. Sobol, residual and distribution charts are built by the operation that fills them: a redraw that
+/// comes later (setPlotContainer() makes one) spoils them.
 ///
 /// Members are defined where their subject lives: plot/, selection/, stats/, adapters/.
 class RUNSIEVE_EXPORT PlotContainer : public QObject
@@ -150,6 +155,54 @@ public:
   /// Adds the mean curves of decorationTable to chartXY if showDecorationPlots is set.
   void drawDecorations(vtkContextScene* scene);
 
+  // These store their value in metaData, so that a redraw keeps it, and show it on chartXY if there is one.
+  void setPlotTitle(std::string title);
+  void setXLabel(std::string label);
+  void setYLabel(std::string label);
+  void setMarkerStyle(int style);  ///< numbering of vtkPlotPoints; of plot 0
+  void setLineWidth(double width); ///< pixels; at once only for the bars of scatterPlotWithErrorBars
+  void setColor(int red, int green, int blue, int alpha); ///< 0 to 255; shows while useSolidColor is set
+  /// One colour for all points, or colours by a column of doubles. An unknown column keeps the former one;
+  /// of equal names the last counts.
+  void setColorScheme(std::string column, bool solid);
+
+  // Texts and places of the ticks on the bottom axis, for the next redraw; none of them: ticks by number.
+  void setXTickLabels(std::vector<std::string> const& labels);
+  void setXTickPosition(std::vector<double> const& positions);
+
+  void LogScaleX(); ///< gives chartXY the scale that metaData->getLogX() names
+  /// Row numbers instead of an x column in scatterPlotWithErrorBars, from the next redraw on.
+  void setUseIndexForXSeries(bool useIndex);
+  [[nodiscard]] bool getUseIndexForXSeries() const { return useIndexForXSeries; }
+
+  // Pixels. A setter applies all margins and gutters of the style at once; the two gutters change places at
+  // the next redraw.
+  [[nodiscard]] int getLeftMargin() const { return leftMargin; }
+  [[nodiscard]] int getTopMargin() const { return topMargin; }
+  [[nodiscard]] int getBottomMargin() const { return bottomMargin; }
+  [[nodiscard]] int getRightMargin() const { return rightMargin; }
+  [[nodiscard]] int getHorizontalGutter() const { return horizontalGutter; }
+  [[nodiscard]] int getVerticalGutter() const { return verticalGutter; }
+  void setLeftMargin(int pixels);
+  void setTopMargin(int pixels);
+  void setBottomMargin(int pixels);
+  void setRightMargin(int pixels);
+  void setHorizontalGutter(int pixels);
+  void setVerticalGutter(int pixels);
+  void updateMargins();
+
+  // ---- plot: styles with builders of their own; redraw() calls them
+  // (plot/ErrorBarPlot.cpp, plot/MultiPlot.cpp, stats/FitParameterDistributionPlot.cpp)
+
+  /// One series with error bars (column zColumns[0], of floats), and a second one as a line if xColumns or
+  /// the row numbers, and yColumns, name it; its table is tables[0] if there is one.
+  void drawScatterPlotWithErrorBars(vtkContextScene* scene);
+  /// All pairs of parameters as a triangle of small charts, and the plot's own columns in a large one.
+  void drawMulitPlot(vtkContextScene* scene);
+  /// The course of a fit: all pairs of parameters, and each parameter over the iterations (column 1),
+  /// coloured by the score (column 0, of doubles) on a logarithmic scale from blue over black to red.
+  void drawFitParameterDistributionPlot(vtkContextScene* scene);
+
   // ---- selection (selection/SelectionRoundTrip.cpp)
   // ------------------------------------------------------------
 
@@ -191,6 +244,9 @@ public:
   void scaleRelativeToMaxWithinTrajectory(int column);
   /// Multiplies, or divides, a column by another one, row by row; renews nothing.
   void scaleColumnByColumn(int column, int byColumn, bool divide);
+  /// Samples a density into plotData ("x", "pdf") and shows it in chartXY as a filled curve, a point value as
+  /// a peak. The distribution stays the caller's.
+  void setDistribution(Distribution* distribution);
 
   // ---- adapters (adapters/)
   // ------------------------------------------------------------------------------------
@@ -204,6 +260,27 @@ public:
   /// Appends a borrowed table to tables; the caller keeps the record alive as long as it stands there.
   /// Empties typedColumnNames.
   void setLinePlotTableAsAdditionalData(LinePlotTable* table);
+  /// Replaces plotData by one slice of Sobol indices, a column per parameter, and builds its chart: bars over
+  /// the species at times[timeIndex], or an area over time for species[speciesIndex]. Negative indices become
+  /// 0. The style must be set before: barPlot or stackedPlot. The record stays the caller's; an index outside
+  /// it has no effect.
+  /// \param total indices of total order instead of first order
+  void setSobolPostprocessResult(SobolPostProcessResult* result, bool atSingleTime, bool total,
+                                 std::size_t timeIndex, std::size_t speciesIndex);
+  /// Builds a new chart of the table that stands, for barPlot or stackedPlot. It has no scene until
+  /// VtkPlotWidget::updatePlot(true).
+  void setupStackedSobol(bool total);
+  /// Replaces plotData by the residuals of a fit, or by predictions beside observations, and draws them in
+  /// chartXY. All records stay the caller's.
+  /// \param predictions one vector per data series, changed in place by normalization or standardization
+  /// \param scaled residuals are divided by the errors of the observations
+  /// \param showCurves predictions and observations instead of residuals
+  void setResidualPlot(FitRun* run, FitSettings* settings, std::vector<std::vector<double>>& predictions,
+                       bool scaled, bool showCurves);
+  /// Replaces plotData by points, with error bars if there are as many errors as points, and redraws. x and y
+  /// of different lengths leave an empty table, a message as the chart's title, and the settings' signals
+  /// blocked until the next redraw.
+  void setSimpleXYPlot(std::vector<double>& x, std::vector<double>& y, std::vector<double>& errors);
   /// Appends a column; returns its index, or -1 if its length is not the row count of plotData.
   int addColumn(std::vector<double> const& values, std::string const& name);
   /// Replaces plotData by demonstration curves.
@@ -226,6 +303,9 @@ public Q_SLOTS:
   void redraw();
   /// Marks the scene for repainting.
   void dirty();
+  // The chart alone keeps these two: a chart that takes its place starts without them.
+  void setLogScaleY(bool log); ///< stays linear while there are values of 0 or below
+  void setShowLegend(bool legend);
   /// Runs the selection callback by hand.
   void annotationUpdate();
 
@@ -236,6 +316,12 @@ private:
   void observeSelection();
   vtkChart* ensureChart();
   vtkChart* ensureStandaloneChart();
+  vtkChart* ensureNeutralChart();
+  vtkChart* chartToFill();
+  void setChartMargins(vtkChart* chart);
+  void addSecondSeries(vtkChart* chart);
+  void setParameterTitle(vtkAxis* axis, int column);
+  void setParameterAxes(vtkChart* chart, int x, int y, bool titleX, bool titleY);
   void redrawInScene(vtkContextScene* scene);
   void finishRedraw(vtkContextScene* scene);
   void drawScatterPlot(vtkContextScene* scene);
@@ -266,5 +352,6 @@ private:
   std::unique_ptr<runsieve::ChartLifetime> chartLifetime; ///< charts that an event may still stand in
   std::unique_ptr<runsieve::RunIndex> runIndex; ///< order of the runs by each parameter, of plotData
   vtkWeakPointer<vtkTable> rankedFrom;          ///< the table that tables 0 and 1 were made from
+  vtkWeakPointer<vtkChart> shapedChart;         ///< has axes and looks of an adapter, not of the styles
   bool drawingSelection = false;
 };

@@ -3,7 +3,7 @@
 #include <runsieve/items/vtkPlotLineSet.h>
 #include <runsieve/plot/ChartLifetime.h>
 #include <runsieve/plot/ChartRole.h>
-#include <runsieve/plot/MarginChart.h>
+#include <runsieve/plot/PaddedRange.h>
 #include <runsieve/plot/TableAccess.h>
 #include <runsieve/plot/vtkShiftScaleCallback.h>
 
@@ -22,13 +22,6 @@
 using namespace runsieve;
 
 namespace {
-
-constexpr double paddingFraction = 0.05;
-
-int entry0(std::vector<int> const& list)
-{
-  return list.empty() ? -1 : list[0];
-}
 
 void showColumn(vtkScatterPlotMatrix* matrix, vtkTable* table, int column)
 {
@@ -65,6 +58,12 @@ void PlotContainer::redrawInScene(vtkContextScene* scene)
     return drawScatterPlot3D(scene);
   case selectionCdfPlot:
     return drawSelectionCdfPlot(scene);
+  case multiPlot:
+    return drawMulitPlot(scene);
+  case scatterPlotWithErrorBars:
+    return drawScatterPlotWithErrorBars(scene);
+  case fitParameterDistributionPlot:
+    return drawFitParameterDistributionPlot(scene);
   case parallelCoordinatesPlot:
     return drawParallelCoordinates(scene);
   default:
@@ -76,8 +75,8 @@ void PlotContainer::finishRedraw(vtkContextScene* scene)
 {
   setPointSize(metaData->pointSize);
   if (!chartXY) return;
-  vtkPlot* first = chartXY->GetNumberOfPlots() > 0 ? chartXY->GetPlot(0) : nullptr;
-  if (auto* points = vtkPlotPoints::SafeDownCast(first)) points->SetMarkerStyle(metaData->markerStyle);
+  if (auto* points = vtkPlotPoints::SafeDownCast(plot0(chartXY)))
+    points->SetMarkerStyle(metaData->markerStyle);
   drawDecorations(scene);
   vtkAxis* bottom = chartXY->GetAxis(vtkAxis::BOTTOM);
   bottom->SetLogScale(metaData->getLogX());
@@ -87,13 +86,10 @@ void PlotContainer::finishRedraw(vtkContextScene* scene)
 
 void PlotContainer::drawScatterPlot(vtkContextScene* scene)
 {
-  vtkChart* chart = ensureStandaloneChart();
+  vtkChart* chart = ensureNeutralChart();
   chart->SetScene(scene);
   chart->ClearPlots();
-  if (auto* margins = dynamic_cast<MarginChart*>(chart))
-    margins->setMargins(leftMargin, bottomMargin, rightMargin, topMargin);
-  else
-    chart->SetBorders(leftMargin, bottomMargin, rightMargin, topMargin);
+  setChartMargins(chart);
   chart->SetAnnotationLink(annotationLink);
   item = chart;
   chart->AddObserver(vtkCommand::InteractionEvent, shiftScaleCallback, 0.0);
@@ -106,8 +102,7 @@ void PlotContainer::drawScatterPlot(vtkContextScene* scene)
     addPlot(chart, lines);
     plot = lines;
   } else {
-    plot = chart->AddPlot(vtkChart::POINTS);
-    plot->SetInteractive(false);
+    plot = addPointPlot(chart);
     vtkPlotPoints::SafeDownCast(plot)->SetMarkerSize(static_cast<float>(metaData->pointSize));
   }
   const int x = entry0(metaData->xColumns);
@@ -116,14 +111,9 @@ void PlotContainer::drawScatterPlot(vtkContextScene* scene)
   vtkAxis* bottom = chart->GetAxis(vtkAxis::BOTTOM);
   vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);
   const bool remembered = applyRememberedWindow(chart);
-  vtkDoubleArray* column = doubleColumn(plotData, x);
-  double range[2] = {1.0, 0.0};
-  if (!remembered && column) column->GetRange(range, 0);
-  if (range[0] <= range[1]) {
+  if (!remembered && doubleColumn(plotData, x)) {
     bottom->SetBehavior(vtkAxis::FIXED);
-    const double pad = (range[1] - range[0]) * paddingFraction;
-    bottom->SetUnscaledMinimum(range[0] - pad);
-    bottom->SetUnscaledMaximum(range[1] + pad);
+    setPaddedRange(bottom, doubleColumn(plotData, x));
   }
   setCustomTicks(bottom, true);
   bottom->SetTitle(chartText(metaData->xLabel));

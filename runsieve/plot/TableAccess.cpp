@@ -1,6 +1,7 @@
 #include <runsieve/plot/TableAccess.h>
 
 #include <vtkDoubleArray.h>
+#include <vtkFloatArray.h>
 #include <vtkPlot.h>
 #include <vtkTable.h>
 
@@ -18,11 +19,36 @@ std::string columnName(vtkTable* table, long long column)
   return hasColumn(table, column) ? table->GetColumnName(column) : std::string();
 }
 
-vtkDoubleArray* doubleColumn(vtkTable* table, long long column)
+namespace {
+
+template <class Array> Array* columnOf(vtkTable* table, long long column)
 {
   if (!table || column < 0 || column >= table->GetNumberOfColumns()) return nullptr;
-  auto* array = vtkDoubleArray::SafeDownCast(table->GetColumn(column));
+  auto* array = Array::SafeDownCast(table->GetColumn(column));
   return array && array->GetNumberOfComponents() == 1 ? array : nullptr;
+}
+
+} // namespace
+
+vtkDoubleArray* doubleColumn(vtkTable* table, long long column)
+{
+  return columnOf<vtkDoubleArray>(table, column);
+}
+
+vtkFloatArray* floatColumn(vtkTable* table, long long column)
+{
+  return columnOf<vtkFloatArray>(table, column);
+}
+
+int entry0(std::vector<int> const& columns)
+{
+  return columns.empty() ? -1 : columns[0];
+}
+
+void setEntry0(std::vector<int>& columns, int column)
+{
+  if (columns.empty()) columns.resize(1);
+  columns[0] = column;
 }
 
 std::string bareParameterName(std::string const& columnName)

@@ -26,7 +26,6 @@ using namespace runsieve;
 namespace {
 
 constexpr int chartsPerRow = 4;
-constexpr int titleSpace = 25; ///< pixels above each small chart, for its p-value
 constexpr double commonScaleHeadroom = 1.05;
 
 struct Rgb
@@ -77,21 +76,6 @@ vtkSmartPointer<vtkLookupTable> complementColors()
   return colors;
 }
 
-/// Gives the matrix a size with all cells in a neutral role. A change of size would otherwise hand charts and
-/// spans on to other cells.
-void layOut(vtkChartMatrix* matrix, vtkVector2i size)
-{
-  if (matrix->GetSize() != size) {
-    matrix->SetSize({0, 0});
-    matrix->SetSize(size);
-  }
-  for (int row = 0; row < size.GetY(); ++row)
-    for (int column = 0; column < size.GetX(); ++column) {
-      takeRole(matrix->GetChart({column, row}));
-      matrix->SetChartSpan({column, row}, {1, 1});
-    }
-}
-
 } // namespace
 
 std::vector<int> PlotContainer::parametersToShow() const
@@ -132,10 +116,10 @@ void PlotContainer::drawSelectionCdfPlot(vtkContextScene* scene)
   const int n = static_cast<int>(shown.size());
   const int columns = std::max(std::min(n, chartsPerRow), 1);
   const int groups = n > 0 ? (n - 1) / chartsPerRow + 1 : 1;
-  layOut(chartMatrix, {columns, n > 0 ? 2 * groups : groups});
+  layOutCells(chartMatrix, {columns, n > 0 ? 2 * groups : groups});
   chartMatrix->SetGutter(
-      {static_cast<float>(horizontalGutter), static_cast<float>(verticalGutter + titleSpace)});
-  chartMatrix->SetBorders(leftMargin, bottomMargin, rightMargin, topMargin + titleSpace);
+      {static_cast<float>(horizontalGutter), static_cast<float>(verticalGutter + smallChartTitleSpace)});
+  chartMatrix->SetBorders(leftMargin, bottomMargin, rightMargin, topMargin + smallChartTitleSpace);
 
   const vtkVector2i corner(0, n > 0 ? groups : 0);
   chartXY = chartMatrix->GetChart(corner);

@@ -1,0 +1,3 @@
+#include <runsieve/records/FitSettings.h>
+
+FitSettings::~FitSettings() = default;

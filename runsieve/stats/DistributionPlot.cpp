@@ -1,0 +1,101 @@
+#include <runsieve/plot/PlotContainer.h>
+
+#include <runsieve/plot/ChartRole.h>
+#include <runsieve/plot/TableAccess.h>
+
+#include <vtkAxis.h>
+#include <vtkChartXY.h>
+#include <vtkFloatArray.h>
+#include <vtkNew.h>
+#include <vtkPlot.h>
+
+using namespace runsieve;
+
+namespace {
+
+constexpr int densityPoints = 50;
+constexpr double headroom = 1.05;
+
+/// The samples of one distribution, as they are drawn.
+struct SampledDensity
+{
+  vtkNew<vtkFloatArray> x;
+  vtkNew<vtkFloatArray> pdf;
+  double height = 0.0; ///< the highest density; 0 for a point value, although its peak is drawn at 1
+
+  void add(double at, double density)
+  {
+    x->InsertNextValue(static_cast<float>(at));
+    pdf->InsertNextValue(static_cast<float>(density));
+  }
+};
+
+void samplePoint(SampledDensity& samples, double at)
+{
+  samples.add(0.5 * at, 0.0);
+  samples.add(0.98 * at, 0.0);
+  samples.add(at, 1.0);
+  samples.add(at / 0.98, 0.0);
+  samples.add(2.0 * at, 0.0);
+}
+
+void sampleDensity(SampledDensity& samples, Distribution& distribution, double lower, double span)
+{
+  const double step = span / (densityPoints - 1.0);
+  for (int i = 0; i < densityPoints; ++i) {
+    const double x = i * step + lower;
+    const double density = distribution.getPdf(x);
+    samples.add(x, density);
+    if (density > samples.height) samples.height = density;
+  }
+}
+
+int decimals(double span)
+{
+  if (span >= 100.0) return 0;
+  return span >= 10.0 ? 1 : 2;
+}
+
+} // namespace
+
+void PlotContainer::setDistribution(Distribution* distribution)
+{
+  if (!distribution) return;
+  metaData->blockSignals(true);
+  const auto [lower, upper] = distribution->getRange(Distribution::shown);
+  const double span = upper - lower;
+  SampledDensity samples;
+  samples.x->SetName("x");
+  samples.pdf->SetName("pdf");
+  if (distribution->getType() == Distribution::pointValue)
+    samplePoint(samples, lower);
+  else
+    sampleDensity(samples, *distribution, lower, span);
+  auto table = vtkSmartPointer<vtkTable>::New();
+  table->AddColumn(samples.x);
+  table->AddColumn(samples.pdf);
+  replacePlotData(table);
+
+  vtkChart* chart = chartToFill();
+  resetLooks(chart);
+  shapedChart = chart;
+  vtkPlot* plot = chart->AddPlot(vtkChart::STACKED);
+  plot->SetInputData(plotData, vtkIdType(0), vtkIdType(1));
+  plot->SetColor(30, 30, 230, 255);
+
+  vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);
+  left->SetRange(0.0, samples.height * headroom);
+  left->SetRangeLabelsVisible(false);
+  left->SetLabelsVisible(false);
+  left->SetTitle("");
+  left->SetMargins(0, 0);
+  vtkAxis* bottom = chart->GetAxis(vtkAxis::BOTTOM);
+  bottom->SetTitle("");
+  bottom->SetNumberOfTicks(3);
+  bottom->SetPrecision(decimals(span));
+  bottom->SetNotation(vtkAxis::FIXED_NOTATION);
+  chart->SetInteractive(false);
+  if (auto* xy = vtkChartXY::SafeDownCast(chart)) xy->DrawAxesAtOriginOff();
+  chart->SetTitle(chartText(metaData->plotTitle));
+  metaData->blockSignals(false);
+}
