@@ -1,7 +1,8 @@
 # What the library's public headers need stands in RunsieveConfig.cmake.in as well: keep the two in step.
 set(RUNSIEVE_VTK_COMPONENTS
   CommonCore CommonDataModel CommonExecutionModel CommonColor FiltersCore FiltersGeneral FiltersExtraction
-  FiltersStatistics RenderingCore RenderingContext2D ViewsContext2D ChartsCore GUISupportQt IOExportGL2PS
+  FiltersStatistics RenderingCore RenderingContext2D ViewsContext2D ChartsCore GUISupportQt IOCore IOInfovis
+  IOExportGL2PS
   # Factories that a working chart needs; the library registers them, so a host links one target only.
   RenderingOpenGL2 RenderingContextOpenGL2 RenderingFreeType RenderingVolumeOpenGL2 RenderingGL2PSOpenGL2
   InteractionStyle)

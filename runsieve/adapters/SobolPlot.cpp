@@ -83,11 +83,12 @@ std::string timeTitle(double time)
   return text.str();
 }
 
-/// All columns but the last become series 1, 2, and so on.
+/// All columns but the last become series 1, 2, and so on. A parameter called "Name" has made way for the labels,
+/// which are no series.
 void setSeries(vtkPlot* plot, vtkTable* table)
 {
   for (vtkIdType k = 1; k < table->GetNumberOfColumns(); ++k)
-    plot->SetInputArray(static_cast<int>(k), columnName(table, k - 1));
+    if (isNumeric(table, k - 1)) plot->SetInputArray(static_cast<int>(k), columnName(table, k - 1));
 }
 
 vtkSmartPointer<vtkColorSeries> seriesColors()

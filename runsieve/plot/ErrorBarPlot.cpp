@@ -24,6 +24,7 @@ void PlotContainer::drawScatterPlotWithErrorBars(vtkContextScene* scene)
     points->SetUseIndexForXSeries(useIndexForXSeries);
     points->SelectErrorArray(static_cast<vtkIdType>(entry0(metaData->zColumns)));
   }
+  points->SetWidth(static_cast<float>(metaData->getLineWidth()));
   addPlot(chart, points);
 
   vtkAxis* bottom = chart->GetAxis(vtkAxis::BOTTOM);

@@ -32,6 +32,7 @@
 #include <boost/shared_ptr.hpp>
 #include <boost/unordered_map.hpp>
 
+#include <QByteArray>
 #include <QObject>
 #include <QStringList>
 
@@ -222,6 +223,10 @@ public:
   void setExternalSelection(ParameterSelection* selection);
   /// Appends one record per cluster, with the positions in clusterLabels. The records become the caller's.
   void selectionsFromClusters(std::string const& name, std::vector<ParameterSelection*>& selections);
+  /// Reduces plotData, for good, to the columns that the settings name and the auxiliary ones, renumbers the
+  /// settings and appends the selection as a column "selected points". Keeps the window of the current
+  /// columns in metaData and forgets all others. Does not redraw.
+  void shrinkToColumnSelection();
 
   // ---- statistics (stats/)
   // -------------------------------------------------------------------------------------
@@ -244,6 +249,14 @@ public:
   void scaleRelativeToMaxWithinTrajectory(int column);
   /// Multiplies, or divides, a column by another one, row by row; renews nothing.
   void scaleColumnByColumn(int column, int byColumn, bool divide);
+  /// Groups the runs by the shape of column yColumns[0], by k-means under Pearson's correlation distance
+  /// (vtkKMeansPearson), and adds one line per run to chartXY, coloured by its cluster. Fills clusterLabels,
+  /// clusterRunTable (a column per run) and decorationTable (a mean curve per cluster). The same input gives
+  /// the same clusters. No effect without a complete run or below one cluster.
+  /// \param mode 2: by the phase of the Fourier transform, 3: by its magnitude, others: by the curve itself
+  void clusterTimeSeries(int clusters, int mode);
+  /// Adds the lines of the last clusterTimeSeries() to chartXY once more; a redraw takes them away.
+  void drawClusterRuns();
   /// Samples a density into plotData ("x", "pdf") and shows it in chartXY as a filled curve, a point value as
   /// a peak. The distribution stays the caller's.
   void setDistribution(Distribution* distribution);
@@ -285,6 +298,25 @@ public:
   int addColumn(std::vector<double> const& values, std::string const& name);
   /// Replaces plotData by demonstration curves.
   void example();
+
+  // ---- persistence (persist/)
+  // --------------------------------------------------------------------------------------
+
+  /// plotData and typedColumnNames as bytes (docs/file_formats.md); the array becomes the caller's. Columns
+  /// other than of doubles go as integers. \throw std::length_error for more than 2 GiB
+  [[nodiscard]] QByteArray* binaryDump();
+  /// The reverse. metaData must stand before: stride, columns, style and coordinateWindow are read. The
+  /// selection comes back from a flag column, and the quartiles are renewed; nothing is redrawn. What a short
+  /// dump lacks comes back as zeros and empty names. The dump stays the caller's.
+  /// \throw std::length_error, std::bad_array_new_length for negative or absurd counts; what was read stays
+  void readDump(QByteArray* dump);
+  /// Writes plotData as delimited text into a file and returns null, or without a file name returns the text,
+  /// which becomes the caller's (delete[]).
+  /// \param keepAllColumns if not, shrinkToColumnSelection() comes first
+  char* saveData(std::string fileName, bool keepAllColumns);
+  /// Replaces plotData by a file of delimited text: columns of numbers become doubles, all others text.
+  /// Nothing else changes and nothing is redrawn. VTK reports files that cannot be read.
+  void loadData(std::string fileName);
 
 public Q_SLOTS:
   /// Replaces the main table and drops all side tables; does not redraw.

@@ -206,7 +206,7 @@ void PlotContainer::drawScatterPlot3D(vtkContextScene* scene)
   const int x = entry0(metaData->xColumns);
   const int y = entry0(metaData->yColumns);
   const int z = entry0(metaData->zColumns);
-  if (hasColumn(plotData, x) && hasColumn(plotData, y) && hasColumn(plotData, z) &&
+  if (isNumeric(plotData, x) && isNumeric(plotData, y) && isNumeric(plotData, z) &&
       plotData->GetNumberOfRows() > 0) {
     vtkNew<vtkPlotPoints3D> plot;
     plot->SetInputData(plotData, x, y, z);
@@ -226,6 +226,7 @@ void PlotContainer::drawParallelCoordinates(vtkContextScene* scene)
   chart->ClearPlots();
   vtkPlot* plot = chart->GetPlot(0);
   plot->SetInputData(plotData);
+  vtkPlotParallelCoordinates::SafeDownCast(plot)->SetScalarVisibility(!metaData->useSolidColor);
   if (metaData->colorColumn >= 0 && hasColumn(plotData, metaData->colorColumn))
     vtkPlotParallelCoordinates::SafeDownCast(plot)->SelectColorArray(
         static_cast<vtkIdType>(metaData->colorColumn));

@@ -14,6 +14,11 @@ bool hasColumn(vtkTable* table, long long column)
   return table && column >= 0 && column < table->GetNumberOfColumns() && table->GetColumnName(column);
 }
 
+bool isNumeric(vtkTable* table, long long column)
+{
+  return hasColumn(table, column) && vtkDataArray::SafeDownCast(table->GetColumn(column));
+}
+
 std::string columnName(vtkTable* table, long long column)
 {
   return hasColumn(table, column) ? table->GetColumnName(column) : std::string();

@@ -14,6 +14,9 @@ namespace runsieve {
 /// outlive the table that they were meant for.
 bool hasColumn(vtkTable* table, long long column);
 
+/// The same, and it holds numbers.
+bool isNumeric(vtkTable* table, long long column);
+
 /// The name of a column, empty if there is none.
 std::string columnName(vtkTable* table, long long column);
 

@@ -9,6 +9,7 @@
 #include <boost/math/distributions/uniform.hpp>
 #include <boost/math/distributions/weibull.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <stdexcept>
@@ -25,11 +26,12 @@ constexpr double tail = 0.001; ///< probability that a plotted range leaves out 
 using Tolerant =
     boost::math::policies::policy<boost::math::policies::overflow_error<boost::math::policies::ignore_error>>;
 
-/// Finite ends of what Boost.Math calls the support stand for unbounded ones at its largest double.
-double unbounded(double end)
+/// Boost.Math writes the largest double for an unbounded end of a support, and the smallest one for 0.
+double endOfSupport(double end)
 {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
-  return std::abs(end) == std::numeric_limits<double>::max() ? std::copysign(infinity, end) : end;
+  using Limits = std::numeric_limits<double>;
+  if (end == Limits::min()) return 0.0;
+  return std::abs(end) == Limits::max() ? std::copysign(Limits::infinity(), end) : end;
 }
 
 /// Any continuous distribution of Boost.Math.
@@ -44,14 +46,15 @@ public:
   {
     const auto [lower, upper] = getRange(support);
     if (!(x >= lower && x <= upper) || std::isinf(x)) return 0.0;
-    return boost::math::pdf(law, x);
+    // At 0 itself some laws answer 0 whatever the limit of their density.
+    return boost::math::pdf(law, std::max(x, boost::math::support(law).first));
   }
 
   std::pair<double, double> getRange(int range) override
   {
     auto [lower, upper] = boost::math::support(law);
-    lower = unbounded(lower);
-    upper = unbounded(upper);
+    lower = endOfSupport(lower);
+    upper = endOfSupport(upper);
     if (range == support) return {lower, upper};
     if (std::isinf(lower)) lower = boost::math::quantile(law, tail);
     if (std::isinf(upper)) upper = boost::math::quantile(boost::math::complement(law, tail));

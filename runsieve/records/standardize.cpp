@@ -1,28 +1,36 @@
 #include <runsieve/records/standardize.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
 namespace {
 
+/// Of the finite values among those given.
 struct Moments
 {
-  std::size_t count = 0;
   double mean = 0.0;
-  double squares = 0.0; ///< sum of squared deviations from the mean
+  double deviation = 0.0; ///< standard deviation
 };
 
-/// By Welford's updates, which lose no digits to a large mean.
+template <class Function> void eachFinite(std::vector<double> const& values, Function&& function)
+{
+  for (double value : values)
+    if (std::isfinite(value)) function(value);
+}
+
 Moments momentsOf(std::vector<double> const& values)
 {
   Moments moments;
-  for (double value : values) {
-    if (!std::isfinite(value)) continue;
-    ++moments.count;
-    const double deviation = value - moments.mean;
-    moments.mean += deviation / static_cast<double>(moments.count);
-    moments.squares += deviation * (value - moments.mean);
-  }
+  double count = 0.0;
+  eachFinite(values, [&](double value) { moments.mean += (value - moments.mean) / ++count; });
+  // In units of the largest deviation, so that no square leaves the range of a double.
+  double largest = 0.0;
+  eachFinite(values, [&](double value) { largest = std::max(largest, std::abs(value - moments.mean)); });
+  if (count < 2.0 || largest == 0.0) return moments;
+  double squares = 0.0;
+  eachFinite(values, [&](double value) { squares += std::pow((value - moments.mean) / largest, 2); });
+  moments.deviation = largest * std::sqrt(squares / (count - 1.0));
   return moments;
 }
 
@@ -31,7 +39,7 @@ Moments momentsOf(std::vector<double> const& values)
 void standardize(std::vector<double>& values)
 {
   const Moments moments = momentsOf(values);
-  const double variance = moments.count > 1 ? moments.squares / static_cast<double>(moments.count - 1) : 0.0;
   for (double& value : values)
-    if (std::isfinite(value)) value = variance > 0.0 ? (value - moments.mean) / std::sqrt(variance) : 0.0;
+    if (std::isfinite(value))
+      value = moments.deviation > 0.0 ? (value - moments.mean) / moments.deviation : 0.0;
 }

@@ -56,6 +56,16 @@ int decimals(double span)
   return span >= 10.0 ? 1 : 2;
 }
 
+/// A stacked plot would always show 0.
+void showRangeOf(vtkAxis* axis, vtkFloatArray* x)
+{
+  double range[2];
+  x->GetRange(range, 0);
+  if (!(range[0] < range[1])) return;
+  axis->SetUnscaledRange(range[0], range[1]);
+  axis->SetBehavior(vtkAxis::FIXED);
+}
+
 } // namespace
 
 void PlotContainer::setDistribution(Distribution* distribution)
@@ -91,6 +101,7 @@ void PlotContainer::setDistribution(Distribution* distribution)
   left->SetMargins(0, 0);
   vtkAxis* bottom = chart->GetAxis(vtkAxis::BOTTOM);
   bottom->SetTitle("");
+  showRangeOf(bottom, samples.x);
   bottom->SetNumberOfTicks(3);
   bottom->SetPrecision(decimals(span));
   bottom->SetNotation(vtkAxis::FIXED_NOTATION);

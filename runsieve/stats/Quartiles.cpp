@@ -2,9 +2,8 @@
 
 #include <runsieve/plot/BorrowedColumn.h>
 #include <runsieve/plot/TableAccess.h>
-#include <runsieve/records/vtkPrepareKMeansTable.h>
+#include <runsieve/stats/RunsAsRows.h>
 
-#include <vtkDataObject.h>
 #include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
 #include <vtkOrderStatistics.h>
@@ -19,17 +18,6 @@ constexpr int minimumColumn = 1;
 constexpr int firstQuartileColumn = 2;
 constexpr int thirdQuartileColumn = 4;
 constexpr int maximumColumn = 5;
-
-/// One row per run, one column per time point.
-vtkSmartPointer<vtkTable> runsAsRows(vtkTable* table, std::string const& column, int stride)
-{
-  auto prepare = vtkSmartPointer<vtkPrepareKMeansTable>::Take(vtkPrepareKMeansTable::New());
-  prepare->SetInputData(0, table);
-  prepare->SetInputArrayToProcess(0, 0, 0, vtkDataObject::FIELD_ASSOCIATION_ROWS, column.c_str());
-  prepare->SetStride(stride);
-  prepare->Update();
-  return prepare->GetOutput();
-}
 
 /// One row per time point: a label, then minimum, quartiles and maximum by the rule of vtkOrderStatistics.
 vtkSmartPointer<vtkTable> quantilesByTime(vtkTable* runs)
@@ -90,9 +78,7 @@ void PlotContainer::generateQuartiles()
   if (metaData->xColumns.empty() || metaData->yColumns.empty()) return;
   const int x = metaData->xColumns[0];
   const int y = metaData->yColumns[0];
-  if (!hasColumn(plotData, x) || !hasColumn(plotData, y) ||
-      !vtkDataArray::SafeDownCast(plotData->GetColumn(y)))
-    return;
+  if (!hasColumn(plotData, x) || !isNumeric(plotData, y)) return;
   vtkSmartPointer<vtkDoubleArray> times = firstRunTimes(plotData, x, stride);
   if (!times) return;
   vtkSmartPointer<vtkTable> quantiles =

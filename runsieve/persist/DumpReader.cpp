@@ -1,0 +1,135 @@
+#include <runsieve/persist/DumpStream.h>
+
+#include <vtkDoubleArray.h>
+#include <vtkIntArray.h>
+#include <vtkTable.h>
+
+#include <QDataStream>
+#include <QtEndian>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <unordered_set>
+
+namespace runsieve {
+
+namespace {
+
+constexpr long long freeBytes = 32LL << 20; ///< what a dump of any size may claim
+constexpr long long bytesOfColumn = 1024;   ///< about what a column takes beside its values
+constexpr long long bytesOfName = 64;       ///< a typed name
+constexpr int bytesPerRead = 1 << 28;       ///< readRawData counts in int
+
+/// What may still be made of a dump. The counts in it are claims, and a damaged one claims anything.
+class Allowance
+{
+public:
+  explicit Allowance(int dumpSize) : left(freeBytes + 2LL * dumpSize) {}
+
+  bool take(long long bytes)
+  {
+    left -= bytes;
+    return left >= 0;
+  }
+
+private:
+  long long left;
+};
+
+/// Reads big-endian values; those that the stream does not hold are 0.
+template <class Value> void readValues(QDataStream& stream, Value* values, qint32 count)
+{
+  auto* bytes = reinterpret_cast<char*>(values);
+  const long long wanted = static_cast<long long>(count) * static_cast<long long>(sizeof(Value));
+  long long got = 0;
+  while (got < wanted) {
+    const int read =
+        stream.readRawData(bytes + got, static_cast<int>(std::min<long long>(wanted - got, bytesPerRead)));
+    if (read <= 0) break;
+    got += read;
+  }
+  const auto whole = static_cast<qint32>(got / static_cast<long long>(sizeof(Value)));
+  qFromBigEndian<Value>(values, whole, values);
+  std::fill(values + whole, values + count, Value(0));
+}
+
+template <class Array, class Value> vtkSmartPointer<vtkDataArray> readColumn(QDataStream& stream, qint32 rows)
+{
+  std::unique_ptr<Value[]> values(new Value[static_cast<std::size_t>(rows)]);
+  readValues(stream, values.get(), rows);
+  auto column = vtkSmartPointer<Array>::New();
+  column->SetArray(values.release(), rows, 0, Array::VTK_DATA_ARRAY_DELETE);
+  return column;
+}
+
+/// Adds columns in linear time. A second column of a name takes the place of the first, as in any vtkTable;
+/// nameless ones stand side by side.
+class ColumnAdder
+{
+public:
+  explicit ColumnAdder(vtkTable* itsTable) : table(itsTable) {}
+
+  void add(vtkDataArray* column, std::string const& name)
+  {
+    const bool known = !name.empty() && !names.insert(name).second;
+    if (known) column->SetName(name.c_str());
+    table->AddColumn(column); // searches for the name, if it has one, among all columns
+    if (!known) column->SetName(name.c_str());
+  }
+
+private:
+  vtkTable* table;
+  std::unordered_set<std::string> names;
+};
+
+void readNames(QDataStream& stream, TypedNames& names, Allowance& allowance)
+{
+  qint32 count = 0;
+  stream >> count;
+  if (count < 0) throw std::length_error("A dump with a negative number of names.");
+  for (qint32 i = 0; i < count; ++i) {
+    if (!allowance.take(bytesOfName)) throw std::length_error("A dump with too many names.");
+    qint32 type = 0;
+    QString name;
+    stream >> type >> name;
+    names.emplace_back(static_cast<Kestrane::DataType>(type), name.toLatin1().toStdString());
+  }
+}
+
+void readColumns(QDataStream& stream, vtkTable* table, Allowance& allowance)
+{
+  qint32 columns = 0;
+  qint32 rows = 0;
+  stream >> columns >> rows;
+  ColumnAdder adder(table);
+  for (qint32 c = 0; c < columns; ++c) {
+    QString name;
+    bool isDouble = false;
+    stream >> name >> isDouble;
+    if (rows < 0) throw std::bad_array_new_length();
+    const long long bytes = static_cast<long long>(rows) * (isDouble ? sizeof(double) : sizeof(qint32));
+    if (!allowance.take(bytes + bytesOfColumn)) {
+      if (stream.atEnd()) return; // nothing but claims
+      throw std::length_error("A dump with more columns than its size allows.");
+    }
+    adder.add(isDouble ? readColumn<vtkDoubleArray, double>(stream, rows)
+                       : readColumn<vtkIntArray, qint32>(stream, rows),
+              name.toLatin1().toStdString());
+  }
+}
+
+} // namespace
+
+void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table)
+{
+  QDataStream stream(bytes);
+  prepareDumpStream(stream);
+  Allowance allowance(bytes.size());
+  readNames(stream, names, allowance);
+  readColumns(stream, table, allowance);
+}
+
+} // namespace runsieve

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <runsieve/records/TypedConcentrationName.h>
+
+#include <QByteArray>
+
+#include <vector>
+
+class QDataStream;
+class vtkTable;
+
+/// The binary dump: typed names, then the columns of a table. Layout: docs/file_formats.md.
+namespace runsieve {
+
+/// A stream over bytes with the settings of the format, which are those of Qt 4.8: big-endian, doubles of 64
+/// bits, strings in UTF-16.
+void prepareDumpStream(QDataStream& stream);
+
+using TypedNames = std::vector<Kestrane::TypedConcentrationName>;
+
+/// \throw std::length_error if the bytes would be more than a QByteArray holds
+QByteArray writeDump(TypedNames const& names, vtkTable* table);
+
+/// Fills names and table, both empty at the start, from bytes of any kind. Where they end too early, numbers
+/// are 0 and names are empty. Columns that the bytes only claim are read as long as all that is made takes
+/// less than 32 MiB and twice the bytes. \throw std::length_error, std::bad_array_new_length for a negative
+/// number of names or rows, and for more names or columns than that; what was read before stays
+void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table);
+
+} // namespace runsieve

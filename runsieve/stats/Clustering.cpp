@@ -1,0 +1,186 @@
+#include <runsieve/plot/PlotContainer.h>
+
+#include <runsieve/plot/ChartRole.h>
+#include <runsieve/plot/Palette.h>
+#include <runsieve/plot/TableAccess.h>
+#include <runsieve/records/vtkKMeansPearson.h>
+#include <runsieve/stats/RunsAsRows.h>
+
+#include <vtkIdTypeArray.h>
+#include <vtkKMeansStatistics.h>
+#include <vtkMultiBlockDataSet.h>
+#include <vtkNew.h>
+#include <vtkPlot.h>
+#include <vtkTableFFT.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+#include <limits>
+
+using namespace runsieve;
+
+namespace {
+
+constexpr int phaseMode = 2;
+constexpr int magnitudeMode = 3;
+constexpr unsigned char runOpacity = 180;
+constexpr float runWidth = 4.0f;
+
+bool isSpectral(int mode)
+{
+  return mode == phaseMode || mode == magnitudeMode;
+}
+
+/// Phase or magnitude of the Fourier transform of each column, one row per run.
+vtkSmartPointer<vtkTable> spectraAsRows(vtkTable* runsAsColumns, int mode)
+{
+  vtkNew<vtkTableFFT> transform;
+  transform->SetInputData(0, runsAsColumns);
+  transform->Update();
+  vtkTable* complex = transform->GetOutput();
+  vtkNew<vtkTable> spectra;
+  const vtkIdType rows = complex->GetNumberOfRows();
+  for (vtkIdType c = 0; c < complex->GetNumberOfColumns(); ++c) {
+    auto* values = vtkDataArray::SafeDownCast(complex->GetColumn(c));
+    vtkNew<vtkDoubleArray> spectrum;
+    spectrum->SetNumberOfTuples(rows);
+    for (vtkIdType row = 0; row < rows; ++row) {
+      const double re = values->GetComponent(row, 0);
+      const double im = values->GetComponent(row, 1);
+      spectrum->SetValue(row, mode == magnitudeMode ? std::sqrt(re * re + im * im) : std::atan2(im, re));
+    }
+    spectra->AddColumn(spectrum);
+  }
+  return transposed(spectra);
+}
+
+/// What k-means has found; the tables are null if it has found nothing.
+struct Clusters
+{
+  vtkSmartPointer<vtkTable> centres;     ///< one column per cluster
+  vtkSmartPointer<vtkIdTypeArray> sizes; ///< runs per cluster, in the last step of the search
+  vtkSmartPointer<vtkIntArray> labels;   ///< cluster of each run; null if VTK gives none
+};
+
+Clusters cluster(vtkTable* runs, int count)
+{
+  vtkNew<vtkKMeansStatistics> search;
+  auto distance = vtkSmartPointer<vtkKMeansPearson>::Take(vtkKMeansPearson::New());
+  search->SetInputData(0, runs);
+  search->SetDistanceFunctor(distance);
+  for (vtkIdType c = 0; c < runs->GetNumberOfColumns(); ++c)
+    search->SetColumnStatus(runs->GetColumnName(c), 1);
+  search->RequestSelectedColumns();
+  search->SetAssessOption(true);
+  search->SetDefaultNumberOfClusters(count);
+  search->Update();
+
+  Clusters found;
+  auto* assessed = vtkTable::SafeDownCast(search->GetOutputDataObject(0));
+  if (assessed && assessed->GetNumberOfColumns() > 0)
+    found.labels = vtkIntArray::SafeDownCast(assessed->GetColumn(assessed->GetNumberOfColumns() - 1));
+  auto* blocks = vtkMultiBlockDataSet::SafeDownCast(search->GetOutputDataObject(1));
+  auto* model =
+      blocks && blocks->GetNumberOfBlocks() > 0 ? vtkTable::SafeDownCast(blocks->GetBlock(0)) : nullptr;
+  if (!model) return found;
+  found.sizes = vtkSmartPointer<vtkIdTypeArray>::New();
+  if (auto* sizes = vtkIdTypeArray::SafeDownCast(model->GetColumnByName("Cardinality")))
+    found.sizes->DeepCopy(sizes);
+  for (const char* name : {"Run ID", "K", "Iterations", "Error", "Cardinality"})
+    model->RemoveColumnByName(name);
+  found.centres = transposed(model);
+  return found;
+}
+
+/// A column per cluster with as many zeros as there are time points.
+vtkSmartPointer<vtkTable> emptyMeans(int clusters, vtkIdType rows)
+{
+  auto means = vtkSmartPointer<vtkTable>::New();
+  for (int i = 0; i < clusters; ++i) {
+    vtkNew<vtkDoubleArray> mean;
+    mean->SetName(std::to_string(i).c_str());
+    mean->SetNumberOfTuples(rows);
+    mean->FillValue(0.0);
+    means->AddColumn(mean);
+  }
+  return means;
+}
+
+/// Adds each run, divided by the size of its cluster, to the mean curve of that cluster.
+void accumulateMeans(vtkTable* means, vtkTable* runs, Clusters const& found)
+{
+  const vtkIdType points = std::min(runs->GetNumberOfColumns(), means->GetNumberOfRows());
+  const vtkIdType count = std::min(found.labels->GetNumberOfTuples(), runs->GetNumberOfRows());
+  for (vtkIdType run = 0; run < count; ++run) {
+    const int label = found.labels->GetValue(run);
+    vtkDoubleArray* mean = doubleColumn(means, label);
+    if (!mean || label >= found.sizes->GetNumberOfValues()) continue;
+    const auto size = static_cast<double>(found.sizes->GetValue(label));
+    for (vtkIdType t = 0; t < points; ++t) {
+      const double value = vtkDoubleArray::SafeDownCast(runs->GetColumn(t))->GetValue(run);
+      mean->SetValue(t, mean->GetValue(t) + value / size);
+    }
+  }
+}
+
+/// The times of the first `rows` samples; NaN beyond the end of the column.
+vtkSmartPointer<vtkDoubleArray> firstTimes(vtkDataArray* column, vtkIdType rows)
+{
+  auto times = vtkSmartPointer<vtkDoubleArray>::New();
+  times->SetName("Time");
+  for (vtkIdType t = 0; t < rows; ++t)
+    times->InsertNextValue(t < column->GetNumberOfTuples() ? column->GetComponent(t, 0)
+                                                           : std::numeric_limits<double>::quiet_NaN());
+  return times;
+}
+
+} // namespace
+
+void PlotContainer::clusterTimeSeries(int clusters, int mode)
+{
+  const int stride = metaData->getStride();
+  const int x = entry0(metaData->xColumns);
+  const int y = entry0(metaData->yColumns);
+  if (clusters < 1 || !chartXY || !isNumeric(plotData, x) || !isNumeric(plotData, y)) return;
+  if (stride < 1 || plotData->GetNumberOfRows() < stride) return;
+
+  const vtkSmartPointer<vtkTable> runs = runsAsRows(plotData, columnName(plotData, y), stride);
+  clusterRunTable = transposed(runs);
+  const Clusters found = cluster(isSpectral(mode) ? spectraAsRows(clusterRunTable, mode) : runs, clusters);
+  clusterLabels = found.labels;
+  if (!found.centres) return;
+  decorationTable = isSpectral(mode) ? emptyMeans(clusters, found.centres->GetNumberOfRows()) : found.centres;
+  if (isSpectral(mode)) {
+    if (!clusterLabels) {
+      std::cout << "void PlotContainer::clusterTimeSeries(int, int)"
+                << "Could not cast clusterMembership to vtkIntArray." << std::endl;
+      return;
+    }
+    accumulateMeans(decorationTable, runs, found);
+  }
+  const auto time =
+      firstTimes(vtkDataArray::SafeDownCast(plotData->GetColumn(x)), decorationTable->GetNumberOfRows());
+  decorationTable->AddColumn(time);
+  clusterRunTable->AddColumn(time);
+  if (!clusterLabels) return;
+  std::cout << clusterLabels->GetNumberOfTuples() << std::endl
+            << clusterRunTable->GetNumberOfRows() << "  " << clusterRunTable->GetNumberOfColumns()
+            << std::endl;
+  drawClusterRuns();
+}
+
+void PlotContainer::drawClusterRuns()
+{
+  if (!chartXY || !clusterLabels || !clusterRunTable) return;
+  const vtkIdType runs = clusterLabels->GetNumberOfTuples();
+  for (vtkIdType run = 0; run < runs; ++run) {
+    vtkPlot* plot = addLinePlot(chartXY);
+    plot->SetSelectable(false); // its rows are time points, not rows of plotData
+    auto const& color = palette[static_cast<unsigned int>(clusterLabels->GetValue(run)) % palette.size()];
+    auto channel = [&color](int c) { return static_cast<unsigned char>(color[c] * 255.0); };
+    plot->SetColor(channel(0), channel(1), channel(2), runOpacity);
+    plot->SetWidth(runWidth);
+    setPlotInput(plot, clusterRunTable, runs, run);
+  }
+}
