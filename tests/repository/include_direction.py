@@ -34,6 +34,8 @@ FROM_SOURCES = {
 
 LIBRARY = "runsieve"
 USERS_OF_THE_LIBRARY = ("app", "examples")
+# Pictures without a display, which the gallery shares with the program.
+SHARED_BY_USERS = "app/render/"
 UPPER_FOLDERS = ("app", "tests", "support", "bench", "examples")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:<([^>]+)>|"([^"]+)"|(\w+))')
@@ -96,7 +98,7 @@ class Layers:
         if include.own is not None and include.own not in self.public:
             yield f"{folder} includes public headers of the library only"
         first = include.target.split("/")[0]
-        if first in UPPER_FOLDERS and first != folder:
+        if first in UPPER_FOLDERS and first != folder and not include.target.startswith(SHARED_BY_USERS):
             yield f"{folder} includes nothing of {first}"
 
     def to_library(self, path, include):
