@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <filesystem>
 #include <map>
 
 namespace runsieve::app {
@@ -38,7 +39,8 @@ std::string checkSeed(std::string const& text)
 
 void addReadOptions(CLI::App& command, CommonOptions& options, bool needsFile)
 {
-  auto* file = command.add_option("file", options.file, "Scan file: delimited text with a header line");
+  auto* file = command.add_option("file", options.file,
+                                  "Scan file: delimited text with a header line, or a stored plot");
   if (needsFile) file->required();
   command.add_option("--time-column", options.read.timeColumn, "Name of the time column")->type_name("NAME");
   command.add_option("--run-column", options.read.runColumn, "Name of the run column")->type_name("NAME");
@@ -51,20 +53,36 @@ void addReadOptions(CLI::App& command, CommonOptions& options, bool needsFile)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
-template <class Arguments> void addSelectionOptions(CLI::App& command, Arguments& arguments)
+void addGates(CLI::App& command, std::vector<std::string>& gates)
 {
-  command.add_option("-g,--gate", arguments.gates, gateHelp)
+  command.add_option("-g,--gate", gates, gateHelp)
       ->type_name("GATE")
       ->check(CLI::Validator(checkGate, ""))
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  command.add_option("--p-threshold", arguments.pThreshold, "Largest p-value that counts as significant")
+}
+
+template <class Arguments> void addPictureSize(CLI::App& command, Arguments& arguments)
+{
+  command.add_option("--width", arguments.width, "Width in pixels")
       ->capture_default_str()
+      ->check(CLI::Range(64, 16384));
+  command.add_option("--height", arguments.height, "Height in pixels")
+      ->capture_default_str()
+      ->check(CLI::Range(64, 16384));
+}
+
+template <class Arguments> void addSelectionOptions(CLI::App& command, Arguments& arguments)
+{
+  addGates(command, arguments.gates);
+  command
+      .add_option("--p-threshold", arguments.pThreshold,
+                  "Largest p-value that counts as significant; default: 0.05, or that of the stored plot")
       ->check(CLI::Range(0.0, 1.0))
       ->type_name("P");
   command
-      .add_option("--ks-threshold", arguments.ksThreshold, "Smallest statistic that counts as significant")
-      ->capture_default_str()
+      .add_option("--ks-threshold", arguments.ksThreshold,
+                  "Smallest statistic that counts as significant; default: 0.1, or that of the stored plot")
       ->check(CLI::Range(0.0, 1.0))
       ->type_name("D");
 }
@@ -84,6 +102,8 @@ public:
     addInfo();
     addRank();
     addRender();
+    addCluster();
+    addConvert();
     addExplore();
   }
 
@@ -145,7 +165,6 @@ private:
                                        "pass all gates and the others");
     addReadOptions(*command, rank, true);
     addSelectionOptions(*command, rank);
-    command->get_option("--gate")->required();
     command->add_option("--format", rank.format, "table, csv or json")
         ->capture_default_str()
         ->check(CLI::IsMember({"table", "csv", "json"}).description(""))
@@ -162,12 +181,7 @@ private:
     command->add_option("-o,--output", render.output, "Picture to write, .png or .pdf")
         ->required()
         ->type_name("FILE");
-    command->add_option("--width", render.width, "Width in pixels")
-        ->capture_default_str()
-        ->check(CLI::Range(64, 16384));
-    command->add_option("--height", render.height, "Height in pixels")
-        ->capture_default_str()
-        ->check(CLI::Range(64, 16384));
+    addPictureSize(*command, render);
     command
         ->add_option("--species", render.species,
                      "Output on the vertical axis; default: that of the first gate")
@@ -179,6 +193,38 @@ private:
     command->add_flag("--points", render.points, "Points instead of lines");
     command->footer(
         "Example:\n  runsieve render scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" -o view.png");
+  }
+
+  void addCluster()
+  {
+    auto* command = program.add_subcommand("cluster", "Group the runs by the shape of their time courses");
+    addReadOptions(*command, cluster, true);
+    command->add_option("-k,--clusters", cluster.clusters, "Number of clusters")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 1000));
+    command->add_option("--mode", cluster.mode, "curves, phase or magnitude (of the Fourier transform)")
+        ->capture_default_str()
+        ->check(CLI::IsMember({"curves", "phase", "magnitude"}).description(""))
+        ->type_name("MODE");
+    command->add_option("--species", cluster.species, "Output whose runs are grouped; default: the first")
+        ->type_name("NAME");
+    command->add_option("-o,--output", cluster.output, "File for run numbers and clusters, as text")
+        ->type_name("FILE");
+    command->add_option("-p,--picture", cluster.picture, "Picture to write, .png or .pdf")->type_name("FILE");
+    addPictureSize(*command, cluster);
+    command->add_flag("--rank", cluster.rank,
+                      "Rank the parameters by how each cluster differs from the rest");
+    command->footer("Example:\n  runsieve cluster scan.csv -k 4 --rank -o clusters.csv -p clusters.png");
+  }
+
+  void addConvert()
+  {
+    auto* command = program.add_subcommand(
+        "convert", "Turn a scan into a stored plot (.rsd), which keeps selection, view and zoom, or back");
+    addReadOptions(*command, convert, true);
+    command->add_option("output", convert.output, "File to write, .rsd or .csv")->required();
+    addGates(*command, convert.gates);
+    command->footer("Example:\n  runsieve convert scan.csv scan.rsd --gate \"A @ 10 in 2..5\"");
   }
 
   void addExplore()
@@ -198,8 +244,10 @@ private:
                        program.get_subcommands().front()->get_name());
     if (program.got_subcommand("simulate")) return checked(simulate);
     if (program.got_subcommand("info")) return info;
-    if (program.got_subcommand("rank")) return rank;
+    if (program.got_subcommand("rank")) return checked(rank);
     if (program.got_subcommand("render")) return render;
+    if (program.got_subcommand("cluster")) return cluster;
+    if (program.got_subcommand("convert")) return convert;
     if (program.got_subcommand("explore")) return explore;
     return bare;
   }
@@ -208,6 +256,14 @@ private:
   {
     if (!arguments.list && !arguments.describe && arguments.output.empty())
       throw UsageError("simulate: --output is required (- for standard output)");
+    return arguments;
+  }
+
+  // Only a stored plot has a selection of its own.
+  static RankArguments checked(RankArguments const& arguments)
+  {
+    if (arguments.gates.empty() && std::filesystem::path(arguments.file).extension() != ".rsd")
+      throw UsageError("rank: --gate is required");
     return arguments;
   }
 
@@ -222,6 +278,8 @@ private:
   InfoArguments info;
   RankArguments rank;
   RenderArguments render;
+  ClusterArguments cluster;
+  ConvertArguments convert;
   ExploreArguments explore;
   ExploreArguments bare;
 };

@@ -15,7 +15,7 @@ struct Information
 };
 
 using Command = std::variant<Information, SimulateArguments, InfoArguments, RankArguments, RenderArguments,
-                             ExploreArguments>;
+                             ClusterArguments, ConvertArguments, ExploreArguments>;
 
 /// Understands the words after the program's name. Without a command, or with a file only, it is "explore".
 /// \throw UsageError with one line that says what is wrong

@@ -43,17 +43,17 @@ struct InfoArguments : CommonOptions
 
 struct RankArguments : CommonOptions
 {
-  std::vector<std::string> gates; ///< of the form that parseGate() reads
-  std::string format = "table";   ///< "table", "csv" or "json"
-  double pThreshold = 0.05;       ///< largest p-value that counts as significant
-  double ksThreshold = 0.1;       ///< smallest statistic that counts as significant
+  std::vector<std::string> gates;    ///< of the form that parseGate() reads
+  std::string format = "table";      ///< "table", "csv" or "json"
+  std::optional<double> pThreshold;  ///< largest p-value that counts as significant; default: of the file
+  std::optional<double> ksThreshold; ///< smallest statistic that counts as significant; default: of the file
 };
 
 struct RenderArguments : CommonOptions
 {
   std::vector<std::string> gates;
-  double pThreshold = 0.05;
-  double ksThreshold = 0.1;
+  std::optional<double> pThreshold;
+  std::optional<double> ksThreshold;
   std::string output; ///< the picture, .png or .pdf
   int width = 1200;   ///< pixels
   int height = 900;
@@ -66,6 +66,24 @@ struct RenderArguments : CommonOptions
   bool points = false;
 };
 
+struct ClusterArguments : CommonOptions
+{
+  int clusters = 4;
+  std::string mode = "curves"; ///< "curves", "phase" or "magnitude"
+  std::string species;         ///< output whose runs are grouped; empty: the one on show, or the first
+  std::string output;          ///< file for run numbers and clusters; empty or "-": standard output
+  std::string picture;         ///< .png or .pdf; empty: none
+  int width = 1200;            ///< pixels
+  int height = 900;
+  bool rank = false; ///< compare the parameters of each cluster with those of all other runs
+};
+
+struct ConvertArguments : CommonOptions
+{
+  std::string output;             ///< .rsd or .csv
+  std::vector<std::string> gates; ///< selection to store; none: that of the file
+};
+
 struct ExploreArguments : CommonOptions
 {};
 
@@ -74,6 +92,8 @@ int runSimulate(SimulateArguments const& arguments);
 int runInfo(InfoArguments const& arguments);
 int runRank(RankArguments const& arguments);
 int runRender(RenderArguments const& arguments);
+int runCluster(ClusterArguments const& arguments);
+int runConvert(ConvertArguments const& arguments);
 int runExplore(ExploreArguments const& arguments);
 
 } // namespace runsieve::app

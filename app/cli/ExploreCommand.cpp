@@ -18,7 +18,8 @@ void requireDisplay()
 {
   for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
     if (const char* value = std::getenv(name); value && *value) return;
-  throw std::runtime_error("there is no display to open a window on; `runsieve rank` and `runsieve render` need none");
+  throw std::runtime_error(
+      "there is no display to open a window on; `runsieve rank` and `runsieve render` need none");
 }
 
 } // namespace

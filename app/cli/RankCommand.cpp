@@ -1,6 +1,6 @@
 #include "app/cli/Commands.h"
 
-#include "app/view/RankTable.h"
+#include "app/cli/RankReport.h"
 #include "app/view/SievedScan.h"
 
 #include <vtkContextScene.h>
@@ -8,9 +8,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <cmath>
-#include <cstdio>
 #include <iostream>
 #include <stdexcept>
 
@@ -18,19 +15,10 @@ namespace runsieve::app {
 
 namespace {
 
-/// \param missing stands for NaN: there may be no other runs to compare with
-std::string number(double value, const char* format = "%.4g", const char* missing = "-")
-{
-  if (std::isnan(value)) return missing;
-  char text[32];
-  std::snprintf(text, sizeof text, format, value);
-  return text;
-}
-
 /// All digits; nothing for NaN.
 std::string exact(double value)
 {
-  return number(value, "%.17g", "");
+  return formatted(value, "%.17g", "");
 }
 
 /// A field of comma-separated text.
@@ -49,19 +37,7 @@ void printTable(SievedScan const& sieved, std::size_t passing, std::vector<Ranke
     std::cout << '\n';
   }
   std::cout << passing << " of " << sieved.scan->trajectoryCount << " runs pass\n\n";
-  std::size_t width = 9;
-  for (RankedParameter const& r : ranked) width = std::max(width, r.name.size());
-  auto row = [width](std::string const& name, std::string const& p, std::string const& d,
-                     std::string const& passing, std::string const& others, std::string const& mark) {
-    std::printf("%-*s  %10s  %7s  %14s  %13s  %s\n", static_cast<int>(width), name.c_str(), p.c_str(),
-                d.c_str(), passing.c_str(), others.c_str(), mark.c_str());
-  };
-  std::cout.flush();
-  row("parameter", "p", "d", "median passing", "median others", "");
-  for (RankedParameter const& r : ranked)
-    row(r.name, number(r.p, "%.3g"), number(r.d, "%.3f"), number(r.medianPassing), number(r.medianOthers),
-        r.significant ? "*" : "");
-  std::fflush(stdout);
+  printRankTable(std::cout, ranked);
 }
 
 void printCsv(std::vector<RankedParameter> const& ranked)
@@ -102,9 +78,10 @@ int runRank(RankArguments const& arguments)
   vtkNew<vtkContextScene> scene;
   PlotContainer plot(nullptr);
   scene->AddItem(plot.getItem());
-  ViewOptions options;
-  options.pThreshold = arguments.pThreshold;
-  options.ksThreshold = arguments.ksThreshold;
+  if (!sieved.sieves()) throw UsageError("rank: the stored plot has no selection; --gate is required");
+  ViewOptions options = sieved.stored.view;
+  options.pThreshold = arguments.pThreshold.value_or(options.pThreshold);
+  options.ksThreshold = arguments.ksThreshold.value_or(options.ksThreshold);
   const std::size_t passing = sieved.applyTo(plot, options);
   const std::vector<RankedParameter> ranked = rankedParameters(plot);
   if (plot.metaData->parameterColumns.empty())

@@ -6,26 +6,18 @@
 #include <vtkContextScene.h>
 
 #include <iostream>
-#include <limits>
 
 namespace runsieve::app {
 
 namespace {
 
-/// The column of an output given by its full or bare name.
-std::size_t columnOf(std::string const& output, LinePlotTable const& scan)
-{
-  constexpr double everything = std::numeric_limits<double>::infinity();
-  return resolveGate(Gate{output, 0.0, 0.0, -everything, everything}, scan).column;
-}
-
 std::string titleOf(SievedScan const& sieved, std::size_t passing)
 {
   std::string title;
   for (ResolvedGate const& gate : sieved.gates) title += (title.empty() ? "" : ", ") + gate.text();
-  if (!title.empty())
-    title += " - " + std::to_string(passing) + " of " + std::to_string(sieved.scan->trajectoryCount) +
-             " runs pass";
+  if (sieved.sieves())
+    title += (title.empty() ? "" : " - ") + std::to_string(passing) + " of " +
+             std::to_string(sieved.scan->trajectoryCount) + " runs pass";
   return title;
 }
 
@@ -34,16 +26,16 @@ std::string titleOf(SievedScan const& sieved, std::size_t passing)
 int runRender(RenderArguments const& arguments)
 {
   const SievedScan sieved(arguments.file, arguments.read, arguments.gates);
-  ViewOptions options;
-  options.pThreshold = arguments.pThreshold;
-  options.ksThreshold = arguments.ksThreshold;
-  options.density = arguments.density;
-  options.commonScale = arguments.commonScale;
-  options.quantiles = arguments.quantiles;
-  options.logAxes = arguments.logAxes;
-  options.points = arguments.points;
+  ViewOptions options = sieved.stored.view;
+  options.pThreshold = arguments.pThreshold.value_or(options.pThreshold);
+  options.ksThreshold = arguments.ksThreshold.value_or(options.ksThreshold);
+  options.density |= arguments.density;
+  options.commonScale |= arguments.commonScale;
+  options.quantiles |= arguments.quantiles;
+  options.logAxes |= arguments.logAxes;
+  options.points |= arguments.points;
   if (!arguments.species.empty())
-    options.output = columnOf(arguments.species, *sieved.scan);
+    options.output = outputColumn(arguments.species, *sieved.scan);
   else if (!sieved.gates.empty())
     options.output = sieved.gates.front().column;
 
@@ -58,7 +50,7 @@ int runRender(RenderArguments const& arguments)
   // A plot that outlived its view would let go of textures in a context that is gone.
   plot.setScene(nullptr);
   for (std::string const& note : sieved.notes()) std::cerr << "runsieve: " << note << '\n';
-  if (passing == 0 && !sieved.gates.empty()) std::cerr << "runsieve: no run passes through all gates\n";
+  if (passing == 0 && sieved.sieves()) std::cerr << "runsieve: no run passes through all gates\n";
   return 0;
 }
 

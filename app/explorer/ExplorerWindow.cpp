@@ -19,6 +19,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
+#include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -74,11 +75,14 @@ void ExplorerWindow::buildMenu()
 {
   QMenu* file = menuBar()->addMenu("&File");
   file->addAction("&Open...", this, &ExplorerWindow::chooseFile, QKeySequence::Open);
-  file->addAction("&Save picture...", this, &ExplorerWindow::choosePicture, QKeySequence::Save);
+  file->addAction("Save &plot...", this, &ExplorerWindow::choosePlotFile, QKeySequence::Save);
+  file->addAction("Save p&icture...", this, &ExplorerWindow::choosePicture, QKeySequence("Ctrl+Shift+S"));
   file->addSeparator();
   file->addAction("&Quit", qApp, &QApplication::quit, QKeySequence::Quit);
   QMenu* selection = menuBar()->addMenu("&Selection");
   selection->addAction("&Clear", this, &ExplorerWindow::clearSelection, QKeySequence("Ctrl+L"));
+  clusterEntries = menuBar()->addMenu("&Clusters");
+  fillClusterMenu();
 }
 
 QWidget* ExplorerWindow::buildPanel()
@@ -164,6 +168,7 @@ ViewOptions ExplorerWindow::options() const
   view.quantiles = quantiles->isChecked();
   view.logAxes = logAxes->isChecked();
   view.points = points->isChecked();
+  if (outputs->currentIndex() >= 0) view.output = static_cast<std::size_t>(outputs->currentData().toInt());
   view.pThreshold = pThreshold->value();
   view.ksThreshold = ksThreshold->value();
   return view;
@@ -172,34 +177,72 @@ ViewOptions ExplorerWindow::options() const
 bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const& read)
 {
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  boost::shared_ptr<LinePlotTable> loaded;
+  const std::string file = QFile::encodeName(path).toStdString();
+  StoredPlot loaded;
+  loaded.view = options();
+  loaded.view.output = 0;
   try {
-    loaded = readScan(QFile::encodeName(path).toStdString(), read);
-    checkOutputNames(*loaded);
+    if (isStoredPlot(file))
+      loaded = readPlot(file);
+    else
+      loaded.scan = readScan(file, read);
+    checkOutputNames(*loaded.scan);
   } catch (std::exception const& failure) {
     error = QString::fromStdString(failure.what());
-    loaded.reset();
+    loaded.scan.reset();
   }
   QApplication::restoreOverrideCursor();
-  if (!loaded) return false;
+  if (!loaded.scan) return false;
 
-  scan = loaded;
+  scan = loaded.scan;
+  clusterOfRun.clear();
+  fillClusterMenu();
   QPointer<PlotContainer> former = container;
   container = new PlotContainer(nullptr);
   widget->setPlotContainer(container);
-  showScan(*container, scan, options());
+  showPlot(*container, loaded);
   delete former;
-
-  const QSignalBlocker blocker(outputs);
-  outputs->clear();
-  for (std::size_t column : scanLayout(*scan).outputs)
-    outputs->addItem(bareName(*container, column), static_cast<int>(column));
+  setControls(loaded.view);
   connect(container->metaData, &PlotMetaData::redrawNeeded, this, &ExplorerWindow::refresh);
   container->annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, this,
                                          &ExplorerWindow::afterSelection, afterTheLibrary);
   setWindowTitle(QFileInfo(path).fileName() + " - Runsieve");
   refresh();
   return true;
+}
+
+void ExplorerWindow::setControls(ViewOptions const& view)
+{
+  const QSignalBlocker blockers[] = {QSignalBlocker(outputs),     QSignalBlocker(density),
+                                     QSignalBlocker(commonScale), QSignalBlocker(quantiles),
+                                     QSignalBlocker(logAxes),     QSignalBlocker(points),
+                                     QSignalBlocker(pThreshold),  QSignalBlocker(ksThreshold)};
+  outputs->clear();
+  for (std::size_t column : scanLayout(*scan).outputs)
+    outputs->addItem(bareName(*container, column), static_cast<int>(column));
+  outputs->setCurrentIndex(outputs->findData(static_cast<int>(view.output)));
+  density->setChecked(view.density);
+  commonScale->setChecked(view.commonScale);
+  quantiles->setChecked(view.quantiles);
+  logAxes->setChecked(view.logAxes);
+  points->setChecked(view.points);
+  pThreshold->setValue(view.pThreshold);
+  ksThreshold->setValue(view.ksThreshold);
+}
+
+bool ExplorerWindow::savePlot(QString const& path, QString& error)
+{
+  if (!container) {
+    error = "There is no scan to save.";
+    return false;
+  }
+  try {
+    writePlot(storedPlot(*container, scan, options()), QFile::encodeName(path).toStdString());
+    return true;
+  } catch (std::exception const& failure) {
+    error = QString::fromStdString(failure.what());
+    return false;
+  }
 }
 
 bool ExplorerWindow::savePicture(QString const& path, QString& error)
@@ -223,8 +266,8 @@ void ExplorerWindow::openInteractively(QString const& path, ReadOptions const& r
 
 void ExplorerWindow::chooseFile()
 {
-  const QString path = QFileDialog::getOpenFileName(this, "Open a scan", QString(),
-                                                    "Scans (*.csv *.tsv *.txt);;All files (*)");
+  const QString path = QFileDialog::getOpenFileName(
+      this, "Open a scan", QString(), "Scans and plots (*.csv *.tsv *.txt *.rsd);;All files (*)");
   if (!path.isEmpty()) openInteractively(path);
 }
 
@@ -238,9 +281,19 @@ void ExplorerWindow::choosePicture()
   if (!savePicture(path, error)) QMessageBox::warning(this, "Runsieve", error);
 }
 
+void ExplorerWindow::choosePlotFile()
+{
+  QString path = QFileDialog::getSaveFileName(this, "Save plot", "plot.rsd", "Stored plot (*.rsd)");
+  if (path.isEmpty()) return;
+  if (QFileInfo(path).suffix().isEmpty()) path += ".rsd";
+  QString error;
+  if (!savePlot(path, error)) QMessageBox::warning(this, "Runsieve", error);
+}
+
 void ExplorerWindow::chooseOutput(int index)
 {
   if (!container || index < 0) return;
+  removeClusters(); // they are of another output
   showOutput(*container, static_cast<std::size_t>(outputs->itemData(index).toInt()));
   refresh();
 }
@@ -248,26 +301,97 @@ void ExplorerWindow::chooseOutput(int index)
 void ExplorerWindow::clearSelection()
 {
   if (!container) return;
-  app::clearSelection(*container);
+  if (clusterOfRun.empty())
+    app::clearSelection(*container);
+  else
+    showClusters();
   refresh();
+}
+
+void ExplorerWindow::chooseClusters(ShapeOf shape)
+{
+  constexpr int fewest = 1;
+  constexpr int most = 100;
+  if (!container) return;
+  bool chosen = false;
+  const int clusters = QInputDialog::getInt(this, "Group runs by their shape", "Number of clusters", 4,
+                                            fewest, most, 1, &chosen);
+  if (chosen && !cluster(clusters, shape))
+    QMessageBox::warning(this, "Runsieve", "The runs of this output cannot be grouped.");
+}
+
+bool ExplorerWindow::cluster(int clusters, ShapeOf shape)
+{
+  if (!container) return false;
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  clusterOfRun = clusterRuns(*container, clusters, shape);
+  if (!clusterOfRun.empty()) showClusters();
+  QApplication::restoreOverrideCursor();
+  fillClusterMenu();
+  refresh();
+  return !clusterOfRun.empty();
+}
+
+void ExplorerWindow::showClusters()
+{
+  comparingClusters = true;
+  if (hasSelection(*container)) app::clearSelection(*container);
+  compareClusters(*container, clusterOfRun);
+  container->redraw(); // lines that clustering itself has added go
+  comparingClusters = false;
+}
+
+void ExplorerWindow::selectCluster(int cluster)
+{
+  if (container)
+    selectRows(*container, rowsOfCluster(clusterOfRun, cluster, container->metaData->getStride()));
+}
+
+void ExplorerWindow::removeClusters()
+{
+  if (!container || clusterOfRun.empty()) return;
+  clusterOfRun.clear();
+  container->clusterLabels = nullptr;
+  fillClusterMenu();
+  if (!hasSelection(*container)) app::clearSelection(*container);
+  refresh();
+}
+
+void ExplorerWindow::fillClusterMenu()
+{
+  clusterEntries->clear();
+  clusterEntries->addAction("Group by &curves...", this, [this] { chooseClusters(ShapeOf::Curves); });
+  clusterEntries->addAction("Group by &phase...", this, [this] { chooseClusters(ShapeOf::Phase); });
+  clusterEntries->addAction("Group by &magnitude...", this, [this] { chooseClusters(ShapeOf::Magnitude); });
+  if (clusterOfRun.empty()) return;
+  clusterEntries->addSeparator();
+  const std::vector<std::size_t> sizes = clusterSizes(clusterOfRun);
+  for (int k = 0; k < static_cast<int>(sizes.size()); ++k)
+    clusterEntries->addAction(
+        QString("Select cluster %1 (%L2 runs)").arg(k).arg(sizes[static_cast<std::size_t>(k)]), this,
+        [this, k] { selectCluster(k); });
+  clusterEntries->addSeparator();
+  clusterEntries->addAction("&Remove clusters", this, &ExplorerWindow::removeClusters);
 }
 
 void ExplorerWindow::afterSelection()
 {
   // The chart that was dragged on is still in its event: show the change when that is over.
-  if (selectionChanged) return;
+  if (selectionChanged || comparingClusters) return;
   selectionChanged = true;
   QTimer::singleShot(0, this, [this] {
     selectionChanged = false;
-    if (container && !hasSelection(*container) && !container->ksStatistics.empty())
-      app::clearSelection(*container);
+    if (container && !hasSelection(*container) && !container->ksStatistics.empty()) clearSelection();
     refresh();
   });
 }
 
 void ExplorerWindow::refresh()
 {
-  if (container) polish(*container);
+  if (container) {
+    polish(*container);
+    if (!clusterOfRun.empty()) drawClusters(*container);
+  }
   widget->updatePlot(true);
   showStatus();
 }
@@ -285,6 +409,7 @@ void ExplorerWindow::showStatus()
     if (!ranked.empty())
       text += QString("   |   %1 of %2 parameters differ").arg(significant).arg(ranked.size());
   }
+  if (!clusterOfRun.empty()) text += QString("   |   %1 clusters").arg(clusterSizes(clusterOfRun).size());
   status->setText(text);
 }
 

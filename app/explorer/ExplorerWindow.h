@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/scan/ScanReader.h"
-#include "app/view/ScanPlot.h"
+#include "app/store/StoredPlot.h"
+#include "app/view/ScanClusters.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -12,6 +12,7 @@ class QDoubleSpinBox;
 class QFormLayout;
 class QLabel;
 class QLayout;
+class QMenu;
 class VtkPlotWidget;
 
 namespace runsieve::app {
@@ -25,16 +26,26 @@ public:
   explicit ExplorerWindow(QWidget* parent = nullptr);
   ~ExplorerWindow() override;
 
-  /// Opens a scan. If that fails the present scan stays, and error tells why.
+  /// Opens a scan or a stored plot. If that fails the present one stays, and error tells why.
   bool open(QString const& path, QString& error, ReadOptions const& read = {});
   /// Saves the view as .png or .pdf.
   bool savePicture(QString const& path, QString& error);
-  /// The same with a dialog that shows the error.
+  /// Saves scan, view, selection and zoom, to be opened again.
+  bool savePlot(QString const& path, QString& error);
+  /// Groups the runs of the output on show by their shape and shows the clusters. False if there is nothing
+  /// to group.
+  bool cluster(int clusters, ShapeOf shape);
+  /// Makes the runs of a cluster the selection.
+  void selectCluster(int cluster);
+  /// Goes back to the plain view.
+  void removeClusters();
+  /// The same as open() with a dialog that shows the error.
   void openInteractively(QString const& path, ReadOptions const& read = {});
 
   [[nodiscard]] VtkPlotWidget* plotWidget() const { return widget; }
   [[nodiscard]] PlotContainer* plot() const { return container; }
   [[nodiscard]] QString statusText() const;
+  [[nodiscard]] QMenu* clusterMenu() const { return clusterEntries; }
 
 private:
   void buildMenu();
@@ -45,6 +56,11 @@ private:
                                void (PlotMetaData::*set)(double));
   void chooseFile();
   void choosePicture();
+  void choosePlotFile();
+  void chooseClusters(ShapeOf shape);
+  void showClusters();
+  void fillClusterMenu();
+  void setControls(ViewOptions const& view);
   void chooseOutput(int index);
   void clearSelection();
   void afterSelection();
@@ -55,7 +71,9 @@ private:
   VtkPlotWidget* widget = nullptr;
   QPointer<PlotContainer> container; ///< the plot of the open scan, null before the first
   boost::shared_ptr<LinePlotTable> scan;
+  std::vector<int> clusterOfRun; ///< empty without clusters
 
+  QMenu* clusterEntries = nullptr;
   QComboBox* outputs = nullptr;
   QCheckBox* density = nullptr;
   QCheckBox* commonScale = nullptr;
@@ -65,7 +83,8 @@ private:
   QDoubleSpinBox* pThreshold = nullptr;
   QDoubleSpinBox* ksThreshold = nullptr;
   QLabel* status = nullptr;
-  bool selectionChanged = false; ///< a change of the selection waits to be shown
+  bool selectionChanged = false;  ///< a change of the selection waits to be shown
+  bool comparingClusters = false; ///< the selection changes for a calculation only
 };
 
 } // namespace runsieve::app

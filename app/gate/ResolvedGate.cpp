@@ -52,7 +52,24 @@ std::string listed(std::vector<std::string> const& names)
   return text;
 }
 
-std::size_t findOutput(std::string const& wanted, LinePlotTable const& scan)
+void checkRanges(Gate const& gate)
+{
+  if (!(gate.low <= gate.high))
+    throw GateError("gate " + quoted(formatGate(gate)) + ": the value range is empty, since " +
+                    decimal(gate.low) + " lies above " + decimal(gate.high));
+  if (!(gate.timeFirst <= gate.timeLast))
+    throw GateError("gate " + quoted(formatGate(gate)) + ": the time span is empty, since " +
+                    decimal(gate.timeFirst) + " lies behind " + decimal(gate.timeLast));
+}
+
+std::string span(double first, double last)
+{
+  return first == last ? decimal(first) : decimal(first) + ".." + decimal(last);
+}
+
+} // namespace
+
+std::size_t outputColumn(std::string const& wanted, LinePlotTable const& scan)
 {
   std::vector<std::size_t> bare;
   std::vector<std::string> all;
@@ -72,23 +89,6 @@ std::size_t findOutput(std::string const& wanted, LinePlotTable const& scan)
                   "; give the full name");
 }
 
-void checkRanges(Gate const& gate)
-{
-  if (!(gate.low <= gate.high))
-    throw GateError("gate " + quoted(formatGate(gate)) + ": the value range is empty, since " +
-                    decimal(gate.low) + " lies above " + decimal(gate.high));
-  if (!(gate.timeFirst <= gate.timeLast))
-    throw GateError("gate " + quoted(formatGate(gate)) + ": the time span is empty, since " +
-                    decimal(gate.timeFirst) + " lies behind " + decimal(gate.timeLast));
-}
-
-std::string span(double first, double last)
-{
-  return first == last ? decimal(first) : decimal(first) + ".." + decimal(last);
-}
-
-} // namespace
-
 std::string ResolvedGate::text() const
 {
   return output + " @ " + span(timeFirst, timeLast) + " in " + decimal(low) + ".." + decimal(high);
@@ -98,7 +98,7 @@ ResolvedGate resolveGate(Gate const& gate, LinePlotTable const& scan)
 {
   checkRanges(gate);
   ResolvedGate resolved;
-  resolved.column = findOutput(gate.output, scan);
+  resolved.column = outputColumn(gate.output, scan);
   resolved.output = columnName(scan.columnNames[resolved.column]);
   resolved.low = gate.low;
   resolved.high = gate.high;

@@ -26,6 +26,10 @@ struct ResolvedGate
   [[nodiscard]] std::string text() const;
 };
 
+/// The column of an output given by its full name, or by its bare name if that is unique. \throw GateError
+/// for an unknown or ambiguous one, naming those there are
+[[nodiscard]] std::size_t outputColumn(std::string const& name, LinePlotTable const& scan);
+
 /// Finds the gate's column and grid times. A single time, and a span without a grid time inside, move to the
 /// nearest grid time (of two equally near ones the earlier); a span takes all grid times inside it. \throw
 /// GateError for an unknown or ambiguous output, naming those there are, and for a reversed range or span.

@@ -9,7 +9,7 @@ namespace runsieve::app {
 
 SievedScan::SievedScan(std::string const& file, ReadOptions const& read,
                        std::vector<std::string> const& gateTexts)
-    : scan(readScan(file, read))
+    : stored(readPlotOrScan(file, read)), scan(stored.scan)
 {
   checkOutputNames(*scan);
   for (std::string const& text : gateTexts) gates.push_back(resolveGate(parseGate(text), *scan));
@@ -18,12 +18,15 @@ SievedScan::SievedScan(std::string const& file, ReadOptions const& read,
 std::size_t SievedScan::applyTo(PlotContainer& plot, ViewOptions const& options) const
 {
   const QuietLibrary quiet;
-  showScan(plot, scan, options);
-  if (gates.empty()) return scan->trajectoryCount;
-  selectRows(plot, rowsOfGates(gates, *scan));
+  StoredPlot shown = stored;
+  if (!gates.empty()) shown.selectedRows = rowsOfGates(gates, *scan);
+  if (options.output != stored.view.output) shown.window.valid = false; // it was that of another output
+  shown.view = options;
+  showPlot(plot, shown);
+  if (!sieves()) return scan->trajectoryCount;
+  if (!plot.metaData->parameterColumns.empty()) return survivingRuns(plot);
   // Without parameters the library has nothing to compare and does not evaluate the selection.
-  return plot.metaData->parameterColumns.empty() ? runsThroughGates(gates, *scan).size()
-                                                 : survivingRuns(plot);
+  return gates.empty() ? scan->trajectoryCount : runsThroughGates(gates, *scan).size();
 }
 
 std::vector<std::string> SievedScan::notes() const

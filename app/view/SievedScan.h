@@ -1,8 +1,7 @@
 #pragma once
 
 #include "app/gate/ResolvedGate.h"
-#include "app/scan/ScanReader.h"
-#include "app/view/ScanPlot.h"
+#include "app/store/StoredPlot.h"
 
 #include <streambuf>
 #include <string>
@@ -10,17 +9,21 @@
 
 namespace runsieve::app {
 
-/// A scan from a file with its gates, as the commands without a window use it.
+/// A scan, or a stored plot, from a file with its gates, as the commands without a window use it.
 struct SievedScan
 {
-  boost::shared_ptr<LinePlotTable> scan;
+  StoredPlot stored;
+  boost::shared_ptr<LinePlotTable> scan; ///< that of the stored plot
   std::vector<ResolvedGate> gates;
 
   /// \throw ScanError, GateError
   SievedScan(std::string const& file, ReadOptions const& read, std::vector<std::string> const& gateTexts);
 
+  /// Whether there is something to sieve by: gates, or the selection of a stored plot.
+  [[nodiscard]] bool sieves() const { return !gates.empty() || !stored.selectedRows.empty(); }
+
   /// Shows the scan in a plot whose item is in a scene and selects the rows of the gates, just as drags
-  /// would. Returns how many runs pass all gates.
+  /// would; without gates those of the stored plot. Returns how many runs pass.
   std::size_t applyTo(PlotContainer& plot, ViewOptions const& options) const;
 
   /// What was snapped to the time grid, a line per gate concerned.

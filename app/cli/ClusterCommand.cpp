@@ -1,0 +1,97 @@
+#include "app/cli/Commands.h"
+
+#include "app/cli/RankReport.h"
+#include "app/gate/ResolvedGate.h"
+#include "app/render/OffscreenView.h"
+#include "app/scan/SafeFile.h"
+#include "app/scan/ScanLayout.h"
+#include "app/store/StoredPlot.h"
+#include "app/view/ScanClusters.h"
+#include "app/view/SievedScan.h"
+
+#include <vtkContextScene.h>
+#include <vtkNew.h>
+
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+
+namespace runsieve::app {
+
+namespace {
+
+ShapeOf shapeOf(std::string const& mode)
+{
+  if (mode == "phase") return ShapeOf::Phase;
+  return mode == "magnitude" ? ShapeOf::Magnitude : ShapeOf::Curves;
+}
+
+/// Lines "run,cluster" with the run numbers of the file.
+std::string labelText(LinePlotTable const& scan, std::vector<int> const& labels)
+{
+  double const* runs = scan.columnData[scanLayout(scan).run];
+  std::string text = "run,cluster\n";
+  for (std::size_t i = 0; i < labels.size(); ++i)
+    text += std::to_string(static_cast<long long>(runs[i * scan.trajectoryLength])) + ',' +
+            std::to_string(labels[i]) + '\n';
+  return text;
+}
+
+void writeLabels(std::string const& path, std::string const& text)
+{
+  if (path.empty() || path == "-") {
+    std::cout << text;
+    return;
+  }
+  SafeFile file(path);
+  file.write(text);
+  file.commit();
+}
+
+void print(std::vector<std::vector<RankedParameter>> const& comparisons, std::vector<int> const& labels)
+{
+  const std::vector<std::size_t> sizes = clusterSizes(labels);
+  for (std::size_t k = 0; k < comparisons.size(); ++k) {
+    std::cout << "\ncluster " << k << ": " << sizes[k] << " of " << labels.size() << " runs\n";
+    printRankTable(std::cout, comparisons[k]);
+  }
+}
+
+} // namespace
+
+int runCluster(ClusterArguments const& arguments)
+{
+  StoredPlot stored = readPlotOrScan(arguments.file, arguments.read);
+  checkOutputNames(*stored.scan);
+  stored.selectedRows.clear();
+  stored.view.quantiles = false;
+  if (!arguments.species.empty()) stored.view.output = outputColumn(arguments.species, *stored.scan);
+
+  const bool draws = !arguments.picture.empty();
+  const auto view = draws ? std::make_unique<OffscreenView>(arguments.width, arguments.height) : nullptr;
+  vtkNew<vtkContextScene> unseen;
+  PlotContainer plot(nullptr);
+  (view ? view->scene() : unseen.GetPointer())->AddItem(plot.getItem());
+  {
+    const QuietLibrary quiet;
+    showPlot(plot, stored);
+  }
+  if (arguments.rank && plot.metaData->parameterColumns.empty())
+    throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
+  const std::vector<int> labels = clusterRuns(plot, arguments.clusters, shapeOf(arguments.mode));
+  if (labels.empty()) throw std::runtime_error(arguments.file + ": the runs cannot be grouped");
+  writeLabels(arguments.output, labelText(*stored.scan, labels));
+  const auto comparisons = compareClusters(plot, labels);
+  if (arguments.rank) print(comparisons, labels);
+  if (view) {
+    plot.metaData->plotTitle = std::to_string(clusterSizes(labels).size()) + " clusters by " + arguments.mode;
+    plot.redraw(); // the lines that clustering has added go
+    polish(plot);
+    drawClusters(plot);
+    view->save(arguments.picture);
+  }
+  plot.setScene(nullptr); // a plot that outlived its view would let go of textures in a context that is gone
+  return 0;
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "app/view/RankTable.h"
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace runsieve::app {
+
+/// A number for people. \param missing stands for NaN: there may be no other runs to compare with
+[[nodiscard]] std::string formatted(double value, char const* format, char const* missing);
+
+/// The parameters as a table of aligned columns; significant ones have a star.
+void printRankTable(std::ostream& out, std::vector<RankedParameter> const& ranked);
+
+} // namespace runsieve::app

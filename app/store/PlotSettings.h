@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/store/StoredPlot.h"
+
+#include <cstdint>
+#include <string>
+
+namespace runsieve::app {
+
+/// How every stored plot begins.
+constexpr char storedPlotMagic[] = "{\"format\":\"runsieve plot\"";
+
+/// The settings of a stored plot, as its first line tells them.
+struct PlotSettings
+{
+  ViewOptions view;
+  CoordinateWindow window;
+  std::uint64_t stride = 0;   ///< rows per run
+  std::uint64_t bytes = 0;    ///< length of the dump
+  std::uint32_t checksum = 0; ///< CRC-32 of the dump, as in ZIP files
+};
+
+/// One line of JSON without a line end.
+[[nodiscard]] std::string toJson(PlotSettings const& settings);
+
+/// Unknown members are passed over, missing ones take their defaults. \throw std::runtime_error for text that
+/// is no JSON, another format, a newer version, or a value of a wrong type
+[[nodiscard]] PlotSettings fromJson(std::string const& line);
+
+} // namespace runsieve::app

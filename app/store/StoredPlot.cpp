@@ -1,0 +1,209 @@
+#include "app/store/StoredPlot.h"
+
+#include "app/scan/ColumnName.h"
+#include "app/scan/MappedFile.h"
+#include "app/scan/ParameterBounds.h"
+#include "app/scan/SafeFile.h"
+#include "app/scan/ScanError.h"
+#include "app/scan/ScanLayout.h"
+#include "app/store/PlotSettings.h"
+#include "app/view/SievedScan.h"
+
+#include <vtkDoubleArray.h>
+#include <vtkIntArray.h>
+#include <vtkNew.h>
+
+#include <boost/crc.hpp>
+#include <boost/make_shared.hpp>
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <limits>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr const char* selectionColumn = "selected points";
+
+vtkSmartPointer<vtkTable> tableOf(StoredPlot const& stored)
+{
+  LinePlotTable const& scan = *stored.scan;
+  auto table = vtkSmartPointer<vtkTable>::New();
+  for (std::size_t c = 0; c < scan.columnData.size(); ++c) {
+    vtkNew<vtkDoubleArray> column;
+    column->SetName(columnName(scan.columnNames[c]).c_str());
+    column->SetArray(scan.columnData[c], static_cast<vtkIdType>(scan.rows()), 1); // stays the scan's
+    table->AddColumn(column);
+  }
+  vtkNew<vtkIntArray> flags;
+  flags->SetName(selectionColumn);
+  flags->SetNumberOfTuples(static_cast<vtkIdType>(scan.rows()));
+  flags->FillValue(0);
+  for (long long row : stored.selectedRows) flags->SetValue(row, 1);
+  table->AddColumn(flags);
+  return table;
+}
+
+/// The scan of a container that has read a dump. \throw std::runtime_error if it is none
+boost::shared_ptr<LinePlotTable> scanOf(PlotContainer const& plot, std::uint64_t stride)
+{
+  const auto rows = static_cast<std::uint64_t>(plot.plotData->GetNumberOfRows());
+  const auto columns = static_cast<std::size_t>(plot.plotData->GetNumberOfColumns());
+  if (rows == 0 || stride == 0 || rows % stride != 0)
+    throw std::runtime_error("the dump does not hold whole runs of " + std::to_string(stride) + " rows");
+  if (plot.typedColumnNames.size() + 1 != columns)
+    throw std::runtime_error("the dump is damaged: names and columns don't agree");
+  auto scan = boost::make_shared<LinePlotTable>();
+  scan->trajectoryLength = stride;
+  scan->trajectoryCount = rows / stride;
+  for (std::size_t c = 0; c < plot.typedColumnNames.size(); ++c) {
+    auto* column = vtkDoubleArray::SafeDownCast(plot.plotData->GetColumn(static_cast<vtkIdType>(c)));
+    auto const& [type, name] = plot.typedColumnNames[c];
+    if (!column || column->GetNumberOfTuples() != static_cast<vtkIdType>(rows) ||
+        columnName({type, name}) != column->GetName())
+      throw std::runtime_error("the dump is damaged: column " + std::to_string(c + 1) +
+                               " is not what its name says");
+    double* values = scan->addColumn(type, name);
+    std::copy_n(column->GetPointer(0), rows, values);
+    if (type == Kestrane::Parameter)
+      scan->parameterBounds.push_back(boundsOfRuns(values, scan->trajectoryCount, stride));
+  }
+  (void)scanLayout(*scan); // it has a time and a run column
+  return scan;
+}
+
+std::vector<long long> flaggedRows(PlotContainer const& plot)
+{
+  auto* flags = vtkIntArray::SafeDownCast(plot.plotData->GetColumnByName(selectionColumn));
+  if (!flags) throw std::runtime_error("the dump is damaged: its last column is not the selection");
+  std::vector<long long> rows;
+  for (vtkIdType row = 0; row < flags->GetNumberOfTuples(); ++row)
+    if (flags->GetValue(row) == 1) rows.push_back(row);
+  return rows;
+}
+
+std::uint32_t checksum(char const* bytes, std::size_t count)
+{
+  boost::crc_32_type crc;
+  crc.process_bytes(bytes, count);
+  return crc.checksum();
+}
+
+/// The bytes of the dump without a copy. A dump that is cut off would read as zeros, and a changed one as
+/// other values: neither must pass.
+QByteArray checkedDump(char const* begin, char const* end, PlotSettings const& settings)
+{
+  const auto size = static_cast<std::size_t>(end - begin);
+  if (size > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+    throw std::runtime_error("the dump is larger than 2 GiB");
+  if (size != settings.bytes)
+    throw std::runtime_error("the file is cut off, or something was appended to it");
+  if (checksum(begin, size) != settings.checksum) throw std::runtime_error("the dump is damaged");
+  return QByteArray::fromRawData(begin, static_cast<int>(size));
+}
+
+StoredPlot parse(char const* begin, char const* end)
+{
+  auto const* lineEnd =
+      static_cast<char const*>(std::memchr(begin, '\n', static_cast<std::size_t>(end - begin)));
+  if (!lineEnd) throw std::runtime_error("the file ends in its settings");
+  const PlotSettings settings = fromJson(std::string(begin, lineEnd));
+  QByteArray dump = checkedDump(lineEnd + 1, end, settings);
+  const QuietLibrary quiet;
+  PlotContainer plot(nullptr);
+  plot.readDump(&dump);
+  StoredPlot stored;
+  stored.scan = scanOf(plot, settings.stride);
+  stored.selectedRows = flaggedRows(plot);
+  stored.view = settings.view;
+  stored.window = settings.window;
+  const auto outputs = scanLayout(*stored.scan).outputs;
+  if (std::find(outputs.begin(), outputs.end(), stored.view.output) == outputs.end())
+    throw std::runtime_error("the settings name an output that the dump does not hold");
+  return stored;
+}
+
+ReducedMetaData currentKey(PlotContainer const& plot)
+{
+  return {plot.metaData->xColumns[0], plot.metaData->yColumns[0], plot.metaData->getPlotStyle()};
+}
+
+} // namespace
+
+bool isStoredPlot(std::string const& path)
+{
+  std::ifstream file(path, std::ios::binary);
+  char start[sizeof storedPlotMagic - 1] = {};
+  file.read(start, sizeof start);
+  return file && std::string_view(start, sizeof start) == storedPlotMagic;
+}
+
+void writePlot(StoredPlot const& stored, std::string const& path)
+{
+  PlotContainer plot(nullptr);
+  plot.plotData = tableOf(stored);
+  plot.typedColumnNames = stored.scan->columnNames;
+  std::unique_ptr<QByteArray> dump;
+  try {
+    dump.reset(plot.binaryDump());
+  } catch (std::length_error const& error) {
+    throw ScanError(path, error.what());
+  }
+  SafeFile file(path);
+  const auto size = static_cast<std::size_t>(dump->size());
+  const PlotSettings settings{stored.view, stored.window, stored.scan->trajectoryLength, size,
+                              checksum(dump->constData(), size)};
+  file.write(toJson(settings) + '\n');
+  file.write({dump->constData(), size});
+  file.commit();
+}
+
+StoredPlot readPlot(std::string const& path)
+{
+  const MappedFile map(path);
+  try {
+    return parse(map.begin(), map.end());
+  } catch (std::bad_alloc const&) {
+    throw ScanError(path, "the dump is damaged: it claims more than there is memory for");
+  } catch (std::exception const& error) {
+    throw ScanError(path, error.what());
+  }
+}
+
+StoredPlot readPlotOrScan(std::string const& path, ReadOptions const& options)
+{
+  if (isStoredPlot(path)) return readPlot(path);
+  StoredPlot plot;
+  plot.scan = readScan(path, options);
+  return plot;
+}
+
+void showPlot(PlotContainer& plot, StoredPlot const& stored)
+{
+  showScan(plot, stored.scan, stored.view);
+  if (stored.window.valid) {
+    plot.coordinateWindows[currentKey(plot)] = stored.window;
+    plot.redraw();
+  }
+  if (!stored.selectedRows.empty()) selectRows(plot, stored.selectedRows);
+}
+
+StoredPlot storedPlot(PlotContainer const& plot, boost::shared_ptr<LinePlotTable> scan, ViewOptions view)
+{
+  StoredPlot stored;
+  stored.scan = std::move(scan);
+  stored.view = view;
+  auto window = plot.coordinateWindows.find(currentKey(plot));
+  if (window != plot.coordinateWindows.end()) stored.window = window->second;
+  if (auto flags = vtkSmartPointer<vtkIntArray>::Take(plot.getCurrentSelection()))
+    for (vtkIdType row = 0; row < flags->GetNumberOfTuples(); ++row)
+      if (flags->GetValue(row) != 0) stored.selectedRows.push_back(row);
+  return stored;
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,138 @@
+#include "app/view/ScanClusters.h"
+
+#include "app/view/ScanPlot.h"
+#include "app/view/SievedScan.h"
+
+#include <vtkPlot.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr float thinRun = 1.01f; ///< pixels
+
+std::vector<int> labelsOf(PlotContainer const& plot)
+{
+  if (!plot.clusterLabels) return {};
+  int const* first = plot.clusterLabels->GetPointer(0);
+  return {first, first + plot.clusterLabels->GetNumberOfValues()};
+}
+
+/// Hides plots from the legend, from one position on.
+void leaveOutOfLegend(vtkChart* chart, vtkIdType first)
+{
+  for (vtkIdType i = first; i < chart->GetNumberOfPlots(); ++i) chart->GetPlot(i)->SetLegendVisibility(false);
+}
+
+void nameMeans(vtkChart* chart, vtkIdType first, std::vector<std::size_t> const& sizes)
+{
+  for (std::size_t k = 0; k < sizes.size() && first + static_cast<vtkIdType>(k) < chart->GetNumberOfPlots();
+       ++k)
+    chart->GetPlot(first + static_cast<vtkIdType>(k))
+        ->SetLabel("cluster " + std::to_string(k) + " (" + std::to_string(sizes[k]) +
+                   (sizes[k] == 1 ? " run)" : " runs)"));
+}
+
+/// The tables of all runs, of a source and of its distributions stand together.
+constexpr std::size_t tablesOfAllRuns = 2;
+constexpr std::size_t tablesOfSeries = 3;
+
+/// Keeps, for each parameter, the comparison in which it differs most.
+void keepSmallest(std::vector<PlotContainer::KsStatistics>& best,
+                  std::vector<PlotContainer::KsStatistics> const& other)
+{
+  if (best.size() < other.size()) best.resize(other.size(), {1.0, 0.0});
+  for (std::size_t i = 0; i < other.size(); ++i)
+    if (other[i].p < best[i].p || (other[i].p == best[i].p && other[i].d > best[i].d)) best[i] = other[i];
+}
+
+/// Gives the distributions of the clusters the colours of the mean curves.
+void colorDistributions(PlotContainer& plot, vtkIdType firstMean, std::size_t clusters)
+{
+  if (plot.tables.size() != tablesOfAllRuns + tablesOfSeries * clusters) return; // those of a selection
+  const vtkVector2i size = plot.chartMatrix->GetSize();
+  for (int row = 0; row < size.GetY() / 2; ++row)
+    for (int column = 0; column < size.GetX(); ++column) {
+      vtkChart* chart = plot.chartMatrix->GetChart({column, row});
+      for (vtkIdType k = 0; k < static_cast<vtkIdType>(clusters) && 1 + k < chart->GetNumberOfPlots(); ++k) {
+        unsigned char rgb[3];
+        plot.chartXY->GetPlot(firstMean + k)->GetColor(rgb);
+        chart->GetPlot(1 + k)->SetColor(rgb[0], rgb[1], rgb[2], 255);
+      }
+    }
+}
+
+} // namespace
+
+std::vector<int> clusterRuns(PlotContainer& plot, int clusters, ShapeOf shape)
+{
+  const QuietLibrary quiet;
+  plot.clusterLabels = nullptr;
+  plot.clusterTimeSeries(clusters, static_cast<int>(shape));
+  return labelsOf(plot);
+}
+
+std::vector<std::size_t> clusterSizes(std::vector<int> const& labels)
+{
+  std::vector<std::size_t> sizes;
+  for (int label : labels) {
+    if (label < 0) continue;
+    sizes.resize(std::max(sizes.size(), static_cast<std::size_t>(label) + 1));
+    ++sizes[static_cast<std::size_t>(label)];
+  }
+  return sizes;
+}
+
+std::vector<long long> rowsOfCluster(std::vector<int> const& labels, int cluster, int stride)
+{
+  std::vector<long long> rows;
+  for (std::size_t run = 0; run < labels.size(); ++run)
+    if (labels[run] == cluster) rows.push_back(static_cast<long long>(run) * stride);
+  return rows;
+}
+
+std::vector<std::vector<RankedParameter>> compareClusters(PlotContainer& plot, std::vector<int> const& labels)
+{
+  const QuietLibrary quiet;
+  std::vector<std::vector<RankedParameter>> comparisons;
+  if (plot.metaData->parameterColumns.empty()) return comparisons;
+  const std::size_t clusters = clusterSizes(labels).size();
+  std::vector<PlotContainer::KsStatistics> best;
+  std::vector<std::unique_ptr<ParameterSelection>> runs;
+  for (std::size_t k = 0; k < clusters; ++k) {
+    selectRows(plot, rowsOfCluster(labels, static_cast<int>(k), plot.metaData->getStride()));
+    comparisons.push_back(rankedParameters(plot));
+    keepSmallest(best, plot.ksStatistics);
+    runs.emplace_back(plot.getSelection());
+    clearSelection(plot);
+  }
+  for (auto& statistics : best) statistics.p = std::min(1.0, statistics.p * static_cast<double>(clusters));
+  plot.ksStatistics = best;
+  for (auto const& selection : runs) plot.setExternalSelection(selection.get());
+  return comparisons;
+}
+
+void drawClusters(PlotContainer& plot)
+{
+  if (!plot.clusterLabels || !plot.chartXY) return;
+  vtkChart* chart = plot.chartXY;
+  leaveOutOfLegend(chart, 0);
+  const vtkIdType firstRun = chart->GetNumberOfPlots();
+  if (!hasSelection(plot)) plot.drawClusterRuns();
+  leaveOutOfLegend(chart, firstRun);
+  const vtkIdType firstMean = chart->GetNumberOfPlots();
+  for (vtkIdType i = firstRun; i < firstMean; ++i) chart->GetPlot(i)->SetWidth(thinRun);
+  plot.showDecorationPlots = true;
+  plot.drawDecorations(nullptr);
+  plot.showDecorationPlots = false; // the next redraw must not draw them below the runs
+  const std::vector<std::size_t> sizes = clusterSizes(labelsOf(plot));
+  nameMeans(chart, firstMean, sizes);
+  if (firstMean + static_cast<vtkIdType>(sizes.size()) <= chart->GetNumberOfPlots())
+    colorDistributions(plot, firstMean, sizes.size());
+  chart->SetShowLegend(true);
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/view/RankTable.h"
+
+#include <runsieve/plot/PlotContainer.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace runsieve::app {
+
+/// What the shape of a run is: its curve, or the phase or magnitude of its Fourier transform. The numbers are
+/// those of PlotContainer::clusterTimeSeries().
+enum class ShapeOf
+{
+  Curves = 0,
+  Phase = 2,
+  Magnitude = 3
+};
+
+/// Groups the runs of the output on show. Returns the cluster of each run by its position; empty if there is
+/// nothing to group.
+std::vector<int> clusterRuns(PlotContainer& plot, int clusters, ShapeOf shape);
+
+/// Runs in each cluster; the last clusters can be missing if there are fewer runs than clusters.
+[[nodiscard]] std::vector<std::size_t> clusterSizes(std::vector<int> const& labels);
+
+/// Row 0 of each run of a cluster: as a selection it lets exactly these runs survive.
+[[nodiscard]] std::vector<long long> rowsOfCluster(std::vector<int> const& labels, int cluster, int stride);
+
+/// Compares the parameters of each cluster's runs with those of all others, by the thresholds of the plot,
+/// and shows the distribution of each parameter in each cluster. A selection goes. The parameters in which
+/// any cluster differs most come first, with the smallest p-value of all clusters times their number
+/// (Bonferroni's correction). Empty if no parameter varies.
+std::vector<std::vector<RankedParameter>> compareClusters(PlotContainer& plot,
+                                                          std::vector<int> const& labels);
+
+/// Draws the present clusters over the runs: a line per run, and a strong mean curve per cluster, named for
+/// the legend. With a selection the mean curves alone, so that the selected runs show. No effect without
+/// clusters.
+void drawClusters(PlotContainer& plot);
+
+} // namespace runsieve::app
