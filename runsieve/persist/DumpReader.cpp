@@ -18,16 +18,17 @@ namespace runsieve {
 
 namespace {
 
-constexpr long long freeBytes = 32LL << 20; ///< what a dump of any size may claim
-constexpr long long bytesOfColumn = 1024;   ///< about what a column takes beside its values
-constexpr long long bytesOfName = 64;       ///< a typed name
-constexpr int bytesPerRead = 1 << 28;       ///< readRawData counts in int
+constexpr long long bytesOfColumn = 1024;  ///< about what a column takes beside its values
+constexpr long long bytesOfName = 64;      ///< a typed name
+constexpr int mostNamesBehindEnd = 10000;  ///< empty names that a dump may claim where it has ended
+constexpr int mostColumnsBehindEnd = 1000; ///< nameless columns, the same
+constexpr int bytesPerRead = 1 << 28;      ///< readRawData counts in int
 
 /// What may still be made of a dump. The counts in it are claims, and a damaged one claims anything.
 class Allowance
 {
 public:
-  explicit Allowance(int dumpSize) : left(freeBytes + 2LL * dumpSize) {}
+  Allowance(int dumpSize, long long claimable) : left(claimable + 2LL * dumpSize) {}
 
   bool take(long long bytes)
   {
@@ -72,8 +73,9 @@ class ColumnAdder
 public:
   explicit ColumnAdder(vtkTable* itsTable) : table(itsTable) {}
 
-  void add(vtkDataArray* column, std::string const& name)
+  void add(vtkDataArray* column, QString const& text)
   {
+    const std::string name = text.toLatin1().constData(); // up to a zero, as VTK keeps it
     const bool known = !name.empty() && !names.insert(name).second;
     if (known) column->SetName(name.c_str());
     table->AddColumn(column); // searches for the name, if it has one, among all columns
@@ -90,8 +92,11 @@ void readNames(QDataStream& stream, TypedNames& names, Allowance& allowance)
   qint32 count = 0;
   stream >> count;
   if (count < 0) throw std::length_error("A dump with a negative number of names.");
+  int behindEnd = 0;
   for (qint32 i = 0; i < count; ++i) {
-    if (!allowance.take(bytesOfName)) throw std::length_error("A dump with too many names.");
+    behindEnd += stream.atEnd() ? 1 : 0;
+    if (!allowance.take(bytesOfName) || behindEnd > mostNamesBehindEnd)
+      throw std::length_error("A dump with too many names.");
     qint32 type = 0;
     QString name;
     stream >> type >> name;
@@ -105,7 +110,9 @@ void readColumns(QDataStream& stream, vtkTable* table, Allowance& allowance)
   qint32 rows = 0;
   stream >> columns >> rows;
   ColumnAdder adder(table);
+  int behindEnd = 0;
   for (qint32 c = 0; c < columns; ++c) {
+    if (stream.atEnd() && ++behindEnd > mostColumnsBehindEnd) return;
     QString name;
     bool isDouble = false;
     stream >> name >> isDouble;
@@ -117,17 +124,17 @@ void readColumns(QDataStream& stream, vtkTable* table, Allowance& allowance)
     }
     adder.add(isDouble ? readColumn<vtkDoubleArray, double>(stream, rows)
                        : readColumn<vtkIntArray, qint32>(stream, rows),
-              name.toLatin1().toStdString());
+              name);
   }
 }
 
 } // namespace
 
-void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table)
+void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table, long long claimable)
 {
   QDataStream stream(bytes);
   prepareDumpStream(stream);
-  Allowance allowance(bytes.size());
+  Allowance allowance(bytes.size(), claimable);
   readNames(stream, names, allowance);
   readColumns(stream, table, allowance);
 }

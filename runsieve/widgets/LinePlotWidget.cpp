@@ -26,6 +26,8 @@ LinePlotWidget::LinePlotWidget(QWidget* parent) : QWidget(parent), logScale(true
   connect(ui.exportButton, &QPushButton::pressed, this, &LinePlotWidget::exportPlot);
   connect(ui.selector, &PlotSelector::notifySelectionChanged, ui.plotter->plotContainer,
           &PlotContainer::setLinePlotItems);
+  connect(ui.selector, &PlotSelector::notifySelectionChanged, ui.plotter,
+          [this] { ui.plotter->updatePlot(false); });
   ui.splitter->setStretchFactor(0, 3);
   toggleLogScale();
   toggleLegend();
