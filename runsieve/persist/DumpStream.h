@@ -26,6 +26,6 @@ QByteArray writeDump(TypedNames const& names, vtkTable* table);
 /// what is made takes more than twice the bytes and `claimable` ones. \throw std::length_error,
 /// std::bad_array_new_length for a negative number of names or rows, and for more names or columns than that;
 /// what was read before stays
-void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table, long long claimable = 32LL << 20);
+void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table, long long claimable = 16LL << 20);
 
 } // namespace runsieve

@@ -20,12 +20,11 @@ vtkSmartPointer<vtkAbstractArray> lengthened(vtkAbstractArray* column, vtkIdType
 {
   auto copy = vtkSmartPointer<vtkAbstractArray>::Take(column->NewInstance());
   copy->DeepCopy(column);
-  const vtkIdType values = copy->GetNumberOfValues();
-  copy->SetNumberOfTuples(rows);
   const vtkVariant filler = isReal(column) ? vtkVariant(std::numeric_limits<double>::quiet_NaN())
                             : vtkDataArray::SafeDownCast(column) ? vtkVariant(0)
                                                                  : vtkVariant("");
-  for (vtkIdType i = values; i < copy->GetNumberOfValues(); ++i) copy->SetVariantValue(i, filler);
+  const vtkIdType values = rows * copy->GetNumberOfComponents();
+  for (vtkIdType i = copy->GetNumberOfValues(); i < values; ++i) copy->InsertVariantValue(i, filler);
   return copy;
 }
 

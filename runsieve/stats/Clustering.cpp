@@ -3,12 +3,9 @@
 #include <runsieve/plot/ChartRole.h>
 #include <runsieve/plot/Palette.h>
 #include <runsieve/plot/TableAccess.h>
-#include <runsieve/records/vtkKMeansPearson.h>
+#include <runsieve/stats/PearsonKMeans.h>
 #include <runsieve/stats/RunsAsRows.h>
 
-#include <vtkIdTypeArray.h>
-#include <vtkKMeansStatistics.h>
-#include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
 #include <vtkPlot.h>
 #include <vtkTableFFT.h>
@@ -55,42 +52,56 @@ vtkSmartPointer<vtkTable> spectraAsRows(vtkTable* runsAsColumns, int mode)
   return transposed(spectra);
 }
 
-/// What k-means has found; the tables are null if it has found nothing.
+/// What the search has found, as tables.
 struct Clusters
 {
-  vtkSmartPointer<vtkTable> centres;     ///< one column per cluster
-  vtkSmartPointer<vtkIdTypeArray> sizes; ///< runs per cluster, in the last step of the search
-  vtkSmartPointer<vtkIntArray> labels;   ///< cluster of each run; null if VTK gives none
+  vtkSmartPointer<vtkTable> centres; ///< one column per cluster
+  std::vector<long long> sizes;      ///< runs per cluster at the end of the search
+  vtkSmartPointer<vtkIntArray> labels;
 };
+
+/// The rows of a table of doubles, one after the other.
+std::vector<double> flattened(vtkTable* table)
+{
+  const auto rows = static_cast<std::size_t>(table->GetNumberOfRows());
+  const auto columns = static_cast<std::size_t>(table->GetNumberOfColumns());
+  std::vector<double> values(rows * columns);
+  for (std::size_t c = 0; c < columns; ++c) {
+    auto* column = vtkDataArray::SafeDownCast(table->GetColumn(static_cast<vtkIdType>(c)));
+    for (std::size_t row = 0; row < rows; ++row)
+      values[row * columns + c] = column->GetComponent(static_cast<vtkIdType>(row), 0);
+  }
+  return values;
+}
+
+/// Mean curves as rows, with the column names of the runs that they come from.
+vtkSmartPointer<vtkTable> tableOfCentres(ShapeClusters const& found, vtkTable* runs)
+{
+  auto table = vtkSmartPointer<vtkTable>::New();
+  const auto points = static_cast<std::size_t>(runs->GetNumberOfColumns());
+  for (std::size_t p = 0; p < points; ++p) {
+    vtkNew<vtkDoubleArray> column;
+    column->SetName(runs->GetColumnName(static_cast<vtkIdType>(p)));
+    for (std::size_t k = 0; k < found.sizes.size(); ++k)
+      column->InsertNextValue(found.centres[k * points + p]);
+    table->AddColumn(column);
+  }
+  return table;
+}
 
 Clusters cluster(vtkTable* runs, int count)
 {
-  vtkNew<vtkKMeansStatistics> search;
-  auto distance = vtkSmartPointer<vtkKMeansPearson>::Take(vtkKMeansPearson::New());
-  search->SetInputData(0, runs);
-  search->SetDistanceFunctor(distance);
-  for (vtkIdType c = 0; c < runs->GetNumberOfColumns(); ++c)
-    search->SetColumnStatus(runs->GetColumnName(c), 1);
-  search->RequestSelectedColumns();
-  search->SetAssessOption(true);
-  search->SetDefaultNumberOfClusters(count);
-  search->Update();
-
-  Clusters found;
-  auto* assessed = vtkTable::SafeDownCast(search->GetOutputDataObject(0));
-  if (assessed && assessed->GetNumberOfColumns() > 0)
-    found.labels = vtkIntArray::SafeDownCast(assessed->GetColumn(assessed->GetNumberOfColumns() - 1));
-  auto* blocks = vtkMultiBlockDataSet::SafeDownCast(search->GetOutputDataObject(1));
-  auto* model =
-      blocks && blocks->GetNumberOfBlocks() > 0 ? vtkTable::SafeDownCast(blocks->GetBlock(0)) : nullptr;
-  if (!model) return found;
-  found.sizes = vtkSmartPointer<vtkIdTypeArray>::New();
-  if (auto* sizes = vtkIdTypeArray::SafeDownCast(model->GetColumnByName("Cardinality")))
-    found.sizes->DeepCopy(sizes);
-  for (const char* name : {"Run ID", "K", "Iterations", "Error", "Cardinality"})
-    model->RemoveColumnByName(name);
-  found.centres = transposed(model);
-  return found;
+  const std::vector<double> curves = flattened(runs);
+  const auto points = static_cast<std::size_t>(runs->GetNumberOfColumns());
+  const ShapeClusters found =
+      clusterByShape(curves.data(), static_cast<std::size_t>(runs->GetNumberOfRows()), points, count);
+  Clusters clusters;
+  clusters.sizes = found.sizes;
+  clusters.labels = vtkSmartPointer<vtkIntArray>::New();
+  clusters.labels->SetName("ClosestId(0)");
+  for (int label : found.labels) clusters.labels->InsertNextValue(label);
+  clusters.centres = transposed(tableOfCentres(found, runs));
+  return clusters;
 }
 
 /// A column per cluster with as many zeros as there are time points.
@@ -115,8 +126,8 @@ void accumulateMeans(vtkTable* means, vtkTable* runs, Clusters const& found)
   for (vtkIdType run = 0; run < count; ++run) {
     const int label = found.labels->GetValue(run);
     vtkDoubleArray* mean = doubleColumn(means, label);
-    if (!mean || label >= found.sizes->GetNumberOfValues()) continue;
-    const auto size = static_cast<double>(found.sizes->GetValue(label));
+    if (!mean || static_cast<std::size_t>(label) >= found.sizes.size()) continue;
+    const auto size = static_cast<double>(found.sizes[static_cast<std::size_t>(label)]);
     for (vtkIdType t = 0; t < points; ++t) {
       const double value = vtkDoubleArray::SafeDownCast(runs->GetColumn(t))->GetValue(run);
       mean->SetValue(t, mean->GetValue(t) + value / size);
@@ -149,21 +160,12 @@ void PlotContainer::clusterTimeSeries(int clusters, int mode)
   clusterRunTable = transposed(runs);
   const Clusters found = cluster(isSpectral(mode) ? spectraAsRows(clusterRunTable, mode) : runs, clusters);
   clusterLabels = found.labels;
-  if (!found.centres) return;
   decorationTable = isSpectral(mode) ? emptyMeans(clusters, found.centres->GetNumberOfRows()) : found.centres;
-  if (isSpectral(mode)) {
-    if (!clusterLabels) {
-      std::cout << "void PlotContainer::clusterTimeSeries(int, int)"
-                << "Could not cast clusterMembership to vtkIntArray." << std::endl;
-      return;
-    }
-    accumulateMeans(decorationTable, runs, found);
-  }
+  if (isSpectral(mode)) accumulateMeans(decorationTable, runs, found);
   const auto time =
       firstTimes(vtkDataArray::SafeDownCast(plotData->GetColumn(x)), decorationTable->GetNumberOfRows());
   decorationTable->AddColumn(time);
   clusterRunTable->AddColumn(time);
-  if (!clusterLabels) return;
   std::cout << clusterLabels->GetNumberOfTuples() << std::endl
             << clusterRunTable->GetNumberOfRows() << "  " << clusterRunTable->GetNumberOfColumns()
             << std::endl;

@@ -30,6 +30,12 @@ makeTable(std::vector<std::pair<std::string, std::vector<double>>> const& column
   return table;
 }
 
+/// Takes the last rows of one column away, which leaves the table uneven.
+inline void shorten(vtkTable* table, vtkIdType column, vtkIdType rows)
+{
+  table->GetColumn(column)->Resize(rows);
+}
+
 inline vtkSmartPointer<vtkIdTypeArray> makeIds(std::vector<vtkIdType> const& ids)
 {
   return makeColumn<vtkIdTypeArray>("ids", ids);
