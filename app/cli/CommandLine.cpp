@@ -1,13 +1,13 @@
 #include "app/cli/CommandLine.h"
 
 #include "app/gate/Gate.h"
+#include "app/store/FileEnding.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <filesystem>
 #include <map>
 
 namespace runsieve::app {
@@ -262,7 +262,7 @@ private:
   // Only a stored plot has a selection of its own.
   static RankArguments checked(RankArguments const& arguments)
   {
-    if (arguments.gates.empty() && std::filesystem::path(arguments.file).extension() != ".rsd")
+    if (arguments.gates.empty() && fileEnding(arguments.file) != ".rsd")
       throw UsageError("rank: --gate is required");
     return arguments;
   }

@@ -3,24 +3,14 @@
 #include "app/gate/Gate.h"
 #include "app/gate/GateRows.h"
 #include "app/scan/ScanWriter.h"
+#include "app/store/FileEnding.h"
 #include "app/store/StoredPlot.h"
 
-#include <algorithm>
-#include <cctype>
-#include <filesystem>
 #include <iostream>
 
 namespace runsieve::app {
 
 namespace {
-
-/// The ending of a file name in small letters, with its dot.
-std::string ending(std::string const& path)
-{
-  std::string text = std::filesystem::path(path).extension().string();
-  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
-  return text;
-}
 
 void select(StoredPlot& plot, std::vector<std::string> const& gateTexts)
 {
@@ -32,16 +22,20 @@ void select(StoredPlot& plot, std::vector<std::string> const& gateTexts)
       std::cerr << "runsieve: " << gates.back().text() << ": " << gates.back().note << '\n';
   }
   plot.selectedRows = rowsOfGates(gates, *plot.scan);
+  if (plot.view.output == gates.front().column) return;
   plot.view.output = gates.front().column;
+  plot.window.valid = false; // it was that of another output
 }
 
 } // namespace
 
 int runConvert(ConvertArguments const& arguments)
 {
-  const std::string target = ending(arguments.output);
+  const std::string target = fileEnding(arguments.output);
   if (target != ".rsd" && target != ".csv")
     throw UsageError("convert: the name of the new file must end in .rsd (plot) or .csv (text)");
+  if (target == ".csv" && !arguments.gates.empty())
+    throw UsageError("convert: a text file holds no selection; --gate goes with .rsd");
   StoredPlot plot = readPlotOrScan(arguments.file, arguments.read);
   checkOutputNames(*plot.scan);
   select(plot, arguments.gates);

@@ -2,6 +2,7 @@
 
 #include "app/scan/ColumnName.h"
 #include "app/scan/ScanLayout.h"
+#include "app/store/StoredPlot.h"
 
 #include <algorithm>
 #include <cmath>
@@ -71,7 +72,7 @@ void printColumns(LinePlotTable const& scan, char const* title, std::vector<std:
 
 int runInfo(InfoArguments const& arguments)
 {
-  auto const scan = readScan(arguments.file, arguments.read);
+  auto const scan = readPlotOrScan(arguments.file, arguments.read).scan;
   ScanLayout const layout = scanLayout(*scan);
   double const* time = scan->columnData[layout.time];
   std::cout << "runs       " << scan->trajectoryCount << '\n'

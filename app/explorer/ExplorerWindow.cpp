@@ -237,7 +237,7 @@ bool ExplorerWindow::savePlot(QString const& path, QString& error)
     return false;
   }
   try {
-    writePlot(storedPlot(*container, scan, options()), QFile::encodeName(path).toStdString());
+    writePlot(storedPlot(*container, scan), QFile::encodeName(path).toStdString());
     return true;
   } catch (std::exception const& failure) {
     error = QString::fromStdString(failure.what());
@@ -323,6 +323,7 @@ void ExplorerWindow::chooseClusters(ShapeOf shape)
 bool ExplorerWindow::cluster(int clusters, ShapeOf shape)
 {
   if (!container) return false;
+  removeClusters();
   QApplication::setOverrideCursor(Qt::WaitCursor);
   clusterOfRun = clusterRuns(*container, clusters, shape);
   if (!clusterOfRun.empty()) showClusters();
@@ -353,7 +354,10 @@ void ExplorerWindow::removeClusters()
   clusterOfRun.clear();
   container->clusterLabels = nullptr;
   fillClusterMenu();
-  if (!hasSelection(*container)) app::clearSelection(*container);
+  if (hasSelection(*container))
+    container->redraw();
+  else
+    app::clearSelection(*container);
   refresh();
 }
 

@@ -2,7 +2,11 @@
 
 #include <nlohmann/json.hpp>
 
-#include <array>
+#include <boost/crc.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
 #include <stdexcept>
 
 namespace runsieve::app {
@@ -11,7 +15,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr int version = 1;
+constexpr std::uint64_t version = 1;
 
 /// Passes every member of the view with its name to a function, for reading and writing alike.
 template <class View, class Function> void eachMember(View& view, Function&& member)
@@ -26,6 +30,72 @@ template <class View, class Function> void eachMember(View& view, Function&& mem
   member("ks_threshold", view.ksThreshold);
 }
 
+// JSON has no number for these.
+constexpr double oddNumbers[] = {std::numeric_limits<double>::infinity(),
+                                 -std::numeric_limits<double>::infinity(),
+                                 std::numeric_limits<double>::quiet_NaN()};
+
+char const* textOf(double odd)
+{
+  return std::isnan(odd) ? "nan" : odd < 0.0 ? "-inf" : "inf";
+}
+
+Json numberOf(double value)
+{
+  return std::isfinite(value) ? Json(value) : Json(textOf(value));
+}
+
+// Conversions would turn 1.5 into 1, -1 into a large number and numbers that do not fit into others.
+void take(Json const& json, bool& value)
+{
+  value = json.get<bool>();
+}
+
+void take(Json const& json, double& value)
+{
+  for (double odd : oddNumbers)
+    if (json == textOf(odd)) {
+      value = odd;
+      return;
+    }
+  if (!json.is_number()) throw std::runtime_error("the settings cannot be read: a number is missing");
+  value = json.get<double>();
+}
+
+template <class Unsigned> void take(Json const& json, Unsigned& value)
+{
+  if (!json.is_number_unsigned() || json.get<std::uint64_t>() > std::numeric_limits<Unsigned>::max())
+    throw std::runtime_error("the settings cannot be read: a whole number is missing");
+  value = json.get<Unsigned>();
+}
+
+template <class Value> void takeMember(Json const& json, const char* name, Value& value)
+{
+  if (json.contains(name)) take(json.at(name), value);
+}
+
+void takeWindow(Json const& json, CoordinateWindow& window)
+{
+  if (!json.is_array() || json.size() != 4)
+    throw std::runtime_error("the settings hold no window of four numbers");
+  take(json[0], window.xMin);
+  take(json[1], window.yMin);
+  take(json[2], window.xMax);
+  take(json[3], window.yMax);
+  window.valid = true;
+}
+
+/// The line without the digits of its checksum; the line itself if it has none.
+std::string withoutChecksum(std::string line)
+{
+  const std::string key = "\"crc32\":";
+  const std::size_t found = line.find(key);
+  if (found == std::string::npos) return line;
+  const std::size_t first = found + key.size();
+  const std::size_t last = std::min(line.find_first_not_of("0123456789", first), line.size());
+  return line.erase(first, last - first);
+}
+
 } // namespace
 
 std::string toJson(PlotSettings const& settings)
@@ -37,8 +107,19 @@ std::string toJson(PlotSettings const& settings)
   json["dump"] = {{"bytes", settings.bytes}, {"crc32", settings.checksum}};
   eachMember(settings.view, [&json](const char* name, auto const& value) { json["view"][name] = value; });
   CoordinateWindow const& window = settings.window;
-  if (window.valid) json["window"] = {window.xMin, window.yMin, window.xMax, window.yMax};
+  if (window.valid)
+    json["window"] = {numberOf(window.xMin), numberOf(window.yMin), numberOf(window.xMax),
+                      numberOf(window.yMax)};
   return json.dump();
+}
+
+std::uint32_t checksumOf(std::string const& line, char const* dump, std::size_t bytes)
+{
+  const std::string settings = withoutChecksum(line);
+  boost::crc_32_type crc;
+  crc.process_bytes(settings.data(), settings.size());
+  crc.process_bytes(dump, bytes);
+  return crc.checksum();
 }
 
 PlotSettings fromJson(std::string const& line)
@@ -48,17 +129,16 @@ PlotSettings fromJson(std::string const& line)
     const Json json = Json::parse(line);
     if (json.at("format") != "runsieve plot")
       throw std::runtime_error("the settings are those of another format");
-    if (json.at("version").get<int>() > version)
-      throw std::runtime_error("the file was written by a newer version of runsieve");
-    settings.stride = json.at("stride").get<std::uint64_t>();
-    settings.bytes = json.at("dump").at("bytes").get<std::uint64_t>();
-    settings.checksum = json.at("dump").at("crc32").get<std::uint32_t>();
+    std::uint64_t itsVersion = 0;
+    take(json.at("version"), itsVersion);
+    if (itsVersion > version) throw std::runtime_error("the file was written by a newer version of runsieve");
+    take(json.at("stride"), settings.stride);
+    take(json.at("dump").at("bytes"), settings.bytes);
+    take(json.at("dump").at("crc32"), settings.checksum);
     const Json view = json.value("view", Json::object());
-    eachMember(settings.view, [&view](const char* name, auto& value) { value = view.value(name, value); });
-    if (json.contains("window")) {
-      const auto window = json.at("window").get<std::array<double, 4>>();
-      settings.window = {window[0], window[1], window[2], window[3], true};
-    }
+    if (!view.is_object()) throw std::runtime_error("the settings hold no view");
+    eachMember(settings.view, [&view](const char* name, auto& value) { takeMember(view, name, value); });
+    if (json.contains("window")) takeWindow(json.at("window"), settings.window);
   } catch (nlohmann::json::exception const& error) {
     throw std::runtime_error(std::string("the settings cannot be read: ") + error.what());
   }

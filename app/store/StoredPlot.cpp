@@ -13,7 +13,6 @@
 #include <vtkIntArray.h>
 #include <vtkNew.h>
 
-#include <boost/crc.hpp>
 #include <boost/make_shared.hpp>
 
 #include <algorithm>
@@ -87,23 +86,17 @@ std::vector<long long> flaggedRows(PlotContainer const& plot)
   return rows;
 }
 
-std::uint32_t checksum(char const* bytes, std::size_t count)
-{
-  boost::crc_32_type crc;
-  crc.process_bytes(bytes, count);
-  return crc.checksum();
-}
-
 /// The bytes of the dump without a copy. A dump that is cut off would read as zeros, and a changed one as
 /// other values: neither must pass.
-QByteArray checkedDump(char const* begin, char const* end, PlotSettings const& settings)
+QByteArray checkedDump(std::string const& line, PlotSettings const& settings, char const* begin,
+                       char const* end)
 {
   const auto size = static_cast<std::size_t>(end - begin);
   if (size > static_cast<std::size_t>(std::numeric_limits<int>::max()))
     throw std::runtime_error("the dump is larger than 2 GiB");
   if (size != settings.bytes)
     throw std::runtime_error("the file is cut off, or something was appended to it");
-  if (checksum(begin, size) != settings.checksum) throw std::runtime_error("the dump is damaged");
+  if (checksumOf(line, begin, size) != settings.checksum) throw std::runtime_error("the file is damaged");
   return QByteArray::fromRawData(begin, static_cast<int>(size));
 }
 
@@ -112,8 +105,9 @@ StoredPlot parse(char const* begin, char const* end)
   auto const* lineEnd =
       static_cast<char const*>(std::memchr(begin, '\n', static_cast<std::size_t>(end - begin)));
   if (!lineEnd) throw std::runtime_error("the file ends in its settings");
-  const PlotSettings settings = fromJson(std::string(begin, lineEnd));
-  QByteArray dump = checkedDump(lineEnd + 1, end, settings);
+  const std::string line(begin, lineEnd);
+  const PlotSettings settings = fromJson(line);
+  QByteArray dump = checkedDump(line, settings, lineEnd + 1, end);
   const QuietLibrary quiet;
   PlotContainer plot(nullptr);
   plot.readDump(&dump);
@@ -156,8 +150,8 @@ void writePlot(StoredPlot const& stored, std::string const& path)
   }
   SafeFile file(path);
   const auto size = static_cast<std::size_t>(dump->size());
-  const PlotSettings settings{stored.view, stored.window, stored.scan->trajectoryLength, size,
-                              checksum(dump->constData(), size)};
+  PlotSettings settings{stored.view, stored.window, stored.scan->trajectoryLength, size, 0};
+  settings.checksum = checksumOf(toJson(settings), dump->constData(), size);
   file.write(toJson(settings) + '\n');
   file.write({dump->constData(), size});
   file.commit();
@@ -193,11 +187,19 @@ void showPlot(PlotContainer& plot, StoredPlot const& stored)
   if (!stored.selectedRows.empty()) selectRows(plot, stored.selectedRows);
 }
 
-StoredPlot storedPlot(PlotContainer const& plot, boost::shared_ptr<LinePlotTable> scan, ViewOptions view)
+StoredPlot storedPlot(PlotContainer const& plot, boost::shared_ptr<LinePlotTable> scan)
 {
   StoredPlot stored;
   stored.scan = std::move(scan);
-  stored.view = view;
+  PlotMetaData const& settings = *plot.metaData;
+  stored.view.output = static_cast<std::size_t>(settings.yColumns[0]);
+  stored.view.density = settings.getUseDensity();
+  stored.view.commonScale = settings.getCommonDensityScale();
+  stored.view.quantiles = settings.getShowQuantiles();
+  stored.view.logAxes = settings.getLogParameterAxes();
+  stored.view.points = !settings.getPlotLine();
+  stored.view.pThreshold = settings.getPThreshold();
+  stored.view.ksThreshold = settings.getKsThreshold();
   auto window = plot.coordinateWindows.find(currentKey(plot));
   if (window != plot.coordinateWindows.end()) stored.window = window->second;
   if (auto flags = vtkSmartPointer<vtkIntArray>::Take(plot.getCurrentSelection()))

@@ -36,8 +36,7 @@ void writePlot(StoredPlot const& plot, std::string const& path);
 /// Shows a plot as it was left, in a container whose item is in a scene.
 void showPlot(PlotContainer& plot, StoredPlot const& stored);
 
-/// The state of a container that shows a scan by showScan(). \param view what the program has set
-[[nodiscard]] StoredPlot storedPlot(PlotContainer const& plot, boost::shared_ptr<LinePlotTable> scan,
-                                    ViewOptions view);
+/// The state of a container that shows a scan by showScan().
+[[nodiscard]] StoredPlot storedPlot(PlotContainer const& plot, boost::shared_ptr<LinePlotTable> scan);
 
 } // namespace runsieve::app

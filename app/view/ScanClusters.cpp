@@ -27,6 +27,22 @@ void leaveOutOfLegend(vtkChart* chart, vtkIdType first)
   for (vtkIdType i = first; i < chart->GetNumberOfPlots(); ++i) chart->GetPlot(i)->SetLegendVisibility(false);
 }
 
+/// Starts of the search: many for the few runs that they take no time for.
+int startsFor(PlotContainer const& plot)
+{
+  constexpr vtkIdType runsInAll = 200000;
+  const vtkIdType runs = plot.plotData->GetNumberOfRows() / std::max(plot.metaData->getStride(), 1);
+  return static_cast<int>(std::clamp<vtkIdType>(runsInAll / std::max<vtkIdType>(runs, 1), 1, 10));
+}
+
+/// Whether the chart shows the present clusters already.
+bool isDrawn(PlotContainer const& plot)
+{
+  for (vtkIdType i = 0; i < plot.chartXY->GetNumberOfPlots(); ++i)
+    if (plot.chartXY->GetPlot(i)->GetInput() == plot.decorationTable.GetPointer()) return true;
+  return false;
+}
+
 void nameMeans(vtkChart* chart, vtkIdType first, std::vector<std::size_t> const& sizes)
 {
   for (std::size_t k = 0; k < sizes.size() && first + static_cast<vtkIdType>(k) < chart->GetNumberOfPlots();
@@ -71,7 +87,7 @@ std::vector<int> clusterRuns(PlotContainer& plot, int clusters, ShapeOf shape)
 {
   const QuietLibrary quiet;
   plot.clusterLabels = nullptr;
-  plot.clusterTimeSeries(clusters, static_cast<int>(shape));
+  plot.clusterTimeSeries(clusters, static_cast<int>(shape), startsFor(plot));
   return labelsOf(plot);
 }
 
@@ -117,7 +133,7 @@ std::vector<std::vector<RankedParameter>> compareClusters(PlotContainer& plot, s
 
 void drawClusters(PlotContainer& plot)
 {
-  if (!plot.clusterLabels || !plot.chartXY) return;
+  if (!plot.clusterLabels || !plot.chartXY || isDrawn(plot)) return;
   vtkChart* chart = plot.chartXY;
   leaveOutOfLegend(chart, 0);
   const vtkIdType firstRun = chart->GetNumberOfPlots();

@@ -22,10 +22,10 @@ using TypedNames = std::vector<Kestrane::TypedConcentrationName>;
 QByteArray writeDump(TypedNames const& names, vtkTable* table);
 
 /// Fills names and table, both empty at the start, from bytes of any kind. Where they end too early, numbers
-/// are 0 and names are empty, of up to 10,000 names and 1,000 columns behind the end. Reading also stops when
-/// what is made takes more than twice the bytes and `claimable` ones. \throw std::length_error,
-/// std::bad_array_new_length for a negative number of names or rows, and for more names or columns than that;
-/// what was read before stays
+/// are 0 and names are empty; columns are then made up to 1,000 and as long as all takes less than twice the
+/// bytes and `claimable` ones. \throw std::length_error, std::bad_array_new_length for a negative number of
+/// names or rows, for more than 10,000 names behind the end, and for names and columns that stand in the bytes
+/// but take more than that; what was read before stays
 void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table, long long claimable = 16LL << 20);
 
 } // namespace runsieve

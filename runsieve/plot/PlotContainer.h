@@ -254,7 +254,9 @@ public:
   /// clusterRunTable (a column per run) and decorationTable (a mean curve per cluster). The same input gives
   /// the same clusters. No effect without a complete run or below one cluster.
   /// \param mode 2: by the phase of the Fourier transform, 3: by its magnitude, others: by the curve itself
-  void clusterTimeSeries(int clusters, int mode);
+  /// \param starts the search begins with the first runs as centres, which finds poor clusters if these runs
+  /// are alike; further starts begin with runs that differ, and the best result counts
+  void clusterTimeSeries(int clusters, int mode, int starts = 1);
   /// Adds the lines of the last clusterTimeSeries() to chartXY once more; a redraw takes them away.
   void drawClusterRuns();
   /// Samples a density into plotData ("x", "pdf") and shows it in chartXY as a filled curve, a point value as

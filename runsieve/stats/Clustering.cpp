@@ -89,12 +89,12 @@ vtkSmartPointer<vtkTable> tableOfCentres(ShapeClusters const& found, vtkTable* r
   return table;
 }
 
-Clusters cluster(vtkTable* runs, int count)
+Clusters cluster(vtkTable* runs, int count, int starts)
 {
   const std::vector<double> curves = flattened(runs);
   const auto points = static_cast<std::size_t>(runs->GetNumberOfColumns());
   const ShapeClusters found =
-      clusterByShape(curves.data(), static_cast<std::size_t>(runs->GetNumberOfRows()), points, count);
+      clusterByShape(curves.data(), static_cast<std::size_t>(runs->GetNumberOfRows()), points, count, starts);
   Clusters clusters;
   clusters.sizes = found.sizes;
   clusters.labels = vtkSmartPointer<vtkIntArray>::New();
@@ -148,7 +148,7 @@ vtkSmartPointer<vtkDoubleArray> firstTimes(vtkDataArray* column, vtkIdType rows)
 
 } // namespace
 
-void PlotContainer::clusterTimeSeries(int clusters, int mode)
+void PlotContainer::clusterTimeSeries(int clusters, int mode, int starts)
 {
   const int stride = metaData->getStride();
   const int x = entry0(metaData->xColumns);
@@ -158,7 +158,8 @@ void PlotContainer::clusterTimeSeries(int clusters, int mode)
 
   const vtkSmartPointer<vtkTable> runs = runsAsRows(plotData, columnName(plotData, y), stride);
   clusterRunTable = transposed(runs);
-  const Clusters found = cluster(isSpectral(mode) ? spectraAsRows(clusterRunTable, mode) : runs, clusters);
+  const Clusters found =
+      cluster(isSpectral(mode) ? spectraAsRows(clusterRunTable, mode) : runs, clusters, starts);
   clusterLabels = found.labels;
   decorationTable = isSpectral(mode) ? emptyMeans(clusters, found.centres->GetNumberOfRows()) : found.centres;
   if (isSpectral(mode)) accumulateMeans(decorationTable, runs, found);

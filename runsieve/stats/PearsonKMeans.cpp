@@ -3,6 +3,9 @@
 #include <runsieve/records/Correlation.h>
 
 #include <algorithm>
+#include <numeric>
+#include <random>
+#include <utility>
 
 namespace runsieve {
 
@@ -30,32 +33,76 @@ class Search
 public:
   Search(double const* itsCurves, std::size_t itsCount, std::size_t itsPoints, std::size_t itsClusters)
       : curves(itsCurves), count(itsCount), points(itsPoints), clusters(itsClusters),
-        centred(curves, count, points), products(clusters), labels(count, -1)
+        centred(curves, count, points), products(clusters)
+  {}
+
+  /// The search from the first curves as centres.
+  ShapeClusters fromFirst()
   {
     centres.assign(curves, curves + clusters * points);
+    return run();
   }
 
+  /// The search from curves that lie far from each other.
+  ShapeClusters fromSpread(std::mt19937& random)
+  {
+    std::vector<double> nearestDistance(count, 1.0);
+    centres.clear();
+    for (std::size_t c = 0; c < clusters; ++c) {
+      const std::size_t chosen = choose(nearestDistance, random);
+      centres.insert(centres.end(), curves + chosen * points, curves + (chosen + 1) * points);
+      for (std::size_t i = 0; i < count; ++i) {
+        const double distance = distanceOf(i, chosen);
+        nearestDistance[i] = c == 0 ? distance : std::min(nearestDistance[i], distance);
+      }
+    }
+    return run();
+  }
+
+private:
   ShapeClusters run()
   {
+    labels.assign(count, -1);
     for (int step = 0; step < mostSteps; ++step) {
       const double changed = static_cast<double>(assign()) / static_cast<double>(count);
       moveCentres();
       if (changed < tolerance) break;
     }
     assign();
-    return {centres, sizes, labels};
+    return {centres, sizes, labels, spread};
   }
 
-private:
+  /// A curve with a probability in proportion to its weight.
+  static std::size_t choose(std::vector<double> const& weights, std::mt19937& random)
+  {
+    const double sum = std::accumulate(weights.begin(), weights.end(), 0.0);
+    // Not by a distribution of the standard library, whose numbers differ from one to the next.
+    double left = sum * (static_cast<double>(random()) / 4294967296.0);
+    for (std::size_t i = 0; i < weights.size(); ++i) {
+      left -= weights[i];
+      if (left < 0.0) return i;
+    }
+    return weights.size() - 1;
+  }
+
+  double distanceOf(std::size_t i, std::size_t j) const
+  {
+    double const* x = centred.deviations.data() + i * points;
+    double const* y = centred.deviations.data() + j * points;
+    return 1.0 - correlation(std::inner_product(x, x + points, y, 0.0), centred.roots[i], centred.roots[j]);
+  }
+
   /// Gives each curve to the nearest centre. Returns how many curves have changed.
   std::size_t assign()
   {
     const CentredCurves centredCentres(centres.data(), clusters, points);
     turn(centredCentres.deviations);
     std::size_t changes = 0;
+    spread = 0.0;
     for (std::size_t i = 0; i < count; ++i) {
       multiply(centred.deviations.data() + i * points);
-      const int label = nearest(centred.roots[i], centredCentres.roots);
+      const auto [label, distance] = nearest(centred.roots[i], centredCentres.roots);
+      spread += distance;
       changes += label != labels[i] ? 1 : 0;
       labels[i] = label;
     }
@@ -79,7 +126,8 @@ private:
       for (std::size_t c = 0; c < clusters; ++c) sums[c] += side[c] * curve[p];
   }
 
-  int nearest(double root, std::vector<double> const& centreRoots) const
+  /// The nearest centre to the curve that was multiplied, and its distance.
+  std::pair<int, double> nearest(double root, std::vector<double> const& centreRoots) const
   {
     std::size_t best = 0;
     double least = 1.0 - correlation(products[0], centreRoots[0], root);
@@ -89,7 +137,7 @@ private:
       least = distance;
       best = c;
     }
-    return static_cast<int>(best);
+    return {static_cast<int>(best), least};
   }
 
   /// Makes each centre the running mean of its curves.
@@ -116,14 +164,23 @@ private:
   std::vector<double> centres;
   std::vector<long long> sizes;
   std::vector<int> labels;
+  double spread = 0.0;
 };
 
 } // namespace
 
-ShapeClusters clusterByShape(double const* curves, std::size_t count, std::size_t points, int clusters)
+ShapeClusters clusterByShape(double const* curves, std::size_t count, std::size_t points, int clusters,
+                             int starts)
 {
   if (count == 0 || points == 0 || clusters < 1) return {};
-  return Search(curves, count, points, std::min(count, static_cast<std::size_t>(clusters))).run();
+  Search search(curves, count, points, std::min(count, static_cast<std::size_t>(clusters)));
+  ShapeClusters best = search.fromFirst();
+  std::mt19937 random;
+  for (int start = 1; start < starts; ++start) {
+    ShapeClusters other = search.fromSpread(random);
+    if (other.spread < best.spread) best = std::move(other);
+  }
+  return best;
 }
 
 } // namespace runsieve

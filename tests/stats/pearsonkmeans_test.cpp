@@ -148,6 +148,44 @@ TEST(PearsonKMeans, ConstantCurvesJoinTheFirstCluster)
   EXPECT_THAT(curves.cluster(2).labels, ElementsAre(0, 1, 0, 0));
 }
 
+/// Rises first, so that all starting centres are alike; then falls, and curves with a hill.
+Curves threeShapesOneByOne()
+{
+  Curves curves{9, {}};
+  for (int kind = 0; kind < 3; ++kind)
+    for (int i = 0; i < 20; ++i)
+      for (int p = 0; p < 9; ++p) {
+        const double shape = kind == 0 ? p : kind == 1 ? -p : -std::abs(p - 4.0);
+        curves.values.push_back((i + 1) * shape + 0.3 * std::sin(5.0 * i + 3.0 * p));
+      }
+  return curves;
+}
+
+TEST(PearsonKMeans, FurtherStartsFindShapesThatTheFirstCurvesLack)
+{
+  const Curves curves = threeShapesOneByOne();
+  const ShapeClusters found = clusterByShape(curves.values.data(), curves.count(), curves.points, 3, 10);
+  EXPECT_THAT(found.sizes, testing::UnorderedElementsAre(20, 20, 20));
+  for (std::size_t i = 0; i < curves.count(); ++i) EXPECT_EQ(found.labels[i], found.labels[i / 20 * 20]) << i;
+  EXPECT_LE(found.spread, curves.cluster(3).spread);
+}
+
+TEST(PearsonKMeans, FurtherStartsAreTheSameOnEveryCall)
+{
+  const Curves curves = threeShapesOneByOne();
+  auto labels = [&curves] {
+    return clusterByShape(curves.values.data(), curves.count(), curves.points, 4, 5).labels;
+  };
+  EXPECT_EQ(labels(), labels());
+}
+
+TEST(PearsonKMeans, SpreadIsTheSumOfTheDistances)
+{
+  // Correlations with the only centre, the mean (2, 2, 5) of all: 0.5, 0.5 and 1.
+  const Curves curves{3, {0, 1, 1, 1, 0, 1, 5, 5, 13}};
+  EXPECT_NEAR(curves.cluster(1).spread, 1.0, 1e-12);
+}
+
 TEST(PearsonKMeans, FewerCurvesThanClustersGiveAClusterEach)
 {
   const Curves curves{2, {1, 2, 2, 1}};

@@ -1,0 +1,305 @@
+#include "app/cli/Commands.h"
+#include "app/scan/ScanWriter.h"
+#include "app/simulate/SimulateScan.h"
+#include "app/store/StoredPlot.h"
+#include "app/view/ScanClusters.h"
+#include "support/ShapedScan.h"
+#include "TempFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include <algorithm>
+#include <iostream>
+#include <set>
+#include <sstream>
+
+namespace runsieve::test {
+namespace {
+
+using namespace app;
+using testing::AllOf;
+using testing::Each;
+using testing::Ge;
+using testing::HasSubstr;
+using testing::Lt;
+using testing::StartsWith;
+
+/// A scan of three shapes whose run numbers are 10, 13, 16, ...
+struct ClusterCommand : testing::Test
+{
+  TempFolder folder;
+  ShapedScan shaped;
+  std::string scan = folder.file("scan.csv");
+  ClusterArguments arguments;
+
+  ClusterCommand()
+  {
+    LinePlotTable const& table = *shaped.scan;
+    for (std::size_t row = 0; row < table.rows(); ++row)
+      table.columnData[3][row] = number(row / ShapedScan::times);
+    writeScan(table, scan);
+    arguments.file = scan;
+    arguments.clusters = ShapedScan::shapes;
+  }
+
+  static double number(std::size_t run) { return 10.0 + 3.0 * static_cast<double>(run); }
+
+  /// What it prints.
+  std::string cluster()
+  {
+    testing::internal::CaptureStdout();
+    const int status = runCluster(arguments);
+    std::string text = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(status, 0);
+    return text;
+  }
+
+  std::string failure()
+  {
+    testing::internal::CaptureStdout();
+    std::string message = "nothing";
+    try {
+      (void)runCluster(arguments);
+    } catch (std::runtime_error const& error) {
+      message = error.what();
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    return message;
+  }
+
+  /// The clusters of the lines "run,cluster"; the runs must be those of the file, in their order.
+  static std::vector<int> labelsIn(std::string const& text)
+  {
+    std::istringstream lines(text);
+    std::string line;
+    std::vector<int> labels;
+    EXPECT_TRUE(std::getline(lines, line) && line == "run,cluster") << line;
+    while (std::getline(lines, line) && !line.empty()) {
+      const std::string run = std::to_string(static_cast<int>(number(labels.size())));
+      EXPECT_THAT(line, StartsWith(run + ','));
+      labels.push_back(std::stoi(line.substr(line.find(',') + 1)));
+    }
+    return labels;
+  }
+
+  /// What "rank" prints below its heading for the runs of a cluster, selected in a stored plot.
+  std::string rankTable(std::vector<int> const& labels, int cluster) const
+  {
+    StoredPlot plot;
+    plot.scan = shaped.scan;
+    plot.selectedRows = rowsOfCluster(labels, cluster, ShapedScan::times);
+    writePlot(plot, folder.file("cluster.rsd"));
+    RankArguments rank;
+    rank.file = folder.file("cluster.rsd");
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(runRank(rank), 0);
+    const std::string text = testing::internal::GetCapturedStdout();
+    return text.substr(text.find("\n\n") + 2);
+  }
+};
+
+TEST_F(ClusterCommand, PrintsRunNumbersOfTheFileWithClusters)
+{
+  const std::vector<int> labels = labelsIn(cluster());
+  EXPECT_EQ(labels.size(), shaped.shapeOfRun.size());
+  EXPECT_THAT(labels, Each(AllOf(Ge(0), Lt(3))));
+  EXPECT_EQ(clusterSizes(labels), std::vector<std::size_t>(3, 20));
+}
+
+TEST_F(ClusterCommand, AFileHoldsWhatStandardOutputWould)
+{
+  const std::string printed = cluster();
+  arguments.output = "-";
+  EXPECT_EQ(cluster(), printed);
+  arguments.output = folder.file("labels.csv");
+  EXPECT_EQ(cluster(), "");
+  EXPECT_EQ(TempFolder::contentOf(arguments.output), printed);
+}
+
+TEST_F(ClusterCommand, AFileThatCannotBeWrittenIsAFailure)
+{
+  arguments.output = folder.file("none/labels.csv");
+  EXPECT_THAT(failure(), HasSubstr("cannot be written"));
+}
+
+/// Five scans of known shapes in random order; the numbers are printed, as 1 is not the only one that passes.
+TEST_F(ClusterCommand, RecoversTheShapesOfCurves)
+{
+  for (unsigned seed = 1; seed <= 5; ++seed) {
+    const ShapedScan known(90, seed);
+    writeScan(*known.scan, scan);
+    arguments.output = folder.file("labels.csv");
+    cluster();
+    std::istringstream lines(TempFolder::contentOf(arguments.output));
+    std::vector<int> labels;
+    for (std::string line; std::getline(lines, line);)
+      if (line != "run,cluster") labels.push_back(std::stoi(line.substr(line.find(',') + 1)));
+    ASSERT_EQ(labels.size(), 90u);
+    const double index = adjustedRandIndex(labels, known.shapeOfRun);
+    std::cout << "adjusted Rand index of curves, seed " << seed << ": " << index << '\n';
+    EXPECT_GE(index, 0.95) << "seed " << seed << "; the first runs have the shapes " << known.shapeOfRun[0]
+                           << ' ' << known.shapeOfRun[1] << ' ' << known.shapeOfRun[2];
+  }
+}
+
+TEST_F(ClusterCommand, AnotherSpeciesHasOtherClusters)
+{
+  for (std::string const name : {"B", "Molecule: B"}) {
+    arguments.species = name;
+    const std::vector<int> labels = labelsIn(cluster());
+    EXPECT_GE(adjustedRandIndex(labels, shaped.otherShapeOfRun), 0.95);
+    EXPECT_LT(adjustedRandIndex(labels, shaped.shapeOfRun), 0.5);
+  }
+  arguments.species = "C";
+  EXPECT_THAT(failure(), HasSubstr("C"));
+}
+
+TEST_F(ClusterCommand, OfAStoredPlotTheOutputOnShowIsGrouped)
+{
+  StoredPlot plot;
+  plot.scan = shaped.scan;
+  plot.view.output = 1;
+  plot.view.quantiles = true;
+  plot.selectedRows = {0, 1, 2};
+  arguments.file = folder.file("plot.rsd");
+  writePlot(plot, arguments.file);
+  EXPECT_GE(adjustedRandIndex(labelsIn(cluster()), shaped.otherShapeOfRun), 0.95);
+}
+
+TEST_F(ClusterCommand, EachModeGroupsAllRuns)
+{
+  std::set<std::string> different;
+  for (std::string const mode : {"curves", "phase", "magnitude"}) {
+    arguments.mode = mode;
+    const std::string printed = cluster();
+    const std::vector<int> labels = labelsIn(printed);
+    EXPECT_EQ(labels.size(), 60u) << mode;
+    EXPECT_THAT(labels, Each(AllOf(Ge(0), Lt(3)))) << mode;
+    different.insert(printed);
+  }
+  EXPECT_GT(different.size(), 1u) << "the mode has an influence";
+}
+
+TEST_F(ClusterCommand, GroupsRunsOfTheExampleModels)
+{
+  for (Model const& model : models()) {
+    SimulateOptions options;
+    options.runs = 40;
+    options.times = 26;
+    writeScan(*simulateScan(model, options), scan);
+    const std::string first = cluster();
+    EXPECT_EQ(std::count(first.begin(), first.end(), '\n'), 41) << model.name;
+    EXPECT_EQ(cluster(), first) << model.name;
+  }
+}
+
+TEST_F(ClusterCommand, RankTablesAreThoseOfASelectionOfTheClustersRuns)
+{
+  arguments.rank = true;
+  const std::string printed = cluster();
+  const std::vector<int> labels = labelsIn(printed);
+  std::string expected;
+  for (int k = 0; k < 3; ++k)
+    expected += "\ncluster " + std::to_string(k) + ": 20 of 60 runs\n" + rankTable(labels, k);
+  EXPECT_EQ(printed.substr(printed.find("\n\n") + 1), expected);
+  EXPECT_THAT(expected, HasSubstr("\nk4 ")) << "the parameter that tells the shape";
+
+  arguments.output = folder.file("labels.csv");
+  EXPECT_EQ(cluster(), expected) << "the tables stay on standard output";
+}
+
+TEST_F(ClusterCommand, TheParameterThatTellsTheShapeComesFirstInEachTable)
+{
+  arguments.rank = true;
+  arguments.output = folder.file("labels.csv");
+  std::istringstream lines(cluster());
+  int tables = 0;
+  for (std::string line; std::getline(lines, line);) {
+    if (!testing::Matches(StartsWith("parameter "))(line)) continue;
+    ++tables;
+    std::getline(lines, line);
+    EXPECT_TRUE(line.rfind("k4 ", 0) == 0 || line.rfind("k5 ", 0) == 0) << line;
+    EXPECT_EQ(line.back(), '*');
+  }
+  EXPECT_EQ(tables, 3);
+}
+
+TEST_F(ClusterCommand, NothingToRankIsAFailureThatLeavesNoFile)
+{
+  ScanShape shape;
+  shape.runs = 9;
+  shape.times = 5;
+  shape.value = [](int, int r, int t) { return r % 3 == 0 ? t : r % 3 == 1 ? -t : (t - 2.0) * (t - 2.0); };
+  shape.parameter = [](int, int) { return 2.0; };
+  for (int parameters : {0, 2}) {
+    shape.parameters = parameters;
+    writeScan(*makeScan(shape), scan);
+    arguments.rank = true;
+    arguments.output = folder.file("labels.csv");
+    arguments.picture = folder.file("view.png");
+    EXPECT_THAT(failure(), AllOf(HasSubstr("scan.csv"), HasSubstr("no parameter varies")));
+    EXPECT_EQ(folder.fileCount(), 1u);
+    arguments.rank = false;
+    arguments.output.clear();
+    arguments.picture.clear();
+    EXPECT_THAT(cluster(), StartsWith("run,cluster\n0,")) << "without ranking there is no need of parameters";
+  }
+}
+
+TEST_F(ClusterCommand, MoreClustersThanRunsIsNoMisfortune)
+{
+  const ShapedScan few(3);
+  writeScan(*few.scan, scan);
+  arguments.clusters = 50;
+  const std::string printed = cluster();
+  EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 4) << printed;
+}
+
+TEST_F(ClusterCommand, DrawsAPicture)
+{
+  arguments.picture = folder.file("view.PNG");
+  arguments.output = folder.file("labels.csv");
+  arguments.width = 500;
+  arguments.height = 400;
+  EXPECT_EQ(cluster(), "");
+  const QImage picture(QString::fromStdString(arguments.picture));
+  ASSERT_EQ(picture.size(), QSize(500, 400));
+  std::set<QRgb> colors;
+  int painted = 0;
+  for (int y = 0; y < picture.height(); ++y)
+    for (int x = 0; x < picture.width(); ++x) {
+      colors.insert(picture.pixel(x, y));
+      painted += picture.pixel(x, y) != qRgb(255, 255, 255);
+    }
+  EXPECT_GT(colors.size(), 50u);
+  EXPECT_GT(painted, 500 * 400 / 20);
+
+  arguments.picture = folder.file("view.pdf");
+  cluster();
+  EXPECT_THAT(TempFolder::contentOf(arguments.picture), StartsWith("%PDF-"));
+}
+
+TEST_F(ClusterCommand, APictureOfAnotherKindIsAFailure)
+{
+  arguments.output = folder.file("labels.csv");
+  arguments.picture = folder.file("view.gif");
+  EXPECT_THAT(failure(), HasSubstr(".png or .pdf"));
+}
+
+TEST_F(ClusterCommand, GivesTheSameTwice)
+{
+  arguments.rank = true;
+  arguments.picture = folder.file("view.png");
+  arguments.width = 400;
+  arguments.height = 300;
+  const std::string printed = cluster();
+  const std::string picture = TempFolder::contentOf(arguments.picture);
+  EXPECT_EQ(cluster(), printed);
+  EXPECT_EQ(TempFolder::contentOf(arguments.picture), picture);
+}
+
+} // namespace
+} // namespace runsieve::test

@@ -1,0 +1,270 @@
+#include "ExplorerScene.h"
+
+#include "app/view/ScanPlot.h"
+
+#include <gmock/gmock.h>
+
+#include <QPushButton>
+
+#include <algorithm>
+#include <memory>
+#include <set>
+#include <utility>
+
+namespace runsieve::test {
+namespace {
+
+using app::ShapeOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+struct ExplorerClusters : ExplorerScene
+{
+  static constexpr int runs = 60;
+  static constexpr vtkIdType plain = 1; ///< plots of the runs' chart without clusters
+
+  bool cluster(int count = 3)
+  {
+    const bool grouped = window.cluster(count, ShapeOf::Curves);
+    settle();
+    return grouped;
+  }
+
+  [[nodiscard]] vtkIdType plots() { return plot().chartXY->GetNumberOfPlots(); }
+
+  [[nodiscard]] std::vector<std::string> menu()
+  {
+    std::vector<std::string> entries;
+    for (QAction const* action : window.clusterMenu()->actions())
+      entries.push_back(action->isSeparator() ? "-" : QString(action->text()).remove('&').toStdString());
+    return entries;
+  }
+
+  /// Chooses an entry as a user does.
+  void choose(QString const& start)
+  {
+    for (QAction* action : window.clusterMenu()->actions())
+      if (QString(action->text()).remove('&').startsWith(start)) {
+        action->trigger();
+        settle();
+        return;
+      }
+    ADD_FAILURE() << "no entry " << start.toStdString();
+  }
+
+  [[nodiscard]] std::set<int> survivors()
+  {
+    const std::unique_ptr<ParameterSelection> selection(plot().getSelection());
+    return selection ? selection->selectedRuns : std::set<int>();
+  }
+
+  [[nodiscard]] std::set<int> runsOf(int number)
+  {
+    std::set<int> found;
+    const std::vector<int> all = labels();
+    for (int run = 0; run < static_cast<int>(all.size()); ++run)
+      if (all[static_cast<std::size_t>(run)] == number) found.insert(run);
+    return found;
+  }
+
+  void expectNoClusters()
+  {
+    EXPECT_THAT(menu(), ElementsAre("Group by curves...", "Group by phase...", "Group by magnitude..."));
+    EXPECT_THAT(labels(), testing::IsEmpty());
+    EXPECT_THAT(status(), Not(HasSubstr("clusters")));
+    EXPECT_EQ(plots(), plain);
+  }
+
+  void expectClusters()
+  {
+    EXPECT_EQ(labels().size(), 60u);
+    EXPECT_THAT(status(), HasSubstr("3 clusters"));
+    EXPECT_THAT(status(), Not(HasSubstr("pass")));
+    EXPECT_EQ(plots(), plain + runs + 3) << "a line per run and a mean curve per cluster";
+  }
+};
+
+/// The position behind the widest of ten gaps between sorted values: a mouse counts in pixels.
+std::size_t widestGapBehind(std::vector<std::pair<double, int>> const& values, std::size_t start)
+{
+  std::size_t widest = start;
+  for (std::size_t i = start; i < start + 10; ++i)
+    if (values[i].first - values[i - 1].first > values[widest].first - values[widest - 1].first) widest = i;
+  return widest;
+}
+
+TEST_F(ExplorerClusters, StartsWithoutAny)
+{
+  expectNoClusters();
+}
+
+TEST_F(ExplorerClusters, AWindowWithoutAScanHasNothingToGroup)
+{
+  app::ExplorerWindow empty;
+  EXPECT_FALSE(empty.cluster(3, ShapeOf::Curves));
+  empty.selectCluster(0);
+  empty.removeClusters();
+  EXPECT_EQ(empty.clusterMenu()->actions().size(), 3);
+}
+
+TEST_F(ExplorerClusters, ShowsThemAndSaysHowMany)
+{
+  ASSERT_TRUE(cluster());
+  expectClusters();
+  EXPECT_GE(adjustedRandIndex(labels(), shaped.shapeOfRun), 0.95);
+  EXPECT_THAT(status(), StartsWith("60 runs, 33 times"));
+}
+
+TEST_F(ExplorerClusters, TheMenuOffersEachClusterAndTheWayBack)
+{
+  ASSERT_TRUE(cluster());
+  EXPECT_THAT(menu(), ElementsAre("Group by curves...", "Group by phase...", "Group by magnitude...", "-",
+                                  "Select cluster 0 (20 runs)", "Select cluster 1 (20 runs)",
+                                  "Select cluster 2 (20 runs)", "-", "Remove clusters"));
+  ASSERT_TRUE(cluster(2));
+  EXPECT_EQ(menu().size(), 8u) << "the entries of before are gone";
+}
+
+TEST_F(ExplorerClusters, NoClusterToMakeLeavesNone)
+{
+  ASSERT_TRUE(cluster());
+  EXPECT_FALSE(cluster(0));
+  expectNoClusters();
+}
+
+TEST_F(ExplorerClusters, ASelectedClusterIsTheRunsThatPass)
+{
+  ASSERT_TRUE(cluster());
+  for (int k = 0; k < 3; ++k) {
+    window.selectCluster(k);
+    settle();
+    EXPECT_THAT(status(), HasSubstr("20 runs pass through all places"));
+    EXPECT_THAT(status(), HasSubstr("of 5 parameters differ"));
+    EXPECT_THAT(status(), HasSubstr("3 clusters"));
+    EXPECT_EQ(survivors(), runsOf(k)) << k;
+    EXPECT_EQ(plots(), plain + 3) << "the mean curves alone, so that the selected runs show";
+  }
+}
+
+TEST_F(ExplorerClusters, TheMenuSelectsTheClusterThatItNames)
+{
+  ASSERT_TRUE(cluster());
+  choose("Select cluster 1 ");
+  EXPECT_EQ(survivors(), runsOf(1));
+}
+
+TEST_F(ExplorerClusters, ClearingTheSelectionGoesBackToTheClusters)
+{
+  ASSERT_TRUE(cluster());
+  window.selectCluster(2);
+  settle();
+  QTest::mouseClick(child<QPushButton>(window, "Clear selection"), Qt::LeftButton);
+  settle();
+  expectClusters();
+  EXPECT_FALSE(app::hasSelection(plot()));
+}
+
+TEST_F(ExplorerClusters, AnotherOutputRemovesThem)
+{
+  ASSERT_TRUE(cluster());
+  window.findChild<QComboBox*>()->setCurrentIndex(1);
+  settle();
+  expectNoClusters();
+  ASSERT_TRUE(cluster());
+  EXPECT_GE(adjustedRandIndex(labels(), shaped.otherShapeOfRun), 0.95);
+}
+
+TEST_F(ExplorerClusters, AnotherOutputKeepsASelectedCluster)
+{
+  ASSERT_TRUE(cluster());
+  window.selectCluster(1);
+  settle();
+  const std::set<int> selected = survivors();
+  window.findChild<QComboBox*>()->setCurrentIndex(1);
+  settle();
+  expectNoClusters();
+  EXPECT_THAT(status(), HasSubstr("20 runs pass"));
+  EXPECT_EQ(survivors(), selected);
+}
+
+TEST_F(ExplorerClusters, RemovingThemGoesBackToThePlainView)
+{
+  ASSERT_TRUE(cluster());
+  choose("Remove clusters");
+  expectNoClusters();
+  EXPECT_EQ(status(), "60 runs, 33 times");
+  EXPECT_TRUE(plot().ksStatistics.empty());
+  window.removeClusters(); // once more does no harm
+  expectNoClusters();
+}
+
+TEST_F(ExplorerClusters, RemovingThemKeepsASelection)
+{
+  ASSERT_TRUE(cluster());
+  window.selectCluster(0);
+  settle();
+  const std::set<int> selected = survivors();
+  choose("Remove clusters");
+  expectNoClusters();
+  EXPECT_EQ(survivors(), selected);
+  EXPECT_THAT(status(), HasSubstr("20 runs pass"));
+}
+
+TEST_F(ExplorerClusters, AnotherScanHasNone)
+{
+  ASSERT_TRUE(cluster());
+  QString error;
+  ASSERT_TRUE(window.open(file("scan.csv"), error));
+  settle();
+  expectNoClusters();
+}
+
+TEST_F(ExplorerClusters, ADragSievesAsUsual)
+{
+  constexpr int time = 16;
+  std::vector<std::pair<double, int>> values;
+  for (int run = 0; run < runs; ++run)
+    values.emplace_back(shaped.scan->columnData[0][run * ShapedScan::times + time], run);
+  std::sort(values.begin(), values.end());
+  const std::size_t first = widestGapBehind(values, 15);
+  const std::size_t end = widestGapBehind(values, 40);
+  std::set<int> expected;
+  for (std::size_t i = first; i < end; ++i) expected.insert(values[i].second);
+
+  ASSERT_TRUE(cluster());
+  drag(time, (values[first - 1].first + values[first].first) / 2,
+       (values[end - 1].first + values[end].first) / 2);
+  EXPECT_EQ(survivors(), expected);
+  EXPECT_THAT(status(), HasSubstr(std::to_string(expected.size()) + " runs pass through all places"));
+}
+
+TEST_F(ExplorerClusters, AnEmptyDragGoesBackToTheClusters)
+{
+  ASSERT_TRUE(cluster());
+  drag(16, 3.0, 5.0);
+  drag(16.5, 3.0, 5.0); // between two times
+  expectClusters();
+}
+
+TEST_F(ExplorerClusters, ASwitchOfTheViewKeepsThem)
+{
+  ASSERT_TRUE(cluster());
+  plot().metaData->setUseDensity(true);
+  settle();
+  expectClusters();
+}
+
+TEST_F(ExplorerClusters, TheSameScanGivesTheSameClustersAgain)
+{
+  ASSERT_TRUE(cluster());
+  const std::vector<int> first = labels();
+  drag(16, 3.0, 5.0);
+  ASSERT_TRUE(cluster());
+  EXPECT_EQ(labels(), first);
+  expectClusters();
+}
+
+} // namespace
+} // namespace runsieve::test

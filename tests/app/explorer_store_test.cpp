@@ -1,0 +1,279 @@
+#include "ExplorerScene.h"
+
+#include "app/view/ScanPlot.h"
+#include "StoredPlots.h"
+#include "TempFile.h"
+
+#include <gmock/gmock.h>
+
+#include <vtkAxis.h>
+
+#include <QCheckBox>
+#include <QDoubleSpinBox>
+
+#include <fstream>
+#include <utility>
+
+namespace runsieve::test {
+namespace {
+
+using testing::HasSubstr;
+
+const char* const switches[] = {"Densities", "Common density scale", "Quartile bands", "Log parameter axes",
+                                "Points, not lines"};
+
+struct ExplorerStore : ExplorerScene
+{
+  void save(const char* name)
+  {
+    QString error;
+    ASSERT_TRUE(window.savePlot(file(name), error)) << error.toStdString();
+  }
+
+  static void open(app::ExplorerWindow& other, QString const& path)
+  {
+    show(other);
+    QString error;
+    ASSERT_TRUE(other.open(path, error)) << error.toStdString();
+    settle(other);
+  }
+
+  static std::vector<bool> switchesOf(app::ExplorerWindow& shown)
+  {
+    std::vector<bool> states;
+    for (const char* text : switches) states.push_back(child<QCheckBox>(shown, text)->isChecked());
+    return states;
+  }
+
+  static std::vector<double> thresholdsOf(app::ExplorerWindow& shown)
+  {
+    std::vector<double> values;
+    for (auto const* box : shown.findChildren<QDoubleSpinBox*>()) values.push_back(box->value());
+    return values;
+  }
+
+  static std::vector<double> rangesOf(app::ExplorerWindow& shown)
+  {
+    vtkChart* chart = shown.plot()->chartXY;
+    vtkAxis* bottom = chart->GetAxis(vtkAxis::BOTTOM);
+    vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);
+    return {bottom->GetMinimum(), bottom->GetMaximum(), left->GetMinimum(), left->GetMaximum()};
+  }
+
+  /// Shifts the chart of the runs with the left button.
+  void pan()
+  {
+    ChartMouse(*window.plotWidget(), plot().chartXY).drag({8.0, 3.0}, {14.0, 4.0}, Qt::LeftButton);
+    settle();
+  }
+
+  std::string refusal(QString const& path)
+  {
+    QString error;
+    EXPECT_FALSE(window.open(path, error));
+    settle();
+    return error.toStdString();
+  }
+};
+
+TEST_F(ExplorerStore, APlainViewComesBack)
+{
+  save("plot.rsd");
+  app::ExplorerWindow other;
+  open(other, file("plot.rsd"));
+  EXPECT_EQ(other.statusText(), "60 runs, 33 times");
+  EXPECT_EQ(other.windowTitle(), "plot.rsd - Runsieve");
+  EXPECT_EQ(switchesOf(other), std::vector<bool>(5, false));
+  EXPECT_EQ(rangesOf(other), rangesOf(window));
+}
+
+TEST_F(ExplorerStore, TheSelectionComesBack)
+{
+  drag(16, 3.0, 5.0);
+  ASSERT_THAT(status(), HasSubstr("pass through all places"));
+  save("plot.rsd");
+  app::ExplorerWindow other;
+  open(other, file("plot.rsd"));
+  EXPECT_EQ(other.statusText(), window.statusText());
+  ASSERT_EQ(other.plot()->ksStatistics.size(), plot().ksStatistics.size());
+  for (std::size_t i = 0; i < plot().ksStatistics.size(); ++i)
+    EXPECT_EQ(other.plot()->ksStatistics[i].p, plot().ksStatistics[i].p);
+}
+
+TEST_F(ExplorerStore, EachSwitchComesBackAndReachesTheView)
+{
+  for (int on = 0; on < 5; ++on) {
+    for (int i = 0; i < 5; ++i) child<QCheckBox>(window, switches[i])->setChecked(i == on);
+    settle();
+    save("plot.rsd");
+    app::ExplorerWindow other;
+    open(other, file("plot.rsd"));
+    EXPECT_EQ(switchesOf(other), switchesOf(window)) << switches[on];
+    PlotMetaData const& settings = *other.plot()->metaData;
+    EXPECT_EQ(settings.getUseDensity(), on == 0);
+    EXPECT_EQ(settings.getCommonDensityScale(), on == 1);
+    EXPECT_EQ(settings.getShowQuantiles(), on == 2);
+    EXPECT_EQ(settings.getLogParameterAxes(), on == 3);
+    EXPECT_EQ(settings.getPlotLine(), on != 4);
+    EXPECT_EQ(other.plot()->chartXY->GetNumberOfPlots(), plot().chartXY->GetNumberOfPlots());
+  }
+}
+
+TEST_F(ExplorerStore, ThresholdsComeBackAndReachTheView)
+{
+  const auto boxes = window.findChildren<QDoubleSpinBox*>();
+  ASSERT_EQ(boxes.size(), 2);
+  boxes[0]->setValue(0.0123);
+  boxes[1]->setValue(0.4);
+  settle();
+  save("plot.rsd");
+  app::ExplorerWindow other;
+  open(other, file("plot.rsd"));
+  EXPECT_EQ(thresholdsOf(other), thresholdsOf(window));
+  EXPECT_EQ(other.plot()->metaData->getPThreshold(), plot().metaData->getPThreshold());
+  EXPECT_EQ(other.plot()->metaData->getKsThreshold(), plot().metaData->getKsThreshold());
+}
+
+TEST_F(ExplorerStore, AThresholdFinerThanItsBoxIsKept)
+{
+  app::StoredPlot plot;
+  plot.scan = shaped.scan;
+  plot.view.pThreshold = 0.00001;
+  writePlot(plot, file("fine.rsd").toStdString());
+  QString error;
+  ASSERT_TRUE(window.open(file("fine.rsd"), error));
+  settle();
+  EXPECT_EQ(this->plot().metaData->getPThreshold(), 0.00001);
+  save("plot.rsd");
+  EXPECT_EQ(app::readPlot(file("plot.rsd").toStdString()).view.pThreshold, 0.00001);
+}
+
+TEST_F(ExplorerStore, TheOutputComesBack)
+{
+  window.findChild<QComboBox*>()->setCurrentIndex(1);
+  settle();
+  save("plot.rsd");
+  app::ExplorerWindow other;
+  open(other, file("plot.rsd"));
+  EXPECT_EQ(other.findChild<QComboBox*>()->currentText(), "B");
+  EXPECT_EQ(other.plot()->chartXY->GetAxis(vtkAxis::LEFT)->GetTitle(), "B");
+}
+
+TEST_F(ExplorerStore, TheZoomComesBack)
+{
+  const std::vector<double> before = rangesOf(window);
+  pan();
+  ASSERT_NE(rangesOf(window), before);
+  save("plot.rsd");
+  app::ExplorerWindow other;
+  open(other, file("plot.rsd"));
+  EXPECT_EQ(rangesOf(other), rangesOf(window));
+}
+
+TEST_F(ExplorerStore, AllOfItComesBackTogether)
+{
+  window.findChild<QComboBox*>()->setCurrentIndex(1);
+  for (const char* text : switches) child<QCheckBox>(window, text)->click();
+  window.findChildren<QDoubleSpinBox*>()[0]->setValue(0.3);
+  settle();
+  drag(16, 3.0, 5.0);
+  pan();
+  save("first.rsd");
+  app::ExplorerWindow other;
+  open(other, file("first.rsd"));
+  EXPECT_EQ(other.statusText(), window.statusText());
+  EXPECT_EQ(switchesOf(other), std::vector<bool>(5, true));
+  EXPECT_EQ(thresholdsOf(other), thresholdsOf(window));
+  EXPECT_EQ(rangesOf(other), rangesOf(window));
+  QString error;
+  ASSERT_TRUE(other.savePlot(file("second.rsd"), error));
+  EXPECT_EQ(TempFolder::contentOf(file("second.rsd").toStdString()),
+            TempFolder::contentOf(file("first.rsd").toStdString()));
+}
+
+TEST_F(ExplorerStore, TheFileHoldsTheScanBitForBit)
+{
+  save("plot.rsd");
+  EXPECT_TRUE(sameBits(*app::readPlot(file("plot.rsd").toStdString()).scan, *shaped.scan));
+}
+
+TEST_F(ExplorerStore, APlotCanBeOpenedOverAScanAndAScanOverAPlot)
+{
+  drag(16, 3.0, 5.0);
+  child<QCheckBox>(window, "Densities")->click();
+  settle();
+  save("plot.rsd");
+  const std::string selected = status();
+  QString error;
+  ASSERT_TRUE(window.open(file("scan.csv"), error));
+  settle();
+  EXPECT_EQ(status(), "60 runs, 33 times");
+  EXPECT_TRUE(child<QCheckBox>(window, "Densities")->isChecked()) << "a scan takes the present view";
+  ASSERT_TRUE(window.open(file("plot.rsd"), error));
+  settle();
+  EXPECT_EQ(status(), selected);
+}
+
+TEST_F(ExplorerStore, ADragAddsToASelectionThatCameBack)
+{
+  drag(16, 3.0, 5.0);
+  save("plot.rsd");
+  QString error;
+  ASSERT_TRUE(window.open(file("plot.rsd"), error));
+  settle();
+  const std::size_t passing = app::survivingRuns(plot());
+  ChartMouse(*window.plotWidget(), plot().chartXY)
+      .drag({3.8, 1.0}, {4.2, 3.5}, Qt::RightButton, Qt::ControlModifier);
+  settle();
+  EXPECT_GT(app::survivingRuns(plot()), 0u);
+  EXPECT_LT(app::survivingRuns(plot()), passing);
+}
+
+TEST_F(ExplorerStore, ADamagedPlotLeavesThePresentScanAndTellsWhy)
+{
+  drag(16, 3.0, 5.0);
+  save("plot.rsd");
+  const std::string before = status();
+  const std::string content = TempFolder::contentOf(file("plot.rsd").toStdString());
+  std::string flipped = content;
+  flipped[flipped.size() / 2] ^= 1;
+  const std::vector<std::pair<std::string, std::string>> damages = {
+      {flipped, "damaged"},
+      {content.substr(0, content.size() - 9), "cut off"},
+      {content.substr(0, 40), "settings"},
+      {"{\"format\":\"runsieve plot\",\"version\":2}\n", "newer version"}};
+  for (auto const& [bytes, reason] : damages) {
+    std::ofstream(file("bad.rsd").toStdString(), std::ios::binary) << bytes;
+    const std::string told = refusal(file("bad.rsd"));
+    EXPECT_THAT(told, HasSubstr("bad.rsd"));
+    EXPECT_THAT(told, HasSubstr(reason));
+    EXPECT_EQ(status(), before);
+    EXPECT_EQ(window.windowTitle(), "scan.csv - Runsieve");
+  }
+  drag(10, 2.0, 4.0);
+  EXPECT_THAT(status(), HasSubstr("pass")) << "the present scan still works";
+}
+
+TEST_F(ExplorerStore, SayWhySavingFails)
+{
+  QString error;
+  EXPECT_FALSE(window.savePlot("/no/such/folder/plot.rsd", error));
+  EXPECT_THAT(error.toStdString(), HasSubstr("/no/such/folder/plot.rsd"));
+  app::ExplorerWindow empty;
+  EXPECT_FALSE(empty.savePlot(file("plot.rsd"), error));
+  EXPECT_THAT(error.toStdString(), HasSubstr("no scan"));
+}
+
+TEST_F(ExplorerStore, ASavedClusterComesBackAsASelection)
+{
+  ASSERT_TRUE(window.cluster(3, app::ShapeOf::Curves));
+  window.selectCluster(1);
+  settle();
+  save("plot.rsd");
+  app::ExplorerWindow other;
+  open(other, file("plot.rsd"));
+  EXPECT_THAT(other.statusText().toStdString(), HasSubstr("20 runs pass"));
+}
+
+} // namespace
+} // namespace runsieve::test
