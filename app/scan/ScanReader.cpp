@@ -17,6 +17,7 @@
 #include <cstring>
 #include <new>
 #include <optional>
+#include <set>
 #include <string_view>
 
 namespace runsieve::app {
@@ -234,11 +235,12 @@ private:
   void arrangeColumns()
   {
     std::vector<Kestrane::TypedConcentrationName> names;
+    std::set<Kestrane::TypedConcentrationName> known;
     std::vector<double*> arranged;
     auto append = [&](Role role) {
       for (std::size_t i = 0; i < columns.size(); ++i) {
         if (columns[i].role != role) continue;
-        if (std::find(names.begin(), names.end(), columns[i].name) != names.end())
+        if (!known.insert(columns[i].name).second)
           throw ScanError(path, {headerLines, i + 1, columns[i].header},
                           "a second column named " + quoted(columnName(columns[i].name)));
         names.push_back(columns[i].name);

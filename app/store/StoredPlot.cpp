@@ -35,9 +35,9 @@ vtkSmartPointer<vtkTable> tableOf(StoredPlot const& stored)
   auto table = vtkSmartPointer<vtkTable>::New();
   for (std::size_t c = 0; c < scan.columnData.size(); ++c) {
     vtkNew<vtkDoubleArray> column;
-    column->SetName(columnName(scan.columnNames[c]).c_str());
     column->SetArray(scan.columnData[c], static_cast<vtkIdType>(scan.rows()), 1); // stays the scan's
     table->AddColumn(column);
+    column->SetName(columnName(scan.columnNames[c]).c_str()); // a name would be searched for among all columns
   }
   vtkNew<vtkIntArray> flags;
   flags->SetName(selectionColumn);

@@ -6,7 +6,29 @@
 #include <vtkDelimitedTextWriter.h>
 #include <vtkNew.h>
 
+#include <cstddef>
+#include <fstream>
+#include <iterator>
+
 using namespace runsieve;
+
+namespace {
+
+/// The time of the reader grows with the square of the columns, to minutes beyond this number.
+constexpr std::ptrdiff_t mostColumns = 30000;
+
+/// Commas in the first line of a file, none if it cannot be read.
+std::ptrdiff_t commasInHeader(std::string const& fileName)
+{
+  std::ifstream file(fileName, std::ios::binary);
+  std::istreambuf_iterator<char> at(file);
+  std::ptrdiff_t commas = 0;
+  for (; at != std::istreambuf_iterator<char>() && *at != '\n' && *at != '\r'; ++at)
+    commas += *at == ',' ? 1 : 0;
+  return commas;
+}
+
+} // namespace
 
 char* PlotContainer::saveData(std::string fileName, bool keepAllColumns)
 {
@@ -21,6 +43,11 @@ char* PlotContainer::saveData(std::string fileName, bool keepAllColumns)
 
 void PlotContainer::loadData(std::string fileName)
 {
+  if (commasInHeader(fileName) >= mostColumns) {
+    vtkGenericWarningMacro(<< fileName << " has more than " << mostColumns << " columns and is not read.");
+    replacePlotData(vtkSmartPointer<vtkTable>::New());
+    return;
+  }
   vtkNew<vtkDelimitedTextReader> reader;
   reader->SetFileName(fileName.c_str());
   reader->SetHaveHeaders(true);

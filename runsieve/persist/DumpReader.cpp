@@ -18,7 +18,8 @@ namespace runsieve {
 
 namespace {
 
-constexpr long long bytesOfColumn = 1024;  ///< about what a column takes beside its values
+// Columns without a name, beside their values. Only damaged dumps have many.
+constexpr long long bytesOfNameless = 1024;
 constexpr long long bytesOfName = 64;      ///< a typed name
 constexpr int mostNamesBehindEnd = 10000;  ///< empty names that a dump may claim where it has ended
 constexpr int mostColumnsBehindEnd = 1000; ///< nameless columns, the same
@@ -118,7 +119,7 @@ void readColumns(QDataStream& stream, vtkTable* table, Allowance& allowance)
     stream >> name >> isDouble;
     if (rows < 0) throw std::bad_array_new_length();
     const long long bytes = static_cast<long long>(rows) * (isDouble ? sizeof(double) : sizeof(qint32));
-    if (!allowance.take(bytes + bytesOfColumn)) {
+    if (!allowance.take(bytes + (name.isEmpty() ? bytesOfNameless : 0))) {
       if (stream.atEnd()) return; // nothing but claims
       throw std::length_error("A dump with more columns than its size allows.");
     }

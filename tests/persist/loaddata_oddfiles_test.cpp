@@ -151,6 +151,16 @@ TEST_F(OddFileTest, FieldsOfManyCharactersAreNoTrouble)
   EXPECT_THAT(numbersOf("b"), ElementsAre(2));
 }
 
+TEST_F(OddFileTest, AHundredThousandColumnsAreRefusedAndReported)
+{
+  container.plotData = makeTable({{"old", {1}}});
+  std::string content = "a";
+  for (int c = 1; c < 100000; ++c) content += ",c" + std::to_string(c);
+  load(content + "\n");
+  EXPECT_THAT(log.text(), testing::HasSubstr("more than 30000 columns"));
+  EXPECT_EQ(container.plotData->GetNumberOfColumns(), 0);
+}
+
 TEST_F(OddFileTest, FiveThousandColumnsComeInOrder)
 {
   std::string content;
