@@ -8,7 +8,6 @@
 
 #include <cstddef>
 #include <fstream>
-#include <iterator>
 
 using namespace runsieve;
 
@@ -21,10 +20,9 @@ constexpr std::ptrdiff_t mostColumns = 30000;
 std::ptrdiff_t commasInHeader(std::string const& fileName)
 {
   std::ifstream file(fileName, std::ios::binary);
-  std::istreambuf_iterator<char> at(file);
   std::ptrdiff_t commas = 0;
-  for (; at != std::istreambuf_iterator<char>() && *at != '\n' && *at != '\r'; ++at)
-    commas += *at == ',' ? 1 : 0;
+  // Not by iterators on the buffer, which throw for a folder.
+  for (char c = 0; file.get(c) && c != '\n' && c != '\r';) commas += c == ',' ? 1 : 0;
   return commas;
 }
 
