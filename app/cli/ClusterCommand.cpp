@@ -5,6 +5,7 @@
 #include "app/render/OffscreenView.h"
 #include "app/scan/SafeFile.h"
 #include "app/scan/ScanLayout.h"
+#include "app/store/FileEnding.h"
 #include "app/store/StoredPlot.h"
 #include "app/view/ScanClusters.h"
 #include "app/view/SievedScan.h"
@@ -12,9 +13,12 @@
 #include <vtkContextScene.h>
 #include <vtkNew.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
+#include <system_error>
 
 namespace runsieve::app {
 
@@ -52,15 +56,44 @@ void print(std::vector<std::vector<RankedParameter>> const& comparisons, std::ve
 {
   const std::vector<std::size_t> sizes = clusterSizes(labels);
   for (std::size_t k = 0; k < comparisons.size(); ++k) {
+    if (sizes[k] == 0) continue;
     std::cout << "\ncluster " << k << ": " << sizes[k] << " of " << labels.size() << " runs\n";
     printRankTable(std::cout, comparisons[k]);
   }
+}
+
+std::string titleOf(std::vector<int> const& labels, std::string const& mode)
+{
+  const std::vector<std::size_t> sizes = clusterSizes(labels);
+  const auto empty = std::count(sizes.begin(), sizes.end(), std::size_t(0));
+  const std::size_t clusters = sizes.size() - static_cast<std::size_t>(empty);
+  return std::to_string(clusters) + (clusters == 1 ? " cluster by " : " clusters by ") + mode;
+}
+
+bool isSameFile(std::string const& a, std::string const& b)
+{
+  std::error_code failure; // such as that there is no such file
+  return a == b || std::filesystem::equivalent(a, b, failure);
+}
+
+/// One file must not be written over another one of the same command.
+void checkFiles(ClusterArguments const& arguments)
+{
+  const std::string ending = fileEnding(arguments.picture);
+  if (!arguments.picture.empty() && ending != ".png" && ending != ".pdf")
+    throw UsageError("cluster: the name of the picture must end in .png or .pdf");
+  for (std::string const& output : {arguments.output, arguments.picture})
+    if (!output.empty() && isSameFile(output, arguments.file))
+      throw UsageError("cluster: " + output + " is the file that is read");
+  if (!arguments.output.empty() && isSameFile(arguments.output, arguments.picture))
+    throw UsageError("cluster: output and picture are one file");
 }
 
 } // namespace
 
 int runCluster(ClusterArguments const& arguments)
 {
+  checkFiles(arguments);
   StoredPlot stored = readPlotOrScan(arguments.file, arguments.read);
   checkOutputNames(*stored.scan);
   stored.selectedRows.clear();
@@ -84,7 +117,7 @@ int runCluster(ClusterArguments const& arguments)
   const auto comparisons = compareClusters(plot, labels);
   if (arguments.rank) print(comparisons, labels);
   if (view) {
-    plot.metaData->plotTitle = std::to_string(clusterSizes(labels).size()) + " clusters by " + arguments.mode;
+    plot.metaData->plotTitle = titleOf(labels, arguments.mode);
     plot.redraw(); // the lines that clustering has added go
     polish(plot);
     drawClusters(plot);

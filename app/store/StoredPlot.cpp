@@ -37,7 +37,8 @@ vtkSmartPointer<vtkTable> tableOf(StoredPlot const& stored)
     vtkNew<vtkDoubleArray> column;
     column->SetArray(scan.columnData[c], static_cast<vtkIdType>(scan.rows()), 1); // stays the scan's
     table->AddColumn(column);
-    column->SetName(columnName(scan.columnNames[c]).c_str()); // a name would be searched for among all columns
+    column->SetName(
+        columnName(scan.columnNames[c]).c_str()); // a name would be searched for among all columns
   }
   vtkNew<vtkIntArray> flags;
   flags->SetName(selectionColumn);
@@ -102,6 +103,7 @@ QByteArray checkedDump(std::string const& line, PlotSettings const& settings, ch
 
 StoredPlot parse(char const* begin, char const* end)
 {
+  if (begin == end) throw std::runtime_error("the file is empty");
   auto const* lineEnd =
       static_cast<char const*>(std::memchr(begin, '\n', static_cast<std::size_t>(end - begin)));
   if (!lineEnd) throw std::runtime_error("the file ends in its settings");

@@ -43,13 +43,18 @@ bool isDrawn(PlotContainer const& plot)
   return false;
 }
 
+/// Names the mean curves, and hides those of clusters without runs.
 void nameMeans(vtkChart* chart, vtkIdType first, std::vector<std::size_t> const& sizes)
 {
-  for (std::size_t k = 0; k < sizes.size() && first + static_cast<vtkIdType>(k) < chart->GetNumberOfPlots();
-       ++k)
-    chart->GetPlot(first + static_cast<vtkIdType>(k))
-        ->SetLabel("cluster " + std::to_string(k) + " (" + std::to_string(sizes[k]) +
-                   (sizes[k] == 1 ? " run)" : " runs)"));
+  for (vtkIdType i = first; i < chart->GetNumberOfPlots(); ++i) {
+    const auto k = static_cast<std::size_t>(i - first);
+    const std::size_t size = k < sizes.size() ? sizes[k] : 0;
+    vtkPlot* mean = chart->GetPlot(i);
+    mean->SetLabel("cluster " + std::to_string(k) + " (" + std::to_string(size) +
+                   (size == 1 ? " run)" : " runs)"));
+    mean->SetVisible(size > 0);
+    mean->SetLegendVisibility(size > 0);
+  }
 }
 
 /// The tables of all runs, of a source and of its distributions stand together.
@@ -137,7 +142,7 @@ void drawClusters(PlotContainer& plot)
   vtkChart* chart = plot.chartXY;
   leaveOutOfLegend(chart, 0);
   const vtkIdType firstRun = chart->GetNumberOfPlots();
-  if (!hasSelection(plot)) plot.drawClusterRuns();
+  if (!hasSelection(plot) && !plot.metaData->getShowQuantiles()) plot.drawClusterRuns();
   leaveOutOfLegend(chart, firstRun);
   const vtkIdType firstMean = chart->GetNumberOfPlots();
   for (vtkIdType i = firstRun; i < firstMean; ++i) chart->GetPlot(i)->SetWidth(thinRun);

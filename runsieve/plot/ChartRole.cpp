@@ -15,6 +15,28 @@ namespace runsieve {
 
 namespace {
 
+/// A line that says nothing when it has no two points; vtkPlotLine reports that as an error at each paint.
+class LinePlot : public SelectionGuard<vtkPlotLine>
+{
+public:
+  static vtkSmartPointer<LinePlot> create()
+  {
+    auto* plot = new LinePlot;
+    plot->InitializeObjectBase();
+    return vtkSmartPointer<LinePlot>::Take(plot);
+  }
+
+  bool Paint(vtkContext2D* painter) override
+  {
+    const bool isLine = !this->Points || this->Points->GetNumberOfPoints() > 1;
+    return isLine || this->MarkerStyle != NONE ? this->SelectionGuard<vtkPlotLine>::Paint(painter) : true;
+  }
+
+protected:
+  LinePlot() = default;
+  ~LinePlot() override = default;
+};
+
 constexpr int axisCount = 4;
 constexpr int noButton = -1;
 constexpr int defaultPrecision = 2; ///< of vtkAxis, as the margin
@@ -79,7 +101,7 @@ vtkPlot* addPointPlot(vtkChart* chart)
 
 vtkPlot* addLinePlot(vtkChart* chart)
 {
-  auto plot = SelectionGuard<vtkPlotLine>::create();
+  auto plot = LinePlot::create();
   addPlot(chart, plot);
   return plot;
 }

@@ -12,6 +12,7 @@ using namespace runsieve;
 
 void PlotContainer::drawScatterPlotWithErrorBars(vtkContextScene* scene)
 {
+  if (!scene) return;
   vtkChart* chart = ensureNeutralChart();
   chart->SetScene(scene);
   chart->ClearPlots();

@@ -44,6 +44,7 @@ void PlotContainer::setParameterAxes(vtkChart* chart, int x, int y, bool titleX,
 
 void PlotContainer::drawMulitPlot(vtkContextScene* scene)
 {
+  if (!scene) return;
   const std::vector<int>& parameters = metaData->parameterColumns;
   const int n = static_cast<int>(parameters.size());
   chartMatrix->SetScene(scene);

@@ -9,12 +9,16 @@
 #include <vtkNew.h>
 #include <vtkPlot.h>
 
+#include <algorithm>
+#include <cmath>
+
 using namespace runsieve;
 
 namespace {
 
 constexpr int densityPoints = 50;
 constexpr double headroom = 1.05;
+constexpr double mostDrawable = 1e30; ///< beyond it the axes of VTK, which reckon in floats, find no ticks
 
 /// The samples of one distribution, as they are drawn.
 struct SampledDensity
@@ -39,12 +43,25 @@ void samplePoint(SampledDensity& samples, double at)
   samples.add(2.0 * at, 0.0);
 }
 
+/// Whether the density at x is infinite, or stands for one that is: rounding can put the last sample just
+/// beside the end of the range.
+bool isEndless(Distribution& distribution, double density, double end)
+{
+  constexpr double suspicious = 1e6;
+  return std::isinf(density) || (density > suspicious && std::isinf(distribution.getPdf(end)));
+}
+
 void sampleDensity(SampledDensity& samples, Distribution& distribution, double lower, double span)
 {
   const double step = span / (densityPoints - 1.0);
   for (int i = 0; i < densityPoints; ++i) {
     const double x = i * step + lower;
-    const double density = distribution.getPdf(x);
+    const bool isLast = i == densityPoints - 1;
+    double density = distribution.getPdf(x);
+    // What is a little further inside stands for it.
+    if (isEndless(distribution, density, isLast ? lower + span : x))
+      density = distribution.getPdf(x + (isLast ? -0.1 : 0.1) * step);
+    density = std::min(density, mostDrawable);
     samples.add(x, density);
     if (density > samples.height) samples.height = density;
   }
@@ -56,12 +73,20 @@ int decimals(double span)
   return span >= 10.0 ? 1 : 2;
 }
 
+/// Whether values span a range in which the axes of VTK find ticks.
+bool isDrawable(vtkFloatArray* x)
+{
+  double range[2];
+  x->GetRange(range, 0);
+  return std::abs(range[0]) <= mostDrawable && std::abs(range[1]) <= mostDrawable;
+}
+
 /// A stacked plot would always show 0.
 void showRangeOf(vtkAxis* axis, vtkFloatArray* x)
 {
   double range[2];
   x->GetRange(range, 0);
-  if (!(range[0] < range[1])) return;
+  if (!(range[0] < range[1]) || !isDrawable(x)) return;
   axis->SetUnscaledRange(range[0], range[1]);
   axis->SetBehavior(vtkAxis::FIXED);
 }
@@ -90,7 +115,7 @@ void PlotContainer::setDistribution(Distribution* distribution)
   resetLooks(chart);
   shapedChart = chart;
   vtkPlot* plot = chart->AddPlot(vtkChart::STACKED);
-  plot->SetInputData(plotData, vtkIdType(0), vtkIdType(1));
+  if (isDrawable(samples.x)) plot->SetInputData(plotData, vtkIdType(0), vtkIdType(1));
   plot->SetColor(30, 30, 230, 255);
 
   vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);

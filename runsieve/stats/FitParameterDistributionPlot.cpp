@@ -54,6 +54,7 @@ void addScoredPoints(vtkChart* chart, vtkTable* table, int x, int y, vtkColorTra
 
 void PlotContainer::drawFitParameterDistributionPlot(vtkContextScene* scene)
 {
+  if (!scene) return;
   const std::vector<int>& parameters = metaData->parameterColumns;
   const int n = static_cast<int>(parameters.size());
   // A cell of the matrix that served as the large chart gets another role here.

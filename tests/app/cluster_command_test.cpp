@@ -125,6 +125,24 @@ TEST_F(ClusterCommand, AFileThatCannotBeWrittenIsAFailure)
   EXPECT_THAT(failure(), HasSubstr("cannot be written"));
 }
 
+TEST_F(ClusterCommand, NoFileIsWrittenOverAnotherOneOfTheCommand)
+{
+  const std::string before = TempFolder::contentOf(scan);
+  arguments.output = scan;
+  EXPECT_THROW(app::runCluster(arguments), app::UsageError);
+  arguments.output = "";
+  arguments.picture = folder.file("same.png");
+  arguments.output = arguments.picture;
+  EXPECT_THROW(app::runCluster(arguments), app::UsageError);
+  EXPECT_EQ(TempFolder::contentOf(scan), before);
+}
+
+TEST_F(ClusterCommand, AnotherKindOfPictureIsRefusedBeforeAnyWork)
+{
+  arguments.picture = folder.file("picture.jpg");
+  EXPECT_THROW(app::runCluster(arguments), app::UsageError);
+}
+
 /// Five scans of known shapes in random order; the numbers are printed, as 1 is not the only one that passes.
 TEST_F(ClusterCommand, RecoversTheShapesOfCurves)
 {

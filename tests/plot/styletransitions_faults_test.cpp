@@ -245,5 +245,20 @@ TEST_P(NoInputTest, YOfTheMainPlot)
 
 INSTANTIATE_TEST_SUITE_P(Columns, NoInputTest, testing::Values(-1, 999));
 
+TEST(NullSceneTest, DrawsNothingAndLeavesTheChartInItsScene)
+{
+  PlotScene plot;
+  plot.container.plotData = makeTable({{"x", {1, 2, 3}}, {"y", {3, 1, 2}}});
+  plot.show();
+  vtkContextScene* scene = plot.container.item->GetScene();
+  plot.container.drawScatterPlotWithErrorBars(nullptr);
+  plot.container.drawMulitPlot(nullptr);
+  plot.container.drawFitParameterDistributionPlot(nullptr);
+  plot.container.drawSelectionCdfPlot(nullptr);
+  EXPECT_EQ(plot.container.item->GetScene(), scene);
+  RecordingPainter recorder;
+  plot.paint(recorder);
+}
+
 } // namespace
 } // namespace runsieve::test
