@@ -344,8 +344,9 @@ void ExplorerWindow::showClusters()
 
 void ExplorerWindow::selectCluster(int cluster)
 {
-  if (container)
-    selectRows(*container, rowsOfCluster(clusterOfRun, cluster, container->metaData->getStride()));
+  if (!container) return;
+  PlotMetaData const& settings = *container->metaData;
+  selectRows(*container, rowsOfCluster(clusterOfRun, cluster, settings.getStride(), !settings.getPlotLine()));
 }
 
 void ExplorerWindow::removeClusters()

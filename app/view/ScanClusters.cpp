@@ -107,11 +107,14 @@ std::vector<std::size_t> clusterSizes(std::vector<int> const& labels)
   return sizes;
 }
 
-std::vector<long long> rowsOfCluster(std::vector<int> const& labels, int cluster, int stride)
+std::vector<long long> rowsOfCluster(std::vector<int> const& labels, int cluster, int stride, bool allTimes)
 {
   std::vector<long long> rows;
-  for (std::size_t run = 0; run < labels.size(); ++run)
-    if (labels[run] == cluster) rows.push_back(static_cast<long long>(run) * stride);
+  for (std::size_t run = 0; run < labels.size(); ++run) {
+    if (labels[run] != cluster) continue;
+    const long long first = static_cast<long long>(run) * stride;
+    for (int time = 0; time < (allTimes ? stride : 1); ++time) rows.push_back(first + time);
+  }
   return rows;
 }
 

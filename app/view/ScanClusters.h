@@ -26,8 +26,10 @@ std::vector<int> clusterRuns(PlotContainer& plot, int clusters, ShapeOf shape);
 /// Runs in each cluster; the last clusters can be missing if there are fewer runs than clusters.
 [[nodiscard]] std::vector<std::size_t> clusterSizes(std::vector<int> const& labels);
 
-/// Row 0 of each run of a cluster: as a selection it lets exactly these runs survive.
-[[nodiscard]] std::vector<long long> rowsOfCluster(std::vector<int> const& labels, int cluster, int stride);
+/// Rows that let exactly the runs of a cluster survive when they are selected: the first of each run, or all,
+/// which shows more where rows are drawn as points.
+[[nodiscard]] std::vector<long long> rowsOfCluster(std::vector<int> const& labels, int cluster, int stride,
+                                                   bool allTimes = false);
 
 /// Compares the parameters of each cluster's runs with those of all others, by the thresholds of the plot,
 /// and shows the distribution of each parameter in each cluster. A selection goes. The parameters in which

@@ -33,6 +33,7 @@ TEST(ScanClusters, FindsTheFirstRowOfEachRunOfACluster)
   EXPECT_THAT(rowsOfCluster({1, 0, 1, 2}, 2, 5), ElementsAre(15));
   EXPECT_THAT(rowsOfCluster({1, 0, 1, 2}, 3, 5), IsEmpty());
   EXPECT_THAT(rowsOfCluster({}, 0, 5), IsEmpty());
+  EXPECT_THAT(rowsOfCluster({1, 0, 1}, 1, 3, true), ElementsAre(0, 1, 2, 6, 7, 8)) << "at all times";
   EXPECT_THAT(rowsOfCluster(std::vector<int>(3, 0), 0, 2000000000), ElementsAre(0, 2000000000, 4000000000));
 }
 
