@@ -25,13 +25,7 @@ namespace {
 
 constexpr vtkIdType chunk = 1 << 14; ///< values turned into big-endian order at a time
 
-/// A value of any column as a double, or as an integer: what is no number becomes 0, and what is too large
-/// the largest one.
-double doubleAt(vtkDataArray* column, vtkIdType row)
-{
-  return column->GetComponent(row, 0);
-}
-
+/// A value of any column as an integer: what is no number becomes 0, and what is too large the largest one.
 qint32 intAt(vtkDataArray* column, vtkIdType row)
 {
   constexpr double lowest = std::numeric_limits<qint32>::min();
@@ -60,7 +54,7 @@ void writeColumn(QDataStream& stream, vtkAbstractArray* array, vtkIdType rows)
   auto* numbers = vtkDataArray::SafeDownCast(array);
   stream << QString::fromLatin1(array->GetName()) << (doubles != nullptr);
   if (doubles)
-    writeValues<double>(stream, rows, [doubles](vtkIdType row) { return doubleAt(doubles, row); });
+    writeValues<double>(stream, rows, [doubles](vtkIdType row) { return doubles->GetComponent(row, 0); });
   else
     writeValues<qint32>(stream, rows, [numbers](vtkIdType row) { return intAt(numbers, row); });
 }

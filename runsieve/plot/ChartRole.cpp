@@ -10,6 +10,7 @@
 #include <vtkContextMouseEvent.h>
 #include <vtkPlot.h>
 #include <vtkPlotLine.h>
+#include <vtkTextProperty.h>
 
 namespace runsieve {
 
@@ -39,8 +40,8 @@ protected:
 
 constexpr int axisCount = 4;
 constexpr int noButton = -1;
-constexpr int defaultPrecision = 2; ///< of vtkAxis, as the margin
-constexpr int defaultMargin = 15;   ///< pixels
+constexpr int defaultPrecision = 2;        ///< of vtkAxis, as the margins
+constexpr int defaultMargins[2] = {15, 5}; ///< pixels
 
 void resetAxis(vtkAxis* axis)
 {
@@ -53,7 +54,8 @@ void resetAxis(vtkAxis* axis)
   axis->SetNumberOfTicks(-1);
   axis->SetNotation(vtkAxis::STANDARD_NOTATION);
   axis->SetPrecision(defaultPrecision);
-  axis->SetMargins(defaultMargin, defaultMargin);
+  axis->SetMargins(defaultMargins[0], defaultMargins[1]);
+  axis->GetLabelProperties()->SetOrientation(0.0); // bars write their names upwards
   axis->SetTitle("");
 }
 

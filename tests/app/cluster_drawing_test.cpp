@@ -109,6 +109,26 @@ TEST_F(ClusterDrawing, WithASelectionOnlyTheMeanCurvesAreDrawn)
   EXPECT_EQ(colorOf(distributions().front()->GetPlot(1)), selected) << "the colour of selected runs stays";
 }
 
+TEST_F(ClusterDrawing, WithQuartileBandsOnlyTheMeanCurvesAreDrawn)
+{
+  group();
+  container.metaData->setShowQuantiles(true);
+  const vtkIdType before = plots();
+  drawClusters(container);
+  EXPECT_EQ(plots(), before + clusters);
+}
+
+TEST_F(ClusterDrawing, AClusterWithoutRunsIsNeitherDrawnNorNamed)
+{
+  group();
+  for (vtkIdType run = 0; run < container.clusterLabels->GetNumberOfTuples(); ++run)
+    if (container.clusterLabels->GetValue(run) == 1) container.clusterLabels->SetValue(run, 0);
+  container.redraw();
+  drawClusters(container);
+  EXPECT_FALSE(lastPlots(clusters)[1]->GetVisible());
+  EXPECT_EQ(legend().size(), 2u);
+}
+
 TEST_F(ClusterDrawing, ARedrawTakesTheClustersAway)
 {
   const vtkIdType before = plots();
