@@ -9,6 +9,8 @@
 #include <vtkCommand.h>
 #include <vtkContextView.h>
 #include <vtkRenderWindow.h>
+#include <vtkAnnotationLink.h>
+#include <vtkIntArray.h>
 
 #include <QAction>
 #include <QApplication>

@@ -12,6 +12,7 @@
 #include <vtkDoubleArray.h>
 #include <vtkIntArray.h>
 #include <vtkNew.h>
+#include <vtkTable.h>
 
 #include <boost/make_shared.hpp>
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 #include <tuple>
+#include <vtkDoubleArray.h>
+#include <vtkTable.h>
 
 namespace runsieve::app {
 

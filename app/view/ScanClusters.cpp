@@ -4,9 +4,14 @@
 #include "app/view/SievedScan.h"
 
 #include <vtkPlot.h>
+#include <vtkChart.h>
+#include <vtkChartMatrix.h>
+#include <vtkIntArray.h>
+#include <vtkTable.h>
 
 #include <algorithm>
 #include <memory>
+#include <runsieve/records/ParameterSelection.h>
 
 namespace runsieve::app {
 

@@ -9,11 +9,16 @@
 #include <vtkPlot.h>
 #include <vtkSelection.h>
 #include <vtkSelectionNode.h>
+#include <vtkAnnotationLink.h>
+#include <vtkChart.h>
+#include <vtkChartMatrix.h>
+#include <vtkTable.h>
 
 #include <algorithm>
 #include <cmath>
 #include <memory>
 #include <stdexcept>
+#include <runsieve/records/ParameterSelection.h>
 
 namespace runsieve::app {
 

@@ -2,6 +2,7 @@
 #include "isBlank.h"
 
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/records/LinePlotTable.h>
 #include <runsieve/widgets/VtkPlotWidget.h>
 
 #include <boost/make_shared.hpp>

@@ -1,70 +1,155 @@
 #include <runsieve/items/LinkedPlotPoints.h>
 
+#include <runsieve/items/PlotGuards.h>
+
 #include <vtkAxis.h>
 #include <vtkContextMapper2D.h>
 #include <vtkIdTypeArray.h>
 #include <vtkPoints2D.h>
+#include <vtkRect.h>
 #include <vtkScalarsToColors.h>
 #include <vtkTable.h>
 
+#include <string>
 #include <vector>
 
 namespace runsieve {
 
-bool LinkedPlotPoints::Source::operator==(Source const& o) const
+namespace {
+
+/// Everything that the cached points are computed from.
+struct Source
 {
-  return mapperTime == o.mapperTime && table == o.table && tableTime == o.tableTime && x == o.x &&
-         xTime == o.xTime && y == o.y && yTime == o.yTime && colors == o.colors &&
-         colorsTime == o.colorsTime && lookupTable == o.lookupTable && lookupTableTime == o.lookupTableTime &&
-         shiftScale == o.shiftScale && logX == o.logX && logY == o.logY && negativeX == o.negativeX &&
-         negativeY == o.negativeY && indexAsX == o.indexAsX && coloured == o.coloured &&
-         colorArray == o.colorArray && maskName == o.maskName;
+  vtkMTimeType mapperTime = 0;
+  vtkTable* table = nullptr;
+  vtkMTimeType tableTime = 0;
+  vtkAbstractArray* x = nullptr;
+  vtkMTimeType xTime = 0;
+  vtkAbstractArray* y = nullptr;
+  vtkMTimeType yTime = 0;
+  vtkAbstractArray* colors = nullptr;
+  vtkMTimeType colorsTime = 0;
+  vtkScalarsToColors* lookupTable = nullptr;
+  vtkMTimeType lookupTableTime = 0;
+  vtkRectd shiftScale;
+  bool logX = false;
+  bool logY = false;
+  bool negativeX = false;
+  bool negativeY = false;
+  bool indexAsX = false;
+  bool coloured = false;
+  std::string colorArray;
+  std::string maskName;
+  unsigned long long changes = 0;
+
+  bool operator==(Source const& o) const
+  {
+    return mapperTime == o.mapperTime && table == o.table && tableTime == o.tableTime && x == o.x &&
+           xTime == o.xTime && y == o.y && yTime == o.yTime && colors == o.colors &&
+           colorsTime == o.colorsTime && lookupTable == o.lookupTable &&
+           lookupTableTime == o.lookupTableTime && shiftScale == o.shiftScale && logX == o.logX &&
+           logY == o.logY && negativeX == o.negativeX && negativeY == o.negativeY &&
+           indexAsX == o.indexAsX && coloured == o.coloured && colorArray == o.colorArray &&
+           maskName == o.maskName && changes == o.changes;
+  }
+};
+
+vtkMTimeType timeOf(vtkAbstractArray* column)
+{
+  return column ? column->GetMTime() : 0;
 }
 
-LinkedPlotPoints::Source LinkedPlotPoints::CurrentSource(vtkTable* table)
+} // namespace
+
+struct LinkedPlotPoints::Cache
 {
-  Source now;
-  now.mapperTime = this->Data->GetMTime();
-  now.table = table;
-  now.tableTime = table->GetMTime();
-  // A table's own time does not follow those of its columns.
-  auto timeOf = [](vtkAbstractArray* column) { return column ? column->GetMTime() : 0; };
-  now.x = this->Data->GetInputArrayToProcess(0, table);
-  now.xTime = timeOf(now.x);
-  now.y = this->Data->GetInputArrayToProcess(1, table);
-  now.yTime = timeOf(now.y);
-  now.colors = this->ScalarVisibility ? table->GetColumnByName(this->ColorArrayName.c_str()) : nullptr;
-  now.colorsTime = timeOf(now.colors);
-  now.lookupTable = this->LookupTable;
-  now.lookupTableTime = this->LookupTable ? this->LookupTable->GetMTime() : 0;
-  now.shiftScale = this->ShiftScale;
-  if (this->XAxis && this->YAxis) {
-    now.logX = this->XAxis->GetLogScaleActive();
-    now.logY = this->YAxis->GetLogScaleActive();
-    now.negativeX = now.logX && this->XAxis->GetUnscaledMinimum() < 0.0;
-    now.negativeY = now.logY && this->YAxis->GetUnscaledMinimum() < 0.0;
+  Source builtFrom;
+  unsigned long long changes = 0; ///< calls of Modified() by anybody but the link and this plot
+  bool fromInside = false;        ///< the call under way is none of them
+
+  /// What the points of a plot would be computed from now.
+  Source current(LinkedPlotPoints& plot, vtkTable* input) const
+  {
+    Source now;
+    now.mapperTime = plot.Data->GetMTime();
+    now.table = input;
+    now.tableTime = input->GetMTime();
+    // A table's own time does not follow those of its columns.
+    now.x = plot.Data->GetInputArrayToProcess(0, input);
+    now.xTime = timeOf(now.x);
+    now.y = plot.Data->GetInputArrayToProcess(1, input);
+    now.yTime = timeOf(now.y);
+    now.colors = plot.ScalarVisibility ? input->GetColumnByName(plot.ColorArrayName.c_str()) : nullptr;
+    now.colorsTime = timeOf(now.colors);
+    now.lookupTable = plot.LookupTable;
+    now.lookupTableTime = plot.LookupTable ? plot.LookupTable->GetMTime() : 0;
+    now.shiftScale = plot.ShiftScale;
+    if (plot.XAxis && plot.YAxis) {
+      now.logX = plot.XAxis->GetLogScaleActive();
+      now.logY = plot.YAxis->GetLogScaleActive();
+      now.negativeX = now.logX && plot.XAxis->GetUnscaledMinimum() < 0.0;
+      now.negativeY = now.logY && plot.YAxis->GetUnscaledMinimum() < 0.0;
+    }
+    now.indexAsX = plot.UseIndexForXSeries;
+    now.coloured = plot.ScalarVisibility;
+    now.colorArray = plot.ColorArrayName;
+    now.maskName = plot.ValidPointMaskName;
+    now.changes = changes;
+    return now;
   }
-  now.indexAsX = this->UseIndexForXSeries;
-  now.coloured = this->ScalarVisibility;
-  now.colorArray = this->ColorArrayName;
-  now.maskName = this->ValidPointMaskName;
-  return now;
+};
+
+LinkedPlotPoints::LinkedPlotPoints() : Built(std::make_unique<Cache>()) {}
+
+LinkedPlotPoints::~LinkedPlotPoints() = default;
+
+void LinkedPlotPoints::Modified()
+{
+  if (!this->Built->fromInside) ++this->Built->changes;
+  this->Superclass::Modified();
+}
+
+void LinkedPlotPoints::ModifiedByUpdate()
+{
+  this->Built->fromInside = true;
+  this->Modified();
+  this->Built->fromInside = false;
+}
+
+unsigned long long LinkedPlotPoints::Changes() const
+{
+  return this->Built->changes;
+}
+
+void LinkedPlotPoints::SetSelection(vtkIdTypeArray* rows)
+{
+  this->Built->fromInside = true;
+  this->Superclass::SetSelection(rows);
+  this->Built->fromInside = false;
 }
 
 void LinkedPlotPoints::Update()
 {
   vtkTable* table = this->Visible ? this->Data->GetInput() : nullptr;
+  const ExistingColors colors(this->ScalarVisibility, this->ColorArrayName, table);
   if (table) {
-    Source now = this->CurrentSource(table);
-    if (this->Points && now == this->BuiltFrom) {
+    Source now = this->Built->current(*this, table);
+    if (this->Points && now == this->Built->builtFrom) {
       // The base compares its build time with its own modification time, which the link keeps renewing.
       this->BuildTime.Modified();
     } else {
-      this->Modified();
-      this->BuiltFrom = std::move(now);
+      this->ModifiedByUpdate();
+      this->Built->builtFrom = std::move(now);
     }
   }
   this->Superclass::Update();
+}
+
+bool LinkedPlotPoints::Paint(vtkContext2D* painter)
+{
+  const ExistingColors colors(this->ScalarVisibility, this->ColorArrayName, this->Data->GetInput());
+  const ExistingRows rows(this->Selection, this->Points);
+  return this->Superclass::Paint(painter);
 }
 
 bool LinkedPlotPoints::SelectPoints(const vtkVector2f& min, const vtkVector2f& max)

@@ -3,11 +3,8 @@
 #include <runsieve/runsieve_export.h>
 
 #include <vtkPlotPoints.h>
-#include <vtkRect.h>
 
-#include <string>
-
-class vtkAbstractArray;
+#include <memory>
 
 namespace runsieve {
 
@@ -15,51 +12,33 @@ namespace runsieve {
 ///
 /// A chart with an annotation link marks its plots as modified at every update, whereupon the base class
 /// rebuilds its points and sorts them again for the next search. This class rebuilds them only when something
-/// they are made of has changed, and selects a rectangle in one pass without sorting. What is seen and
-/// selected is the same.
+/// they are made of has changed or somebody has called Modified(), and selects a rectangle in one pass without
+/// sorting. While the table lacks the column that colours the points they have the colour of the pen, and selected
+/// rows that the plot does not have are not marked. Else what is seen and selected is the same.
 class RUNSIEVE_EXPORT LinkedPlotPoints : public vtkPlotPoints
 {
 public:
   vtkTypeMacro(LinkedPlotPoints, vtkPlotPoints)
 
   void Update() override;
+  bool Paint(vtkContext2D* painter) override;
   bool SelectPoints(const vtkVector2f& min, const vtkVector2f& max) override;
+  /// As the base class, but no reason to rebuild the points.
+  void SetSelection(vtkIdTypeArray* rows) override;
+  void Modified() override;
 
 protected:
-  LinkedPlotPoints() = default;
-  ~LinkedPlotPoints() override = default;
+  LinkedPlotPoints();
+  ~LinkedPlotPoints() override;
+
+  /// Modified() for observers and for others' caches, while the points stay as they are.
+  void ModifiedByUpdate();
+  /// How often somebody has called Modified().
+  [[nodiscard]] unsigned long long Changes() const;
 
 private:
-  /// Everything that the cached points are computed from.
-  struct Source
-  {
-    vtkMTimeType mapperTime = 0;
-    vtkTable* table = nullptr;
-    vtkMTimeType tableTime = 0;
-    vtkAbstractArray* x = nullptr;
-    vtkMTimeType xTime = 0;
-    vtkAbstractArray* y = nullptr;
-    vtkMTimeType yTime = 0;
-    vtkAbstractArray* colors = nullptr;
-    vtkMTimeType colorsTime = 0;
-    vtkScalarsToColors* lookupTable = nullptr;
-    vtkMTimeType lookupTableTime = 0;
-    vtkRectd shiftScale;
-    bool logX = false;
-    bool logY = false;
-    bool negativeX = false;
-    bool negativeY = false;
-    bool indexAsX = false;
-    bool coloured = false;
-    std::string colorArray;
-    std::string maskName;
-
-    bool operator==(Source const& other) const;
-  };
-
-  Source CurrentSource(vtkTable* table);
-
-  Source BuiltFrom;
+  struct Cache;
+  std::unique_ptr<Cache> Built;
 };
 
 } // namespace runsieve

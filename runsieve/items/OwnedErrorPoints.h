@@ -1,6 +1,6 @@
 #pragma once
 
-#include <runsieve/items/SelectionGuard.h>
+#include <runsieve/items/PlotGuards.h>
 #include <runsieve/items/vtkPlotErrorPoints.h>
 
 #include <vtkFloatArray.h>
@@ -10,7 +10,7 @@ namespace runsieve {
 /// A vtkPlotErrorPoints whose maker need not care for the reference that it gives up: it takes one for the
 /// base class at the last moment, so that the count of the column is what it was, however often plots come
 /// and go. To everybody else it is a vtkPlotErrorPoints.
-class OwnedErrorPoints : public SelectionGuard<vtkPlotErrorPoints>
+class OwnedErrorPoints : public GuardedPlot<vtkPlotErrorPoints>
 {
 public:
   static vtkSmartPointer<OwnedErrorPoints> create()

@@ -18,6 +18,16 @@ namespace {
 /// times would only take a hundred times as long to draw.
 constexpr vtkIdType opaqueCoats = 10;
 
+vtkDataArray* flagsOf(vtkTable* table)
+{
+  return vtkDataArray::SafeDownCast(table->GetColumnByName("vtkRemainderSelection"));
+}
+
+vtkMTimeType timeOf(vtkDataArray* column)
+{
+  return column ? column->GetMTime() : 0;
+}
+
 } // namespace
 
 vtkPlotLineSet* vtkPlotLineSet::New()
@@ -100,7 +110,9 @@ void vtkPlotLineSet::OnlyShowSelectedOff()
 bool vtkPlotLineSet::UpdateSelectionCache(vtkTable* table)
 {
   this->RemainderCount = 0;
-  auto* flags = vtkDataArray::SafeDownCast(table->GetColumnByName("vtkRemainderSelection"));
+  vtkDataArray* flags = flagsOf(table);
+  this->FlagsTime = timeOf(flags);
+  this->FlagsChanges = this->Changes();
   if (flags) {
     const vtkIdType rows = flags->GetNumberOfTuples();
     this->RemainderRows->SetNumberOfTuples(rows);
@@ -123,8 +135,14 @@ void vtkPlotLineSet::Update()
   vtkTable* table = this->Data->GetInput();
   if (!table) return;
   this->Superclass::Update();
-  this->UpdateSelectionCache(table);
-  this->Modified();
+  if (this->FlagsAreStale(table)) this->UpdateSelectionCache(table);
+  this->ModifiedByUpdate();
+}
+
+bool vtkPlotLineSet::FlagsAreStale(vtkTable* table)
+{
+  // Copying and counting takes 2 ms per million rows, and a chart updates its plots at each hover.
+  return timeOf(flagsOf(table)) != this->FlagsTime || this->FlagsChanges != this->Changes();
 }
 
 void vtkPlotLineSet::PaintPolyline(vtkContext2D* painter, vtkIdType firstPoint, vtkIdType count)
@@ -149,15 +167,19 @@ void vtkPlotLineSet::PaintUnselected(vtkContext2D* painter)
     this->PaintPolyline(painter, start, this->Stride);
 }
 
-bool vtkPlotLineSet::SelectedLinesAreStale(vtkObject* source, vtkIdType count)
+bool vtkPlotLineSet::LinesAreStale(vtkIdTypeArray* rows, vtkIdType count)
 {
-  const vtkMTimeType built = this->SelectedLines->GetMTime();
-  return source->GetMTime() > built || this->GetMTime() > built ||
-         this->SelectedLines->GetNumberOfTuples() != count;
+  LineSource const& from = this->LinesFrom;
+  const bool same = from.time == rows->GetMTime() && from.count == count && from.stride == this->Stride &&
+                    from.changes == this->Changes();
+  this->LinesFrom = {rows->GetMTime(), count, this->Stride, this->Changes()};
+  return !same;
 }
 
-void vtkPlotLineSet::SelectLinesOfPoints(vtkIdType count)
+void vtkPlotLineSet::SelectLinesOfPoints()
 {
+  const vtkIdType count = this->Selection->GetNumberOfTuples();
+  if (!this->LinesAreStale(this->Selection, count)) return;
   this->SelectedLines->SetNumberOfTuples(count);
   for (vtkIdType i = 0; i < count; ++i) {
     const vtkIdType point = this->Selection->GetValue(i);
@@ -168,21 +190,23 @@ void vtkPlotLineSet::SelectLinesOfPoints(vtkIdType count)
 
 void vtkPlotLineSet::SelectLinesOfRemainder()
 {
-  this->SelectedLines->SetNumberOfTuples(this->RemainderCount);
+  const auto count = static_cast<vtkIdType>(this->RemainderCount);
+  if (!this->LinesAreStale(this->RemainderRows, count)) return;
+  this->SelectedLines->SetNumberOfTuples(count);
   const vtkIdType rows = this->RemainderRows->GetNumberOfTuples();
   vtkIdType next = 0;
-  for (vtkIdType i = 0; i < rows && next < this->RemainderCount; ++i)
+  for (vtkIdType i = 0; i < rows && next < count; ++i)
     if (this->RemainderRows->GetValue(i) != 0)
       this->SelectedLines->SetValue(next++, static_cast<int>(i) / this->Stride);
   this->SelectedLines->Modified();
 }
 
-void vtkPlotLineSet::PaintSelectedLines(vtkContext2D* painter, vtkIdType count)
+void vtkPlotLineSet::PaintSelectedLines(vtkContext2D* painter)
 {
   runsieve::applySelectionHighlight(painter, this->Pen->GetWidth());
   const vtkIdType n = this->Points->GetNumberOfPoints();
   vtkIdType coats = 0;
-  for (vtkIdType i = 0; i < std::min(count, this->SelectedLines->GetNumberOfTuples()); ++i) {
+  for (vtkIdType i = 0; i < this->SelectedLines->GetNumberOfTuples(); ++i) {
     const vtkIdType line = this->SelectedLines->GetValue(i);
     coats = i > 0 && this->SelectedLines->GetValue(i - 1) == line ? coats + 1 : 1;
     if (coats > opaqueCoats) continue;
@@ -204,13 +228,11 @@ bool vtkPlotLineSet::Paint(vtkContext2D* painter)
   // The flags of the row filter take precedence over the chart's own selection.
   const bool filtered = this->RemainderRows->GetNumberOfTuples() > 0;
   if (!filtered && this->Selection && this->Selection->GetNumberOfTuples() > 0) {
-    const vtkIdType count = this->Selection->GetNumberOfTuples();
-    if (this->SelectedLinesAreStale(this->Selection, count)) this->SelectLinesOfPoints(count);
-    this->PaintSelectedLines(painter, count);
+    this->SelectLinesOfPoints();
+    this->PaintSelectedLines(painter);
   } else if (filtered) {
-    const auto count = static_cast<vtkIdType>(this->RemainderCount);
-    if (this->SelectedLinesAreStale(this->RemainderRows, count)) this->SelectLinesOfRemainder();
-    this->PaintSelectedLines(painter, count);
+    this->SelectLinesOfRemainder();
+    this->PaintSelectedLines(painter);
   }
   return true;
 }

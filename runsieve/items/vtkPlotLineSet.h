@@ -9,8 +9,9 @@
 /// lines of selected runs a second time, wider and in red.
 ///
 /// The column "vtkRemainderSelection" of the input table tells which rows are selected; without it the
-/// chart's own selection does. A selected point lights its whole line. A trailing group of fewer than Stride
-/// points is not painted.
+/// chart's own selection does. A selected point lights its whole line; a line of several selected points is painted as
+/// often, up to ten times, after which no pixel changes any more. A trailing group of fewer than Stride points is not
+/// painted.
 class RUNSIEVE_EXPORT vtkPlotLineSet : public runsieve::LinkedPlotPoints
 {
 public:
@@ -56,10 +57,24 @@ private:
   vtkPlotLineSet(vtkPlotLineSet const&) = delete;
   void operator=(vtkPlotLineSet const&) = delete;
 
+  /// What SelectedLines was made from. No two arrays were modified at one time.
+  struct LineSource
+  {
+    vtkMTimeType time = 0; ///< of the flags or of the selection
+    vtkIdType count = 0;
+    int stride = 0;
+    unsigned long long changes = 0;
+  };
+
+  bool FlagsAreStale(vtkTable* table);
   void PaintUnselected(vtkContext2D* painter);
   void PaintPolyline(vtkContext2D* painter, vtkIdType firstPoint, vtkIdType count);
-  void PaintSelectedLines(vtkContext2D* painter, vtkIdType count);
-  bool SelectedLinesAreStale(vtkObject* source, vtkIdType count);
-  void SelectLinesOfPoints(vtkIdType count);
+  void PaintSelectedLines(vtkContext2D* painter);
+  bool LinesAreStale(vtkIdTypeArray* rows, vtkIdType count);
+  void SelectLinesOfPoints();
   void SelectLinesOfRemainder();
+
+  LineSource LinesFrom;
+  vtkMTimeType FlagsTime = 0; ///< of the column that RemainderRows was copied from; 0 without one
+  unsigned long long FlagsChanges = 0;
 };

@@ -1,20 +1,29 @@
-#include <runsieve/plot/PlotContainer.h>
+#include <runsieve/plot/PlotContainerPrivate.h>
 
-#include <runsieve/plot/ChartLifetime.h>
-#include <runsieve/plot/ChartRole.h>
-#include <runsieve/plot/MarginChart.h>
 #include <runsieve/plot/vtkShiftScaleCallback.h>
+#include <runsieve/records/LinePlotTable.h>
+#include <runsieve/records/PlotMetaData.h>
+#include <runsieve/selection/LinkedSelection.h>
 #include <runsieve/selection/vtkSelectionUpdateCallback.h>
-#include <runsieve/stats/RunIndex.h>
 
-#include <vtkChartXY.h>
+#include <vtkAnnotationLink.h>
+#include <vtkChartMatrix.h>
+#include <vtkChartParallelCoordinates.h>
+#include <vtkChartXYZ.h>
 #include <vtkCommand.h>
+#include <vtkContextScene.h>
+#include <vtkDoubleArray.h>
+#include <vtkExtractSelectedRows.h>
+#include <vtkIntArray.h>
+#include <vtkScatterPlotMatrix.h>
+#include <vtkStringArray.h>
+#include <vtkTable.h>
+
+#include <QStringList>
 
 using namespace runsieve;
 
 namespace {
-
-constexpr const char* selectedPoints = "selected points";
 
 void growTo(std::vector<int>& list, int index, int value)
 {
@@ -40,34 +49,32 @@ int columnByName(vtkTable* table, std::string const& name)
 } // namespace
 
 PlotContainer::PlotContainer(QObject* parent)
-    : QObject(parent), metaData(new PlotMetaData(this)), chartLifetime(std::make_unique<ChartLifetime>()),
-      runIndex(std::make_unique<RunIndex>())
+    : QObject(parent), d(std::make_unique<Private>(*this)), metaData(new PlotMetaData(this))
 {
   connect(metaData, &PlotMetaData::redrawNeeded, this, &PlotContainer::redraw);
   plotData = vtkSmartPointer<vtkTable>::New();
-  createCharts();
+  d->createCharts();
   chartParallelCoordinates = vtkSmartPointer<vtkChartParallelCoordinates>::New();
-  observeSelection();
+  d->observeSelection();
 }
 
 PlotContainer::PlotContainer(PlotContainer const& other)
-    : QObject(other.parent()), typedColumnNames(other.typedColumnNames),
+    : QObject(other.parent()), d(std::make_unique<Private>(*this)), typedColumnNames(other.typedColumnNames),
       showDecorationPlots(other.showDecorationPlots), parameterBounds(other.parameterBounds),
       metaData(new PlotMetaData(*other.metaData)), coordinateWindows(other.coordinateWindows),
       leftMargin(other.leftMargin), topMargin(other.topMargin), bottomMargin(other.bottomMargin),
       rightMargin(other.rightMargin), horizontalGutter(other.horizontalGutter),
       verticalGutter(other.verticalGutter), selectionUpdatePending(true),
-      useIndexForXSeries(other.useIndexForXSeries), chartLifetime(std::make_unique<ChartLifetime>()),
-      runIndex(std::make_unique<RunIndex>())
+      useIndexForXSeries(other.useIndexForXSeries)
 {
   metaData->setParent(this);
   metaData->rankedParametersValid = false; // the side tables do not come along
   connect(metaData, &PlotMetaData::redrawNeeded, this, &PlotContainer::redraw);
   plotData = vtkSmartPointer<vtkTable>::New();
   plotData->DeepCopy(other.plotData);
-  createCharts();
-  observeSelection();
-  if (auto flags = vtkSmartPointer<vtkIntArray>::Take(other.getCurrentSelection())) {
+  d->createCharts();
+  d->observeSelection();
+  if (const vtkSmartPointer<vtkIntArray> flags = selectionFlags(other.annotationLink, other.plotData)) {
     // Replaced in place the column would not be the last, where the selection is looked for.
     plotData->RemoveColumnByName(selectedPoints);
     plotData->AddColumn(flags);
@@ -87,83 +94,32 @@ PlotContainer::~PlotContainer()
   delete metaData;
 }
 
-void PlotContainer::createCharts()
+void PlotContainer::Private::createCharts()
 {
-  annotationLink = vtkSmartPointer<vtkAnnotationLink>::New();
-  ensureChart();
-  scatterPlotMatrix = vtkSmartPointer<vtkScatterPlotMatrix>::New();
-  chartXYZ = vtkSmartPointer<vtkChartXYZ>::New();
-  chartMatrix = vtkSmartPointer<vtkChartMatrix>::New();
-  extractSelectedRows = vtkSmartPointer<vtkExtractSelectedRows>::New();
-  item = chartXY;
+  plot.annotationLink = vtkSmartPointer<vtkAnnotationLink>::New();
+  stage().alone();
+  plot.scatterPlotMatrix = vtkSmartPointer<vtkScatterPlotMatrix>::New();
+  plot.chartXYZ = vtkSmartPointer<vtkChartXYZ>::New();
+  plot.chartMatrix = vtkSmartPointer<vtkChartMatrix>::New();
+  plot.extractSelectedRows = vtkSmartPointer<vtkExtractSelectedRows>::New();
+  plot.item = plot.chartXY;
 }
 
-void PlotContainer::observeSelection()
+void PlotContainer::Private::observeSelection()
 {
-  selectionCallback = vtkSmartPointer<vtkSelectionUpdateCallback>::Take(vtkSelectionUpdateCallback::New());
-  selectionCallback->plotContainer = this;
-  annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, selectionCallback, 0.0);
-  shiftScaleCallback = vtkSmartPointer<vtkShiftScaleCallback>::Take(vtkShiftScaleCallback::New());
-  shiftScaleCallback->plotContainer = this;
-}
-
-vtkChart* PlotContainer::ensureChart()
-{
-  if (!chartXY) {
-    chartXY = MarginChart::create();
-    chartXY->SetSelectionMode(vtkContextScene::SELECTION_ADDITION);
-    makeSelectable(chartXY, annotationLink);
-    addPointPlot(chartXY);
-  }
-  return chartXY;
-}
-
-vtkChart* PlotContainer::ensureStandaloneChart()
-{
-  const bool isCell = chartXY && chartXY->GetLayoutStrategy() == vtkChart::AXES_TO_RECT &&
-                      !dynamic_cast<MarginChart*>(chartXY.GetPointer());
-  if (isCell) chartXY = nullptr;
-  return ensureChart();
-}
-
-vtkChart* PlotContainer::ensureNeutralChart()
-{
-  if (chartXY && chartXY.GetPointer() == shapedChart) {
-    shapedChart = nullptr;
-    if (dynamic_cast<MarginChart*>(chartXY.GetPointer()))
-      resetLooks(chartXY);
-    else
-      chartXY = nullptr;
-  }
-  return ensureStandaloneChart();
-}
-
-vtkChart* PlotContainer::chartToFill()
-{
-  if (!chartXY) {
-    // Nothing shows the chart yet.
-    vtkContextScene* scene = item->GetScene();
-    item = ensureChart();
-    item->SetScene(scene);
-  } else if (chartXY.GetPointer() == shapedChart) {
-    shapedChart = nullptr;
-    resetLooks(chartXY);
-  }
-  return chartXY;
-}
-
-void PlotContainer::replacePlotData(vtkSmartPointer<vtkTable> data)
-{
-  plotData = data;
-  metaData->rankedParametersValid = false;
-  runIndex->clear();
+  plot.selectionCallback =
+      vtkSmartPointer<vtkSelectionUpdateCallback>::Take(vtkSelectionUpdateCallback::New());
+  plot.selectionCallback->plotContainer = &plot;
+  plot.annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, plot.selectionCallback, 0.0);
+  plot.shiftScaleCallback = vtkSmartPointer<vtkShiftScaleCallback>::Take(vtkShiftScaleCallback::New());
+  plot.shiftScaleCallback->plotContainer = &plot;
 }
 
 void PlotContainer::setPlotData(vtkSmartPointer<vtkTable> data)
 {
   if (!data) return;
   tables.clear();
-  replacePlotData(data);
+  d->replaceTable(data);
   findParameterColumns();
   if (metaData->getPlotStyle() == selectionCdfPlot) generateRankedParameters(plotData, 0);
 }
@@ -203,6 +159,11 @@ QStringList PlotContainer::getLabels() const
   for (vtkIdType c = 0; c < plotData->GetNumberOfColumns(); ++c)
     labels << QString::fromLatin1(plotData->GetColumnName(c));
   return labels;
+}
+
+vtkAbstractContextItem* PlotContainer::getItem() const
+{
+  return item;
 }
 
 void PlotContainer::setScene(vtkContextScene* scene)

@@ -1,56 +1,50 @@
 #pragma once
 
 #include <runsieve/records/CoordinateWindow.h>
-#include <runsieve/records/Distribution.h>
-#include <runsieve/records/FitRun.h>
-#include <runsieve/records/FitSettings.h>
-#include <runsieve/records/LinePlotData.h>
-#include <runsieve/records/LinePlotTable.h>
-#include <runsieve/records/ParameterSelection.h>
+#include <runsieve/records/KsStatistics.h>
 #include <runsieve/records/PlotMetaData.h>
 #include <runsieve/records/ReducedMetaData.h>
-#include <runsieve/records/SobolPostProcessResult.h>
 #include <runsieve/records/TypedConcentrationName.h>
 #include <runsieve/runsieve_export.h>
 
-#include <vtkAbstractContextItem.h>
-#include <vtkAnnotationLink.h>
-#include <vtkChart.h>
-#include <vtkChartMatrix.h>
-#include <vtkChartParallelCoordinates.h>
-#include <vtkChartXYZ.h>
-#include <vtkContextScene.h>
-#include <vtkDoubleArray.h>
-#include <vtkExtractSelectedRows.h>
-#include <vtkIntArray.h>
-#include <vtkScatterPlotMatrix.h>
 #include <vtkSmartPointer.h>
-#include <vtkStringArray.h>
-#include <vtkTable.h>
-#include <vtkWeakPointer.h>
 
 #include <boost/shared_ptr.hpp>
 #include <boost/unordered_map.hpp>
 
-#include <QByteArray>
 #include <QObject>
-#include <QStringList>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-class vtkAxis;
+class Distribution;
+class FitSettings;
+class QByteArray;
+class QStringList;
+class vtkAbstractContextItem;
+class vtkAnnotationLink;
+class vtkChart;
+class vtkChartMatrix;
+class vtkChartParallelCoordinates;
+class vtkChartXYZ;
+class vtkContextScene;
+class vtkDoubleArray;
+class vtkExtractSelectedRows;
+class vtkIntArray;
 class vtkPlot;
+class vtkScatterPlotMatrix;
 class vtkSelectionUpdateCallback;
 class vtkShiftScaleCallback;
-
-namespace runsieve {
-class ChartLifetime;
-class RowSpans;
-class RunIndex;
-} // namespace runsieve
+class vtkStringArray;
+class vtkTable;
+struct FitRun;
+struct LinePlotData;
+struct LinePlotTable;
+struct ParameterSelection;
+struct SobolPostProcessResult;
 
 /// The model of one plot: its table, its settings, its charts, its selection.
 ///
@@ -64,18 +58,19 @@ class RunIndex;
 /// redraws. Sobol, residual and distribution charts are built by the operation that fills them: a redraw that
 /// comes later (setPlotContainer() makes one) spoils them.
 ///
-/// Members are defined where their subject lives: plot/, selection/, stats/, adapters/.
+/// The link of a container's charts takes a drag for a selection and nothing else: clicks that VTK calls SELECT and
+/// NOTIFY are bound to no button, since they would add points to the link without a word, and count as pans.
+///
+/// This header forward declares what a host reaches through the members: include what you use.
 class RUNSIEVE_EXPORT PlotContainer : public QObject
 {
   Q_OBJECT
 
+  class Private;
+  std::unique_ptr<Private> d; // in front of all members, so that it goes last
+
 public:
-  /// Two-sample comparison of one parameter.
-  struct KsStatistics
-  {
-    double p; ///< p-value, at most 1
-    double d; ///< statistic, in [0, 1]
-  };
+  using KsStatistics = runsieve::KsStatistics;
 
   /// An empty table and all charts; nothing is drawn yet.
   explicit PlotContainer(QObject* parent);
@@ -86,7 +81,6 @@ public:
   ~PlotContainer() override;
 
   // ---- state
-  // -------------------------------------------------------------------------------------------------
 
   vtkSmartPointer<vtkTable> plotData; ///< the main table; all column numbers of metaData refer to it
   /// Side tables by index. In selectionCdfPlot: 0, 1 ranked and density tables of all runs; 2 selected rows;
@@ -127,8 +121,7 @@ public:
       ksStatistics; ///< one per parameter; the last result stays when a selection is cleared
   vtkSmartPointer<vtkTable> quartileTable;
 
-  // ---- plot: data, columns, scene (plot/PlotContainer.cpp)
-  // -----------------------------------------------------
+  // ---- data, columns, scene (plot/PlotContainer.cpp)
 
   /// Writes a column pair at plotIndex of the column lists, growing them, and redraws. \param quartiles renew
   /// quartileTable for the new column. A negative plotIndex has no effect on the lists.
@@ -143,10 +136,9 @@ public:
   /// Moves the current item into a scene, clearing the scene that it leaves.
   void setScene(vtkContextScene* scene);
   /// The current item; it stays the container's.
-  [[nodiscard]] vtkAbstractContextItem* getItem() const { return item; }
+  [[nodiscard]] vtkAbstractContextItem* getItem() const;
 
-  // ---- plot: appearance (plot/Appearance.cpp)
-  // ------------------------------------------------------------------
+  // ---- appearance (plot/Appearance.cpp)
 
   /// Stores the marker size in pixels and applies it to the charts of the style.
   void setPointSize(double size);
@@ -192,8 +184,7 @@ public:
   void setVerticalGutter(int pixels);
   void updateMargins();
 
-  // ---- plot: styles with builders of their own; redraw() calls them
-  // (plot/ErrorBarPlot.cpp, plot/MultiPlot.cpp, stats/FitParameterDistributionPlot.cpp)
+  // ---- styles with builders of their own; redraw() calls them (plot/Redraw.cpp, styles/)
 
   /// One series with error bars (column zColumns[0], of floats), and a second one as a line if xColumns or
   /// the row numbers, and yColumns, name it; its table is tables[0] if there is one.
@@ -204,8 +195,7 @@ public:
   /// coloured by the score (column 0, of doubles) on a logarithmic scale from blue over black to red.
   void drawFitParameterDistributionPlot(vtkContextScene* scene);
 
-  // ---- selection (selection/SelectionRoundTrip.cpp)
-  // ------------------------------------------------------------
+  // ---- selection (plot/Selection.cpp)
 
   /// The link's selection as flags, one per row of plotData, named "selected points". A new array that
   /// becomes the caller's (vtkSmartPointer::Take); null if there is nothing to read.
@@ -228,8 +218,7 @@ public:
   /// columns in metaData and forgets all others. Does not redraw.
   void shrinkToColumnSelection();
 
-  // ---- statistics (stats/)
-  // -------------------------------------------------------------------------------------
+  // ---- statistics (plot/Statistics.cpp)
 
   /// Compares the "Sorted ..." columns of the ranked tables tables[first] and tables[second] pairwise and
   /// fills ksStatistics. Missing tables give an empty result.
@@ -256,15 +245,16 @@ public:
   /// \param mode 2: by the phase of the Fourier transform, 3: by its magnitude, others: by the curve itself
   /// \param starts the search begins with the first runs as centres, which finds poor clusters if these runs
   /// are alike; further starts begin with runs that differ, and the best result counts
-  void clusterTimeSeries(int clusters, int mode, int starts = 1);
+  void clusterTimeSeries(int clusters, int mode, int starts);
+  /// The same from one start, the first runs.
+  void clusterTimeSeries(int clusters, int mode);
   /// Adds the lines of the last clusterTimeSeries() to chartXY once more; a redraw takes them away.
   void drawClusterRuns();
   /// Samples a density into plotData ("x", "pdf") and shows it in chartXY as a filled curve, a point value as
   /// a peak. The distribution stays the caller's.
   void setDistribution(Distribution* distribution);
 
-  // ---- adapters (adapters/)
-  // ------------------------------------------------------------------------------------
+  // ---- adapters (plot/Adapters.cpp)
 
   /// Makes a record of stacked runs the main table, borrowing its columns, chooses the plot columns and
   /// redraws.
@@ -301,8 +291,7 @@ public:
   /// Replaces plotData by demonstration curves.
   void example();
 
-  // ---- persistence (persist/)
-  // --------------------------------------------------------------------------------------
+  // ---- persistence (plot/Persistence.cpp)
 
   /// plotData and typedColumnNames as bytes (docs/file_formats.md); the array becomes the caller's. Columns
   /// other than of doubles go as integers. \throw std::length_error for more than 2 GiB
@@ -317,7 +306,8 @@ public:
   /// \param keepAllColumns if not, shrinkToColumnSelection() comes first
   char* saveData(std::string fileName, bool keepAllColumns);
   /// Replaces plotData by a file of delimited text: columns of numbers become doubles, all others text.
-  /// Nothing else changes and nothing is redrawn. VTK reports files that cannot be read.
+  /// Nothing else changes and nothing is redrawn. VTK reports files that cannot be read, and so are files of more
+  /// than 30,000 columns, for which its reader would take minutes: they leave an empty table.
   void loadData(std::string fileName);
 
 public Q_SLOTS:
@@ -328,64 +318,21 @@ public Q_SLOTS:
   /// Appends a copied table to tables.
   void setLinePlotDataAsAdditionalData(LinePlotData* data);
   /// Replaces the plots of chartXY by one line per item.
-  void setLinePlotItems(std::vector<Kestrane::TypedConcentrationName>* items);
+  void setLinePlotItems(std::vector<Kestrane::TypedConcentrationName>*);
   /// Forwards to the settings, whose signal redraws.
   void setPlotStyle(plotStyles plotStyle);
+  // The chart alone keeps these two: a chart that takes its place starts without them.
+  void setLogScaleY(bool log); ///< stays linear while there are values of 0 or below
+  void setShowLegend(bool legend);
   /// Rebuilds the chart of the current style in the scene of `item`. Neither renders nor adds the item to the
   /// scene. Without a scene it prints a line and leaves the settings' signals blocked until a redraw finds
   /// one.
   void redraw();
   /// Marks the scene for repainting.
   void dirty();
-  // The chart alone keeps these two: a chart that takes its place starts without them.
-  void setLogScaleY(bool log); ///< stays linear while there are values of 0 or below
-  void setShowLegend(bool legend);
   /// Runs the selection callback by hand.
   void annotationUpdate();
 
 private:
   friend class vtkSelectionUpdateCallback;
-
-  void createCharts();
-  void observeSelection();
-  vtkChart* ensureChart();
-  vtkChart* ensureStandaloneChart();
-  vtkChart* ensureNeutralChart();
-  vtkChart* chartToFill();
-  void setChartMargins(vtkChart* chart);
-  void addSecondSeries(vtkChart* chart);
-  void setParameterTitle(vtkAxis* axis, int column);
-  void setParameterAxes(vtkChart* chart, int x, int y, bool titleX, bool titleY);
-  void redrawInScene(vtkContextScene* scene);
-  void finishRedraw(vtkContextScene* scene);
-  void drawScatterPlot(vtkContextScene* scene);
-  void drawScatterPlotMatrix(vtkContextScene* scene);
-  void drawScatterPlot3D(vtkContextScene* scene);
-  void drawParallelCoordinates(vtkContextScene* scene);
-  void drawNothingYet();
-  bool applyRememberedWindow(vtkChart* chart);
-  void setCustomTicks(vtkAxis* axis, bool atTickPositions);
-  void rebuildFromLinePlotTable();
-  void replacePlotData(vtkSmartPointer<vtkTable> data);
-  bool rankedTablesStand() const;
-  void rankParameters(vtkTable* table, std::size_t index, runsieve::RowSpans const* rows);
-  void clearRankedTables(std::size_t index, std::vector<std::string> const& names);
-  std::vector<std::vector<double>> parameterSamples(vtkTable* table, bool allRuns,
-                                                    runsieve::RowSpans const* rows, std::size_t count);
-  void evaluateSelection(vtkAnnotationLink* link);
-
-  // The composite view, in the order of its steps.
-  std::vector<int> parametersToShow() const;
-  void drawQuartileBands();
-  vtkPlot* addRunPlot();
-  void setRunAxes();
-  double drawDistribution(vtkChart* chart, int parameter, int column);
-  void scaleDensityAxis(vtkChart* chart, double common);
-  std::string parameterName(std::size_t parameter) const;
-
-  std::unique_ptr<runsieve::ChartLifetime> chartLifetime; ///< charts that an event may still stand in
-  std::unique_ptr<runsieve::RunIndex> runIndex; ///< order of the runs by each parameter, of plotData
-  vtkWeakPointer<vtkTable> rankedFrom;          ///< the table that tables 0 and 1 were made from
-  vtkWeakPointer<vtkChart> shapedChart;         ///< has axes and looks of an adapter, not of the styles
-  bool drawingSelection = false;
 };

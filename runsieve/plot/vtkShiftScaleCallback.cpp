@@ -1,8 +1,12 @@
 #include <runsieve/plot/vtkShiftScaleCallback.h>
 
+#include <runsieve/charts/AxisWindow.h>
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/records/PlotMetaData.h>
+#include <runsieve/tables/WindowKey.h>
 
 #include <vtkAxis.h>
+#include <vtkChart.h>
 
 vtkShiftScaleCallback* vtkShiftScaleCallback::New()
 {
@@ -13,12 +17,8 @@ void vtkShiftScaleCallback::Execute(vtkObject* caller, unsigned long, void*)
 {
   auto* chart = vtkChart::SafeDownCast(caller);
   if (!chart || !this->plotContainer) return;
-  vtkAxis* bottom = chart->GetAxis(vtkAxis::BOTTOM);
-  vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);
-  if (!bottom || !left) return;
+  if (!chart->GetAxis(vtkAxis::BOTTOM) || !chart->GetAxis(vtkAxis::LEFT)) return;
   PlotMetaData const& settings = *this->plotContainer->metaData;
   if (settings.xColumns.empty() || settings.yColumns.empty()) return;
-  CoordinateWindow& window = this->plotContainer->coordinateWindows[ReducedMetaData{
-      settings.xColumns[0], settings.yColumns[0], settings.getPlotStyle()}];
-  window = {bottom->GetMinimum(), left->GetMinimum(), bottom->GetMaximum(), left->GetMaximum(), true};
+  this->plotContainer->coordinateWindows[runsieve::windowKey(settings)] = runsieve::windowOf(chart);
 }

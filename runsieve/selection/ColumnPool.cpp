@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 #include <map>
-#include <mutex>
 #include <new>
 
 namespace runsieve {
@@ -17,11 +16,7 @@ struct alignas(std::max_align_t) Header
   std::size_t bytes;
 };
 
-struct Idle
-{
-  std::mutex mutex;
-  std::multimap<std::size_t, Header*> blocks; ///< by size
-};
+using Idle = std::multimap<std::size_t, Header*>; ///< by size
 
 /// Never destroyed: arrays may give memory back while the program ends.
 Idle& idle()
@@ -32,13 +27,11 @@ Idle& idle()
 
 Header* reuse(std::size_t bytes)
 {
-  Idle& pool = idle();
-  const std::lock_guard<std::mutex> lock(pool.mutex);
-  auto found = pool.blocks.lower_bound(bytes);
+  auto found = idle().lower_bound(bytes);
   // A block far too large stays for a column that needs it.
-  if (found == pool.blocks.end() || found->first > 2 * bytes + 4096) return nullptr;
+  if (found == idle().end() || found->first > 2 * bytes + 4096) return nullptr;
   Header* header = found->second;
-  pool.blocks.erase(found);
+  idle().erase(found);
   return header;
 }
 
@@ -60,25 +53,19 @@ void ColumnPool::release(void* block)
 {
   if (!block) return;
   Header* header = static_cast<Header*>(block) - 1;
-  Idle& pool = idle();
-  const std::lock_guard<std::mutex> lock(pool.mutex);
-  pool.blocks.emplace(header->bytes, header);
+  idle().emplace(header->bytes, header);
 }
 
 void ColumnPool::trim()
 {
-  Idle& pool = idle();
-  const std::lock_guard<std::mutex> lock(pool.mutex);
-  for (auto const& entry : pool.blocks) std::free(entry.second);
-  pool.blocks.clear();
+  for (auto const& entry : idle()) std::free(entry.second);
+  idle().clear();
 }
 
 std::size_t ColumnPool::idleBytes()
 {
-  Idle& pool = idle();
-  const std::lock_guard<std::mutex> lock(pool.mutex);
   std::size_t bytes = 0;
-  for (auto const& entry : pool.blocks) bytes += entry.first;
+  for (auto const& entry : idle()) bytes += entry.first;
   return bytes;
 }
 

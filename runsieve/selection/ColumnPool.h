@@ -8,8 +8,8 @@ namespace runsieve {
 ///
 /// The samples of a large scan are hundreds of megabytes that live until the next selection. Fresh memory for
 /// them costs more in page faults than the copying itself, so memory that the former samples gave back serves
-/// the next ones. Blocks carry their size, so release() fits as the free function of a VTK array. May be used
-/// from any thread.
+/// the next ones. Blocks carry their size, so release() fits as the free function of a VTK array. For one
+/// thread, as all selecting.
 namespace ColumnPool {
 
 /// At least that many bytes, not initialised. \throw std::bad_alloc

@@ -1,5 +1,6 @@
 #include <runsieve/selection/vtkCombinedFilterAndSelectedRows.h>
 
+#include <runsieve/selection/FilteredRows.h>
 #include <runsieve/selection/FlagColumn.h>
 #include <runsieve/selection/RowFilterInput.h>
 #include <runsieve/selection/RowGather.h>
@@ -116,9 +117,9 @@ int vtkCombinedFilterAndSelectedRows::FillInputPortInformation(int port, vtkInfo
   return describeRowFilterPort(port, info);
 }
 
-RowSpans const& vtkCombinedFilterAndSelectedRows::OutputRows(int port) const
+RowSpans const& FilteredRows::of(vtkCombinedFilterAndSelectedRows const& filter, int port)
 {
-  return this->LastSplit->rows[port == 0 ? 0 : 1];
+  return filter.LastSplit->rows[port == 0 ? 0 : 1];
 }
 
 int vtkCombinedFilterAndSelectedRows::RequestData(vtkInformation*, vtkInformationVector** inputs,
@@ -171,9 +172,9 @@ int vtkCombinedFilterAndSelectedRows::RequestData(vtkInformation*, vtkInformatio
   if (evaluated) {
     this->LastSplit->rows[0] = split.remainder;
     this->LastSplit->rows[1] = std::move(split.others);
-    FlagColumn::put(input, "vtkComplementSelection", std::move(split.complement), true);
-    FlagColumn::put(input, "vtkReducedSelection", std::move(split.reduced), false);
-    FlagColumn::put(input, "vtkRemainderSelection", std::move(split.remainder), false);
+    FlagColumn::put(input, "vtkComplementSelection", split.complement, true);
+    FlagColumn::put(input, "vtkReducedSelection", split.reduced, false);
+    FlagColumn::put(input, "vtkRemainderSelection", split.remainder, false);
   }
   return 1;
 }

@@ -8,7 +8,7 @@
 #include <vector>
 
 namespace runsieve {
-class RowSpans;
+struct FilteredRows;
 }
 
 /// Keeps the runs of a stacked table that have a selected row at every time that holds any selected row.
@@ -46,9 +46,6 @@ public:
   void SetAnnotationLayersConnection(vtkAlgorithmOutput* in);
   int FillInputPortInformation(int port, vtkInformation* info) override;
 
-  /// The input rows of output 0 or 1 after the last run, ascending; internal to the library.
-  runsieve::RowSpans const& OutputRows(int port) const;
-
 protected:
   vtkCombinedFilterAndSelectedRows();
   ~vtkCombinedFilterAndSelectedRows() override;
@@ -61,6 +58,8 @@ protected:
   long long Stride;
 
 private:
+  friend struct runsieve::FilteredRows;
+
   vtkCombinedFilterAndSelectedRows(vtkCombinedFilterAndSelectedRows const&) = delete;
   void operator=(vtkCombinedFilterAndSelectedRows const&) = delete;
 

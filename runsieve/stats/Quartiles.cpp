@@ -1,15 +1,17 @@
-#include <runsieve/plot/PlotContainer.h>
+#include <runsieve/stats/Quartiles.h>
 
-#include <runsieve/plot/BorrowedColumn.h>
-#include <runsieve/plot/TableAccess.h>
 #include <runsieve/stats/RunsAsRows.h>
+#include <runsieve/tables/BorrowedColumn.h>
+#include <runsieve/tables/TableAccess.h>
 
+#include <vtkDoubleArray.h>
 #include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
 #include <vtkOrderStatistics.h>
+#include <vtkTable.h>
 #include <vtkTransposeTable.h>
 
-using namespace runsieve;
+namespace runsieve {
 
 namespace {
 
@@ -71,21 +73,18 @@ vtkSmartPointer<vtkDoubleArray> firstRunTimes(vtkTable* table, int column, int s
 
 } // namespace
 
-void PlotContainer::generateQuartiles()
+vtkSmartPointer<vtkTable> quartilesByTime(vtkTable* table, int x, int y, int stride)
 {
-  const int stride = metaData->getStride();
-  if (stride < 1 || plotData->GetNumberOfRows() < stride) return;
-  if (metaData->xColumns.empty() || metaData->yColumns.empty()) return;
-  const int x = metaData->xColumns[0];
-  const int y = metaData->yColumns[0];
-  if (!hasColumn(plotData, x) || !isNumeric(plotData, y)) return;
-  vtkSmartPointer<vtkDoubleArray> times = firstRunTimes(plotData, x, stride);
-  if (!times) return;
-  vtkSmartPointer<vtkTable> quantiles =
-      quantilesByTime(runsAsRows(plotData, columnName(plotData, y), stride));
-  if (!quantiles || quantiles->GetNumberOfRows() != stride) return;
-  quartileTable = quantiles;
-  addBand(quartileTable, "Range", minimumColumn, maximumColumn, stride);
-  addBand(quartileTable, "QRange", firstQuartileColumn, thirdQuartileColumn, stride);
-  quartileTable->AddColumn(times);
+  if (stride < 1 || table->GetNumberOfRows() < stride) return nullptr;
+  if (!hasColumn(table, x) || !isNumeric(table, y)) return nullptr;
+  const vtkSmartPointer<vtkDoubleArray> times = firstRunTimes(table, x, stride);
+  if (!times) return nullptr;
+  vtkSmartPointer<vtkTable> quartiles = quantilesByTime(runsAsRows(table, columnName(table, y), stride));
+  if (!quartiles || quartiles->GetNumberOfRows() != stride) return nullptr;
+  addBand(quartiles, "Range", minimumColumn, maximumColumn, stride);
+  addBand(quartiles, "QRange", firstQuartileColumn, thirdQuartileColumn, stride);
+  quartiles->AddColumn(times);
+  return quartiles;
 }
+
+} // namespace runsieve

@@ -1,6 +1,6 @@
 #include <runsieve/widgets/PlotSelector.h>
 
-#include <runsieve/adapters/ColumnNames.h>
+#include <runsieve/tables/ColumnNames.h>
 
 #include <QFontMetrics>
 

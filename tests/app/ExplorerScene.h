@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/PlotParts.h"
+
 #include "support/ChartMouse.h"
 #include "support/ShapedScan.h"
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/PlotParts.h"
+
 #include "app/view/ScanClusters.h"
 #include "app/view/ScanPlot.h"
 #include "support/PlotScene.h"

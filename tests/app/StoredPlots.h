@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/PlotParts.h"
+
 #include "ScanColumns.h"
 
 #include "app/store/StoredPlot.h"

@@ -1,3 +1,4 @@
+#include "support/PlotParts.h"
 #include "support/ChartMouse.h"
 #include "support/ScanBuilder.h"
 

@@ -1,6 +1,6 @@
 #include "time_courses/TimeCourseWindow.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 #include <runsieve/widgets/LinePlotWidget.h>
 #include <runsieve/widgets/PlotSelector.h>
 #include <runsieve/widgets/VtkPlotWidget.h>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/PlotParts.h"
+
 #include "support/Picture.h"
 #include "support/ScanBuilder.h"
 

@@ -3,7 +3,7 @@
 #include "app/render/OffscreenView.h"
 #include "examples/gallery/pages/Pages.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 
 #include <gtest/gtest.h>
 

@@ -5,6 +5,7 @@
 #include <runsieve/selection/vtkSelectionUpdateCallback.h>
 
 #include <gmock/gmock.h>
+#include <QMetaMethod>
 #include <vtkCommand.h>
 #include <vtkPlotPoints.h>
 
@@ -225,14 +226,44 @@ TEST(PlotContainerTest, AnnotationUpdateEvaluatesTheSelectionByHand)
   EXPECT_THAT(plot.container.ksStatistics, SizeIs(1));
 }
 
-TEST(PlotContainerTest, HostsFindTheSlotsByTheirText)
+/// The slots as the meta object lists them, with the names of their parameters.
+std::vector<std::string> slotsOf(QMetaObject const& meta)
 {
-  QMetaObject const& meta = PlotContainer::staticMetaObject;
-  for (char const* slot : {"setPlotData(vtkSmartPointer<vtkTable>)", "setLinePlotData(LinePlotData*)",
-                           "setLinePlotDataAsAdditionalData(LinePlotData*)",
-                           "setLinePlotItems(std::vector<Kestrane::TypedConcentrationName>*)",
-                           "setPlotStyle(plotStyles)", "redraw()", "dirty()", "annotationUpdate()"})
-    EXPECT_GE(meta.indexOfSlot(slot), 0) << slot;
+  std::vector<std::string> found;
+  for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+    const QMetaMethod method = meta.method(i);
+    std::string text = method.methodSignature().toStdString();
+    for (QByteArray const& name : method.parameterNames()) text += " " + name.toStdString();
+    if (method.methodType() == QMetaMethod::Slot) found.push_back(text);
+  }
+  return found;
+}
+
+TEST(PlotContainerTest, HostsFindTheSlotsByTheirTextInAFixedOrder)
+{
+  EXPECT_THAT(slotsOf(PlotContainer::staticMetaObject),
+              testing::ElementsAre("setPlotData(vtkSmartPointer<vtkTable>) data",
+                                   "setLinePlotData(LinePlotData*) data",
+                                   "setLinePlotDataAsAdditionalData(LinePlotData*) data",
+                                   "setLinePlotItems(std::vector<Kestrane::TypedConcentrationName>*) ",
+                                   "setPlotStyle(plotStyles) plotStyle", "setLogScaleY(bool) log",
+                                   "setShowLegend(bool) legend", "redraw()", "dirty()", "annotationUpdate()"));
+}
+
+TEST(PlotContainerTest, ClusteringCanBeTakenAsAFunctionOfTwoNumbers)
+{
+  void (PlotContainer::*cluster)(int, int) = &PlotContainer::clusterTimeSeries;
+  PlotContainer plot(nullptr);
+  (plot.*cluster)(0, 0);
+  EXPECT_EQ(plot.clusterLabels, nullptr) << "there is no data";
+}
+
+TEST(PlotContainerTest, ARedrawMakesNoChartsInEmptyCells)
+{
+  PlotScene plot;
+  plot.container.chartMatrix->SetSize({3, 3});
+  plot.container.redraw();
+  EXPECT_EQ(plot.container.chartMatrix->GetNumberOfItems(), 0);
 }
 
 } // namespace

@@ -200,6 +200,22 @@ TEST_F(ParallelCoordinatesTest, ANegativeColourColumnMeansNone)
   EXPECT_EQ(lines->GetColorArrayName(), "");
 }
 
+TEST_F(ParallelCoordinatesTest, ANegativeColourColumnTakesTheColoursAway)
+{
+  plot.settings().colorColumn = 0;
+  plot.settings().useSolidColor = false;
+  plot.container.setPlotStyle(parallelCoordinatesPlot);
+  auto* lines = vtkPlotParallelCoordinates::SafeDownCast(plot.container.chartParallelCoordinates->GetPlot(0));
+  ASSERT_TRUE(lines->GetScalarVisibility());
+  for (int missing : {-1, 100}) {
+    plot.settings().colorColumn = 0;
+    plot.container.redraw();
+    plot.settings().colorColumn = missing;
+    plot.container.redraw();
+    EXPECT_FALSE(lines->GetScalarVisibility()) << missing;
+  }
+}
+
 struct NotYetTest : StylesTest, testing::WithParamInterface<int>
 {};
 

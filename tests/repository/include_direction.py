@@ -1,10 +1,9 @@
 #!/usr/bin/env python3
 """Fails on an #include that points against the layers of the project.
 
-records <- items, kernels of selection and stats <- headers of plot <- sources of all folders <- widgets <- app
+records <- tables, items <- selection, stats, charts, adapters, persist <- styles <- plot <- widgets <- app
 
-Kernels are the sources of the target runsieve_kernels with their headers. Sources of selection, stats, adapters and
-persist define members of the plot container and may therefore look up to it; their headers may not.
+Kernels are the sources of the target runsieve_kernels with their headers: they include each other and nothing else.
 """
 
 import argparse
@@ -14,22 +13,19 @@ import sys
 
 EXPORT_HEADER = "runsieve_export.h"
 
-# Folders of the library whose headers may be included.
-FROM_HEADERS = {
-    "records": {"records"},
-    "items": {"records", "items"},
-    "selection": {"records", "selection"},
-    "stats": {"records", "selection", "stats"},
-    "plot": {"records", "plot"},
-    "adapters": {"records", "adapters"},
-    "persist": {"records", "persist"},
-    "widgets": {"records", "plot", "widgets"},
-}
-BELOW_WIDGETS = set(FROM_HEADERS) - {"widgets"}
-FROM_SOURCES = {
-    "records": {"records"},
-    "items": {"records", "items"},
-    "widgets": set(FROM_HEADERS),
+# Folders of the library that a folder may include besides itself. No folder reaches itself through others.
+BELOW = {
+    "records": set(),
+    "tables": {"records"},
+    "items": {"records"},
+    "selection": {"records", "tables"},
+    "stats": {"records", "tables", "selection"},
+    "charts": {"records", "tables", "items"},
+    "styles": {"records", "tables", "items", "charts"},
+    "adapters": {"records", "tables"},
+    "persist": {"records", "tables"},
+    "plot": {"records", "tables", "items", "selection", "stats", "charts", "styles", "adapters", "persist"},
+    "widgets": {"records", "items", "plot"},
 }
 
 LIBRARY = "runsieve"
@@ -118,20 +114,14 @@ class Layers:
             yield "only widgets includes Qt Widgets"
 
     def to_own(self, path, target):
-        folder, allowed = self.allowed(path)
+        folder = path.parts[0]
+        allowed = BELOW.get(folder, set()) | {folder}
         if target.split("/")[0] not in allowed:
             yield f"{folder} includes only {', '.join(sorted(allowed))}"
         if self.is_kernel(path) and not self.is_kernel(target):
             yield "a kernel includes kernels only"
         if str(path) in self.public and target not in self.public:
             yield "a public header includes public headers only"
-
-    @staticmethod
-    def allowed(path):
-        folder = path.parts[0]
-        if path.suffix == ".h":
-            return f"a header of {folder}", FROM_HEADERS.get(folder, set())
-        return f"a source of {folder}", FROM_SOURCES.get(folder, BELOW_WIDGETS)
 
 
 def source_files(root):

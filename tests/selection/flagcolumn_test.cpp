@@ -64,6 +64,22 @@ TEST_F(FlagColumnTest, AColumnThatAHostHasWrittenToIsWrittenWhole)
   EXPECT_THAT(numbers(table, "vtkRemainderSelection"), ElementsAre(0, 0, 1, 0, 0, 0));
 }
 
+TEST_F(FlagColumnTest, AValueThatAHostHasWrittenWithoutAWordDoesNotSurviveTheNextSelection)
+{
+  select({0});
+  vtkIdTypeArray::SafeDownCast(remainder())->SetValue(5, 7);
+  select({2});
+  EXPECT_THAT(numbers(table, "vtkRemainderSelection"), ElementsAre(0, 0, 1, 0, 0, 0));
+}
+
+TEST_F(FlagColumnTest, TheStorageServesTheNextSelectionAgain)
+{
+  select({0});
+  void* const storage = remainder()->GetVoidPointer(0);
+  select({2});
+  EXPECT_EQ(remainder()->GetVoidPointer(0), storage);
+}
+
 TEST_F(FlagColumnTest, ALongerTableGetsLongerColumns)
 {
   select({0});

@@ -3,7 +3,7 @@
 #include "support/Selections.h"
 #include "support/TableBuilder.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 
 #include <gtest/gtest.h>
 

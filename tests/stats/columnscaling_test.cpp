@@ -1,7 +1,7 @@
 #include "support/Selections.h"
 #include "support/TableBuilder.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 
 #include <gmock/gmock.h>
 #include <vtkContextScene.h>

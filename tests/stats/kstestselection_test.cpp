@@ -1,6 +1,6 @@
 #include "support/TableBuilder.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 #include <runsieve/stats/KolmogorovSmirnov.h>
 
 #include <gtest/gtest.h>

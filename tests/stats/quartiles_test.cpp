@@ -1,7 +1,7 @@
 #include "support/ScanBuilder.h"
 #include "support/Selections.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 
 #include <boost/weak_ptr.hpp>
 #include <gmock/gmock.h>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/PlotParts.h"
+
 #include <runsieve/widgets/VtkPlotWidget.h>
 
 #include <vtkChart.h>

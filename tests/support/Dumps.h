@@ -1,6 +1,6 @@
 #pragma once
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 
 #include <QByteArray>
 

@@ -2,7 +2,7 @@
 
 #include "PlotScene.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 #include <runsieve/widgets/LinePlotWidget.h>
 #include <runsieve/widgets/PlotSelector.h>
 #include <runsieve/widgets/VtkPlotWidget.h>

@@ -4,7 +4,7 @@
 #include "Selections.h"
 #include "TableBuilder.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 
 #include <vtkAxis.h>
 #include <vtkContextMapper2D.h>

@@ -1,7 +1,7 @@
 #include "support/ChartMouse.h"
 #include "support/ScanBuilder.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 
 #include <vtkAxis.h>
 #include <vtkContextMouseEvent.h>

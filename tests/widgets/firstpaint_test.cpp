@@ -1,6 +1,6 @@
 #include "support/ChartMouse.h"
 
-#include <runsieve/plot/PlotContainer.h>
+#include "support/PlotParts.h"
 
 #include <vtkAxis.h>
 

@@ -2,6 +2,7 @@
 #include "Pages.h"
 
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/records/Distribution.h>
 
 namespace gallery {
 

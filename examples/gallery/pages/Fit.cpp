@@ -6,6 +6,7 @@
 
 #include <vtkAxis.h>
 #include <vtkPlot.h>
+#include <vtkChart.h>
 
 #include <array>
 #include <cmath>

@@ -3,6 +3,7 @@
 #include <runsieve/plot/PlotContainer.h>
 
 #include <cmath>
+#include <vtkContextScene.h>
 
 namespace gallery {
 

@@ -3,11 +3,15 @@
 #include "Pages.h"
 
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/records/FitRun.h>
+#include <runsieve/records/FitSettings.h>
 
 #include <vtkAxis.h>
 #include <vtkNew.h>
 #include <vtkPlotPoints.h>
 #include <vtkStringArray.h>
+#include <vtkChart.h>
+#include <vtkDoubleArray.h>
 
 #include <cmath>
 

@@ -10,6 +10,8 @@
 #include <vtkPen.h>
 #include <vtkPlotParallelCoordinates.h>
 #include <vtkTextProperty.h>
+#include <vtkChartParallelCoordinates.h>
+#include <vtkDoubleArray.h>
 
 namespace gallery {
 

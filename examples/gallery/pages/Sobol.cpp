@@ -3,6 +3,7 @@
 #include "Pages.h"
 
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/records/SobolPostProcessResult.h>
 
 #include <cmath>
 

@@ -3,8 +3,12 @@
 #include "Pages.h"
 
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/records/LinePlotData.h>
+#include <runsieve/records/LinePlotTable.h>
+#include <runsieve/records/ParameterSelection.h>
 
 #include <vtkChartLegend.h>
+#include <vtkChart.h>
 
 #include <set>
 
