@@ -1,3 +1,5 @@
+#include "support/MemoryPeak.h"
+
 #include <runsieve/stats/KolmogorovSmirnov.h>
 
 #include <gtest/gtest.h>
@@ -141,6 +143,24 @@ TEST(KsPValueTest, TheFiniteSumDoublesAOneSidedTailAndSoPassesOne)
 {
   // 2 * scipy.stats.ksone.sf(0.05, 100) is 1.16
   EXPECT_GT(Ks::miller(0.05, 100), 1.0);
+}
+
+/// Factorials above a limit are computed anew each time. A value must not tell on which side of it they are.
+TEST(KsPValueTest, TheFiniteSumOfHugeSamplesHasEveryBit)
+{
+  EXPECT_EQ(Ks::miller(0.004, 262142), 0x1.dbbbb960e366dp-12);
+  EXPECT_EQ(Ks::miller(0.004, 262143), 0x1.dbb7d3b364fc4p-12);
+  EXPECT_EQ(Ks::miller(0.004, 262144), 0x1.dbb3ee11b1ffbp-12);
+  EXPECT_EQ(Ks::miller(0.004, 262145), 0x1.dbb00874822a8p-12);
+  EXPECT_EQ(Ks::miller(0.0035, 400000), 0x1.d01158c062a36p-14);
+  EXPECT_EQ(Ks::miller(0.003, 1000000), 0x1.051e3075e0dcbp-25);
+}
+
+TEST(KsPValueTest, TheFiniteSumOfHugeSamplesKeepsLittleMemory)
+{
+  const runsieve::test::MemoryPeak peak;
+  EXPECT_GT(Ks::p(0.001, 3000000), 0.0);
+  EXPECT_LT(peak.bytes(), 6 << 20);
 }
 
 TEST(KsPValueTest, TheMatrixIsExactWhereTheCornerNeedsNoCorrection)
