@@ -199,6 +199,22 @@ TEST(KsPValueTest, TheMatrixRefusesSizesThatAreNoNumbers)
   EXPECT_TRUE(std::isnan(Ks::durbin(infinity, 10)));
 }
 
+TEST(KsPValueTest, RoundingCanTakeTheMatrixPastOneWhereItIsNotAskedFor)
+{
+  EXPECT_GT(Ks::durbin(0.91, 16), 1.0);
+  EXPECT_NEAR(Ks::durbin(0.91, 16), 1.0, 1e-15);
+  EXPECT_GE((16 * 0.91) * 0.91, 4.0) << "the finite sum stands there";
+  // The tails that are left to a difference from 1 are far greater than its rounding.
+  double least = 1.0;
+  for (std::size_t n = 2; n < 400; ++n)
+    for (int k = 1; k <= 100; ++k) {
+      const auto N = static_cast<double>(n);
+      const double limit = std::min(std::sqrt((n < 141 ? 4.0 : 2.2) / N), 1.0 - 1.0 / N);
+      least = std::min(least, Ks::p(std::nextafter(limit, 0.0) * k / 100.0, n));
+    }
+  EXPECT_GT(least, 5e-5);
+}
+
 TEST(KsPValueTest, TheSeriesHasItsTwoLeadingOrders)
 {
   // z = d*sqrt(n); k = np.arange(1, 121, 2); u = np.arange(-60, 60) + 0.5
