@@ -42,6 +42,7 @@ TEST_F(ExtremeDistributionTest, InfiniteDensitiesAtTheEndsAreDrawnAsHighAsJustIn
 TEST_F(ExtremeDistributionTest, VeryWideRangesAreNoTrouble)
 {
   show(uniformDistribution(0.0, 1e100));
+  show(uniformDistribution(-1e100, 0.0));
   show(uniformDistribution(-1e300, 1e300));
   show(logNormalDistribution(0.0, 50.0));
   show(logUniformDistribution(1e-300, 1e300));
