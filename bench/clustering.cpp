@@ -25,9 +25,11 @@ constexpr std::size_t output = 0; ///< column of the scan whose runs are grouped
 void kernel(benchmark::State& state, std::string const& name)
 {
   LinePlotTable const& scan = *benchScan(name).table;
+  const vtkNew<vtkKMeansStatistics> defaults;
+  const SearchLimits limits{defaults->GetMaxNumIterations(), defaults->GetTolerance()};
   for (auto _ : state)
-    benchmark::DoNotOptimize(
-        clusterByShape(scan.columnData[output], scan.trajectoryCount, scan.trajectoryLength, clusters));
+    benchmark::DoNotOptimize(clusterByShape(scan.columnData[output], scan.trajectoryCount,
+                                            scan.trajectoryLength, clusters, limits));
 }
 
 void filter(benchmark::State& state, std::string const& name)

@@ -1,5 +1,7 @@
 #include <runsieve/records/vtkPrepareKMeansTable.h>
 
+#include <runsieve/records/PaddedNumber.h>
+
 #include <vtkDataArray.h>
 #include <vtkDataSetAttributes.h>
 #include <vtkDoubleArray.h>
@@ -9,18 +11,7 @@
 #include <vtkObjectFactory.h>
 #include <vtkTable.h>
 
-#include <string>
 #include <vector>
-
-namespace {
-
-std::string paddedNumber(int value, std::size_t width)
-{
-  std::string digits = std::to_string(value);
-  return std::string(width - digits.size(), '0') + digits;
-}
-
-} // namespace
 
 vtkPrepareKMeansTable* vtkPrepareKMeansTable::New()
 {
@@ -47,12 +38,11 @@ int vtkPrepareKMeansTable::RequestData(vtkInformation*, vtkInformationVector** i
     return 0;
   }
   const vtkIdType runs = values->GetNumberOfTuples() / this->Stride;
-  const std::size_t width = std::to_string(this->Stride - 1).size();
   // One sequential pass over the input: a run's values go to one row of all columns.
   std::vector<double*> cells(static_cast<std::size_t>(this->Stride));
   for (int t = 0; t < this->Stride; ++t) {
     vtkNew<vtkDoubleArray> column;
-    column->SetName(paddedNumber(t, width).c_str());
+    column->SetName(runsieve::paddedNumber(t, this->Stride - 1).c_str());
     column->SetNumberOfTuples(runs);
     cells[static_cast<std::size_t>(t)] = column->GetPointer(0);
     output->GetRowData()->AddArray(column);

@@ -18,14 +18,28 @@ constexpr double sqrtTwoPi = 2.5066282746310007;
 constexpr double sqrtHalfPi = 1.2533141373155003;
 
 /// lgamma(k + 1) for k = 0..n. The sizes of a session hardly change from one selection to the next while
-/// lgamma is most of the cost of a tail sum, so each thread keeps the values it has computed.
-const double* logFactorials(std::size_t n)
+/// lgamma is most of the cost of a tail sum, so each thread keeps the values it has computed, up to 2 MiB.
+class LogFactorials
 {
-  thread_local std::vector<double> values;
-  for (std::size_t k = values.size(); k <= n; ++k)
-    values.push_back(boost::math::lgamma(static_cast<double>(k + 1)));
-  return values.data();
-}
+public:
+  explicit LogFactorials(std::size_t n) : kept(upTo(std::min(n, mostKept - 1))) {}
+
+  double operator[](std::size_t k) const { return k < mostKept ? kept[k] : compute(k); }
+
+private:
+  static constexpr std::size_t mostKept = std::size_t{1} << 18;
+
+  static double compute(std::size_t k) { return boost::math::lgamma(static_cast<double>(k + 1)); }
+
+  static double const* upTo(std::size_t n)
+  {
+    thread_local std::vector<double> values;
+    for (std::size_t k = values.size(); k <= n; ++k) values.push_back(compute(k));
+    return values.data();
+  }
+
+  double const* kept;
+};
 
 Eigen::MatrixXd durbinMatrix(int m, double h)
 {
@@ -72,7 +86,8 @@ template <class ItA, class ItB> double KolmogorovSmirnov<ItA, ItB>::miller(doubl
   if (!(last >= 0.0)) return std::isnan(d) ? d : 0.0;
   // A negative d would ask for more terms than there are binomial coefficients.
   const std::size_t jmax = std::min(static_cast<std::size_t>(last), n);
-  const double* logFactorial = logFactorials(n);
+  const LogFactorials logFactorial(n);
+  const double ofAll = logFactorial[n];
   double sum = 0.0;
   for (std::size_t j = 0; j <= jmax; ++j) {
     const double t = static_cast<double>(j) / N;
@@ -81,7 +96,7 @@ template <class ItA, class ItB> double KolmogorovSmirnov<ItA, ItB>::miller(doubl
     // Rounding can leave the rest a little below zero at the last j; it counts as zero, and the term with it.
     const double rest = std::max((1.0 - d) - t, 0.0);
     if (rest == 0.0) continue;
-    sum += std::exp(logFactorial[n] - logFactorial[n - j] - logFactorial[j] + jLess * std::log(t + d) +
+    sum += std::exp(ofAll - logFactorial[n - j] - logFactorial[j] + jLess * std::log(t + d) +
                     static_cast<double>(n - j) * std::log(rest));
   }
   return (d + d) * sum;

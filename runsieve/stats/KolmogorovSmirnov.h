@@ -23,8 +23,9 @@ public:
   /// An empty range gives 0.
   static double statistic(ItA a, ItA aEnd, ItB b, ItB bEnd);
 
-  /// Probability that the statistic is at least d at sample size n. Can exceed 1 or fall below 0 by rounding;
-  /// NaN for a NaN d.
+  /// Probability that the statistic is at least d at sample size n, NaN for a NaN d. Can exceed 1, since some
+  /// evaluators double a one-sided tail. It is not negative: where it is a difference from 1, it is far
+  /// greater than the rounding.
   static double p(double d, std::size_t n);
 
   /// Right-tail probability by the finite sum of Miller (J. Am. Stat. Assoc. 51, 1956) without its term j =

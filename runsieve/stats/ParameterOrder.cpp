@@ -42,6 +42,7 @@ ParameterOrder::ParameterOrder(double const* column, long long rows, long long s
     pairs[run] = {runValue[run], static_cast<std::int32_t>(run)};
   auto end = std::partition(pairs.begin(), pairs.end(), [](auto const& p) { return !std::isnan(p.first); });
   std::sort(pairs.begin(), end);
+  numbers = static_cast<std::size_t>(end - pairs.begin());
   order.reserve(pairs.size());
   sortedValues.reserve(pairs.size());
   for (auto const& [value, run] : pairs) {
@@ -58,13 +59,13 @@ void ParameterOrder::distinctOf(unsigned char const* mask, std::vector<double>& 
   std::size_t count = 0;
   // Branch-free: whether a run is marked cannot be predicted.
   if (!ties) {
-    for (std::size_t k = 0; k < order.size(); ++k) {
+    for (std::size_t k = 0; k < numbers; ++k) {
       values[count] = sortedValues[k];
       count += mask[order[k]];
     }
   } else {
     double last = std::numeric_limits<double>::quiet_NaN();
-    for (std::size_t k = 0; k < order.size(); ++k) {
+    for (std::size_t k = 0; k < numbers; ++k) {
       const double value = sortedValues[k];
       const bool taken = mask[order[k]] != 0 && value != last;
       values[count] = value;
@@ -72,6 +73,9 @@ void ParameterOrder::distinctOf(unsigned char const* mask, std::vector<double>& 
       last = taken ? value : last;
     }
   }
+  if (std::any_of(order.begin() + static_cast<std::ptrdiff_t>(numbers), order.end(),
+                  [mask](std::int32_t run) { return mask[run] != 0; }))
+    values[count++] = std::numeric_limits<double>::quiet_NaN();
   out.resize(count);
 }
 

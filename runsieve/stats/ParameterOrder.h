@@ -33,7 +33,8 @@ public:
   /// One value per run, ascending, duplicates kept, NaN last.
   [[nodiscard]] std::vector<double> const& sorted() const { return sortedValues; }
 
-  /// The distinct values of the marked runs, ascending. mask holds 0 or 1 per run.
+  /// The distinct values of the marked runs, ascending; all NaN together are one value, which stands last.
+  /// mask holds 0 or 1 per run.
   void distinctOf(unsigned char const* mask, std::vector<double>& out) const;
 
   /// Whether gathered rows still hold what was read: a column may have been written in place since.
@@ -44,7 +45,8 @@ private:
   std::vector<std::int32_t> order; ///< run numbers by ascending value
   std::vector<double> sortedValues;
   bool constant = false;
-  bool ties = false; ///< whether two runs share a value
+  std::size_t numbers = 0; ///< how many of the sorted values are no NaN
+  bool ties = false;       ///< whether two runs share a number
 };
 
 } // namespace runsieve

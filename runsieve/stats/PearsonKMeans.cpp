@@ -11,9 +11,6 @@ namespace runsieve {
 
 namespace {
 
-constexpr int mostSteps = 50;
-constexpr double tolerance = 0.01; ///< share of curves that may still change
-
 /// Curves by their deviations from their means.
 struct CentredCurves
 {
@@ -31,8 +28,9 @@ struct CentredCurves
 class Search
 {
 public:
-  Search(double const* itsCurves, std::size_t itsCount, std::size_t itsPoints, std::size_t itsClusters)
-      : curves(itsCurves), count(itsCount), points(itsPoints), clusters(itsClusters),
+  Search(double const* itsCurves, std::size_t itsCount, std::size_t itsPoints, std::size_t itsClusters,
+         SearchLimits itsLimits)
+      : curves(itsCurves), count(itsCount), points(itsPoints), clusters(itsClusters), limits(itsLimits),
         centred(curves, count, points), products(clusters)
   {}
 
@@ -63,10 +61,10 @@ private:
   ShapeClusters run()
   {
     labels.assign(count, -1);
-    for (int step = 0; step < mostSteps; ++step) {
+    for (int step = 0; step < limits.mostSteps; ++step) {
       const double changed = static_cast<double>(assign()) / static_cast<double>(count);
       moveCentres();
-      if (changed < tolerance) break;
+      if (changed < limits.tolerance) break;
     }
     assign();
     return {centres, sizes, labels, spread};
@@ -158,6 +156,7 @@ private:
   std::size_t count;
   std::size_t points;
   std::size_t clusters;
+  SearchLimits limits;
   CentredCurves centred;
   std::vector<double> products; ///< of one curve with each centre
   std::vector<double> turned;
@@ -170,10 +169,10 @@ private:
 } // namespace
 
 ShapeClusters clusterByShape(double const* curves, std::size_t count, std::size_t points, int clusters,
-                             int starts)
+                             SearchLimits limits, int starts)
 {
   if (count == 0 || points == 0 || clusters < 1) return {};
-  Search search(curves, count, points, std::min(count, static_cast<std::size_t>(clusters)));
+  Search search(curves, count, points, std::min(count, static_cast<std::size_t>(clusters)), limits);
   ShapeClusters best = search.fromFirst();
   std::mt19937 random;
   for (int start = 1; start < starts; ++start) {

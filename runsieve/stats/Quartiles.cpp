@@ -1,45 +1,65 @@
 #include <runsieve/stats/Quartiles.h>
 
-#include <runsieve/stats/RunsAsRows.h>
+#include <runsieve/records/PaddedNumber.h>
+#include <runsieve/stats/OrderStatistics.h>
 #include <runsieve/tables/BorrowedColumn.h>
 #include <runsieve/tables/TableAccess.h>
 
 #include <vtkDoubleArray.h>
-#include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
 #include <vtkOrderStatistics.h>
+#include <vtkStringArray.h>
 #include <vtkTable.h>
-#include <vtkTransposeTable.h>
+
+#include <array>
+#include <vector>
 
 namespace runsieve {
 
 namespace {
 
-// Columns of the transposed quantile table.
+// Columns of the quantile table.
 constexpr int minimumColumn = 1;
 constexpr int firstQuartileColumn = 2;
 constexpr int thirdQuartileColumn = 4;
 constexpr int maximumColumn = 5;
 
-/// One row per time point: a label, then minimum, quartiles and maximum by the rule of vtkOrderStatistics.
-vtkSmartPointer<vtkTable> quantilesByTime(vtkTable* runs)
+/// A column of stacked runs as doubles: its own memory, or converted into `own`.
+double const* stackedValues(vtkTable* table, int column, std::vector<double>& own)
 {
-  vtkNew<vtkOrderStatistics> statistics;
-  statistics->SetInputData(0, runs);
-  for (vtkIdType c = 0; c < runs->GetNumberOfColumns(); ++c) statistics->AddColumn(runs->GetColumnName(c));
-  statistics->SetQuantize(true);
-  statistics->SetLearnOption(true);
-  statistics->SetDeriveOption(true);
-  statistics->Update();
-  auto* model = vtkMultiBlockDataSet::SafeDownCast(statistics->GetOutputDataObject(1));
-  if (!model || model->GetNumberOfBlocks() < 1) return nullptr;
-  auto* quantiles = vtkTable::SafeDownCast(model->GetBlock(model->GetNumberOfBlocks() - 1));
-  if (!quantiles || quantiles->GetNumberOfColumns() < 2) return nullptr;
-  vtkNew<vtkTransposeTable> transpose;
-  transpose->SetUseIdColumn(true);
-  transpose->SetInputData(0, quantiles);
-  transpose->Update();
-  return transpose->GetOutput();
+  if (vtkDoubleArray* doubles = doubleColumn(table, column)) return doubles->GetPointer(0);
+  auto* array = vtkDataArray::SafeDownCast(table->GetColumn(column));
+  own.resize(static_cast<std::size_t>(array->GetNumberOfTuples()));
+  for (std::size_t row = 0; row < own.size(); ++row)
+    own[row] = array->GetComponent(static_cast<vtkIdType>(row), 0);
+  return own.data();
+}
+
+/// One row per time point: its number, then minimum, quartiles and maximum over all complete runs.
+vtkSmartPointer<vtkTable> quantilesByTime(vtkTable* table, int column, int stride)
+{
+  std::vector<double> converted;
+  double const* values = stackedValues(table, column, converted);
+  const vtkIdType runs = vtkDataArray::SafeDownCast(table->GetColumn(column))->GetNumberOfTuples() / stride;
+  if (runs < 1) return nullptr;
+  const vtkNew<vtkOrderStatistics> filter; // to whose default the numbers keep
+  const std::vector<FiveNumbers> five =
+      orderStatistics(values, static_cast<std::size_t>(runs), static_cast<std::size_t>(stride),
+                      static_cast<std::size_t>(filter->GetMaximumHistogramSize()));
+
+  auto quantiles = vtkSmartPointer<vtkTable>::New();
+  vtkNew<vtkStringArray> labels;
+  labels->SetName("Quantile");
+  for (int t = 0; t < stride; ++t) labels->InsertNextValue(paddedNumber(t, stride - 1));
+  quantiles->AddColumn(labels);
+  const std::array<const char*, 5> names{"Minimum", "First Quartile", "Median", "Third Quartile", "Maximum"};
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    vtkNew<vtkDoubleArray> numbers;
+    numbers->SetName(names[i]);
+    for (FiveNumbers const& ofTime : five) numbers->InsertNextValue(ofTime[i]);
+    quantiles->AddColumn(numbers);
+  }
+  return quantiles;
 }
 
 void addBand(vtkTable* table, const char* name, int lower, int upper, vtkIdType rows)
@@ -79,8 +99,8 @@ vtkSmartPointer<vtkTable> quartilesByTime(vtkTable* table, int x, int y, int str
   if (!hasColumn(table, x) || !isNumeric(table, y)) return nullptr;
   const vtkSmartPointer<vtkDoubleArray> times = firstRunTimes(table, x, stride);
   if (!times) return nullptr;
-  vtkSmartPointer<vtkTable> quartiles = quantilesByTime(runsAsRows(table, columnName(table, y), stride));
-  if (!quartiles || quartiles->GetNumberOfRows() != stride) return nullptr;
+  vtkSmartPointer<vtkTable> quartiles = quantilesByTime(table, y, stride);
+  if (!quartiles) return nullptr;
   addBand(quartiles, "Range", minimumColumn, maximumColumn, stride);
   addBand(quartiles, "QRange", firstQuartileColumn, thirdQuartileColumn, stride);
   quartiles->AddColumn(times);

@@ -6,6 +6,7 @@
 
 #include <vtkDoubleArray.h>
 #include <vtkIntArray.h>
+#include <vtkKMeansStatistics.h>
 #include <vtkNew.h>
 #include <vtkTable.h>
 #include <vtkTableFFT.h>
@@ -88,10 +89,12 @@ vtkSmartPointer<vtkTable> tableOfCentres(ShapeClusters const& found, vtkTable* r
 
 Clusters cluster(vtkTable* runs, int count, int starts)
 {
+  const vtkNew<vtkKMeansStatistics> filter; // whose defaults the search keeps to
+  const SearchLimits limits{filter->GetMaxNumIterations(), filter->GetTolerance()};
   const std::vector<double> curves = flattened(runs);
   const auto points = static_cast<std::size_t>(runs->GetNumberOfColumns());
-  const ShapeClusters found =
-      clusterByShape(curves.data(), static_cast<std::size_t>(runs->GetNumberOfRows()), points, count, starts);
+  const auto rows = static_cast<std::size_t>(runs->GetNumberOfRows());
+  const ShapeClusters found = clusterByShape(curves.data(), rows, points, count, limits, starts);
   Clusters clusters;
   clusters.sizes = found.sizes;
   clusters.labels = vtkSmartPointer<vtkIntArray>::New();

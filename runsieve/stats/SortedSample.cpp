@@ -7,6 +7,15 @@
 
 namespace runsieve {
 
+namespace {
+
+bool sameValue(double a, double b)
+{
+  return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+} // namespace
+
 void sortSample(std::vector<double>& values)
 {
   // The radix sort orders bit patterns, which would scatter NaN values by their sign.
@@ -17,13 +26,11 @@ void sortSample(std::vector<double>& values)
 std::vector<double> sortedDistinct(double const* values, std::size_t count)
 {
   std::vector<double> sample;
-  for (std::size_t i = 0; i < count; ++i) {
-    const bool repeated =
-        i > 0 && (values[i] == values[i - 1] || (std::isnan(values[i]) && std::isnan(values[i - 1])));
-    if (!repeated) sample.push_back(values[i]);
-  }
+  // The rows of a run stand together and carry the same value: what is repeated need not be sorted.
+  for (std::size_t i = 0; i < count; ++i)
+    if (i == 0 || !sameValue(values[i], values[i - 1])) sample.push_back(values[i]);
   sortSample(sample);
-  sample.erase(std::unique(sample.begin(), sample.end()), sample.end());
+  sample.erase(std::unique(sample.begin(), sample.end(), sameValue), sample.end());
   return sample;
 }
 

@@ -1,7 +1,7 @@
 #include "DumpModel.h"
-#include "MemoryPeak.h"
 #include "support/DumpBytes.h"
 #include "support/Dumps.h"
+#include "support/MemoryPeak.h"
 #include "support/Selections.h"
 
 #include <gmock/gmock.h>

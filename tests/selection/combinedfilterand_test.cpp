@@ -242,8 +242,20 @@ TEST_F(CombinedFilterAndTest, ATimeThatIsNoNumberIsNoTime)
   run();
   // runs 0 and 1 pass time 0; their rows without a time are selected (row 1) or of no time (row 3)
   EXPECT_THAT(complement(), ElementsAre(0, 0, 0, 0, 1, 0));
-  EXPECT_EQ(remainder()[0], 1);
-  EXPECT_EQ(remainder()[2], 1);
+  EXPECT_THAT(remainder(), ElementsAre(1, 0, 1, 0, 0, 0));
+}
+
+TEST_F(CombinedFilterAndTest, ASelectedRowWithoutATimeIsReducedEvenIfItsRunSurvives)
+{
+  const double none = std::nan("");
+  setTimes({0, 1, 0, none, 0, 1}, 2);
+  select({0, 2, 3});
+  run();
+  EXPECT_THAT(remainder(), ElementsAre(1, 0, 1, 0, 0, 0));
+  EXPECT_THAT(reduced(), ElementsAre(0, 0, 0, 1, 0, 0));
+  EXPECT_THAT(complement(), ElementsAre(0, 0, 0, 0, 1, 0));
+  EXPECT_THAT(output(0, "row"), ElementsAre(0, 2));
+  EXPECT_THAT(output(1, "row"), ElementsAre(3, 4));
 }
 
 TEST_F(CombinedFilterAndTest, SelectedRowsWithoutATimeOfADroppedRunAreReduced)

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <vtkChart.h>
+#include <vtkKMeansStatistics.h>
 #include <vtkPlotLine.h>
 
 #include <memory>
@@ -52,6 +53,28 @@ TEST_F(ClusteringTest, LabelsAreThoseOfAPlainKMeansFromTheFirstRuns)
     EXPECT_EQ(labels(), *expected) << "seed " << seed;
   }
   EXPECT_GE(compared, 20);
+}
+
+TEST_F(ClusteringTest, ASearchThatGoesRoundInACircleEndsWhereTheFilterOfVtkEndsIt)
+{
+  ASSERT_EQ(vtkSmartPointer<vtkKMeansStatistics>::New()->GetMaxNumIterations(), 50);
+  load({{384, 320, 256}, {512, 256, 0}, {250, 875, 500}, {1000, 750, 500}, {0, 81, 243}, {500, 1000, 875}});
+  cluster(4);
+  EXPECT_THAT(labels(), ElementsAre(3, 3, 2, 0, 2, 2)); // after an odd number of steps 0, 0, 2, 3, 2, 2
+}
+
+TEST_F(ClusteringTest, ASearchEndsAtTheToleranceOfTheFilterOfVtk)
+{
+  ASSERT_EQ(vtkSmartPointer<vtkKMeansStatistics>::New()->GetTolerance(), 0.01);
+  std::mt19937 random(26);
+  Curves runs(120, Curve(3));
+  for (Curve& run : runs)
+    for (double& value : run) value = static_cast<double>(random() % 10);
+  load(runs);
+  cluster(3);
+  std::vector<int> sizes(3);
+  for (int label : labels()) ++sizes.at(static_cast<std::size_t>(label));
+  EXPECT_THAT(sizes, ElementsAre(43, 39, 38)); // without tolerance 39, 40, 41
 }
 
 TEST_F(ClusteringTest, MeanCurvesAreTheMeansOfTheRunsOfEachCluster)

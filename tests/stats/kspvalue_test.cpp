@@ -1,3 +1,5 @@
+#include "support/MemoryPeak.h"
+
 #include <runsieve/stats/KolmogorovSmirnov.h>
 
 #include <gtest/gtest.h>
@@ -143,6 +145,24 @@ TEST(KsPValueTest, TheFiniteSumDoublesAOneSidedTailAndSoPassesOne)
   EXPECT_GT(Ks::miller(0.05, 100), 1.0);
 }
 
+/// Factorials above a limit are computed anew each time. A value must not tell on which side of it they are.
+TEST(KsPValueTest, TheFiniteSumOfHugeSamplesHasEveryBit)
+{
+  EXPECT_EQ(Ks::miller(0.004, 262142), 0x1.dbbbb960e366dp-12);
+  EXPECT_EQ(Ks::miller(0.004, 262143), 0x1.dbb7d3b364fc4p-12);
+  EXPECT_EQ(Ks::miller(0.004, 262144), 0x1.dbb3ee11b1ffbp-12);
+  EXPECT_EQ(Ks::miller(0.004, 262145), 0x1.dbb00874822a8p-12);
+  EXPECT_EQ(Ks::miller(0.0035, 400000), 0x1.d01158c062a36p-14);
+  EXPECT_EQ(Ks::miller(0.003, 1000000), 0x1.051e3075e0dcbp-25);
+}
+
+TEST(KsPValueTest, TheFiniteSumOfHugeSamplesKeepsLittleMemory)
+{
+  const runsieve::test::MemoryPeak peak;
+  EXPECT_GT(Ks::p(0.001, 3000000), 0.0);
+  EXPECT_LT(peak.bytes(), 6 << 20);
+}
+
 TEST(KsPValueTest, TheMatrixIsExactWhereTheCornerNeedsNoCorrection)
 {
   // scipy.stats.kstwo.cdf(d, n), SciPy 1.10.1; here ceil(d n) - d n <= 1/2 or d n is whole
@@ -177,6 +197,22 @@ TEST(KsPValueTest, TheMatrixRefusesSizesThatAreNoNumbers)
 {
   EXPECT_TRUE(std::isnan(Ks::durbin(notANumber, 10)));
   EXPECT_TRUE(std::isnan(Ks::durbin(infinity, 10)));
+}
+
+TEST(KsPValueTest, RoundingCanTakeTheMatrixPastOneWhereItIsNotAskedFor)
+{
+  EXPECT_GT(Ks::durbin(0.91, 16), 1.0);
+  EXPECT_NEAR(Ks::durbin(0.91, 16), 1.0, 1e-15);
+  EXPECT_GE((16 * 0.91) * 0.91, 4.0) << "the finite sum stands there";
+  // The tails that are left to a difference from 1 are far greater than its rounding.
+  double least = 1.0;
+  for (std::size_t n = 2; n < 400; ++n)
+    for (int k = 1; k <= 100; ++k) {
+      const auto N = static_cast<double>(n);
+      const double limit = std::min(std::sqrt((n < 141 ? 4.0 : 2.2) / N), 1.0 - 1.0 / N);
+      least = std::min(least, Ks::p(std::nextafter(limit, 0.0) * k / 100.0, n));
+    }
+  EXPECT_GT(least, 5e-5);
 }
 
 TEST(KsPValueTest, TheSeriesHasItsTwoLeadingOrders)

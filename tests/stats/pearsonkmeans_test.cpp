@@ -16,6 +16,7 @@
 #include <random>
 #include <string>
 
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -24,20 +25,27 @@ namespace {
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
+/// Those that the filter of VTK has unless told otherwise.
+SearchLimits usualLimits()
+{
+  vtkNew<vtkKMeansStatistics> filter;
+  return {filter->GetMaxNumIterations(), filter->GetTolerance()};
+}
+
 struct Curves
 {
   std::size_t points;
   std::vector<double> values;
 
   std::size_t count() const { return values.size() / points; }
-  ShapeClusters cluster(int clusters) const
+  ShapeClusters cluster(int clusters, SearchLimits limits = usualLimits(), int starts = 1) const
   {
-    return clusterByShape(values.data(), count(), points, clusters);
+    return clusterByShape(values.data(), count(), points, clusters, limits, starts);
   }
 };
 
 /// The same by the filter of VTK.
-ShapeClusters reference(Curves const& curves, int clusters)
+ShapeClusters reference(Curves const& curves, int clusters, SearchLimits limits = usualLimits())
 {
   vtkNew<vtkTable> table;
   vtkNew<vtkKMeansStatistics> filter;
@@ -55,7 +63,11 @@ ShapeClusters reference(Curves const& curves, int clusters)
   filter->SetDistanceFunctor(distance);
   filter->SetAssessOption(true);
   filter->SetDefaultNumberOfClusters(clusters);
+  filter->SetMaxNumIterations(limits.mostSteps);
+  filter->SetTolerance(limits.tolerance);
+  vtkObject::GlobalWarningDisplayOff(); // empty clusters
   filter->Update();
+  vtkObject::GlobalWarningDisplayOn();
 
   ShapeClusters found;
   auto* assessed = vtkTable::SafeDownCast(filter->GetOutputDataObject(0));
@@ -89,8 +101,7 @@ void expectSame(ShapeClusters const& found, ShapeClusters const& wanted)
 class RandomCurves : public testing::TestWithParam<unsigned>
 {
 protected:
-  RandomCurves() : random(GetParam()) { vtkObject::GlobalWarningDisplayOff(); }
-  ~RandomCurves() override { vtkObject::GlobalWarningDisplayOn(); }
+  RandomCurves() : random(GetParam()) {}
 
   Curves make(std::size_t count, std::size_t points)
   {
@@ -127,6 +138,27 @@ TEST_P(RandomCurves, WithConstantOnesAndGapsGiveWhatTheFilterGives)
   expectSame(curves.cluster(4), reference(curves, 4));
 }
 
+/// The greatest tolerances end the search after the first step, the least one never does.
+TEST_P(RandomCurves, WithOtherLimitsGiveWhatTheFilterGives)
+{
+  const Curves curves = make(60, 17);
+  for (int steps : {1, 3, 70})
+    for (double tolerance : {0.0, 0.1, 2.0}) {
+      SCOPED_TRACE(testing::Message() << steps << " steps, tolerance " << tolerance);
+      expectSame(curves.cluster(5, {steps, tolerance}), reference(curves, 5, {steps, tolerance}));
+    }
+}
+
+TEST_P(RandomCurves, ThatBeginAlikeGiveWhatTheFilterGives)
+{
+  Curves curves = make(30, 9);
+  for (std::size_t i = 1; i < 4; ++i) std::copy_n(curves.values.begin(), 9, curves.values.begin() + 9 * i);
+  for (int clusters : {2, 4, 6}) {
+    SCOPED_TRACE(clusters);
+    expectSame(curves.cluster(clusters), reference(curves, clusters));
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomCurves, testing::Range(1U, 21U));
 
 TEST(PearsonKMeans, OffsetAndScaleDoNotMatter)
@@ -148,6 +180,45 @@ TEST(PearsonKMeans, ConstantCurvesJoinTheFirstCluster)
   EXPECT_THAT(curves.cluster(2).labels, ElementsAre(0, 1, 0, 0));
 }
 
+TEST(PearsonKMeans, OfAlikeFirstCurvesTheFirstTakesAllAndTheOthersStayEmpty)
+{
+  const Curves curves{3, {1, 2, 4, 1, 2, 4, 1, 2, 4, 2, 3, 5, 0, 2, 4}};
+  const ShapeClusters found = curves.cluster(3);
+  EXPECT_THAT(found.sizes, ElementsAre(5, 0, 0));
+  EXPECT_THAT(found.labels, Each(0));
+  EXPECT_THAT(std::vector<double>(found.centres.begin() + 3, found.centres.end()), Each(0.0));
+  expectSame(found, reference(curves, 3));
+}
+
+/// Large curves pull the means, so that the search goes round in a circle and ends by the number of steps.
+TEST(PearsonKMeans, WithoutAnEndTheSearchStopsAfterTheMostSteps)
+{
+  const Curves curves{
+      3, {384, 320, 256, 512, 256, 0, 250, 875, 500, 1000, 750, 500, 0, 81, 243, 500, 1000, 875}};
+  ASSERT_EQ(usualLimits().mostSteps, 50) << "what follows holds for an even number";
+  const ShapeClusters found = curves.cluster(4);
+  expectSame(found, reference(curves, 4));
+  EXPECT_THAT(found.sizes, ElementsAre(2, 0, 3, 1));
+  EXPECT_THAT(found.labels, ElementsAre(3, 3, 2, 0, 2, 2)) << "one more assignment than the sizes";
+  SearchLimits oneMore = usualLimits();
+  ++oneMore.mostSteps;
+  EXPECT_THAT(curves.cluster(4, oneMore).sizes, ElementsAre(1, 0, 3, 2));
+}
+
+/// The last step changed one curve in 120, which is below the tolerance. The final centres take further ones.
+TEST(PearsonKMeans, LabelsFollowTheFinalCentresSizesTheLastStep)
+{
+  std::mt19937 random(26);
+  Curves curves{3, {}};
+  for (int i = 0; i < 360; ++i) curves.values.push_back(static_cast<double>(random() % 10));
+  const ShapeClusters found = curves.cluster(3);
+  expectSame(found, reference(curves, 3));
+  EXPECT_THAT(found.sizes, ElementsAre(38, 44, 38));
+  std::vector<int> labelled(3);
+  for (int label : found.labels) ++labelled[static_cast<std::size_t>(label)];
+  EXPECT_THAT(labelled, ElementsAre(43, 39, 38));
+}
+
 /// Rises first, so that all starting centres are alike; then falls, and curves with a hill.
 Curves threeShapesOneByOne()
 {
@@ -164,7 +235,7 @@ Curves threeShapesOneByOne()
 TEST(PearsonKMeans, FurtherStartsFindShapesThatTheFirstCurvesLack)
 {
   const Curves curves = threeShapesOneByOne();
-  const ShapeClusters found = clusterByShape(curves.values.data(), curves.count(), curves.points, 3, 10);
+  const ShapeClusters found = curves.cluster(3, usualLimits(), 10);
   EXPECT_THAT(found.sizes, testing::UnorderedElementsAre(20, 20, 20));
   for (std::size_t i = 0; i < curves.count(); ++i) EXPECT_EQ(found.labels[i], found.labels[i / 20 * 20]) << i;
   EXPECT_LE(found.spread, curves.cluster(3).spread);
@@ -173,9 +244,7 @@ TEST(PearsonKMeans, FurtherStartsFindShapesThatTheFirstCurvesLack)
 TEST(PearsonKMeans, FurtherStartsAreTheSameOnEveryCall)
 {
   const Curves curves = threeShapesOneByOne();
-  auto labels = [&curves] {
-    return clusterByShape(curves.values.data(), curves.count(), curves.points, 4, 5).labels;
-  };
+  auto labels = [&curves] { return curves.cluster(4, usualLimits(), 5).labels; };
   EXPECT_EQ(labels(), labels());
 }
 
@@ -194,7 +263,7 @@ TEST(PearsonKMeans, FewerCurvesThanClustersGiveAClusterEach)
 
 TEST(PearsonKMeans, NothingGivesNothing)
 {
-  EXPECT_THAT(clusterByShape(nullptr, 0, 5, 3).labels, IsEmpty());
+  EXPECT_THAT(clusterByShape(nullptr, 0, 5, 3, usualLimits()).labels, IsEmpty());
   const Curves curves{2, {1, 2, 2, 1}};
   EXPECT_THAT(curves.cluster(0).labels, IsEmpty());
 }

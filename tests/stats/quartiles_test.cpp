@@ -1,3 +1,4 @@
+#include "support/OrderStatisticsFilters.h"
 #include "support/ScanBuilder.h"
 #include "support/Selections.h"
 
@@ -5,13 +6,12 @@
 
 #include <boost/weak_ptr.hpp>
 #include <gmock/gmock.h>
-#include <vtkDataObject.h>
 #include <vtkFloatArray.h>
-#include <vtkMultiBlockDataSet.h>
-#include <vtkOrderStatistics.h>
 #include <vtkStringArray.h>
 
 #include <cmath>
+#include <cstring>
+#include <utility>
 
 using testing::Each;
 using testing::ElementsAre;
@@ -59,15 +59,41 @@ struct QuartilesTest : testing::Test
 /// What VTK's own filter says about one sample: minimum, quartiles, maximum.
 std::vector<double> orderStatistics(std::vector<double> const& values)
 {
-  vtkNew<vtkOrderStatistics> filter;
-  filter->SetInputData(makeTable({{"x", values}}));
-  filter->AddColumn("x");
-  filter->SetQuantize(true);
-  filter->SetLearnOption(true);
-  filter->SetDeriveOption(true);
-  filter->Update();
-  auto* blocks = vtkMultiBlockDataSet::SafeDownCast(filter->GetOutputDataObject(1));
-  return numbers(vtkTable::SafeDownCast(blocks->GetBlock(blocks->GetNumberOfBlocks() - 1)), "x");
+  return numbers(filteredQuantiles(makeTable({{"x", values}})), "x");
+}
+
+/// Type, name and every bit of each cell of each column.
+void expectSameColumn(vtkTable* found, vtkTable* wanted, vtkIdType number)
+{
+  vtkAbstractArray *column = found->GetColumn(number), *model = wanted->GetColumn(number);
+  SCOPED_TRACE(model->GetName());
+  EXPECT_STREQ(column->GetName(), model->GetName());
+  EXPECT_STREQ(column->GetClassName(), model->GetClassName());
+  EXPECT_EQ(column->GetNumberOfComponents(), model->GetNumberOfComponents());
+  ASSERT_EQ(column->GetNumberOfTuples(), model->GetNumberOfTuples());
+  if (auto* doubles = vtkDoubleArray::SafeDownCast(column)) {
+    for (vtkIdType row = 0; row < doubles->GetNumberOfTuples(); ++row)
+      EXPECT_EQ(std::memcmp(doubles->GetPointer(row), model->GetVoidPointer(row), sizeof(double)), 0) << row;
+  } else {
+    for (vtkIdType row = 0; row < column->GetNumberOfTuples(); ++row)
+      EXPECT_EQ(column->GetVariantValue(row).ToString(), model->GetVariantValue(row).ToString()) << row;
+  }
+}
+
+TEST_F(QuartilesTest, TheTableIsThatOfTheFiltersOfVtk)
+{
+  for (auto const& [runs, times] :
+       {std::pair(1, 1), std::pair(3, 1), std::pair(7, 11), std::pair(1200, 12), std::pair(30, 101)}) {
+    SCOPED_TRACE(testing::Message() << runs << " runs of " << times << " times");
+    std::vector<std::vector<double>> values(runs, std::vector<double>(times));
+    for (int run = 0; run < runs; ++run)
+      for (int t = 0; t < times; ++t) values[run][t] = std::sin(1.7 * run + 0.3 * t) - 0.5 * (t == 3);
+    setRuns(values);
+    container.generateQuartiles();
+    auto wanted = filteredQuartilesByTime(container.plotData, "Molecule: A", times);
+    ASSERT_EQ(quartiles()->GetNumberOfColumns(), wanted->GetNumberOfColumns() + 3);
+    for (vtkIdType c = 0; c < wanted->GetNumberOfColumns(); ++c) expectSameColumn(quartiles(), wanted, c);
+  }
 }
 
 TEST_F(QuartilesTest, ColumnsHaveFixedPlacesAndOneRowPerTimePoint)
