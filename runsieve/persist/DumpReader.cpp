@@ -5,6 +5,7 @@
 #include <vtkTable.h>
 
 #include <QDataStream>
+#include <QIODevice>
 #include <QtEndian>
 
 #include <algorithm>
@@ -18,28 +19,11 @@ namespace runsieve {
 
 namespace {
 
-// Columns without a name, beside their values. Only damaged dumps have many.
-constexpr long long bytesOfNameless = 1024;
-constexpr long long bytesOfName = 64;      ///< a typed name
-constexpr int mostNamesBehindEnd = 10000;  ///< empty names that a dump may claim where it has ended
-constexpr int mostColumnsBehindEnd = 1000; ///< nameless columns, the same
+// The counts in a dump are claims, and a damaged one claims anything. What stands in its bytes is read; these
+// limit what is made up behind their end.
+constexpr int mostNamesBehindEnd = 10000;  ///< empty names
+constexpr int mostColumnsBehindEnd = 1000; ///< columns without a name
 constexpr int bytesPerRead = 1 << 28;      ///< readRawData counts in int
-
-/// What may still be made of a dump. The counts in it are claims, and a damaged one claims anything.
-class Allowance
-{
-public:
-  Allowance(int dumpSize, long long claimable) : left(claimable + 2LL * dumpSize) {}
-
-  bool take(long long bytes)
-  {
-    left -= bytes;
-    return left >= 0;
-  }
-
-private:
-  long long left;
-};
 
 /// Reads big-endian values; those that the stream does not hold are 0.
 template <class Value> void readValues(QDataStream& stream, Value* values, qint32 count)
@@ -88,16 +72,15 @@ private:
   std::unordered_set<std::string> names;
 };
 
-void readNames(QDataStream& stream, TypedNames& names, Allowance& allowance)
+void readNames(QDataStream& stream, TypedNames& names)
 {
   qint32 count = 0;
   stream >> count;
   if (count < 0) throw std::length_error("A dump with a negative number of names.");
   int behindEnd = 0;
   for (qint32 i = 0; i < count; ++i) {
-    behindEnd += stream.atEnd() ? 1 : 0;
-    if (!allowance.take(bytesOfName) || behindEnd > mostNamesBehindEnd)
-      throw std::length_error("A dump with too many names.");
+    if (stream.atEnd() && ++behindEnd > mostNamesBehindEnd)
+      throw std::length_error("A dump that claims more names than it holds.");
     qint32 type = 0;
     QString name;
     stream >> type >> name;
@@ -105,7 +88,8 @@ void readNames(QDataStream& stream, TypedNames& names, Allowance& allowance)
   }
 }
 
-void readColumns(QDataStream& stream, vtkTable* table, Allowance& allowance)
+/// \param claimable bytes of values that all columns together may claim behind the end
+void readColumns(QDataStream& stream, vtkTable* table, long long claimable)
 {
   qint32 columns = 0;
   qint32 rows = 0;
@@ -118,10 +102,12 @@ void readColumns(QDataStream& stream, vtkTable* table, Allowance& allowance)
     bool isDouble = false;
     stream >> name >> isDouble;
     if (rows < 0) throw std::bad_array_new_length();
-    const long long bytes = static_cast<long long>(rows) * (isDouble ? sizeof(double) : sizeof(qint32));
-    if (!allowance.take(bytes + (name.isEmpty() ? bytesOfNameless : 0))) {
+    const long long bytes =
+        static_cast<long long>(rows) * static_cast<long long>(isDouble ? sizeof(double) : sizeof(qint32));
+    claimable -= std::max(bytes - stream.device()->bytesAvailable(), 0LL);
+    if (claimable < 0) {
       if (stream.atEnd()) return; // nothing but claims
-      throw std::length_error("A dump with more columns than its size allows.");
+      throw std::length_error("A dump that claims more values than it holds.");
     }
     adder.add(isDouble ? readColumn<vtkDoubleArray, double>(stream, rows)
                        : readColumn<vtkIntArray, qint32>(stream, rows),
@@ -135,9 +121,8 @@ void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table, long 
 {
   QDataStream stream(bytes);
   prepareDumpStream(stream);
-  Allowance allowance(bytes.size(), claimable);
-  readNames(stream, names, allowance);
-  readColumns(stream, table, allowance);
+  readNames(stream, names);
+  readColumns(stream, table, claimable + bytes.size());
 }
 
 } // namespace runsieve
