@@ -19,11 +19,29 @@ namespace runsieve {
 
 namespace {
 
-// The counts in a dump are claims, and a damaged one claims anything. What stands in its bytes is read; these
-// limit what is made up behind their end.
+// What a typed name and a column take in memory beside their characters and values.
+constexpr long long bytesOfName = 64;
+constexpr long long bytesOfColumn = 1024;
 constexpr int mostNamesBehindEnd = 10000;  ///< empty names
 constexpr int mostColumnsBehindEnd = 1000; ///< columns without a name
 constexpr int bytesPerRead = 1 << 28;      ///< readRawData counts in int
+
+/// What may still be made up behind the end of a dump. The counts in it are claims, and a damaged one claims
+/// anything; what stands in the bytes has no limit.
+class Allowance
+{
+public:
+  Allowance(int dumpSize, long long claimable) : left(claimable + dumpSize) {}
+
+  bool take(long long bytes)
+  {
+    left -= bytes;
+    return left >= 0;
+  }
+
+private:
+  long long left;
+};
 
 /// Reads big-endian values; those that the stream does not hold are 0.
 template <class Value> void readValues(QDataStream& stream, Value* values, qint32 count)
@@ -72,14 +90,14 @@ private:
   std::unordered_set<std::string> names;
 };
 
-void readNames(QDataStream& stream, TypedNames& names)
+void readNames(QDataStream& stream, TypedNames& names, Allowance& allowance)
 {
   qint32 count = 0;
   stream >> count;
   if (count < 0) throw std::length_error("A dump with a negative number of names.");
   int behindEnd = 0;
   for (qint32 i = 0; i < count; ++i) {
-    if (stream.atEnd() && ++behindEnd > mostNamesBehindEnd)
+    if (stream.atEnd() && (++behindEnd > mostNamesBehindEnd || !allowance.take(bytesOfName)))
       throw std::length_error("A dump that claims more names than it holds.");
     qint32 type = 0;
     QString name;
@@ -88,8 +106,7 @@ void readNames(QDataStream& stream, TypedNames& names)
   }
 }
 
-/// \param claimable bytes of values that all columns together may claim behind the end
-void readColumns(QDataStream& stream, vtkTable* table, long long claimable)
+void readColumns(QDataStream& stream, vtkTable* table, Allowance& allowance)
 {
   qint32 columns = 0;
   qint32 rows = 0;
@@ -97,15 +114,14 @@ void readColumns(QDataStream& stream, vtkTable* table, long long claimable)
   ColumnAdder adder(table);
   int behindEnd = 0;
   for (qint32 c = 0; c < columns; ++c) {
-    if (stream.atEnd() && ++behindEnd > mostColumnsBehindEnd) return;
+    if (stream.atEnd() && (++behindEnd > mostColumnsBehindEnd || !allowance.take(bytesOfColumn))) return;
     QString name;
     bool isDouble = false;
     stream >> name >> isDouble;
     if (rows < 0) throw std::bad_array_new_length();
     const long long bytes =
         static_cast<long long>(rows) * static_cast<long long>(isDouble ? sizeof(double) : sizeof(qint32));
-    claimable -= std::max(bytes - stream.device()->bytesAvailable(), 0LL);
-    if (claimable < 0) {
+    if (!allowance.take(std::max(bytes - stream.device()->bytesAvailable(), 0LL))) {
       if (stream.atEnd()) return; // nothing but claims
       throw std::length_error("A dump that claims more values than it holds.");
     }
@@ -121,8 +137,9 @@ void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table, long 
 {
   QDataStream stream(bytes);
   prepareDumpStream(stream);
-  readNames(stream, names);
-  readColumns(stream, table, claimable + bytes.size());
+  Allowance allowance(bytes.size(), claimable);
+  readNames(stream, names, allowance);
+  readColumns(stream, table, allowance);
 }
 
 } // namespace runsieve
