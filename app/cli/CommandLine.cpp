@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <map>
 
 namespace runsieve::app {
@@ -35,6 +37,12 @@ std::string checkSeed(std::string const& text)
   char const* const end = text.data() + text.size();
   auto const [last, error] = std::from_chars(text.data(), end, seed);
   return error == std::errc() && last == end ? std::string() : "a seed is a whole number of at most 64 bits";
+}
+
+// No comparison refuses NaN, so that CLI::Range takes it.
+std::string checkNumber(std::string const& text)
+{
+  return std::isnan(std::strtod(text.c_str(), nullptr)) ? text + " is no number" : std::string();
 }
 
 void addReadOptions(CLI::App& command, CommonOptions& options, bool needsFile)
@@ -79,11 +87,13 @@ template <class Arguments> void addSelectionOptions(CLI::App& command, Arguments
       .add_option("--p-threshold", arguments.pThreshold,
                   "Largest p-value that counts as significant; default: 0.05, or that of the stored plot")
       ->check(CLI::Range(0.0, 1.0))
+      ->check(CLI::Validator(checkNumber, ""))
       ->type_name("P");
   command
       .add_option("--ks-threshold", arguments.ksThreshold,
                   "Smallest statistic that counts as significant; default: 0.1, or that of the stored plot")
       ->check(CLI::Range(0.0, 1.0))
+      ->check(CLI::Validator(checkNumber, ""))
       ->type_name("D");
 }
 

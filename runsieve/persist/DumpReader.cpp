@@ -5,6 +5,7 @@
 #include <vtkTable.h>
 
 #include <QDataStream>
+#include <QIODevice>
 #include <QtEndian>
 
 #include <algorithm>
@@ -18,18 +19,19 @@ namespace runsieve {
 
 namespace {
 
-// Columns without a name, beside their values. Only damaged dumps have many.
-constexpr long long bytesOfNameless = 1024;
-constexpr long long bytesOfName = 64;      ///< a typed name
-constexpr int mostNamesBehindEnd = 10000;  ///< empty names that a dump may claim where it has ended
-constexpr int mostColumnsBehindEnd = 1000; ///< nameless columns, the same
+// What a typed name and a column take in memory beside their characters and values.
+constexpr long long bytesOfName = 64;
+constexpr long long bytesOfColumn = 1024;
+constexpr int mostNamesBehindEnd = 10000;  ///< empty names
+constexpr int mostColumnsBehindEnd = 1000; ///< columns without a name
 constexpr int bytesPerRead = 1 << 28;      ///< readRawData counts in int
 
-/// What may still be made of a dump. The counts in it are claims, and a damaged one claims anything.
+/// What may still be made up behind the end of a dump. The counts in it are claims, and a damaged one claims
+/// anything; what stands in the bytes has no limit.
 class Allowance
 {
 public:
-  Allowance(int dumpSize, long long claimable) : left(claimable + 2LL * dumpSize) {}
+  Allowance(int dumpSize, long long claimable) : left(claimable + dumpSize) {}
 
   bool take(long long bytes)
   {
@@ -95,9 +97,8 @@ void readNames(QDataStream& stream, TypedNames& names, Allowance& allowance)
   if (count < 0) throw std::length_error("A dump with a negative number of names.");
   int behindEnd = 0;
   for (qint32 i = 0; i < count; ++i) {
-    behindEnd += stream.atEnd() ? 1 : 0;
-    if (!allowance.take(bytesOfName) || behindEnd > mostNamesBehindEnd)
-      throw std::length_error("A dump with too many names.");
+    if (stream.atEnd() && (++behindEnd > mostNamesBehindEnd || !allowance.take(bytesOfName)))
+      throw std::length_error("A dump that claims more names than it holds.");
     qint32 type = 0;
     QString name;
     stream >> type >> name;
@@ -113,15 +114,16 @@ void readColumns(QDataStream& stream, vtkTable* table, Allowance& allowance)
   ColumnAdder adder(table);
   int behindEnd = 0;
   for (qint32 c = 0; c < columns; ++c) {
-    if (stream.atEnd() && ++behindEnd > mostColumnsBehindEnd) return;
+    if (stream.atEnd() && (++behindEnd > mostColumnsBehindEnd || !allowance.take(bytesOfColumn))) return;
     QString name;
     bool isDouble = false;
     stream >> name >> isDouble;
     if (rows < 0) throw std::bad_array_new_length();
-    const long long bytes = static_cast<long long>(rows) * (isDouble ? sizeof(double) : sizeof(qint32));
-    if (!allowance.take(bytes + (name.isEmpty() ? bytesOfNameless : 0))) {
+    const long long bytes =
+        static_cast<long long>(rows) * static_cast<long long>(isDouble ? sizeof(double) : sizeof(qint32));
+    if (!allowance.take(std::max(bytes - stream.device()->bytesAvailable(), 0LL))) {
       if (stream.atEnd()) return; // nothing but claims
-      throw std::length_error("A dump with more columns than its size allows.");
+      throw std::length_error("A dump that claims more values than it holds.");
     }
     adder.add(isDouble ? readColumn<vtkDoubleArray, double>(stream, rows)
                        : readColumn<vtkIntArray, qint32>(stream, rows),

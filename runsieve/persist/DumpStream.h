@@ -21,11 +21,12 @@ using TypedNames = std::vector<Kestrane::TypedConcentrationName>;
 /// \throw std::length_error if the bytes would be more than a QByteArray holds
 QByteArray writeDump(TypedNames const& names, vtkTable* table);
 
-/// Fills names and table, both empty at the start, from bytes of any kind. Where they end too early, numbers
-/// are 0 and names are empty; columns are then made up to 1,000 and as long as all takes less than twice the
-/// bytes and `claimable` ones. \throw std::length_error, std::bad_array_new_length for a negative number of
-/// names or rows, for more than 10,000 names behind the end, and for names and columns that stand in the bytes
-/// but take more than that; what was read before stays
+/// Fills names and table, both empty at the start, from bytes of any kind. What stands in the bytes is read,
+/// however many names and columns that are. Where they end too early, numbers are 0 and names are empty; up
+/// to 1,000 columns are then made, as long as all that is made up behind the end takes no more memory than
+/// the bytes themselves and `claimable` ones. \throw std::length_error, std::bad_array_new_length for a
+/// negative number of names or rows, for more than 10,000 names behind the end, and for a column of which
+/// only a part stands in the bytes and the rest exceeds that limit; what was read before stays
 void readDump(QByteArray const& bytes, TypedNames& names, vtkTable* table, long long claimable = 16LL << 20);
 
 } // namespace runsieve

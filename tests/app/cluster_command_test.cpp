@@ -3,6 +3,7 @@
 #include "app/simulate/SimulateScan.h"
 #include "app/store/StoredPlot.h"
 #include "app/view/ScanClusters.h"
+#include "support/PlotScene.h"
 #include "support/ShapedScan.h"
 #include "TempFile.h"
 
@@ -187,18 +188,21 @@ TEST_F(ClusterCommand, OfAStoredPlotTheOutputOnShowIsGrouped)
   EXPECT_GE(adjustedRandIndex(labelsIn(cluster()), shaped.otherShapeOfRun), 0.95);
 }
 
-TEST_F(ClusterCommand, EachModeGroupsAllRuns)
+TEST_F(ClusterCommand, EachModeGroupsByTheShapeOfItsName)
 {
-  std::set<std::string> different;
-  for (std::string const mode : {"curves", "phase", "magnitude"}) {
+  const std::pair<const char*, ShapeOf> modes[] = {
+      {"curves", ShapeOf::Curves}, {"phase", ShapeOf::Phase}, {"magnitude", ShapeOf::Magnitude}};
+  std::set<std::vector<int>> different;
+  for (auto const& [mode, shape] : modes) {
+    PlotScene plot;
+    app::showScan(plot.container, shaped.scan, {});
     arguments.mode = mode;
-    const std::string printed = cluster();
-    const std::vector<int> labels = labelsIn(printed);
+    const std::vector<int> labels = labelsIn(cluster());
+    EXPECT_EQ(labels, clusterRuns(plot.container, ShapedScan::shapes, shape)) << mode;
     EXPECT_EQ(labels.size(), 60u) << mode;
-    EXPECT_THAT(labels, Each(AllOf(Ge(0), Lt(3)))) << mode;
-    different.insert(printed);
+    different.insert(labels);
   }
-  EXPECT_GT(different.size(), 1u) << "the mode has an influence";
+  EXPECT_EQ(different.size(), 3u);
 }
 
 TEST_F(ClusterCommand, GroupsRunsOfTheExampleModels)
@@ -298,6 +302,25 @@ TEST_F(ClusterCommand, DrawsAPicture)
   arguments.picture = folder.file("view.pdf");
   cluster();
   EXPECT_THAT(TempFolder::contentOf(arguments.picture), StartsWith("%PDF-"));
+}
+
+TEST_F(ClusterCommand, ThePictureOfAStoredPlotWithBandsShowsItsRunsAsWell)
+{
+  StoredPlot plot;
+  plot.scan = shaped.scan;
+  arguments.file = folder.file("plot.rsd");
+  arguments.picture = folder.file("view.png");
+  arguments.width = 500;
+  arguments.height = 400;
+  std::string pictures[2];
+  for (bool bands : {false, true}) {
+    plot.view.quantiles = bands;
+    writePlot(plot, arguments.file);
+    cluster();
+    pictures[bands] = TempFolder::contentOf(arguments.picture);
+  }
+  EXPECT_TRUE(pictures[0] == pictures[1])
+      << "the lines of the runs in the colours of their clusters, no bands";
 }
 
 TEST_F(ClusterCommand, APictureOfAnotherKindIsAFailure)

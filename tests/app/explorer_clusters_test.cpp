@@ -4,7 +4,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QInputDialog>
 #include <QPushButton>
+#include <QTimer>
 
 #include <algorithm>
 #include <memory>
@@ -52,6 +54,24 @@ struct ExplorerClusters : ExplorerScene
         return;
       }
     ADD_FAILURE() << "no entry " << start.toStdString();
+  }
+
+  /// Chooses a way of grouping, and a number of clusters in the dialog that asks for it.
+  void chooseGrouping(QString const& start, int count, bool accepts = true)
+  {
+    QTimer user;
+    int dialogs = 0;
+    QObject::connect(&user, &QTimer::timeout, [&] {
+      auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+      if (!dialog) return;
+      user.stop();
+      ++dialogs;
+      dialog->setIntValue(count);
+      accepts ? dialog->accept() : dialog->reject();
+    });
+    user.start(20); // milliseconds
+    choose(start);
+    EXPECT_EQ(dialogs, 1) << start.toStdString();
   }
 
   [[nodiscard]] std::set<int> survivors()
@@ -103,10 +123,13 @@ TEST_F(ExplorerClusters, StartsWithoutAny)
 TEST_F(ExplorerClusters, AWindowWithoutAScanHasNothingToGroup)
 {
   app::ExplorerWindow empty;
+  const QString invitation = empty.statusText();
   EXPECT_FALSE(empty.cluster(3, ShapeOf::Curves));
   empty.selectCluster(0);
   empty.removeClusters();
   EXPECT_EQ(empty.clusterMenu()->actions().size(), 3);
+  EXPECT_EQ(empty.statusText(), invitation);
+  EXPECT_EQ(empty.plot(), nullptr);
 }
 
 TEST_F(ExplorerClusters, ShowsThemAndSaysHowMany)
@@ -125,6 +148,32 @@ TEST_F(ExplorerClusters, TheMenuOffersEachClusterAndTheWayBack)
                                   "Select cluster 2 (20 runs)", "-", "Remove clusters"));
   ASSERT_TRUE(cluster(2));
   EXPECT_EQ(menu().size(), 8u) << "the entries of before are gone";
+}
+
+TEST_F(ExplorerClusters, EachEntryGroupsByTheShapeOfItsName)
+{
+  const std::pair<const char*, ShapeOf> entries[] = {{"Group by curves", ShapeOf::Curves},
+                                                     {"Group by phase", ShapeOf::Phase},
+                                                     {"Group by magnitude", ShapeOf::Magnitude}};
+  std::set<std::vector<int>> different;
+  for (auto const& [entry, shape] : entries) {
+    chooseGrouping(entry, 3);
+    const std::vector<int> chosen = labels();
+    EXPECT_EQ(chosen.size(), 60u) << entry;
+    EXPECT_THAT(status(), HasSubstr("3 clusters")) << entry;
+    ASSERT_TRUE(window.cluster(3, shape));
+    EXPECT_EQ(chosen, labels()) << entry;
+    different.insert(chosen);
+  }
+  EXPECT_EQ(different.size(), 3u) << "three ways, three results";
+}
+
+TEST_F(ExplorerClusters, TheDialogTakesTheNumberOfClusters)
+{
+  chooseGrouping("Group by curves", 5);
+  EXPECT_THAT(status(), HasSubstr("5 clusters"));
+  chooseGrouping("Group by curves", 2, false);
+  EXPECT_THAT(status(), HasSubstr("5 clusters")) << "who cancels keeps what there is";
 }
 
 TEST_F(ExplorerClusters, NoClusterToMakeLeavesNone)

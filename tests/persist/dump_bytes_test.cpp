@@ -209,6 +209,33 @@ TEST_F(DumpBytesTest, ShortColumnsGoOnWithNaNOrZero)
   EXPECT_EQ(dumpOf(container).size(), 12 + 3 * (4 + 2 + 1) + 3 * 8 + 3 * 8 + 3 * 4);
 }
 
+TEST_F(DumpBytesTest, ShortColumnsOfFloatsGoOnWithZero)
+{
+  container.plotData = makeTable({{"a", {1, 2, 3}}});
+  container.plotData->AddColumn(makeColumn<vtkFloatArray>("f", std::vector<float>{5.5F, 6.5F, 7.5F}));
+  shorten(container.plotData, 1, 2);
+  expectBytes(nameless(2, 3)
+                  .text(u"a")
+                  .flag(true)
+                  .real(1)
+                  .real(2)
+                  .real(3)
+                  .text(u"f")
+                  .flag(false)
+                  .number(5)
+                  .number(6)
+                  .number(0));
+}
+
+TEST_F(DumpBytesTest, AShortFirstColumnOfFloatsCutsNoOther)
+{
+  container.plotData->AddColumn(makeColumn<vtkFloatArray>("f", std::vector<float>{5.5F, 6.5F}));
+  container.plotData->AddColumn(makeColumn<vtkFloatArray>("g", std::vector<float>{1, 2}));
+  shorten(container.plotData, 0, 1);
+  expectBytes(
+      nameless(2, 2).text(u"f").flag(false).number(5).number(0).text(u"g").flag(false).number(1).number(2));
+}
+
 TEST_F(DumpBytesTest, WritingChangesNothing)
 {
   container.typedColumnNames = {{Kestrane::Molecule, "A"}};

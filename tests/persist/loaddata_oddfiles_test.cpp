@@ -1,6 +1,7 @@
 #include "app/TempFile.h"
 #include "support/Dumps.h"
 #include "support/PlotScene.h"
+#include "support/SobolRecord.h"
 
 #include <gmock/gmock.h>
 
@@ -10,6 +11,7 @@
 
 using testing::ElementsAre;
 using testing::EndsWith;
+using testing::IsNan;
 
 namespace runsieve::test {
 namespace {
@@ -73,25 +75,28 @@ TEST_F(OddFileTest, AByteOrderMarkSpoilsNoColumnOfNumbers)
   EXPECT_THAT(numbersOf("b"), ElementsAre(2, 4));
 }
 
-TEST_F(OddFileTest, ShortRowsLeaveTheirFieldsUndefined)
+TEST_F(OddFileTest, MissingFieldsAreZeroAndNaNBehindTheLastOneOfTheirColumn)
 {
   vtkTable* table = load("a,b,c\n1,2,3\n4\n5,6\n");
-  ASSERT_EQ(table->GetNumberOfColumns(), 3);
+  EXPECT_THAT(columnNames(table), ElementsAre("a", "b", "c"));
   EXPECT_THAT(numbersOf("a"), ElementsAre(1, 4, 5));
+  EXPECT_THAT(numbersOf("b"), ElementsAre(2, 0, 6));
+  EXPECT_THAT(numbersOf("c"), ElementsAre(3, IsNan(), IsNan()));
 }
 
-TEST_F(OddFileTest, LongRowsAreNoTrouble)
+TEST_F(OddFileTest, FieldsBehindTheColumnsOfTheHeaderAreLeftOut)
 {
-  load("a,b\n1,2\n3,4,5,6\n7,8\n");
+  vtkTable* table = load("a,b\n1,2\n3,4,5,6\n7,8\n");
+  EXPECT_THAT(columnNames(table), ElementsAre("a", "b"));
   EXPECT_THAT(numbersOf("a"), ElementsAre(1, 3, 7));
   EXPECT_THAT(numbersOf("b"), ElementsAre(2, 4, 8));
 }
 
-TEST_F(OddFileTest, DecimalCommasDivideFieldsAndMakeNoNumbers)
+TEST_F(OddFileTest, DecimalCommasDivideFieldsSoThatOnlyTheFirstWholePartIsRead)
 {
   vtkTable* table = load("a;b\n1,5;2,5\n3,5;4,5\n");
-  ASSERT_GE(table->GetNumberOfColumns(), 1);
-  EXPECT_STREQ(table->GetColumnName(0), "a;b");
+  EXPECT_THAT(columnNames(table), ElementsAre("a;b"));
+  EXPECT_THAT(numbersOf("a;b"), ElementsAre(1, 3));
 }
 
 TEST_F(OddFileTest, AHeaderAloneHasNoRows)
@@ -103,62 +108,95 @@ TEST_F(OddFileTest, AHeaderAloneHasNoRows)
   }
 }
 
-TEST_F(OddFileTest, AnEmptyFileHasNoRows)
+TEST_F(OddFileTest, AnEmptyFileHasNeitherColumnsNorRows)
 {
-  for (char const* content : {"", "\n", "\r\n\n"}) EXPECT_EQ(load(content)->GetNumberOfRows(), 0) << content;
+  for (char const* content : {"", "\n", "\r\n\n"}) {
+    EXPECT_EQ(load(content)->GetNumberOfColumns(), 0) << content;
+    EXPECT_EQ(container.plotData->GetNumberOfRows(), 0) << content;
+  }
 }
 
-TEST_F(OddFileTest, AMissingFileAndAFolderAreNoTrouble)
+TEST_F(OddFileTest, AMissingFileAFolderAndNoNameAtAllEmptyTheTable)
 {
-  container.plotData = makeTable({{"old", {1}}});
-  container.loadData(folder.file("missing.csv"));
-  expectUsable();
-  EXPECT_EQ(container.plotData->GetNumberOfColumns(), 0);
-  container.loadData(folder.file(""));
-  expectUsable();
-  container.loadData("");
-  expectUsable();
+  for (std::string const& path : {folder.file("missing.csv"), folder.file(""), std::string()}) {
+    container.plotData = makeTable({{"old", {1}}});
+    container.loadData(path);
+    expectUsable();
+    EXPECT_EQ(container.plotData->GetNumberOfColumns(), 0) << path;
+  }
 }
 
-TEST_F(OddFileTest, ColumnsOfOneNameAreNoTrouble)
+TEST_F(OddFileTest, OfColumnsOfOneNameTheFirstIsReadAndTheNextNamesMoveUp)
 {
-  load("a,a,\n1,2,3\n4,5,6\n");
-  EXPECT_EQ(container.plotData->GetNumberOfRows(), 2);
+  vtkTable* table = load("a,a,\n1,2,3\n4,5,6\n");
+  EXPECT_THAT(columnNames(table), ElementsAre("a", ""));
+  EXPECT_THAT(numbersOf("a"), ElementsAre(1, 4));
+  EXPECT_THAT(numbersOf(""), ElementsAre(2, 5)) << "fields are counted, names are not";
 }
 
-TEST_F(OddFileTest, AQuoteThatIsNeverClosedIsNoTrouble)
+TEST_F(OddFileTest, AQuoteThatIsNeverClosedEndsWithItsLine)
 {
-  load("a,b\n\"1,2\n3,4\n");
-  load("\"a,b\n1,2\n");
+  vtkTable* table = load("a,b\n\"1,2\n3,4\n");
+  EXPECT_THAT(strings(table->GetColumnByName("a")), ElementsAre("1,2", "3"));
+  EXPECT_THAT(numbersOf("b"), ElementsAre(0, 4));
+  table = load("\"a,b\n1,2\n");
+  EXPECT_THAT(columnNames(table), ElementsAre("a,b"));
+  EXPECT_THAT(numbersOf("a,b"), ElementsAre(1));
 }
 
-TEST_F(OddFileTest, BinaryFilesAreNoTrouble)
+TEST_F(OddFileTest, BinaryFilesHaveNoRows)
 {
   std::mt19937 random(3);
   for (int size : {1, 7, 100, 5000}) {
     std::string bytes;
     for (int i = 0; i < size; ++i) bytes += static_cast<char>(random());
     SCOPED_TRACE(size);
-    load(bytes);
+    EXPECT_EQ(load(bytes)->GetNumberOfRows(), 0);
+    EXPECT_LE(container.plotData->GetNumberOfColumns(), 1);
   }
-  load(std::string(1000, '\0'));
-  load(std::string("a,b\n1,\0002\n", 9));
+  EXPECT_EQ(load(std::string(1000, '\0'))->GetNumberOfRows(), 0);
 }
 
-TEST_F(OddFileTest, FieldsOfManyCharactersAreNoTrouble)
+TEST_F(OddFileTest, AZeroByteMakesItsColumnOneOfText)
 {
-  load("a,b\n" + std::string(1 << 20, '7') + ",2\n");
+  vtkTable* table = load(std::string("a,b\n1,\0002\n", 9));
+  EXPECT_THAT(numbersOf("a"), ElementsAre(1));
+  EXPECT_THAT(strings(table->GetColumnByName("b")), ElementsAre(std::string("\0002", 2)));
+}
+
+TEST_F(OddFileTest, AFieldOfAMillionDigitsIsText)
+{
+  std::string const digits(1 << 20, '7');
+  vtkTable* table = load("a,b\n" + digits + ",2\n");
+  EXPECT_TRUE(strings(table->GetColumnByName("a")) == std::vector<std::string>{digits});
   EXPECT_THAT(numbersOf("b"), ElementsAre(2));
+}
+
+/// The first line of a file of so many columns.
+std::string headerOf(int columns)
+{
+  std::string header = "c0";
+  for (int c = 1; c < columns; ++c) header += ",c" + std::to_string(c);
+  return header + "\n";
 }
 
 TEST_F(OddFileTest, AHundredThousandColumnsAreRefusedAndReported)
 {
   container.plotData = makeTable({{"old", {1}}});
-  std::string content = "a";
-  for (int c = 1; c < 100000; ++c) content += ",c" + std::to_string(c);
-  load(content + "\n");
+  load(headerOf(100000));
   EXPECT_THAT(log.text(), testing::HasSubstr("more than 30000 columns"));
   EXPECT_EQ(container.plotData->GetNumberOfColumns(), 0);
+}
+
+TEST_F(OddFileTest, ThirtyThousandColumnsAreReadAndOneMoreIsRefused)
+{
+  container.loadData(folder.write(headerOf(30000)));
+  EXPECT_EQ(container.plotData->GetNumberOfColumns(), 30000);
+  EXPECT_STREQ(container.plotData->GetColumnName(29999), "c29999");
+  EXPECT_EQ(log.text(), "");
+  container.loadData(folder.write(headerOf(30001)));
+  EXPECT_EQ(container.plotData->GetNumberOfColumns(), 0);
+  EXPECT_THAT(log.text(), testing::HasSubstr("more than 30000 columns"));
 }
 
 TEST_F(OddFileTest, FiveThousandColumnsComeInOrder)

@@ -1,8 +1,9 @@
 #include "support/LinePanel.h"
+#include "support/MetaMethods.h"
 
 #include <gmock/gmock.h>
 
-#include <QMetaMethod>
+#include <QGroupBox>
 #include <QPointer>
 #include <QSplitter>
 
@@ -61,13 +62,8 @@ TEST_F(LinePlotWidgetTest, BelongsToItsParentAndTakesItsPartsAlong)
 
 TEST_F(LinePlotWidgetTest, SlotsStandInAFixedOrderAndThereAreNoSignals)
 {
-  QMetaObject const& meta = LinePlotWidget::staticMetaObject;
-  std::vector<std::string> methods;
-  for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-    methods.emplace_back(meta.method(i).methodSignature().constData());
-    EXPECT_EQ(meta.method(i).methodType(), QMetaMethod::Slot) << methods.back();
-  }
-  EXPECT_THAT(methods, ElementsAre("toggleLegend()", "toggleLogScale()", "exportPlot()"));
+  EXPECT_THAT(metaMethods(LinePlotWidget::staticMetaObject),
+              ElementsAre("slot toggleLegend()", "slot toggleLogScale()", "slot exportPlot()"));
 }
 
 TEST_F(LinePlotWidgetTest, DataBringThePlotAndFillTheTree)
@@ -246,7 +242,25 @@ TEST(LinePlotWidgetFunctionsTest, FileDialogsAreNotThoseOfTheDesktop)
 
 TEST(LinePlotWidgetFunctionsTest, TheWorkaroundDoesNothing)
 {
+  QWidget page;
+  QGroupBox box("title", &page);
+  box.setCheckable(true);
+  box.setGeometry(10, 20, 300, 200);
+  auto* button = new QPushButton("inside", &box);
+  button->setGeometry(5, 6, 70, 80);
+  QByteArray const sheet = box.styleSheet().toLatin1();
+  auto const children = box.children();
+  QT_BUG_26351_WORKAROUND(&box);
   QT_BUG_26351_WORKAROUND(nullptr);
+  EXPECT_EQ(box.title(), "title");
+  EXPECT_TRUE(box.isCheckable() && box.isChecked() && box.isEnabled());
+  EXPECT_EQ(box.geometry(), QRect(10, 20, 300, 200));
+  EXPECT_EQ(box.parentWidget(), &page);
+  EXPECT_EQ(box.layout(), nullptr);
+  EXPECT_EQ(box.children(), children);
+  EXPECT_EQ(box.styleSheet().toLatin1(), sheet);
+  EXPECT_EQ(button->geometry(), QRect(5, 6, 70, 80));
+  EXPECT_FALSE(page.isVisible());
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "support/MetaMethods.h"
 #include "support/ScanBuilder.h"
 #include "support/TableBuilder.h"
 #include "support/WidgetWindow.h"
@@ -8,11 +9,14 @@
 #include <vtkRenderWindow.h>
 #include <vtkRenderWindowInteractor.h>
 
+#include <QApplication>
 #include <QFile>
 #include <QPointer>
 #include <QTemporaryDir>
 
 #include <memory>
+
+using testing::ElementsAre;
 
 namespace runsieve::test {
 namespace {
@@ -154,19 +158,29 @@ TEST(VtkPlotWidgetLifetimeTest, APlotDiesWithTheWidgetThatMadeIt)
 
 TEST(VtkPlotWidgetLifetimeTest, ManyWidgetsComeAndGo)
 {
+  int const before = QApplication::allWidgets().size();
+  QPointer<PlotContainer> former;
   for (int i = 0; i < 20; ++i) {
     VtkPlotWidget widget;
+    EXPECT_TRUE(former.isNull()) << i << ": the plot of the widget before has gone with it";
+    former = widget.plotContainer;
     widget.plotContainer->metaData->setPlotStyle(selectionCdfPlot);
     widget.plotContainer->setLinePlotTable(makeScan({}), false);
     widget.updatePlot(true);
+    ASSERT_EQ(widget.view->GetScene()->GetNumberOfItems(), 1u) << i;
+    EXPECT_EQ(widget.view->GetScene()->GetItem(0), widget.plotContainer->chartMatrix.Get()) << i;
+    EXPECT_EQ(widget.plotContainer->plotData->GetNumberOfRows(), 9) << i;
+    EXPECT_EQ(QApplication::allWidgets().size(), before + 1) << i;
   }
+  EXPECT_EQ(QApplication::allWidgets().size(), before);
 }
 
 TEST(VtkPlotWidgetSlotsTest, HostsFindTheSlotsByTheirText)
 {
   QMetaObject const& meta = VtkPlotWidget::staticMetaObject;
-  EXPECT_GE(meta.indexOfSlot("updatePlot(bool)"), 0);
-  EXPECT_GE(meta.indexOfSlot("updatePlot()"), 0);
+  EXPECT_THAT(metaMethods(meta), ElementsAre("slot updatePlot(bool clear)", "slot updatePlot()"));
+  EXPECT_EQ(meta.indexOfSlot("updatePlot(bool)"), meta.methodOffset());
+  EXPECT_EQ(meta.indexOfSlot("updatePlot()"), meta.methodOffset() + 1);
 }
 
 } // namespace
