@@ -239,7 +239,7 @@ double PlotContainer::drawDistribution(vtkChart* chart, int parameter, int colum
     if (static_cast<std::size_t>(parameter) < ksStatistics.size())
       chart->SetTitle(pValueTitle(ksStatistics[static_cast<std::size_t>(parameter)].p));
     Rgb const& color = seriesColors[series % seriesColors.size()];
-    plot->SetColor(color.red, color.green, color.blue);
+    plot->GetPen()->SetColorF(color.red, color.green, color.blue);
   }
 
   vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);
