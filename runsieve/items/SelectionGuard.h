@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vtkFloatArray.h>
 #include <vtkIdTypeArray.h>
 #include <vtkPoints2D.h>
 #include <vtkSmartPointer.h>
@@ -29,6 +30,8 @@ public:
     vtkIdTypeArray* selection = this->Selection;
     const auto drawn = rowsBelow(selection, this->Points ? this->Points->GetNumberOfPoints() : 0);
     this->Selection = drawn;
+    // VTK 9.3 keeps what it has marked until the selection changes, even if the points do.
+    if (this->GetMTime() > this->SelectedPoints->GetMTime()) this->SelectedPoints->SetNumberOfTuples(0);
     const bool painted = Plot::Paint(painter);
     this->Selection = selection;
     return painted;

@@ -1,24 +1,18 @@
 #pragma once
 
-#include <vtkPlotPoints.h>
-#include <vtkVersionMacros.h>
+#include <runsieve/runsieve_export.h>
 
-/// All differences between the versions of VTK that the library builds with: 9.1 and 9.3.
+class vtkContextView;
+class vtkPlotPoints;
+class vtkTable;
+
+/// What differs between the versions of VTK that the library builds with, 9.1 and 9.3.
 namespace runsieve {
 
-/// Reaches what vtkPlotPoints keeps for its subclasses.
-struct PlotPointsAccess : vtkPlotPoints
-{
-  /// Rebuilds the points that a plot has cached from the table that is its input.
-  static void rebuildPoints(vtkPlotPoints* plot, vtkTable* input)
-  {
-#if VTK_VERSION_NUMBER >= VTK_VERSION_CHECK(9, 2, 0)
-    (void)input;
-    plot->UpdateCache();
-#else
-    (plot->*(&PlotPointsAccess::UpdateTableCache))(input);
-#endif
-  }
-};
+/// Rebuilds the points that a plot has cached from the table that is its input.
+void rebuildPoints(vtkPlotPoints* plot, vtkTable* input);
+
+/// Lets the points in a view be exported as vector graphics. To be called before the view is drawn.
+RUNSIEVE_EXPORT void makePrintable(vtkContextView* view);
 
 } // namespace runsieve

@@ -57,7 +57,7 @@ void vtkPlotStepLine::PrintSelf(ostream& os, vtkIndent indent)
 
 bool vtkPlotStepLine::UpdateStepPointsCache(vtkTable* table)
 {
-  if (!this->Points) runsieve::PlotPointsAccess::rebuildPoints(this, table);
+  if (!this->Points) runsieve::rebuildPoints(this, table);
   if (!this->StepPoints) this->StepPoints = vtkPoints2D::New();
 
   auto* source = this->Points ? vtkFloatArray::SafeDownCast(this->Points->GetData()) : nullptr;
@@ -98,7 +98,7 @@ void vtkPlotStepLine::Update()
   vtkTable* table = this->Data->GetInput();
   this->UpdateValidPointMask(table);
   if (!table) return;
-  if (this->PointCacheIsStale(table)) runsieve::PlotPointsAccess::rebuildPoints(this, table);
+  if (this->PointCacheIsStale(table)) runsieve::rebuildPoints(this, table);
   this->UpdateStepPointsCache(table);
 }
 
