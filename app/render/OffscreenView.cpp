@@ -2,6 +2,8 @@
 
 #include "app/render/SavePicture.h"
 
+#include <runsieve/items/VtkVersion.h>
+
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 
@@ -88,6 +90,7 @@ OffscreenView::OffscreenView(int width, int height, int samples) : context(std::
   window->SetSize(width, height);
   window->InitializeFromCurrentContext();
   view = vtkSmartPointer<vtkContextView>::New();
+  makePrintable(view);
   view->SetRenderWindow(window);
   view->GetRenderer()->SetBackground(1.0, 1.0, 1.0);
 }

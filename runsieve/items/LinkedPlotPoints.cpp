@@ -148,7 +148,7 @@ void LinkedPlotPoints::Update()
 bool LinkedPlotPoints::Paint(vtkContext2D* painter)
 {
   const ExistingColors colors(this->ScalarVisibility, this->ColorArrayName, this->Data->GetInput());
-  const ExistingRows rows(this->Selection, this->Points);
+  const ExistingRows rows(this->Selection, this->Points, this->SelectedPoints, this->GetMTime());
   return this->Superclass::Paint(painter);
 }
 

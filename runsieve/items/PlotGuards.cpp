@@ -25,11 +25,13 @@ vtkSmartPointer<vtkIdTypeArray> rowsBelow(vtkIdTypeArray* selection, vtkIdType r
 
 } // namespace
 
-ExistingRows::ExistingRows(vtkIdTypeArray*& selection, vtkPoints2D* points)
+ExistingRows::ExistingRows(vtkIdTypeArray*& selection, vtkPoints2D* points, vtkFloatArray* marks,
+                           vtkMTimeType plotTime)
     : place(selection), whole(selection),
       existing(rowsBelow(selection, points ? points->GetNumberOfPoints() : 0))
 {
   place = existing;
+  if (plotTime > marks->GetMTime()) marks->SetNumberOfTuples(0);
 }
 
 ExistingRows::~ExistingRows()

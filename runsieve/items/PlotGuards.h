@@ -1,5 +1,6 @@
 #pragma once
 
+#include <vtkFloatArray.h>
 #include <vtkIdTypeArray.h>
 #include <vtkSmartPointer.h>
 #include <vtkStdString.h>
@@ -15,7 +16,9 @@ namespace runsieve {
 class ExistingRows
 {
 public:
-  ExistingRows(vtkIdTypeArray*& selection, vtkPoints2D* points);
+  /// \param marks where the selected points were at the last paint. They are forgotten if the plot was modified since:
+  /// VTK 9.3 keeps them until the selection changes, even if the points do.
+  ExistingRows(vtkIdTypeArray*& selection, vtkPoints2D* points, vtkFloatArray* marks, vtkMTimeType plotTime);
   ~ExistingRows();
   ExistingRows(ExistingRows const&) = delete;
   ExistingRows& operator=(ExistingRows const&) = delete;
@@ -62,7 +65,7 @@ public:
   bool Paint(vtkContext2D* painter) override
   {
     const ExistingColors colors(this->ScalarVisibility, this->ColorArrayName, this->GetInput());
-    const ExistingRows rows(this->Selection, this->Points);
+    const ExistingRows rows(this->Selection, this->Points, this->SelectedPoints, this->GetMTime());
     return Plot::Paint(painter);
   }
 

@@ -78,7 +78,7 @@ bool vtkPlotErrorPoints::UpdateErrorCache(vtkTable* table)
 {
   if (this->ErrorArrayName.empty()) return true;
   this->ErrorArray =
-      table ? vtkFloatArray::SafeDownCast(table->GetColumnByName(this->ErrorArrayName)) : nullptr;
+      table ? vtkFloatArray::SafeDownCast(table->GetColumnByName(this->ErrorArrayName.c_str())) : nullptr;
   this->LiveErrorArray = this->ErrorArray;
   return true;
 }

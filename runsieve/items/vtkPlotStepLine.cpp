@@ -1,6 +1,7 @@
 #include <runsieve/items/vtkPlotStepLine.h>
 
 #include <runsieve/items/LineLegend.h>
+#include <runsieve/items/VtkVersion.h>
 
 #include <vtkAxis.h>
 #include <vtkCharArray.h>
@@ -56,7 +57,7 @@ void vtkPlotStepLine::PrintSelf(ostream& os, vtkIndent indent)
 
 bool vtkPlotStepLine::UpdateStepPointsCache(vtkTable* table)
 {
-  if (!this->Points) this->UpdateTableCache(table);
+  if (!this->Points) runsieve::rebuildPoints(this, table);
   if (!this->StepPoints) this->StepPoints = vtkPoints2D::New();
 
   auto* source = this->Points ? vtkFloatArray::SafeDownCast(this->Points->GetData()) : nullptr;
@@ -80,7 +81,7 @@ void vtkPlotStepLine::UpdateValidPointMask(vtkTable* table)
 {
   const bool named = table && !this->ValidPointMaskName.empty();
   this->ValidPointMask =
-      named ? vtkCharArray::SafeDownCast(table->GetColumnByName(this->ValidPointMaskName)) : nullptr;
+      named ? vtkCharArray::SafeDownCast(table->GetColumnByName(this->ValidPointMaskName.c_str())) : nullptr;
 }
 
 bool vtkPlotStepLine::PointCacheIsStale(vtkTable* table)
@@ -97,7 +98,7 @@ void vtkPlotStepLine::Update()
   vtkTable* table = this->Data->GetInput();
   this->UpdateValidPointMask(table);
   if (!table) return;
-  if (this->PointCacheIsStale(table)) this->UpdateTableCache(table);
+  if (this->PointCacheIsStale(table)) runsieve::rebuildPoints(this, table);
   this->UpdateStepPointsCache(table);
 }
 

@@ -19,7 +19,7 @@ template <class T> void PlotMetaData::change(T& field, T value)
 {
   if (field == value) return;
   field = value;
-  emit redrawNeeded();
+  Q_EMIT redrawNeeded();
 }
 
 void PlotMetaData::setPlotStyle(plotStyles style)

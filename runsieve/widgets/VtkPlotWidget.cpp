@@ -1,5 +1,6 @@
 #include <runsieve/widgets/VtkPlotWidget.h>
 
+#include <runsieve/items/VtkVersion.h>
 #include <runsieve/plot/PlotContainer.h>
 
 #include <vtkContextScene.h>
@@ -17,6 +18,7 @@ VtkPlotWidget::VtkPlotWidget(QWidget* parent) : QVTKOpenGLNativeWidget(parent)
   vtkNew<vtkGenericOpenGLRenderWindow> window;
   setRenderWindow(window);
   view = vtkSmartPointer<vtkContextView>::New();
+  runsieve::makePrintable(view);
   plotContainer = new PlotContainer(this);
   guard = plotContainer;
   view->GetScene()->AddItem(plotContainer->getItem());

@@ -31,9 +31,12 @@ struct RememberedWindowTest : testing::Test
     mouse.SetPos({400, 300});
     mouse.SetLastScreenPos({400, 300});
     mouse.SetScreenPos({400, 300});
+    mouse.SetLastScenePos({400, 300});
+    mouse.SetScenePos({400, 300});
     plot.chart()->MouseButtonPressEvent(mouse);
     mouse.SetPos({400.0f + dx, 300.0f + dy});
     mouse.SetScreenPos({400 + dx, 300 + dy});
+    mouse.SetScenePos({400.0f + dx, 300.0f + dy});
     plot.chart()->MouseMoveEvent(mouse);
   }
 

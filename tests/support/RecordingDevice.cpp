@@ -5,7 +5,6 @@
 #include <vtkObjectFactory.h>
 #include <vtkPen.h>
 #include <vtkStdString.h>
-#include <vtkUnicodeString.h>
 
 namespace runsieve::test {
 
@@ -92,19 +91,9 @@ void RecordingDevice::DrawString(float* point, vtkStdString const& string)
   record(Stroke::Text, point, 1).text = string;
 }
 
-void RecordingDevice::DrawString(float* point, vtkUnicodeString const& string)
-{
-  record(Stroke::Text, point, 1).text = string.utf8_str();
-}
-
 void RecordingDevice::ComputeStringBounds(vtkStdString const& string, float bounds[4])
 {
   plausibleBounds(string.size(), bounds);
-}
-
-void RecordingDevice::ComputeStringBounds(vtkUnicodeString const& string, float bounds[4])
-{
-  plausibleBounds(string.character_count(), bounds);
 }
 
 void RecordingDevice::ComputeJustifiedStringBounds(char const* string, float bounds[4])

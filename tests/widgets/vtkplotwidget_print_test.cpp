@@ -1,6 +1,10 @@
 #include "support/Selections.h"
 #include "support/WidgetWindow.h"
 
+#include <vtkAnnotationLink.h>
+#include <vtkChartXY.h>
+#include <vtkPlotPoints.h>
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -21,6 +25,12 @@ struct PrintTest : WidgetWindow
 
   void TearDown() override { QDir::setCurrent(former); }
 
+  qint64 printedSize()
+  {
+    widget.printPlot("size.pdf");
+    return QFile("size.pdf").size();
+  }
+
   [[nodiscard]] QStringList files() const { return QDir(folder.path()).entryList(QDir::Files, QDir::Name); }
 };
 
@@ -31,6 +41,28 @@ TEST_F(PrintTest, WritesAPdf)
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_TRUE(file.read(5) == "%PDF-");
   EXPECT_GT(file.size(), 2000);
+}
+
+TEST_F(PrintTest, PrintsPointsAndWhichAreSelected)
+{
+  vtkPlot* points = widget.plotContainer->chartXY->GetPlot(0);
+  points->SetVisible(false);
+  const qint64 empty = printedSize();
+  points->SetVisible(true);
+  const qint64 plain = printedSize();
+  widget.plotContainer->annotationLink->SetCurrentSelection(selectionOf({0, 1}));
+  EXPECT_GT(plain, empty);
+  EXPECT_GT(printedSize(), plain);
+}
+
+TEST_F(PrintTest, PrintsThePointsOfAScatterPlotMatrix)
+{
+  widget.plotContainer->setPlotStyle(scatterPlotMatrixStyle);
+  widget.updatePlot(true);
+  const qint64 plain = printedSize();
+  widget.plotContainer->scatterPlotMatrix->SetPlotMarkerStyle(vtkScatterPlotMatrix::SCATTERPLOT,
+                                                              vtkPlotPoints::NONE);
+  EXPECT_GT(plain, printedSize());
 }
 
 TEST_F(PrintTest, DropsTheEndingInAnyCaseSinceTheWriterAddsIt)

@@ -1,0 +1,72 @@
+#include <runsieve/items/VtkVersion.h>
+
+#include <vtkContextActor.h>
+#include <vtkContextView.h>
+#include <vtkNew.h>
+#include <vtkObjectFactory.h>
+#include <vtkOpenGLContextDevice2D.h>
+#include <vtkPlotPoints.h>
+#include <vtkPropCollection.h>
+#include <vtkRenderer.h>
+#include <vtkUnsignedCharArray.h>
+#include <vtkVersionMacros.h>
+
+namespace runsieve {
+
+#if VTK_VERSION_NUMBER >= VTK_VERSION_CHECK(9, 2, 0)
+
+namespace {
+
+/// VTK 9.3 reads the colours of the points that it exports even if they have none. This device gives it an
+/// empty array instead of a null pointer.
+class PrintableDevice : public vtkOpenGLContextDevice2D
+{
+public:
+  static PrintableDevice* New() { VTK_STANDARD_NEW_BODY(PrintableDevice); }
+
+  using vtkOpenGLContextDevice2D::DrawMarkers;
+  void DrawMarkers(int shape, bool highlight, vtkDataArray* positions, vtkUnsignedCharArray* colors,
+                   std::uintptr_t cache) override
+  {
+    vtkNew<vtkUnsignedCharArray> none;
+    this->vtkOpenGLContextDevice2D::DrawMarkers(shape, highlight, positions, colors ? colors : none.Get(),
+                                                cache);
+  }
+};
+
+} // namespace
+
+void rebuildPoints(vtkPlotPoints* plot, vtkTable*)
+{
+  plot->UpdateCache();
+}
+
+void makePrintable(vtkContextView* view)
+{
+  vtkNew<PrintableDevice> device;
+  vtkProp* actor = view->GetRenderer()->GetViewProps()->GetLastProp();
+  vtkContextActor::SafeDownCast(actor)->SetForceDevice(device);
+}
+
+#else
+
+namespace {
+
+/// Opens what only subclasses may call.
+struct OpenPlotPoints : vtkPlotPoints
+{
+  using vtkPlotPoints::UpdateTableCache;
+};
+
+} // namespace
+
+void rebuildPoints(vtkPlotPoints* plot, vtkTable* input)
+{
+  (plot->*(&OpenPlotPoints::UpdateTableCache))(input);
+}
+
+void makePrintable(vtkContextView*) {}
+
+#endif
+
+} // namespace runsieve
