@@ -6,11 +6,11 @@
 
 #include <runsieve/widgets/VtkPlotWidget.h>
 
+#include <vtkAnnotationLink.h>
 #include <vtkCommand.h>
 #include <vtkContextView.h>
-#include <vtkRenderWindow.h>
-#include <vtkAnnotationLink.h>
 #include <vtkIntArray.h>
+#include <vtkRenderWindow.h>
 
 #include <QAction>
 #include <QApplication>

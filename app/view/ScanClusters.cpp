@@ -3,15 +3,16 @@
 #include "app/view/ScanPlot.h"
 #include "app/view/SievedScan.h"
 
-#include <vtkPlot.h>
+#include <runsieve/records/ParameterSelection.h>
+
 #include <vtkChart.h>
 #include <vtkChartMatrix.h>
 #include <vtkIntArray.h>
+#include <vtkPlot.h>
 #include <vtkTable.h>
 
 #include <algorithm>
 #include <memory>
-#include <runsieve/records/ParameterSelection.h>
 
 namespace runsieve::app {
 

@@ -3,22 +3,23 @@
 #include "app/scan/ColumnName.h"
 #include "app/scan/ScanLayout.h"
 
+#include <runsieve/records/ParameterSelection.h>
+
+#include <vtkAnnotationLink.h>
 #include <vtkAxis.h>
+#include <vtkChart.h>
+#include <vtkChartMatrix.h>
 #include <vtkIdTypeArray.h>
 #include <vtkNew.h>
 #include <vtkPlot.h>
 #include <vtkSelection.h>
 #include <vtkSelectionNode.h>
-#include <vtkAnnotationLink.h>
-#include <vtkChart.h>
-#include <vtkChartMatrix.h>
 #include <vtkTable.h>
 
 #include <algorithm>
 #include <cmath>
 #include <memory>
 #include <stdexcept>
-#include <runsieve/records/ParameterSelection.h>
 
 namespace runsieve::app {
 

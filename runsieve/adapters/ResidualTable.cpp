@@ -77,7 +77,8 @@ vtkSmartPointer<vtkTable> residualTable(FitRun const& run, FitSettings& settings
   prepare(predictions, settings);
 
   auto table = vtkSmartPointer<vtkTable>::New();
-  if (isOverTime(settings)) addColumnOf(table, "Time", run.times.size(), [&run](std::size_t k) { return run.times[k]; });
+  if (isOverTime(settings))
+    addColumnOf(table, "Time", run.times.size(), [&run](std::size_t k) { return run.times[k]; });
   for (std::size_t i = 0; i < settings.observations.size(); ++i) {
     const std::string bareName = i < settings.seriesNames.size() ? settings.seriesNames[i].second : "";
     const std::string name = " " + bareName + " " + std::to_string(i);

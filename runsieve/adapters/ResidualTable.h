@@ -20,9 +20,9 @@ struct ResidualView
 /// Whether the data series of a fit run over its times.
 bool isOverTime(FitSettings& settings);
 
-/// The residuals of a fit, or predictions beside observations, a column of floats each, behind the times if it is over
-/// time. Columns are as long as their series.
-/// \param predictions one vector per data series, changed in place by normalization or standardization
+/// The residuals of a fit, or predictions beside observations, a column of floats each, behind the times if
+/// it is over time. Columns are as long as their series. \param predictions one vector per data series,
+/// changed in place by normalization or standardization
 vtkSmartPointer<vtkTable> residualTable(FitRun const& run, FitSettings& settings,
                                         std::vector<std::vector<double>>& predictions, ResidualView view);
 

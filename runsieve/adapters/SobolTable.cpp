@@ -21,8 +21,7 @@ namespace {
 using Indices = SobolPostProcessResult::Indices;
 
 /// One cell of the table; NaN where the block has a gap.
-float shownIndex(Indices const& block, std::size_t species, std::size_t time,
-                 std::size_t parameter)
+float shownIndex(Indices const& block, std::size_t species, std::size_t time, std::size_t parameter)
 {
   if (species >= block.size() || time >= block[species].size() || parameter >= block[species][time].size())
     return std::numeric_limits<float>::quiet_NaN();
@@ -93,10 +92,10 @@ SobolTable atTime(SobolPostProcessResult const& result, Indices const& block, st
 
 SobolTable overTime(SobolPostProcessResult const& result, Indices const& block, std::size_t species)
 {
-  SobolTable made{vtkSmartPointer<vtkTable>::New(), "Sensitivity of " + typedColumnName(result.species[species])};
-  addParameterColumns(made.table, result, result.times->size(), [&](std::size_t row, std::size_t p) {
-    return shownIndex(block, species, row, p);
-  });
+  SobolTable made{vtkSmartPointer<vtkTable>::New(),
+                  "Sensitivity of " + typedColumnName(result.species[species])};
+  addParameterColumns(made.table, result, result.times->size(),
+                      [&](std::size_t row, std::size_t p) { return shownIndex(block, species, row, p); });
   addTimes(made.table, *result.times);
   return made;
 }

@@ -19,7 +19,8 @@ struct SobolSlice
   std::size_t speciesIndex; ///< counts only else
 };
 
-/// A table of a slice, a column of floats per parameter, then the names of the species or the times, and what it shows.
+/// A table of a slice, a column of floats per parameter, then the names of the species or the times, and what
+/// it shows.
 struct SobolTable
 {
   vtkSmartPointer<vtkTable> table; ///< null if the result has no such slice

@@ -42,8 +42,8 @@ CoordinateWindow windowOf(vtkChart* chart)
 {
   vtkAxis* bottom = chart->GetAxis(vtkAxis::BOTTOM);
   vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);
-  return {bottom->GetMinimum(), left->GetMinimum(), bottom->GetMaximum(), left->GetMaximum(),
-          true,                 scaleOf(bottom),    scaleOf(left)};
+  return {bottom->GetMinimum(), left->GetMinimum(), bottom->GetMaximum(), left->GetMaximum(), true,
+          scaleOf(bottom),      scaleOf(left)};
 }
 
 void applyWindow(vtkChart* chart, CoordinateWindow const& window, bool logX)

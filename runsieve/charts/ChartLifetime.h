@@ -25,8 +25,8 @@ public:
 
   void keep(vtkChart* chart);
   void keepAll(vtkChartMatrix* matrix);
-  /// Empties the charts that nobody else holds any more: their plots hold tables, and an event loop may be long in
-  /// coming.
+  /// Empties the charts that nobody else holds any more: their plots hold tables, and an event loop may be
+  /// long in coming.
   void dropPlotsOfUnheld();
 
 private:

@@ -15,8 +15,8 @@ void undoDistributionShape(vtkChart* chart);
 /// \param decimals of the numbers along x
 void shapeAsDistribution(vtkChart* chart, int decimals);
 
-/// Lets the user select rows by a drag. A click selects nothing and announces nothing: VTK would add the point
-/// to the link without a word, and count the click as a pan.
+/// Lets the user select rows by a drag. A click selects nothing and announces nothing: VTK would add the
+/// point to the link without a word, and count the click as a pan.
 void makeSelectable(vtkChart* chart, vtkAnnotationLink* link);
 
 /// Binds neither pan nor zoom to a button.

@@ -27,9 +27,9 @@ enum class ChartPart
 /// Where a chart stands.
 enum class ChartPlace
 {
-  alone,      ///< it fills its scene within the margins
+  alone,       ///< it fills its scene within the margins
   selfLaidOut, ///< it fills its scene and measures its margins by itself
-  cell        ///< in a chart matrix
+  cell         ///< in a chart matrix
 };
 
 struct ChartRole
@@ -40,16 +40,17 @@ struct ChartRole
 
 /// The record of which chart plays which role.
 ///
-/// A chart that goes on in its role keeps whatever a host has set on it. One that changes its role gives up what
-/// the former has left: all looks in a chart matrix, which hands its charts from cell to cell; its shape, if an
-/// adapter has shaped it.
+/// A chart that goes on in its role keeps whatever a host has set on it. One that changes its role gives up
+/// what the former has left: all looks in a chart matrix, which hands its charts from cell to cell; its
+/// shape, if an adapter has shaped it.
 class ChartRoles
 {
 public:
   /// The role of a chart; part none for one that has not been given any.
   [[nodiscard]] ChartRole of(vtkChart* chart) const;
 
-  /// Gives a chart a role. \param observer the container's own observer, which a chart loses with a former role
+  /// Gives a chart a role. \param observer the container's own observer, which a chart loses with a former
+  /// role
   void give(vtkChart* chart, ChartRole role, vtkCommand* observer);
 
 private:

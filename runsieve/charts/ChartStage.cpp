@@ -7,8 +7,8 @@
 
 #include <vtkAnnotationLink.h>
 #include <vtkAxis.h>
-#include <vtkChartXY.h>
 #include <vtkChartMatrix.h>
+#include <vtkChartXY.h>
 #include <vtkCommand.h>
 #include <vtkContextScene.h>
 

@@ -40,8 +40,8 @@ struct ChartStage
   /// points. It is the present one unless that has another role.
   vtkChart* alone();
 
-  /// The chart that an adapter fills: whatever stands, cells of a grid too; a new one that becomes the item if
-  /// there is none. \param part plain or distribution
+  /// The chart that an adapter fills: whatever stands, cells of a grid too; a new one that becomes the item
+  /// if there is none. \param part plain or distribution
   vtkChart* toFill(ChartPart part);
 
   /// A new chart for Sobol indices, which lays itself out and becomes the item. It has no scene yet.
@@ -54,12 +54,12 @@ struct ChartStage
   /// A cell of the grid in a role, without plots.
   vtkChart* cell(vtkVector2i position, ChartPart part);
 
-  /// The same for the cell that is the chart of the plot. One that takes the place of another chart starts with
-  /// neither legend nor logarithms, as any new chart.
+  /// The same for the cell that is the chart of the plot. One that takes the place of another chart starts
+  /// with neither legend nor logarithms, as any new chart.
   vtkChart* mainCell(vtkVector2i position, ChartPart part);
 
-  /// Lets the mouse reach exactly those cells that show something, and no axis of them: axes are hit in a strip
-  /// across the whole scene, and a cell without plots keeps the place of its last paint.
+  /// Lets the mouse reach exactly those cells that show something, and no axis of them: axes are hit in a
+  /// strip across the whole scene, and a cell without plots keeps the place of its last paint.
   void makeCellsReachable();
 
 private:

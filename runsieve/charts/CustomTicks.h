@@ -13,8 +13,8 @@ namespace runsieve {
 class CustomTicks
 {
 public:
-  /// Puts texts on an axis, at the given positions or, without any, at 0, 1, 2 and so on. Without texts the axis
-  /// loses those that were put there before, and keeps whatever else it shows.
+  /// Puts texts on an axis, at the given positions or, without any, at 0, 1, 2 and so on. Without texts the
+  /// axis loses those that were put there before, and keeps whatever else it shows.
   void show(vtkAxis* axis, vtkStringArray* texts, vtkDoubleArray* positions);
 
 private:

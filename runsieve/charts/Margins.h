@@ -19,7 +19,8 @@ struct Margins
 /// Margins of a chart that stands alone.
 void setChartMargins(vtkChart* chart, Margins const& margins);
 
-/// Margins of a grid, with the horizontal gutter between its columns and titleSpace more pixels above each row.
+/// Margins of a grid, with the horizontal gutter between its columns and titleSpace more pixels above each
+/// row.
 void setGridMargins(vtkChartMatrix* matrix, Margins const& margins, int titleSpace = 0);
 
 /// The same with the two gutters in each other's place.

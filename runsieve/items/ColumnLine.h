@@ -7,9 +7,9 @@
 
 namespace runsieve {
 
-/// A line of two columns of a table that has thousands of them, each with a line of its own. A plot looks its columns
-/// up by name, several times a paint, which for as many lines takes a time with the square of their number; this one
-/// looks among its own two. To everybody else it is a vtkPlotLine of the whole table.
+/// A line of two columns of a table that has thousands of them, each with a line of its own. A plot looks its
+/// columns up by name, several times a paint, which for as many lines takes a time with the square of their
+/// number; this one looks among its own two. To everybody else it is a vtkPlotLine of the whole table.
 class ColumnLine : public LinePlot
 {
 public:

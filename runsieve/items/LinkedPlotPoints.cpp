@@ -48,9 +48,9 @@ struct Source
            xTime == o.xTime && y == o.y && yTime == o.yTime && colors == o.colors &&
            colorsTime == o.colorsTime && lookupTable == o.lookupTable &&
            lookupTableTime == o.lookupTableTime && shiftScale == o.shiftScale && logX == o.logX &&
-           logY == o.logY && negativeX == o.negativeX && negativeY == o.negativeY &&
-           indexAsX == o.indexAsX && coloured == o.coloured && colorArray == o.colorArray &&
-           maskName == o.maskName && changes == o.changes;
+           logY == o.logY && negativeX == o.negativeX && negativeY == o.negativeY && indexAsX == o.indexAsX &&
+           coloured == o.coloured && colorArray == o.colorArray && maskName == o.maskName &&
+           changes == o.changes;
   }
 };
 

@@ -12,9 +12,9 @@ namespace runsieve {
 ///
 /// A chart with an annotation link marks its plots as modified at every update, whereupon the base class
 /// rebuilds its points and sorts them again for the next search. This class rebuilds them only when something
-/// they are made of has changed or somebody has called Modified(), and selects a rectangle in one pass without
-/// sorting. While the table lacks the column that colours the points they have the colour of the pen, and selected
-/// rows that the plot does not have are not marked. Else what is seen and selected is the same.
+/// they are made of has changed or somebody has called Modified(), and selects a rectangle in one pass
+/// without sorting. While the table lacks the column that colours the points they have the colour of the pen,
+/// and selected rows that the plot does not have are not marked. Else what is seen and selected is the same.
 class RUNSIEVE_EXPORT LinkedPlotPoints : public vtkPlotPoints
 {
 public:

@@ -11,13 +11,13 @@ class vtkTable;
 
 namespace runsieve {
 
-/// As long as it lives a plot has no selected rows beyond its points: the selection of a link can come from a longer
-/// table than that of the plot, and vtkPlotPoints reads the points of all its rows.
+/// As long as it lives a plot has no selected rows beyond its points: the selection of a link can come from a
+/// longer table than that of the plot, and vtkPlotPoints reads the points of all its rows.
 class ExistingRows
 {
 public:
-  /// \param marks where the selected points were at the last paint. They are forgotten if the plot was modified since:
-  /// VTK 9.3 keeps them until the selection changes, even if the points do.
+  /// \param marks where the selected points were at the last paint. They are forgotten if the plot was
+  /// modified since: VTK 9.3 keeps them until the selection changes, even if the points do.
   ExistingRows(vtkIdTypeArray*& selection, vtkPoints2D* points, vtkFloatArray* marks, vtkMTimeType plotTime);
   ~ExistingRows();
   ExistingRows(ExistingRows const&) = delete;
@@ -29,8 +29,8 @@ private:
   vtkSmartPointer<vtkIdTypeArray> existing;
 };
 
-/// As long as it lives a plot is not coloured by a column that its table does not have: vtkPlotPoints would use the
-/// colours of a column that is gone, or none at all where it needs some.
+/// As long as it lives a plot is not coloured by a column that its table does not have: vtkPlotPoints would
+/// use the colours of a column that is gone, or none at all where it needs some.
 class ExistingColors
 {
 public:
@@ -44,8 +44,8 @@ private:
   int whole;
 };
 
-/// A point plot, of a class that VTK or this library offers, with both guards. To everybody else it is a plot of that
-/// class.
+/// A point plot, of a class that VTK or this library offers, with both guards. To everybody else it is a plot
+/// of that class.
 template <class Plot> class GuardedPlot : public Plot
 {
 public:

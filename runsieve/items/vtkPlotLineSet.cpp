@@ -13,9 +13,9 @@
 
 namespace {
 
-/// A line is painted once per selected row, which makes it denser. After so many coats at the highlight's opacity of
-/// 150 / 255 less than a thousandth of the background shines through, no pixel changes any more, and a selection over all
-/// times would only take a hundred times as long to draw.
+/// A line is painted once per selected row, which makes it denser. After so many coats at the highlight's
+/// opacity of 150 / 255 less than a thousandth of the background shines through, no pixel changes any more,
+/// and a selection over all times would only take a hundred times as long to draw.
 constexpr vtkIdType opaqueCoats = 10;
 
 vtkDataArray* flagsOf(vtkTable* table)

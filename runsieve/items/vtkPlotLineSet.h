@@ -9,9 +9,9 @@
 /// lines of selected runs a second time, wider and in red.
 ///
 /// The column "vtkRemainderSelection" of the input table tells which rows are selected; without it the
-/// chart's own selection does. A selected point lights its whole line; a line of several selected points is painted as
-/// often, up to ten times, after which no pixel changes any more. A trailing group of fewer than Stride points is not
-/// painted.
+/// chart's own selection does. A selected point lights its whole line; a line of several selected points is
+/// painted as often, up to ten times, after which no pixel changes any more. A trailing group of fewer than
+/// Stride points is not painted.
 class RUNSIEVE_EXPORT vtkPlotLineSet : public runsieve::LinkedPlotPoints
 {
 public:

@@ -154,7 +154,8 @@ void PlotContainer::setupStackedSobol(bool total)
 // ---- fits
 
 void PlotContainer::setResidualPlot(FitRun* run, FitSettings* settings,
-                                    std::vector<std::vector<double>>& predictions, bool scaled, bool showCurves)
+                                    std::vector<std::vector<double>>& predictions, bool scaled,
+                                    bool showCurves)
 {
   if (!run || !settings) return;
   metaData->blockSignals(true);

@@ -58,8 +58,9 @@ struct SobolPostProcessResult;
 /// redraws. Sobol, residual and distribution charts are built by the operation that fills them: a redraw that
 /// comes later (setPlotContainer() makes one) spoils them.
 ///
-/// The link of a container's charts takes a drag for a selection and nothing else: clicks that VTK calls SELECT and
-/// NOTIFY are bound to no button, since they would add points to the link without a word, and count as pans.
+/// The link of a container's charts takes a drag for a selection and nothing else: clicks that VTK calls
+/// SELECT and NOTIFY are bound to no button, since they would add points to the link without a word, and
+/// count as pans.
 ///
 /// This header forward declares what a host reaches through the members: include what you use.
 class RUNSIEVE_EXPORT PlotContainer : public QObject
@@ -306,8 +307,8 @@ public:
   /// \param keepAllColumns if not, shrinkToColumnSelection() comes first
   char* saveData(std::string fileName, bool keepAllColumns);
   /// Replaces plotData by a file of delimited text: columns of numbers become doubles, all others text.
-  /// Nothing else changes and nothing is redrawn. VTK reports files that cannot be read, and so are files of more
-  /// than 30,000 columns, for which its reader would take minutes: they leave an empty table.
+  /// Nothing else changes and nothing is redrawn. VTK reports files that cannot be read, and so are files of
+  /// more than 30,000 columns, for which its reader would take minutes: they leave an empty table.
   void loadData(std::string fileName);
 
 public Q_SLOTS:

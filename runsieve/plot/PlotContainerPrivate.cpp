@@ -31,16 +31,24 @@ ChartStage PlotContainer::Private::stage()
 {
   const Margins margins = {plot.leftMargin, plot.bottomMargin,     plot.rightMargin,
                            plot.topMargin,  plot.horizontalGutter, plot.verticalGutter};
-  return {plot.chartXY,        plot.item,           plot.scatterPlotMatrix,
-          plot.chartMatrix,    plot.chartXYZ,       plot.chartParallelCoordinates,
-          plot.annotationLink, plot.shiftScaleCallback, margins,
-          roles,               lifetime,            ticks};
+  return {plot.chartXY,
+          plot.item,
+          plot.scatterPlotMatrix,
+          plot.chartMatrix,
+          plot.chartXYZ,
+          plot.chartParallelCoordinates,
+          plot.annotationLink,
+          plot.shiftScaleCallback,
+          margins,
+          roles,
+          lifetime,
+          ticks};
 }
 
 StyleModel PlotContainer::Private::model()
 {
-  return {*plot.metaData,     plot.plotData,    plot.tables,         plot.typedColumnNames,
-          plot.ksStatistics,  plot.quartileTable, plot.xTickLabels,  plot.xTickPositions,
+  return {*plot.metaData,         plot.plotData,           plot.tables,      plot.typedColumnNames,
+          plot.ksStatistics,      plot.quartileTable,      plot.xTickLabels, plot.xTickPositions,
           plot.coordinateWindows, plot.useIndexForXSeries, stage()};
 }
 

@@ -15,8 +15,8 @@ class vtkAnnotationLink;
 class vtkContextScene;
 class vtkTable;
 
-/// What a plot keeps for itself beside the members that hosts address, and the calls that more than one of its
-/// subjects makes.
+/// What a plot keeps for itself beside the members that hosts address, and the calls that more than one of
+/// its subjects makes.
 class PlotContainer::Private
 {
 public:
@@ -41,7 +41,8 @@ public:
 
   /// Whether the tables of all runs are those of the present table.
   [[nodiscard]] bool rankedTablesStand() const;
-  /// Makes the ranked tables at an index from a table. \param rows those of plotData that the table holds, if known
+  /// Makes the ranked tables at an index from a table. \param rows those of plotData that the table holds, if
+  /// known
   void rank(vtkTable* table, std::size_t index, runsieve::RowSpans const* rows = nullptr);
 
   /// Turns the selection of a link into flag columns, tables and statistics, and redraws.

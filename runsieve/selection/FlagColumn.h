@@ -13,8 +13,8 @@ namespace runsieve {
 class FlagColumn : public vtkIdTypeArray
 {
 public:
-  /// Puts a column into a table that is 1 in the given rows and 0 in all others. Every row is written: a host may
-  /// have written to the former column. Its storage is used again if nobody but the table holds it.
+  /// Puts a column into a table that is 1 in the given rows and 0 in all others. Every row is written: a host
+  /// may have written to the former column. Its storage is used again if nobody but the table holds it.
   static void put(vtkTable* table, const char* name, RowSpans const& ones, bool asLast);
 
 protected:

@@ -20,9 +20,9 @@ struct SplitTable
   RowSpans otherRows;
 };
 
-/// Evaluates the selection of a link by vtkCombinedFilterAndSelectedRows, which writes its flag columns to the table.
-/// The time column is the first with "Value", "Time" or "Period" in its name, else the second before the parameters.
-/// \param parameters column numbers, at least one
+/// Evaluates the selection of a link by vtkCombinedFilterAndSelectedRows, which writes its flag columns to
+/// the table. The time column is the first with "Value", "Time" or "Period" in its name, else the second
+/// before the parameters. \param parameters column numbers, at least one
 SplitTable splitBySelection(vtkAnnotationLink* link, vtkTable* table, std::vector<int> const& parameters,
                             int stride);
 

@@ -65,8 +65,8 @@ std::vector<std::string> namesIn(ParameterSource const& source, vtkTable* table)
   return names;
 }
 
-/// Makes a pair of tables empty for the given parameters. Former columns are removed; leftovers of other parameters
-/// would shift the positions by which the columns are read, and such a table is made anew.
+/// Makes a pair of tables empty for the given parameters. Former columns are removed; leftovers of other
+/// parameters would shift the positions by which the columns are read, and such a table is made anew.
 void clearRankedTables(vtkSmartPointer<vtkTable>& ranks, vtkSmartPointer<vtkTable>& densities,
                        std::vector<std::string> const& names)
 {
@@ -80,13 +80,13 @@ void clearRankedTables(vtkSmartPointer<vtkTable>& ranks, vtkSmartPointer<vtkTabl
     locations.push_back("Locations of " + name);
   }
   if (!ranks || holdsOthers(ranks, {})) ranks = vtkSmartPointer<vtkTable>::New();
-  const bool usable =
-      densities && !holdsOthers(densities, locations) &&
-      (densities->GetNumberOfColumns() == 0 || densities->GetNumberOfRows() == densityPoints);
+  const bool usable = densities && !holdsOthers(densities, locations) &&
+                      (densities->GetNumberOfColumns() == 0 || densities->GetNumberOfRows() == densityPoints);
   if (!usable) densities = vtkSmartPointer<vtkTable>::New();
 }
 
-/// The sorted samples of the parameters of one table, by the orders of the runs where these are known to hold.
+/// The sorted samples of the parameters of one table, by the orders of the runs where these are known to
+/// hold.
 class Samples
 {
 public:
@@ -134,8 +134,9 @@ private:
   std::vector<unsigned char> runMask;
 };
 
-std::vector<std::vector<double>> samplesOf(ParameterSource const& source, vtkTable* table, RowSpans const* rows,
-                                           bool allRuns, RunIndex& orders, std::size_t count)
+std::vector<std::vector<double>> samplesOf(ParameterSource const& source, vtkTable* table,
+                                           RowSpans const* rows, bool allRuns, RunIndex& orders,
+                                           std::size_t count)
 {
   Samples samples(source, table, rows, allRuns, orders);
   std::vector<std::vector<double>> list;
@@ -143,7 +144,8 @@ std::vector<std::vector<double>> samplesOf(ParameterSource const& source, vtkTab
   return list;
 }
 
-ParameterRange rangeOfParameter(ParameterSource const& source, std::size_t i, std::vector<double> const& sample)
+ParameterRange rangeOfParameter(ParameterSource const& source, std::size_t i,
+                                std::vector<double> const& sample)
 {
   if (source.columns.size() != source.bounds.size()) return rangeOf(sample, nullptr);
   const ParameterBound bound{source.bounds[i].first, source.bounds[i].second};

@@ -21,14 +21,16 @@ struct ParameterSource
   vtkTable* allRuns;
   std::vector<int> const& columns;
   std::vector<Kestrane::TypedConcentrationName> const& columnNames;
-  std::vector<std::pair<double, double>> const& bounds; ///< lower and upper, one for each parameter, or they do not count
-  int stride;                                            ///< rows per run; below 1 counts as 1
+  std::vector<std::pair<double, double>> const&
+      bounds; ///< lower and upper, one for each parameter, or they do not count
+  int stride; ///< rows per run; below 1 counts as 1
 };
 
-/// Makes tables[index], sorted values and ranks, and tables[index + 1], densities on densityPoints points, of the
-/// parameters of a table. Index 0 reads one row per run, any other index the distinct values of all rows.
+/// Makes tables[index], sorted values and ranks, and tables[index + 1], densities on densityPoints points, of
+/// the parameters of a table. Index 0 reads one row per run, any other index the distinct values of all rows.
 /// \param table allRuns itself, or rows of it
-/// \param rows those rows, if they are known; with them the orders of the runs serve, which are made on first use
+/// \param rows those rows, if they are known; with them the orders of the runs serve, which are made on first
+/// use
 void rankParameters(ParameterSource const& source, vtkTable* table, RowSpans const* rows, RunIndex& orders,
                     std::vector<vtkSmartPointer<vtkTable>>& tables, std::size_t index);
 

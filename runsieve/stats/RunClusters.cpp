@@ -156,12 +156,13 @@ RunClusters clusterRuns(vtkTable* table, int x, int y, int stride, ClusterSearch
   const bool spectral = isSpectral(search.mode);
   const vtkSmartPointer<vtkTable> runs = runsAsRows(table, columnName(table, y), stride);
   result.curves = transposed(runs);
-  const Clusters found = cluster(spectral ? spectraAsRows(result.curves, search.mode) : runs, search.clusters,
-                                 search.starts);
+  const Clusters found =
+      cluster(spectral ? spectraAsRows(result.curves, search.mode) : runs, search.clusters, search.starts);
   result.labels = found.labels;
   result.means = spectral ? emptyMeans(search.clusters, found.centres->GetNumberOfRows()) : found.centres;
   if (spectral) accumulateMeans(result.means, runs, found);
-  const auto time = firstTimes(vtkDataArray::SafeDownCast(table->GetColumn(x)), result.means->GetNumberOfRows());
+  const auto time =
+      firstTimes(vtkDataArray::SafeDownCast(table->GetColumn(x)), result.means->GetNumberOfRows());
   result.means->AddColumn(time);
   result.curves->AddColumn(time);
   return result;

@@ -11,11 +11,12 @@ namespace runsieve {
 struct ClusterSearch
 {
   int clusters; ///< below 1 nothing is grouped
-  int mode;     ///< 2: by the phase of the Fourier transform, 3: by its magnitude, others: by the curve itself
-  int starts;   ///< searches, of which the best counts
+  int mode;   ///< 2: by the phase of the Fourier transform, 3: by its magnitude, others: by the curve itself
+  int starts; ///< searches, of which the best counts
 };
 
-/// The runs of a stacked table, grouped. All null if there is no complete run or one of the columns is missing.
+/// The runs of a stacked table, grouped. All null if there is no complete run or one of the columns is
+/// missing.
 struct RunClusters
 {
   vtkSmartPointer<vtkTable> curves;    ///< a column per run, then "Time"

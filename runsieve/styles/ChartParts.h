@@ -17,8 +17,8 @@ void setTitles(vtkChart* chart, StyleModel const& model);
 /// Puts the texts of the model on an axis, at 0, 1, 2 and so on.
 void setTickTexts(vtkAxis* axis, StyleModel& model);
 
-/// Gives a chart the ranges that the user left the same columns with in the same style. Returns whether there are
-/// any.
+/// Gives a chart the ranges that the user left the same columns with in the same style. Returns whether there
+/// are any.
 bool applyRememberedWindow(vtkChart* chart, StyleModel const& model);
 
 /// Points a plot at the main columns.

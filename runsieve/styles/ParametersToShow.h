@@ -10,9 +10,9 @@ namespace runsieve {
 /// Small charts in a row of the composite view.
 constexpr int chartsPerRow = 4;
 
-/// The parameters that the composite view shows, by position: those that differ, in their order, then others until
-/// whole rows are full. Both thresholds include equality.
-/// \param count number of parameters; statistics may be fewer, or more from an earlier table
+/// The parameters that the composite view shows, by position: those that differ, in their order, then others
+/// until whole rows are full. Both thresholds include equality. \param count number of parameters; statistics
+/// may be fewer, or more from an earlier table
 std::vector<int> parametersToShow(std::vector<KsStatistics> const& statistics, std::size_t count,
                                   double pThreshold, double ksThreshold);
 

@@ -1,8 +1,8 @@
 #include <runsieve/styles/ScatterPlot.h>
 
+#include <runsieve/charts/CustomTicks.h>
 #include <runsieve/charts/PaddedRange.h>
 #include <runsieve/charts/Plots.h>
-#include <runsieve/charts/CustomTicks.h>
 #include <runsieve/records/PlotMetaData.h>
 #include <runsieve/styles/ChartParts.h>
 #include <runsieve/styles/PlotColors.h>

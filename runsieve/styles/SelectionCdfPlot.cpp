@@ -89,12 +89,14 @@ vtkSmartPointer<vtkLookupTable> complementColors()
   return colors;
 }
 
-/// Where the charts of so many parameters stand: rows of small charts below, the chart of the runs above them.
+/// Where the charts of so many parameters stand: rows of small charts below, the chart of the runs above
+/// them.
 struct Layout
 {
   explicit Layout(int shown)
-      : columns(std::max(std::min(shown, chartsPerRow), 1)), groups((std::max(shown, 1) - 1) / chartsPerRow + 1),
-        size(columns, shown > 0 ? 2 * groups : groups), runs(0, shown > 0 ? groups : 0)
+      : columns(std::max(std::min(shown, chartsPerRow), 1)),
+        groups((std::max(shown, 1) - 1) / chartsPerRow + 1), size(columns, shown > 0 ? 2 * groups : groups),
+        runs(0, shown > 0 ? groups : 0)
   {}
 
   static vtkVector2i ofParameter(int k) { return {k % chartsPerRow, k / chartsPerRow}; }
@@ -166,7 +168,8 @@ void buildRuns(StyleModel& model, Layout const& layout)
 }
 
 /// Adds the curve of one sample. Returns its top where densities are shown.
-double addCurve(vtkChart* chart, StyleModel const& model, std::size_t ranked, std::string const& name, Rgb color)
+double addCurve(vtkChart* chart, StyleModel const& model, std::size_t ranked, std::string const& name,
+                Rgb color)
 {
   const bool density = model.settings.getUseDensity();
   vtkSmartPointer<vtkPlot> plot;
@@ -222,7 +225,8 @@ double buildParameter(StyleModel& model, vtkVector2i position, int parameter)
   std::size_t series = 0;
   for (std::size_t ranked = 3; ranked + 1 < model.sideTables.size(); ranked += 3, ++series) {
     if (!model.sideTables[ranked] || !model.sideTables[ranked + 1]) continue;
-    highest = std::max(highest, addCurve(chart, model, ranked, name, seriesColors[series % seriesColors.size()]));
+    highest =
+        std::max(highest, addCurve(chart, model, ranked, name, seriesColors[series % seriesColors.size()]));
     if (i < model.statistics.size()) chart->SetTitle(pValueTitle(model.statistics[i].p));
   }
   setHeightAxis(chart, model.settings.getUseDensity(), position.GetX() == 0);
@@ -260,8 +264,8 @@ void build(StyleModel& model, vtkContextScene* scene)
   for (vtkChart* chart : chartsIn(model.stage.matrix)) chart->RemoveAllObservers();
   model.stage.item = model.stage.matrix;
   const std::vector<int> shown =
-      parametersToShow(model.statistics, model.settings.parameterColumns.size(), model.settings.getPThreshold(),
-                       model.settings.getKsThreshold());
+      parametersToShow(model.statistics, model.settings.parameterColumns.size(),
+                       model.settings.getPThreshold(), model.settings.getKsThreshold());
   const Layout layout(static_cast<int>(shown.size()));
   model.stage.layOutGrid(layout.size);
   setGridMargins(model.stage.matrix, model.stage.margins, smallChartTitleSpace);

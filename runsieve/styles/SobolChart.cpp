@@ -18,8 +18,8 @@ namespace runsieve {
 
 namespace {
 
-/// All columns but the last become series 1, 2, and so on. A parameter called "Name" has made way for the labels,
-/// which are no series.
+/// All columns but the last become series 1, 2, and so on. A parameter called "Name" has made way for the
+/// labels, which are no series.
 void setSeries(vtkPlot* plot, vtkTable* table)
 {
   for (vtkIdType k = 1; k < table->GetNumberOfColumns(); ++k)

@@ -3,9 +3,9 @@
 #include <runsieve/charts/ChartStage.h>
 #include <runsieve/records/CoordinateWindow.h>
 #include <runsieve/records/KsStatistics.h>
+#include <runsieve/records/plotStyles.h>
 #include <runsieve/records/ReducedMetaData.h>
 #include <runsieve/records/TypedConcentrationName.h>
-#include <runsieve/records/plotStyles.h>
 
 #include <vtkSmartPointer.h>
 

@@ -15,8 +15,8 @@ namespace runsieve {
 Style const& styleOf(plotStyles number)
 {
   static Style const* const styles[] = {
-      &scatterPlotBuilder, &scatterPlotMatrixBuilder, &scatterPlot3DBuilder,    &multiPlotBuilder,
-      &selectionCdfBuilder, &errorBarBuilder,         &fitParameterBuilder, &parallelCoordinatesBuilder};
+      &scatterPlotBuilder,  &scatterPlotMatrixBuilder, &scatterPlot3DBuilder, &multiPlotBuilder,
+      &selectionCdfBuilder, &errorBarBuilder,          &fitParameterBuilder,  &parallelCoordinatesBuilder};
   for (Style const* style : styles)
     if (style->number == number) return *style;
   return notYetImplementedBuilder;

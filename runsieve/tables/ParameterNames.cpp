@@ -4,7 +4,8 @@
 
 namespace runsieve {
 
-std::string parameterName(std::vector<Kestrane::TypedConcentrationName> const& names, vtkTable* table, int column)
+std::string parameterName(std::vector<Kestrane::TypedConcentrationName> const& names, vtkTable* table,
+                          int column)
 {
   const auto i = static_cast<std::size_t>(column);
   if (column >= 0 && i < names.size()) return names[i].second;

@@ -1,5 +1,5 @@
-#include "support/PlotParts.h"
 #include "support/ChartMouse.h"
+#include "support/PlotParts.h"
 #include "support/ScanBuilder.h"
 
 #include "app/explorer/ExplorerWindow.h"

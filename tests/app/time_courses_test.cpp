@@ -1,6 +1,5 @@
-#include "time_courses/TimeCourseWindow.h"
-
 #include "support/PlotParts.h"
+#include "time_courses/TimeCourseWindow.h"
 #include <runsieve/widgets/LinePlotWidget.h>
 #include <runsieve/widgets/PlotSelector.h>
 #include <runsieve/widgets/VtkPlotWidget.h>

@@ -8,7 +8,8 @@
 namespace runsieve::test {
 namespace {
 
-/// The zoom that a user left comes back as the same numbers, whatever became of the scales of the axes meanwhile.
+/// The zoom that a user left comes back as the same numbers, whatever became of the scales of the axes
+/// meanwhile.
 struct AxisWindowTest : testing::Test, PlotScene
 {
   AxisWindowTest()

@@ -2,7 +2,6 @@
 
 #include "app/render/OffscreenView.h"
 #include "examples/gallery/pages/Pages.h"
-
 #include "support/PlotParts.h"
 
 #include <gtest/gtest.h>

@@ -242,12 +242,12 @@ std::vector<std::string> slotsOf(QMetaObject const& meta)
 TEST(PlotContainerTest, HostsFindTheSlotsByTheirTextInAFixedOrder)
 {
   EXPECT_THAT(slotsOf(PlotContainer::staticMetaObject),
-              testing::ElementsAre("setPlotData(vtkSmartPointer<vtkTable>) data",
-                                   "setLinePlotData(LinePlotData*) data",
-                                   "setLinePlotDataAsAdditionalData(LinePlotData*) data",
-                                   "setLinePlotItems(std::vector<Kestrane::TypedConcentrationName>*) ",
-                                   "setPlotStyle(plotStyles) plotStyle", "setLogScaleY(bool) log",
-                                   "setShowLegend(bool) legend", "redraw()", "dirty()", "annotationUpdate()"));
+              testing::ElementsAre(
+                  "setPlotData(vtkSmartPointer<vtkTable>) data", "setLinePlotData(LinePlotData*) data",
+                  "setLinePlotDataAsAdditionalData(LinePlotData*) data",
+                  "setLinePlotItems(std::vector<Kestrane::TypedConcentrationName>*) ",
+                  "setPlotStyle(plotStyles) plotStyle", "setLogScaleY(bool) log",
+                  "setShowLegend(bool) legend", "redraw()", "dirty()", "annotationUpdate()"));
 }
 
 TEST(PlotContainerTest, ClusteringCanBeTakenAsAFunctionOfTwoNumbers)

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "support/PlotParts.h"
 #include "support/Selections.h"
 #include "support/TableBuilder.h"
-
-#include "support/PlotParts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
+#include "support/PlotParts.h"
 #include "support/Selections.h"
 #include "support/TableBuilder.h"
-
-#include "support/PlotParts.h"
 
 #include <gmock/gmock.h>
 #include <vtkContextScene.h>

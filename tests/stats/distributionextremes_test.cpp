@@ -65,7 +65,8 @@ TEST_F(ExtremeDistributionTest, TheTableHoldsDensitiesAsTheyAre)
     EXPECT_EQ(column("pdf")[25], static_cast<float>(height));
     EXPECT_EQ(column("pdf")[24], 1.0);
     vtkTable* drawn = container.chartXY->GetPlot(0)->GetInput();
-    EXPECT_EQ(drawn == container.plotData.GetPointer(), height == 2.0) << "only what is altered needs a table";
+    EXPECT_EQ(drawn == container.plotData.GetPointer(), height == 2.0)
+        << "only what is altered needs a table";
     EXPECT_LE(numbers(drawn, "pdf")[25], 1.01e30);
     RecordingPainter recorder;
     PlotScene::show();

@@ -1,6 +1,5 @@
-#include "support/TableBuilder.h"
-
 #include "support/PlotParts.h"
+#include "support/TableBuilder.h"
 #include <runsieve/stats/KolmogorovSmirnov.h>
 
 #include <gtest/gtest.h>

@@ -1,8 +1,7 @@
 #include "support/OrderStatisticsFilters.h"
+#include "support/PlotParts.h"
 #include "support/ScanBuilder.h"
 #include "support/Selections.h"
-
-#include "support/PlotParts.h"
 
 #include <boost/weak_ptr.hpp>
 #include <gmock/gmock.h>

@@ -35,7 +35,8 @@ TEST_F(PlotColorsTest, PointsGoOnInTheColourOfThePenWhenTheColumnOfTheirColoursI
 {
   showTable();
   EXPECT_TRUE(paintedMarkers().ownColors);
-  std::unique_ptr<char[]> text(container.saveData("", false)); // number 0 is no colour column, so it is removed
+  std::unique_ptr<char[]> text(
+      container.saveData("", false)); // number 0 is no colour column, so it is removed
   ASSERT_EQ(container.plotData->GetColumnByName("c"), nullptr);
   for (int i = 0; i < 3; ++i) {
     EXPECT_FALSE(paintedMarkers().ownColors);

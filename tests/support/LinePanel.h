@@ -1,7 +1,6 @@
 #pragma once
 
 #include "PlotScene.h"
-
 #include "support/PlotParts.h"
 #include <runsieve/widgets/LinePlotWidget.h>
 #include <runsieve/widgets/PlotSelector.h>

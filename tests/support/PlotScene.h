@@ -2,9 +2,8 @@
 
 #include "RecordingDevice.h"
 #include "Selections.h"
-#include "TableBuilder.h"
-
 #include "support/PlotParts.h"
+#include "TableBuilder.h"
 
 #include <vtkAxis.h>
 #include <vtkContextMapper2D.h>

@@ -1,7 +1,6 @@
 #include "support/ChartMouse.h"
-#include "support/ScanBuilder.h"
-
 #include "support/PlotParts.h"
+#include "support/ScanBuilder.h"
 
 #include <vtkAxis.h>
 #include <vtkContextMouseEvent.h>

@@ -1,5 +1,4 @@
 #include "support/ChartMouse.h"
-
 #include "support/PlotParts.h"
 
 #include <vtkAxis.h>

@@ -5,8 +5,8 @@
 #include <runsieve/plot/PlotContainer.h>
 
 #include <vtkAxis.h>
-#include <vtkPlot.h>
 #include <vtkChart.h>
+#include <vtkPlot.h>
 
 #include <array>
 #include <cmath>

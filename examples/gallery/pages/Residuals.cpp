@@ -7,11 +7,11 @@
 #include <runsieve/records/FitSettings.h>
 
 #include <vtkAxis.h>
+#include <vtkChart.h>
+#include <vtkDoubleArray.h>
 #include <vtkNew.h>
 #include <vtkPlotPoints.h>
 #include <vtkStringArray.h>
-#include <vtkChart.h>
-#include <vtkDoubleArray.h>
 
 #include <cmath>
 

@@ -5,13 +5,13 @@
 #include <runsieve/plot/PlotContainer.h>
 
 #include <vtkAxis.h>
+#include <vtkChartParallelCoordinates.h>
+#include <vtkDoubleArray.h>
 #include <vtkLookupTable.h>
 #include <vtkNew.h>
 #include <vtkPen.h>
 #include <vtkPlotParallelCoordinates.h>
 #include <vtkTextProperty.h>
-#include <vtkChartParallelCoordinates.h>
-#include <vtkDoubleArray.h>
 
 namespace gallery {
 

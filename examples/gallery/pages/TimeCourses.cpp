@@ -7,8 +7,8 @@
 #include <runsieve/records/LinePlotTable.h>
 #include <runsieve/records/ParameterSelection.h>
 
-#include <vtkChartLegend.h>
 #include <vtkChart.h>
+#include <vtkChartLegend.h>
 
 #include <set>
 

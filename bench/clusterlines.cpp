@@ -1,0 +1,74 @@
+// The first picture of grouped runs, each a line of its own, beside that of the same runs as one set of
+// lines.
+
+#include "BenchScan.h"
+
+#include "app/render/OffscreenView.h"
+
+#include <runsieve/plot/PlotContainer.h>
+
+#include <vtkChart.h>
+#include <vtkContextScene.h>
+#include <vtkPen.h>
+#include <vtkPlot.h>
+
+#include <benchmark/benchmark.h>
+
+#include <iostream>
+#include <memory>
+
+using namespace runsieve::bench;
+
+namespace {
+
+constexpr double lineWidth = 4.0; ///< of clusters, for both
+
+/// A plot of all runs in a scene, not painted yet.
+struct RunPicture
+{
+  RunPicture(std::string const& scan, bool clusters) : view(1000, 700, 0), plot(nullptr)
+  {
+    std::cout.rdbuf(nullptr);
+    view.scene()->AddItem(plot.getItem());
+    plot.metaData->setPlotLine(true);
+    plot.setLinePlotTable(benchScan(scan).table, false);
+    if (clusters) {
+      plot.chartXY->ClearPlots();
+      plot.clusterTimeSeries(4, 0);
+    } else {
+      plot.setColor(60, 90, 160, 180);
+      plot.chartXY->GetPlot(0)->SetWidth(lineWidth);
+    }
+    view.scene()->ClearItems();
+    view.scene()->AddItem(plot.getItem());
+  }
+
+  runsieve::app::OffscreenView view;
+  PlotContainer plot;
+};
+
+void firstPicture(benchmark::State& state, std::string const& scan, bool clusters)
+{
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto picture = std::make_unique<RunPicture>(scan, clusters);
+    state.ResumeTiming();
+    picture->view.render();
+    state.PauseTiming();
+    picture.reset();
+    state.ResumeTiming();
+  }
+}
+
+BENCHMARK_CAPTURE(firstPicture, W1_lines, std::string("W1"), false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(firstPicture, W1_clusters, std::string("W1"), true)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(firstPicture, W2_lines, std::string("W2"), false)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(2);
+BENCHMARK_CAPTURE(firstPicture, W2_clusters, std::string("W2"), true)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(2);
+
+} // namespace
+
+BENCHMARK_MAIN();
