@@ -7,7 +7,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
+#include <string>
 
 namespace runsieve::test {
 namespace {
@@ -130,6 +132,18 @@ TEST(ResolvedGate, NamesTheOutputsThereAre)
   EXPECT_EQ(messageOf([&] { resolve("A @ 1 in 0..1", *scan); }),
             "the output \"A\" could be \"Molecule: A\", \"Complex: A\"; give the full name");
   EXPECT_EQ(resolve("Complex: A @ 1 in 0..1", *scan).column, 1u);
+}
+
+TEST(ResolvedGate, OfManyOutputsTheFirstTwentyAreNamed)
+{
+  for (int outputs : {19, 20, 21, 26}) {
+    auto scan = makeScan(shapeOf(2, 4, outputs, 1));
+    std::string expected = "the scan has no output \"none\"; there are ";
+    for (int i = 0; i < std::min(outputs, 20); ++i)
+      expected += std::string(i > 0 ? ", " : "") + "\"Molecule: " + static_cast<char>('A' + i) + '"';
+    if (outputs > 20) expected += " and " + std::to_string(outputs - 20) + " more";
+    EXPECT_EQ(messageOf([&] { resolve("none @ 1 in 0..1", *scan); }), expected);
+  }
 }
 
 TEST(ResolvedGate, SnapsATimeToTheGridAndSaysSo)

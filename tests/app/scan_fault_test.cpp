@@ -70,6 +70,9 @@ TEST(ScanFault, TextInANumberColumn)
   EXPECT_THAT(messageForRows("1,0,0,\n"),
               HasSubstr("scan.csv:2: column 4 (\"Parameter: k1\"): expected a number, "
                         "found an empty field"));
+  for (std::string const field : {"\"\"", "\" \"", " "})
+    EXPECT_THAT(messageForRows(field + ",0,0,1\n"), HasSubstr("found an empty field")) << field;
+  EXPECT_THAT(messageForRows("+,0,0,1\n"), HasSubstr("found \"+\""));
   EXPECT_THAT(messageForRows("1x,0,0,1\n"),
               HasSubstr("column 1 (\"Molecule: A\"): expected a number, found \"1x\""));
   EXPECT_THAT(messageForRows("1 2,0,0,1\n"), HasSubstr("found \"1 2\""));
@@ -306,6 +309,19 @@ TEST(ScanFault, AnyDamageIsToldOrHarmless)
   }
   EXPECT_GT(told, 2000);
   EXPECT_LT(told, 4000);
+}
+
+TEST(ScanFault, TextInUtf16IsNamedInBothByteOrders)
+{
+  std::string little = "\xFF\xFE";
+  std::string big = "\xFE\xFF";
+  for (char c : std::string("A,time\n1,0\n")) {
+    little += {c, '\0'};
+    big += {'\0', c};
+  }
+  for (std::string const& content : {little, big})
+    EXPECT_EQ(messageFor(content), "scan.csv:1: the text is in UTF-16; save it as UTF-8");
+  EXPECT_THAT(messageFor(big.substr(2)), HasSubstr("binary data")) << "without the mark";
 }
 
 } // namespace
