@@ -19,6 +19,19 @@ public:
   std::set<vtkSmartPointer<vtkChart>> charts;
 };
 
+namespace {
+
+/// The scene of a chart that is no longer shown can be gone, and clearing would mark it dirty.
+void clearUnseen(vtkChart* chart)
+{
+  vtkContextScene* scene = chart->GetScene();
+  chart->SetScene(nullptr);
+  chart->ClearPlots();
+  chart->SetScene(scene);
+}
+
+} // namespace
+
 ChartLifetime::~ChartLifetime() = default; // the holder outlives this object, as the event that it serves may
 
 KeptCharts& ChartLifetime::kept()
@@ -44,7 +57,7 @@ void ChartLifetime::dropPlotsOfUnheld()
 {
   if (!holder) return;
   for (vtkChart* chart : kept().charts)
-    if (chart->GetReferenceCount() == 1) chart->ClearPlots();
+    if (chart->GetReferenceCount() == 1) clearUnseen(chart);
 }
 
 } // namespace runsieve

@@ -55,7 +55,6 @@ vtkChart* ChartStage::forSensitivities()
 {
   lifetime.keep(chart);
   chart = vtkSmartPointer<vtkChartXY>::New();
-  lifetime.dropPlotsOfUnheld();
   roles.give(chart, {ChartPart::sensitivity, ChartPlace::selfLaidOut}, interactionObserver);
   item = chart;
   return chart;
@@ -66,7 +65,6 @@ void ChartStage::layOutGrid(vtkVector2i size)
   if (matrix->GetSize() != size) {
     matrix->SetSize({0, 0});
     matrix->SetSize(size);
-    lifetime.dropPlotsOfUnheld();
   }
   forEachCell(size, [this](vtkVector2i position) {
     matrix->GetChart(position)->ClearPlots();

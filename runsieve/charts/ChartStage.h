@@ -66,7 +66,4 @@ private:
   vtkSmartPointer<vtkChart> newChart() const;
 };
 
-/// Pixels above each small chart of a selection view, for its p-value.
-constexpr int smallChartTitleSpace = 25;
-
 } // namespace runsieve

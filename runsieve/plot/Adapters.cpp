@@ -148,6 +148,7 @@ void PlotContainer::setupStackedSobol(bool total)
   if (style == stackedPlot) addSobolAreas(chart, plotData, total);
   if (auto* xy = vtkChartXY::SafeDownCast(chart)) xy->ForceAxesToBoundsOn();
   chart->SetTitle(chartText(metaData->plotTitle));
+  d->lifetime.dropPlotsOfUnheld();
   metaData->blockSignals(false);
 }
 

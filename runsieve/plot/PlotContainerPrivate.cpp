@@ -62,6 +62,7 @@ void PlotContainer::Private::build(plotStyles number, vtkContextScene* scene)
   }
   StyleModel shown = model();
   style.build(shown, scene);
+  lifetime.dropPlotsOfUnheld();
 }
 
 /// The selection of a copy reaches tables and statistics first; one drawing then shows them.

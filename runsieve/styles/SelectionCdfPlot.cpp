@@ -38,6 +38,7 @@ namespace runsieve {
 namespace {
 
 constexpr double commonScaleHeadroom = 1.05;
+constexpr int smallChartTitleSpace = 25; ///< pixels above each small chart, for its p-value
 
 struct Rgb
 {

@@ -1,6 +1,6 @@
-#include "MemoryPeak.h"
 #include "support/DumpBytes.h"
 #include "support/Dumps.h"
+#include "support/MemoryPeak.h"
 #include "support/Selections.h"
 #include "support/TableBuilder.h"
 

@@ -3,6 +3,7 @@
 #include <runsieve/selection/ColumnPool.h>
 
 #include <gtest/gtest.h>
+#include <vtkPlot.h>
 #include <vtkWeakPointer.h>
 
 #include <memory>
@@ -43,10 +44,26 @@ TEST_F(MemoryTest, TablesShownInTurnDoNotPileUp)
 TEST_F(MemoryTest, ACellThatIsDroppedLosesItsPlotsAtOnce)
 {
   showScan(3);
-  const vtkSmartPointer<vtkChart> cell = plot.container.chartMatrix->GetChart({2, 0});
-  ASSERT_GT(cell->GetNumberOfPlots(), 0);
+  const vtkWeakPointer<vtkChart> cell = plot.container.chartMatrix->GetChart({2, 0});
+  const vtkWeakPointer<vtkPlot> curve = cell->GetPlot(0);
+  ASSERT_NE(curve.GetPointer(), nullptr);
   showScan(2);
-  EXPECT_EQ(cell->GetNumberOfPlots(), 0);
+  EXPECT_NE(cell.GetPointer(), nullptr) << "an event may still stand in the chart";
+  EXPECT_EQ(curve.GetPointer(), nullptr);
+}
+
+TEST_F(MemoryTest, SensitivitiesShownInTurnDoNotPileUp)
+{
+  std::vector<vtkWeakPointer<vtkTable>> shown;
+  plot.container.setPlotStyle(barPlot);
+  for (int i = 0; i < 4; ++i) {
+    plot.container.setPlotData(makeTable({{"a", {0.1, 0.2}}, {"b", {0.3, 0.4}}}));
+    plot.container.setupStackedSobol(false);
+    plot.show();
+    shown.emplace_back(plot.container.plotData);
+  }
+  // The last but one chart left the scene after it was replaced.
+  for (std::size_t i = 0; i + 2 < shown.size(); ++i) EXPECT_EQ(shown[i].GetPointer(), nullptr) << i;
 }
 
 TEST_F(MemoryTest, TheSamplesOfASelectionAreGivenBackWithTheTable)
