@@ -241,6 +241,22 @@ TEST(PearsonKMeans, FurtherStartsFindShapesThatTheFirstCurvesLack)
   EXPECT_LE(found.spread, curves.cluster(3).spread);
 }
 
+/// As many shapes as clusters, each at a right angle to all others: centres that lie far from each other are
+/// one of each, so that one further start is enough.
+TEST(PearsonKMeans, AFurtherStartChoosesAsManyCentresAsThereAreClusters)
+{
+  constexpr std::size_t kinds = 8, ofEach = 5, points = 32;
+  Curves curves{points, {}};
+  for (std::size_t i = 0; i < kinds * ofEach; ++i)
+    for (std::size_t p = 0; p < points; ++p) {
+      const auto wave = static_cast<double>(i / ofEach + 1) * (static_cast<double>(p) + 0.5) / points;
+      curves.values.push_back(std::cos(M_PI * wave) + 1e-3 * std::sin(static_cast<double>(7 * i + 3 * p)));
+    }
+  const ShapeClusters found = curves.cluster(kinds, usualLimits(), 2);
+  EXPECT_THAT(found.sizes, Each(static_cast<long long>(ofEach)));
+  EXPECT_LT(found.spread, 1e-3);
+}
+
 TEST(PearsonKMeans, FurtherStartsAreTheSameOnEveryCall)
 {
   const Curves curves = threeShapesOneByOne();

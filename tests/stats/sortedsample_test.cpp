@@ -45,6 +45,12 @@ TEST(SortedSample, EachValueCountsOnceWhereverItStands)
   EXPECT_THAT(distinctOfRows({}), IsEmpty());
 }
 
+TEST(SortedSample, WhatStandsBeforeTheValuesDoesNotCount)
+{
+  const Sample values{5, 5, 6};
+  EXPECT_THAT(sortedDistinct(values.data() + 1, 1), ElementsAre(5));
+}
+
 TEST(SortedSample, AllUndefinedValuesAreOneWhichStandsLast)
 {
   const Sample values{nan, 5, -nan, nan, -infinity, 5, infinity, nan};
