@@ -25,7 +25,7 @@ BELOW = {
     "adapters": {"records", "tables"},
     "persist": {"records", "tables"},
     "plot": {"records", "tables", "items", "selection", "stats", "charts", "styles", "adapters", "persist"},
-    "widgets": {"records", "items", "plot"},
+    "widgets": {"records", "tables", "items", "plot"},
 }
 
 LIBRARY = "runsieve"
