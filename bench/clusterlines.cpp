@@ -23,12 +23,19 @@ namespace {
 
 constexpr double lineWidth = 4.0; ///< of clusters, for both
 
+/// Drops what plots print, as long as it lives.
+struct Silence
+{
+  ~Silence() { std::cout.rdbuf(former); }
+  std::streambuf* former = std::cout.rdbuf(nullptr);
+};
+
 /// A plot of all runs in a scene, not painted yet.
 struct RunPicture
 {
   RunPicture(std::string const& scan, bool clusters) : view(1000, 700, 0), plot(nullptr)
   {
-    std::cout.rdbuf(nullptr);
+    const Silence silence;
     view.scene()->AddItem(plot.getItem());
     plot.metaData->setPlotLine(true);
     plot.setLinePlotTable(benchScan(scan).table, false);

@@ -11,8 +11,10 @@
 #include <runsieve/selection/RunIntersection.h>
 #include <runsieve/selection/vtkCombinedFilterAndSelectedRows.h>
 
+#include <vtkAnnotationLink.h>
 #include <vtkContextScene.h>
 #include <vtkNew.h>
+#include <vtkTable.h>
 
 #include <benchmark/benchmark.h>
 
