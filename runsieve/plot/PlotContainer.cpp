@@ -1,5 +1,6 @@
 #include <runsieve/plot/PlotContainer.h>
 
+#include <runsieve/items/VtkVersion.h>
 #include <runsieve/plot/ChartLifetime.h>
 #include <runsieve/plot/ChartRole.h>
 #include <runsieve/plot/MarginChart.h>
@@ -91,7 +92,7 @@ void PlotContainer::createCharts()
 {
   annotationLink = vtkSmartPointer<vtkAnnotationLink>::New();
   ensureChart();
-  scatterPlotMatrix = vtkSmartPointer<vtkScatterPlotMatrix>::New();
+  scatterPlotMatrix = makeScatterPlotMatrix();
   chartXYZ = vtkSmartPointer<vtkChartXYZ>::New();
   chartMatrix = vtkSmartPointer<vtkChartMatrix>::New();
   extractSelectedRows = vtkSmartPointer<vtkExtractSelectedRows>::New();
