@@ -1,5 +1,7 @@
 #include <runsieve/items/VtkVersion.h>
 
+#include <vtkAxis.h>
+#include <vtkChart.h>
 #include <vtkContextActor.h>
 #include <vtkContextView.h>
 #include <vtkNew.h>
@@ -8,6 +10,7 @@
 #include <vtkPlotPoints.h>
 #include <vtkPropCollection.h>
 #include <vtkRenderer.h>
+#include <vtkScatterPlotMatrix.h>
 #include <vtkUnsignedCharArray.h>
 #include <vtkVersionMacros.h>
 
@@ -34,11 +37,48 @@ public:
   }
 };
 
+/// VTK 9.3 gives the large chart the axes of the columns in whose cell it stands, at every layout but the
+/// first. This matrix gives it those of the active plot again.
+class ScatterPlotMatrix : public vtkScatterPlotMatrix
+{
+public:
+  static ScatterPlotMatrix* New() { VTK_STANDARD_NEW_BODY(ScatterPlotMatrix); }
+
+  void Update() override
+  {
+    const bool isLaidOut = this->GetMTime() <= laidOut;
+    this->vtkScatterPlotMatrix::Update();
+    laidOut = this->GetMTime();
+    if (!isLaidOut && this->ActivePlotValid && this->GetMainChart()) showActivePlot();
+  }
+
+private:
+  void showActivePlot()
+  {
+    vtkChart* active = this->GetChart(this->ActivePlot);
+    auto share = [this, active](int side, int otherSide) {
+      double range[2];
+      active->GetAxis(side)->GetUnscaledRange(range);
+      this->GetMainChart()->GetAxis(side)->SetUnscaledRange(range);
+      this->GetMainChart()->GetAxis(otherSide)->SetUnscaledRange(range);
+    };
+    share(vtkAxis::BOTTOM, vtkAxis::TOP);
+    share(vtkAxis::LEFT, vtkAxis::RIGHT);
+  }
+
+  vtkMTimeType laidOut = 0;
+};
+
 } // namespace
 
 void rebuildPoints(vtkPlotPoints* plot, vtkTable*)
 {
   plot->UpdateCache();
+}
+
+vtkSmartPointer<vtkScatterPlotMatrix> makeScatterPlotMatrix()
+{
+  return vtkSmartPointer<ScatterPlotMatrix>::New();
 }
 
 void makePrintable(vtkContextView* view)
@@ -63,6 +103,11 @@ struct OpenPlotPoints : vtkPlotPoints
 void rebuildPoints(vtkPlotPoints* plot, vtkTable* input)
 {
   (plot->*(&OpenPlotPoints::UpdateTableCache))(input);
+}
+
+vtkSmartPointer<vtkScatterPlotMatrix> makeScatterPlotMatrix()
+{
+  return vtkSmartPointer<vtkScatterPlotMatrix>::New();
 }
 
 void makePrintable(vtkContextView*) {}

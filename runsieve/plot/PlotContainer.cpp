@@ -1,5 +1,6 @@
 #include <runsieve/plot/PlotContainerPrivate.h>
 
+#include <runsieve/items/VtkVersion.h>
 #include <runsieve/plot/vtkShiftScaleCallback.h>
 #include <runsieve/records/LinePlotTable.h>
 #include <runsieve/records/PlotMetaData.h>
@@ -98,7 +99,7 @@ void PlotContainer::Private::createCharts()
 {
   plot.annotationLink = vtkSmartPointer<vtkAnnotationLink>::New();
   stage().alone();
-  plot.scatterPlotMatrix = vtkSmartPointer<vtkScatterPlotMatrix>::New();
+  plot.scatterPlotMatrix = makeScatterPlotMatrix();
   plot.chartXYZ = vtkSmartPointer<vtkChartXYZ>::New();
   plot.chartMatrix = vtkSmartPointer<vtkChartMatrix>::New();
   plot.extractSelectedRows = vtkSmartPointer<vtkExtractSelectedRows>::New();

@@ -1,6 +1,7 @@
 #include "support/Picture.h"
 
 #include <gmock/gmock.h>
+#include <vtkVersionMacros.h>
 
 #include <QDir>
 #include <QFile>
@@ -67,6 +68,19 @@ TEST_F(PictureTest, ThePictureOfTheBaselinePasses)
 {
   EXPECT_TRUE(matchesBaseline(pictureWith(0, 0), "White", folders));
   EXPECT_FALSE(wrote("White.png"));
+}
+
+TEST_F(PictureTest, ABaselineForTheVersionOfVtkComesFirst)
+{
+  auto addBaseline = [this](QString const& version, QImage const& picture) {
+    QDir().mkpath(folders.baselines + "/" + version);
+    picture.save(folders.baselines + "/" + version + "/White.png");
+  };
+  addBaseline("vtk-8.0", pictureWith(9, 55));
+  EXPECT_TRUE(matchesBaseline(pictureWith(0, 0), "White", folders));
+  addBaseline(QString("vtk-%1.%2").arg(VTK_MAJOR_VERSION).arg(VTK_MINOR_VERSION), pictureWith(2, 55));
+  EXPECT_TRUE(matchesBaseline(pictureWith(2, 55), "White", folders));
+  EXPECT_FALSE(matchesBaseline(pictureWith(0, 0), "White", folders));
 }
 
 TEST_F(PictureTest, AnotherPictureFailsWithFiguresAndFiles)

@@ -64,6 +64,29 @@ TEST_F(ScatterMatrixTest, TakesTheVerticalGutterFirst)
   EXPECT_THAT(borders, ElementsAre(1, 2, 3, 4)) << "left, bottom, right, top";
 }
 
+TEST_F(ScatterMatrixTest, TheLargeChartReachesOverTheActiveColumnsAfterEveryLayout)
+{
+  plot.container.setPlotData(makeTable({{"a", {100, 300}}, {"b", {20, 70}}, {"c", {3, 4}}, {"d", {-5, 6}}}));
+  plot.container.setPlotStyle(scatterPlotMatrixStyle);
+  plot.show();
+  RecordingPainter recorder;
+  plot.paint(recorder);
+  auto* matrix = plot.container.scatterPlotMatrix.Get();
+  auto reach = [this, matrix](int side, vtkStdString const& column) {
+    double const* range =
+        vtkDataArray::SafeDownCast(plot.container.plotData->GetColumnByName(column.c_str()))->GetRange();
+    vtkAxis* axis = matrix->GetMainChart()->GetAxis(side);
+    EXPECT_LE(axis->GetUnscaledMinimum(), range[0]) << column;
+    EXPECT_GE(axis->GetUnscaledMaximum(), range[1]) << column;
+  };
+  for (int layout = 0; layout < 2; ++layout) {
+    reach(vtkAxis::TOP, matrix->GetColumnName(matrix->GetActivePlot().GetX()));
+    reach(vtkAxis::RIGHT, matrix->GetRowName(matrix->GetActivePlot().GetY()));
+    matrix->Modified();
+    plot.paint(recorder);
+  }
+}
+
 TEST_F(ScatterMatrixTest, CanBeLimitedToTheColumnsInUse)
 {
   plot.settings().parameterColumns = {3, 4};

@@ -1,6 +1,9 @@
 #include "Picture.h"
 
+#include <vtkVersionMacros.h>
+
 #include <QDir>
+#include <QFile>
 
 #include <algorithm>
 #include <array>
@@ -73,11 +76,18 @@ bool isWithin(PictureDifference const& difference, PictureTolerance const& toler
   return difference.mean <= tolerance.mean && difference.share <= tolerance.share;
 }
 
+QString baselineOf(QString const& name, QString const& baselines)
+{
+  const QString own =
+      QString("%1/vtk-%2.%3/%4.png").arg(baselines).arg(VTK_MAJOR_VERSION).arg(VTK_MINOR_VERSION).arg(name);
+  return QFile::exists(own) ? own : QDir(baselines).filePath(name + ".png");
+}
+
 testing::AssertionResult matchesBaseline(QImage const& picture, std::string const& name,
                                          PictureFolders const& folders, PictureTolerance const& tolerance)
 {
   const QString file = QString::fromStdString(name);
-  const QString path = QDir(folders.baselines).filePath(file + ".png");
+  const QString path = baselineOf(file, folders.baselines);
   const QImage baseline(path);
   if (baseline.isNull())
     return testing::AssertionFailure() << "no baseline " << path.toStdString() << "\n  the picture is "

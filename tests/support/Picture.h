@@ -26,12 +26,15 @@ struct PictureTolerance
 
 struct PictureFolders
 {
-  QString baselines; ///< <name>.png for each picture
+  QString baselines; ///< <name>.png for each picture; in a folder vtk-9.3 what that version draws otherwise
   QString failed;    ///< where a picture that does not match goes, with a map of the differences
 };
 
 [[nodiscard]] PictureDifference differenceOf(QImage const& a, QImage const& b);
 [[nodiscard]] bool isWithin(PictureDifference const& difference, PictureTolerance const& tolerance = {});
+
+/// The baseline of a picture for the version of VTK that draws it.
+[[nodiscard]] QString baselineOf(QString const& name, QString const& baselines);
 
 /// Compares a picture with its baseline. A picture without a baseline fails as well: after a look at the one
 /// that this writes it can become the baseline.
