@@ -106,14 +106,14 @@ TEST_F(ReleasedTest, ASelectionRedrawsOnce)
   shape.parameters = 3;
   plot.load(shape);
   plot.change(selectionCdfPlot);
-  // Each redraw takes the observers from the cells and clears the scene exactly once.
+  // Each redraw marks the quartile table as modified once, before it draws the bands.
   int redraws = 0;
-  struct CountedMatrix : vtkCommand
+  struct Counter : vtkCommand
   {
     void Execute(vtkObject*, unsigned long, void*) override { ++*count; }
     int* count = nullptr;
   };
-  auto counter = vtkSmartPointer<CountedMatrix>::Take(new CountedMatrix);
+  auto counter = vtkSmartPointer<Counter>::Take(new Counter);
   counter->count = &redraws;
   plot.container.quartileTable = makeTable({{"Time", {0, 1, 2}}});
   plot.settings().blockSignals(true);
