@@ -4,7 +4,7 @@
 #include "BenchScan.h"
 
 #include <runsieve/records/vtkKMeansPearson.h>
-#include <runsieve/stats/PearsonKMeans.h>
+#include <runsieve/core/kernels/PearsonKMeans.h>
 
 #include <benchmark/benchmark.h>
 #include <vtkDoubleArray.h>

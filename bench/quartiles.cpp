@@ -3,7 +3,7 @@
 
 #include "BenchScan.h"
 
-#include <runsieve/stats/OrderStatistics.h>
+#include <runsieve/core/kernels/OrderStatistics.h>
 
 #include <benchmark/benchmark.h>
 #include <vtkDoubleArray.h>

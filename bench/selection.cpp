@@ -8,7 +8,7 @@
 
 #include <runsieve/plot/PlotContainer.h>
 #include <runsieve/selection/RowGather.h>
-#include <runsieve/selection/RunIntersection.h>
+#include <runsieve/core/kernels/RunIntersection.h>
 #include <runsieve/selection/vtkCombinedFilterAndSelectedRows.h>
 
 #include <vtkAnnotationLink.h>

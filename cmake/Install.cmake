@@ -1,7 +1,7 @@
 include(CMakePackageConfigHelpers)
 string(REPLACE ";" " " RUNSIEVE_VTK_COMPONENTS_SPACED "${RUNSIEVE_VTK_COMPONENTS}")
 
-install(TARGETS runsieve EXPORT RunsieveTargets
+install(TARGETS runsieve_core runsieve EXPORT RunsieveTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 foreach(header IN LISTS RUNSIEVE_PUBLIC_HEADERS)
@@ -10,6 +10,8 @@ foreach(header IN LISTS RUNSIEVE_PUBLIC_HEADERS)
 endforeach()
 install(FILES ${PROJECT_BINARY_DIR}/include/runsieve/runsieve_export.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/runsieve)
+install(FILES ${PROJECT_BINARY_DIR}/include/runsieve/core/runsieve_core_export.h
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/runsieve/core)
 
 set(_config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Runsieve)
 install(EXPORT RunsieveTargets NAMESPACE Runsieve:: DESTINATION ${_config_dir})

@@ -3,7 +3,7 @@
 #include "app/cli/RankReport.h"
 #include "app/gate/ResolvedGate.h"
 #include "app/render/OffscreenView.h"
-#include "app/scan/SafeFile.h"
+#include <runsieve/core/files/SafeFile.h>
 #include "app/scan/ScanLayout.h"
 #include "app/store/FileEnding.h"
 #include "app/store/StoredPlot.h"

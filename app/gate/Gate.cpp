@@ -1,7 +1,7 @@
 #include "app/gate/Gate.h"
 
-#include "app/scan/Decimal.h"
-#include "app/scan/FieldText.h"
+#include <runsieve/core/text/Decimal.h>
+#include <runsieve/core/text/FieldText.h>
 
 #include <cctype>
 #include <cmath>

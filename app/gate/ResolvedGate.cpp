@@ -1,8 +1,8 @@
 #include "app/gate/ResolvedGate.h"
 
 #include "app/scan/ColumnName.h"
-#include "app/scan/Decimal.h"
-#include "app/scan/FieldText.h"
+#include <runsieve/core/text/Decimal.h>
+#include <runsieve/core/text/FieldText.h>
 #include "app/scan/ScanLayout.h"
 
 #include <algorithm>

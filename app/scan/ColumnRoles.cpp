@@ -1,8 +1,8 @@
 #include "app/scan/ColumnRoles.h"
 
 #include "app/scan/ColumnName.h"
-#include "app/scan/FieldText.h"
-#include "app/scan/ScanError.h"
+#include <runsieve/core/text/FieldText.h>
+#include <runsieve/core/scan/ScanError.h>
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "app/scan/Header.h"
 
-#include "app/scan/FieldText.h"
-#include "app/scan/ScanError.h"
+#include <runsieve/core/text/FieldText.h>
+#include <runsieve/core/scan/ScanError.h>
 
 #include <algorithm>
 #include <unordered_map>

@@ -1,6 +1,6 @@
 #include "app/scan/RowParser.h"
 
-#include "app/scan/FieldText.h"
+#include <runsieve/core/text/FieldText.h>
 #include "app/scan/Header.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "app/scan/RunStructure.h"
 
-#include "app/scan/Decimal.h"
+#include <runsieve/core/text/Decimal.h>
 
 #include <cmath>
 #include <limits>

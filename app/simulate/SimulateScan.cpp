@@ -1,6 +1,6 @@
 #include "app/simulate/SimulateScan.h"
 
-#include "app/scan/Parallel.h"
+#include <runsieve/core/parallel/Parallel.h>
 #include "app/scan/ParameterBounds.h"
 
 #include <boost/make_shared.hpp>

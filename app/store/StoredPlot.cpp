@@ -1,10 +1,10 @@
 #include "app/store/StoredPlot.h"
 
 #include "app/scan/ColumnName.h"
-#include "app/scan/MappedFile.h"
+#include <runsieve/core/files/MappedFile.h>
 #include "app/scan/ParameterBounds.h"
-#include "app/scan/SafeFile.h"
-#include "app/scan/ScanError.h"
+#include <runsieve/core/files/SafeFile.h>
+#include <runsieve/core/scan/ScanError.h>
 #include "app/scan/ScanLayout.h"
 #include "app/store/PlotSettings.h"
 #include "app/view/SievedScan.h"

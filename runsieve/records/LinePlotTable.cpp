@@ -1,6 +1,6 @@
 #include <runsieve/records/LinePlotTable.h>
 
-#include <runsieve/records/HugePages.h>
+#include <runsieve/core/kernels/HugePages.h>
 
 double* LinePlotTable::addColumn(Kestrane::DataType type, std::string name)
 {

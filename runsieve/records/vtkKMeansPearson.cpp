@@ -1,6 +1,6 @@
 #include <runsieve/records/vtkKMeansPearson.h>
 
-#include <runsieve/records/Correlation.h>
+#include <runsieve/core/kernels/Correlation.h>
 
 #include <vtkObjectFactory.h>
 #include <vtkVariantArray.h>

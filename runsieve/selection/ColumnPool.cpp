@@ -1,6 +1,6 @@
 #include <runsieve/selection/ColumnPool.h>
 
-#include <runsieve/records/HugePages.h>
+#include <runsieve/core/kernels/HugePages.h>
 
 #include <cstdlib>
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <runsieve/selection/RowSpans.h>
+#include <runsieve/core/kernels/RowSpans.h>
 
 class vtkCombinedFilterAndSelectedRows;
 

@@ -1,6 +1,6 @@
 #include <runsieve/selection/FlagColumn.h>
 
-#include <runsieve/records/HugePages.h>
+#include <runsieve/core/kernels/HugePages.h>
 
 #include <vtkTable.h>
 

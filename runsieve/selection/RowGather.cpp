@@ -1,7 +1,7 @@
 #include <runsieve/selection/RowGather.h>
 
 #include <runsieve/selection/ColumnPool.h>
-#include <runsieve/selection/RowSpans.h>
+#include <runsieve/core/kernels/RowSpans.h>
 
 #include <vtkDataSetAttributes.h>
 #include <vtkDoubleArray.h>

@@ -4,7 +4,7 @@
 #include <runsieve/selection/FlagColumn.h>
 #include <runsieve/selection/RowFilterInput.h>
 #include <runsieve/selection/RowGather.h>
-#include <runsieve/selection/RunIntersection.h>
+#include <runsieve/core/kernels/RunIntersection.h>
 
 #include <vtkAnnotationLayers.h>
 #include <vtkDoubleArray.h>

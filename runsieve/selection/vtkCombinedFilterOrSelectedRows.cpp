@@ -2,7 +2,7 @@
 
 #include <runsieve/selection/RowFilterInput.h>
 #include <runsieve/selection/RowGather.h>
-#include <runsieve/selection/RowSpans.h>
+#include <runsieve/core/kernels/RowSpans.h>
 
 #include <vtkAnnotationLayers.h>
 #include <vtkDataArray.h>

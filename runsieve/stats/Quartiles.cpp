@@ -1,7 +1,7 @@
 #include <runsieve/stats/Quartiles.h>
 
 #include <runsieve/records/PaddedNumber.h>
-#include <runsieve/stats/OrderStatistics.h>
+#include <runsieve/core/kernels/OrderStatistics.h>
 #include <runsieve/tables/BorrowedColumn.h>
 #include <runsieve/tables/TableAccess.h>
 

@@ -1,10 +1,10 @@
 #include <runsieve/stats/RankedTables.h>
 
-#include <runsieve/selection/RowSpans.h>
-#include <runsieve/stats/RankedSample.h>
+#include <runsieve/core/kernels/RowSpans.h>
+#include <runsieve/core/kernels/RankedSample.h>
 #include <runsieve/stats/RunIndex.h>
-#include <runsieve/stats/SampleDensity.h>
-#include <runsieve/stats/SortedSample.h>
+#include <runsieve/core/kernels/SampleDensity.h>
+#include <runsieve/core/kernels/SortedSample.h>
 #include <runsieve/tables/ParameterNames.h>
 #include <runsieve/tables/TableAccess.h>
 

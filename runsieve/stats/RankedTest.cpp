@@ -1,6 +1,6 @@
 #include <runsieve/stats/RankedTest.h>
 
-#include <runsieve/stats/KolmogorovSmirnov.h>
+#include <runsieve/core/kernels/KolmogorovSmirnov.h>
 #include <runsieve/tables/TableAccess.h>
 
 #include <vtkDoubleArray.h>

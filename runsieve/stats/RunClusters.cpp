@@ -1,6 +1,6 @@
 #include <runsieve/stats/RunClusters.h>
 
-#include <runsieve/stats/PearsonKMeans.h>
+#include <runsieve/core/kernels/PearsonKMeans.h>
 #include <runsieve/stats/RunsAsRows.h>
 #include <runsieve/tables/TableAccess.h>
 

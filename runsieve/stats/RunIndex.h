@@ -1,6 +1,6 @@
 #pragma once
 
-#include <runsieve/stats/ParameterOrder.h>
+#include <runsieve/core/kernels/ParameterOrder.h>
 
 #include <vtkDoubleArray.h>
 #include <vtkWeakPointer.h>

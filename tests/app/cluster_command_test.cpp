@@ -5,7 +5,7 @@
 #include "app/view/ScanClusters.h"
 #include "support/PlotScene.h"
 #include "support/ShapedScan.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "app/cli/CommandLine.h"
 
 #include "app/scan/ScanReader.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
 #include "app/cli/CommandLine.h"
 #include "app/gate/Gate.h"
-#include "app/scan/ScanError.h"
+#include <runsieve/core/scan/ScanError.h>
 #include "app/scan/ScanReader.h"
 #include "app/scan/ScanWriter.h"
 #include "StoredPlots.h"
 #include "support/ShapedScan.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "app/view/ScanPlot.h"
 #include "StoredPlots.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 

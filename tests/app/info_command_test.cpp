@@ -1,7 +1,7 @@
 #include "app/cli/Commands.h"
 #include "app/scan/ScanWriter.h"
 #include "ScanColumns.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gtest/gtest.h>
 

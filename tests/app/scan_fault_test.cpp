@@ -1,7 +1,7 @@
-#include "app/scan/ScanError.h"
+#include <runsieve/core/scan/ScanError.h>
 #include "app/scan/ScanReader.h"
 
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,7 +14,6 @@ namespace runsieve::test {
 namespace {
 
 using app::ReadOptions;
-using app::ScanError;
 using testing::HasSubstr;
 using testing::Not;
 

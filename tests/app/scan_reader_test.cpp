@@ -1,7 +1,7 @@
 #include "app/scan/ScanReader.h"
 
 #include "ScanColumns.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

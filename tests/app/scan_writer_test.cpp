@@ -1,10 +1,10 @@
 #include "app/scan/ScanWriter.h"
 
-#include "app/scan/ScanError.h"
+#include <runsieve/core/scan/ScanError.h>
 #include "app/scan/ScanReader.h"
 #include "ScanColumns.h"
 #include "support/ScanBuilder.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,7 +27,6 @@ namespace runsieve::test {
 namespace {
 
 using app::readScan;
-using app::ScanError;
 using app::writeScan;
 
 std::string textOf(LinePlotTable const& scan)

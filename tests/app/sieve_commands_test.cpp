@@ -1,4 +1,4 @@
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include "app/cli/Commands.h"
 #include "app/scan/ScanWriter.h"

@@ -5,7 +5,7 @@
 #include "app/scan/ScanReader.h"
 #include "app/scan/ScanWriter.h"
 #include "ScanColumns.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
 #include "app/store/StoredPlot.h"
 
-#include "app/scan/ScanError.h"
+#include <runsieve/core/scan/ScanError.h>
 #include "app/store/PlotSettings.h"
 #include "StoredPlots.h"
 #include "support/DumpBytes.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +17,6 @@ namespace runsieve::test {
 namespace {
 
 using app::readPlot;
-using app::ScanError;
 using app::StoredPlot;
 using testing::AnyOf;
 using testing::HasSubstr;

@@ -1,9 +1,9 @@
 #include "app/store/StoredPlot.h"
 
-#include "app/scan/ScanError.h"
+#include <runsieve/core/scan/ScanError.h>
 #include "app/scan/ScanWriter.h"
 #include "StoredPlots.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,7 +25,6 @@ namespace {
 using app::isStoredPlot;
 using app::readPlot;
 using app::readPlotOrScan;
-using app::ScanError;
 using app::StoredPlot;
 using app::writePlot;
 using app::writeScan;

@@ -2,7 +2,7 @@
 #include "app/scan/ScanWriter.h"
 #include "app/store/StoredPlot.h"
 #include "support/ScanBuilder.h"
-#include "TempFile.h"
+#include "support/TempFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

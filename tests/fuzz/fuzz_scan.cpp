@@ -1,5 +1,5 @@
 // Any bytes are read as a scan: either a complaint, or a record whose runs are whole.
-#include "app/scan/ScanError.h"
+#include <runsieve/core/scan/ScanError.h>
 #include "app/scan/ScanLayout.h"
 #include "app/scan/ScanReader.h"
 
@@ -63,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   options.threads = 1;
   try {
     check(*runsieve::app::readScan(file.path(), options));
-  } catch (runsieve::app::ScanError const&) {
+  } catch (runsieve::ScanError const&) {
   }
   return 0;
 }

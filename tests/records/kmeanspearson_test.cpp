@@ -1,4 +1,4 @@
-#include <runsieve/records/Correlation.h>
+#include <runsieve/core/kernels/Correlation.h>
 #include <runsieve/records/vtkKMeansPearson.h>
 
 #include <gtest/gtest.h>

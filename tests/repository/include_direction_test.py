@@ -8,7 +8,6 @@ import unittest
 from include_direction import BELOW, Layers, check
 
 PUBLIC = ["records/Scan.h", "plot/Plot.h"]
-KERNELS = ["records/Density.cpp", "stats/Ks.cpp", "selection/Spans.cpp"]
 QT_WIDGETS = ["QWidget", "qwidget.h"]
 
 
@@ -19,7 +18,7 @@ class IncludeDirectionTest(unittest.TestCase):
             for name, text in {"runsieve/records/Scan.h": "", "runsieve/plot/Plot.h": "", **files}.items():
                 (root / name).parent.mkdir(parents=True, exist_ok=True)
                 (root / name).write_text(text)
-            return check(root, Layers(PUBLIC, KERNELS, QT_WIDGETS))[1]
+            return check(root, Layers(PUBLIC, QT_WIDGETS))[1]
 
     def assert_passes(self, name, include):
         self.assertEqual([], self.messages({name: f"#include {include}\n"}))
@@ -45,7 +44,8 @@ class IncludeDirectionTest(unittest.TestCase):
 
     def test_records_know_nothing_of_the_rest(self):
         for name in ("Scan.cpp", "Time.h"):
-            self.assert_refused(f"runsieve/records/{name}", "<runsieve/items/Line.h>", "records includes only records")
+            self.assert_refused(f"runsieve/records/{name}", "<runsieve/items/Line.h>",
+                                "records includes only core/kernels, records")
 
     def test_no_room_below_knows_the_plot(self):
         for folder in set(BELOW) - {"plot", "widgets"}:
@@ -68,14 +68,18 @@ class IncludeDirectionTest(unittest.TestCase):
         for include in ("<QWidget>", "<QtWidgets/QWidget>", "<qwidget.h>", "<QVTKOpenGLNativeWidget.h>"):
             self.assert_refused("runsieve/plot/Redraw.cpp", include, "only widgets includes Qt Widgets")
 
-    def test_kernels_see_neither_qt_nor_vtk(self):
+    def test_the_core_sees_neither_qt_nor_vtk(self):
         for include in ("<vtkChartXY.h>", "<vtkType.h>", "<QObject>", "<QtCore/QString>", "<QtGlobal>", "<qglobal.h>"):
-            for name in ("stats/Ks.cpp", "stats/Ks.h", "records/Density.h"):
-                self.assert_refused(f"runsieve/{name}", include, "a kernel includes neither Qt nor VTK")
+            for name in ("kernels/Ks.cpp", "kernels/Ks.h", "scan/Scan.h"):
+                self.assert_refused(f"runsieve/core/{name}", include, "the core includes neither Qt nor VTK")
 
-    def test_kernels_include_kernels_only(self):
-        self.assert_refused("runsieve/stats/Ks.cpp", "<runsieve/stats/Quartiles.h>", "a kernel includes kernels only")
-        self.assert_refused("runsieve/stats/Ks.cpp", "<runsieve/records/Scan.h>", "a kernel includes kernels only")
+    def test_folders_of_the_core_are_rooms_of_their_own(self):
+        self.assert_passes("runsieve/core/gate/Gate.cpp", "<runsieve/core/scan/Scan.h>")
+        self.assert_passes("runsieve/stats/Quartiles.cpp", "<runsieve/core/kernels/Ks.h>")
+        self.assert_refused("runsieve/core/kernels/Ks.cpp", "<runsieve/core/scan/Scan.h>",
+                            "core/kernels includes only core/kernels")
+        self.assert_refused("runsieve/core/scan/Scan.cpp", "<runsieve/records/Scan.h>",
+                            "core/scan includes only core/scan, core/text")
 
     def test_public_headers_include_public_headers_only(self):
         self.assert_refused("runsieve/plot/Plot.h", "<runsieve/plot/Palette.h>",
@@ -106,7 +110,7 @@ class IncludeDirectionTest(unittest.TestCase):
 
     def test_a_public_header_that_is_gone_is_reported(self):
         with tempfile.TemporaryDirectory() as folder:
-            messages = check(pathlib.Path(folder), Layers(["plot/Gone.h"], KERNELS, QT_WIDGETS))[1]
+            messages = check(pathlib.Path(folder), Layers(["plot/Gone.h"], QT_WIDGETS))[1]
         self.assertEqual(["public header plot/Gone.h does not exist"], messages)
 
 

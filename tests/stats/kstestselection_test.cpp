@@ -1,6 +1,6 @@
 #include "support/PlotParts.h"
 #include "support/TableBuilder.h"
-#include <runsieve/stats/KolmogorovSmirnov.h>
+#include <runsieve/core/kernels/KolmogorovSmirnov.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "support/OrderStatisticsFilters.h"
 #include "support/Selections.h"
 
-#include <runsieve/stats/OrderStatistics.h>
+#include <runsieve/core/kernels/OrderStatistics.h>
 
 #include <gmock/gmock.h>
 

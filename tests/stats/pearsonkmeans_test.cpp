@@ -1,5 +1,5 @@
 #include <runsieve/records/vtkKMeansPearson.h>
-#include <runsieve/stats/PearsonKMeans.h>
+#include <runsieve/core/kernels/PearsonKMeans.h>
 
 #include <gmock/gmock.h>
 #include <vtkDoubleArray.h>
