@@ -1,0 +1,154 @@
+#include <runsieve/core/read/Fields.h>
+
+#include <runsieve/core/text/FieldText.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <limits>
+
+namespace runsieve {
+
+namespace {
+
+constexpr std::string_view blanks = " \t";
+
+std::vector<std::string_view> splitAtBlanks(std::string_view line, std::size_t most)
+{
+  std::vector<std::string_view> fields;
+  std::size_t at = line.find_first_not_of(blanks);
+  while (at < line.size() && fields.size() < most) {
+    std::size_t end = at;
+    bool inQuotes = false;
+    for (; end < line.size() && (inQuotes || blanks.find(line[end]) == std::string_view::npos); ++end)
+      if (line[end] == '"') inQuotes = !inQuotes;
+    fields.push_back(line.substr(at, end - at));
+    at = line.find_first_not_of(blanks, end);
+  }
+  return fields;
+}
+
+std::string_view withoutQuotes(std::string_view field)
+{
+  field = trimmed(field);
+  if (field.size() >= 2 && field.front() == '"' && field.back() == '"')
+    field = field.substr(1, field.size() - 2);
+  return field;
+}
+
+bool sameIgnoringCase(std::string_view a, std::string_view lower)
+{
+  return a.size() == lower.size() && std::equal(a.begin(), a.end(), lower.begin(), [](char x, char y) {
+           return std::tolower(static_cast<unsigned char>(x)) == y;
+         });
+}
+
+// "1.#INF", "-1.#IND", "1.#QNAN00", "nan(ind)"
+std::optional<double> oldSpecial(std::string_view text)
+{
+  bool const negative = !text.empty() && text.front() == '-';
+  if (negative) text.remove_prefix(1);
+  bool const isNan = text.substr(0, 5) == "1.#IN" && text.substr(5, 1) != "F";
+  if (isNan || text.substr(0, 4) == "1.#Q" || text.substr(0, 4) == "1.#S" ||
+      sameIgnoringCase(text, "nan(ind)") || sameIgnoringCase(text, "nan(snan)"))
+    return std::numeric_limits<double>::quiet_NaN();
+  if (text.substr(0, 6) != "1.#INF") return std::nullopt;
+  double const infinity = std::numeric_limits<double>::infinity();
+  return negative ? -infinity : infinity;
+}
+
+// Bytes of the UTF-8 character that begins a text, 0 if it begins with none.
+std::size_t characterLength(std::string_view text)
+{
+  auto const byte = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u; };
+  auto const follows = [&](std::size_t i) { return (byte(i) & 0xC0u) == 0x80u; };
+  unsigned const first = byte(0);
+  if (first < 0x80) return 1;
+  if (first >= 0xC2 && first <= 0xDF) return follows(1) ? 2 : 0;
+  bool const overlong = (first == 0xE0 && byte(1) < 0xA0) || (first == 0xF0 && byte(1) < 0x90);
+  bool const beyond = (first == 0xED && byte(1) > 0x9F) || (first == 0xF4 && byte(1) > 0x8F);
+  if (overlong || beyond) return 0;
+  if ((first & 0xF0u) == 0xE0u) return follows(1) && follows(2) ? 3 : 0;
+  if (first >= 0xF0 && first <= 0xF4) return follows(1) && follows(2) && follows(3) ? 4 : 0;
+  return 0;
+}
+
+bool isUtf8(std::string_view text)
+{
+  while (!text.empty()) {
+    std::size_t const length = characterLength(text);
+    if (length == 0) return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+} // namespace
+
+std::vector<std::string_view> splitFields(std::string_view line, char delimiter, std::size_t most)
+{
+  if (delimiter == ' ') return splitAtBlanks(line, most);
+  std::vector<std::string_view> fields;
+  bool inQuotes = false;
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i <= line.size() && fields.size() < most; ++i) {
+    if (i < line.size() && line[i] == '"') inQuotes = !inQuotes;
+    if (i < line.size() && (inQuotes || line[i] != delimiter)) continue;
+    fields.push_back(line.substr(begin, i - begin));
+    begin = i + 1;
+  }
+  return fields;
+}
+
+std::string fieldText(std::string_view field)
+{
+  bool const isQuoted = trimmed(field).substr(0, 1) == "\"";
+  std::string_view const inside = withoutQuotes(field);
+  std::string text;
+  for (std::size_t i = 0; i < inside.size(); ++i) {
+    text += inside[i];
+    if (isQuoted && inside[i] == '"' && inside.substr(i + 1, 1) == "\"") ++i;
+  }
+  return text;
+}
+
+std::optional<double> fieldNumber(std::string_view field, char decimal)
+{
+  std::string_view const text = trimmed(withoutQuotes(field));
+  if (decimal != '.' && text.find('.') != std::string_view::npos) return oldSpecial(text);
+  if (decimal == '.' || text.find(decimal) == std::string_view::npos) {
+    if (auto const number = parseNumber(text)) return number;
+    return oldSpecial(text);
+  }
+  constexpr std::size_t longestNumber = 4096;
+  if (text.size() > longestNumber || std::count(text.begin(), text.end(), decimal) != 1) return std::nullopt;
+  std::string withPoint(text);
+  withPoint[withPoint.find(decimal)] = '.';
+  return parseNumber(withPoint);
+}
+
+bool isUsualMissing(std::string_view text)
+{
+  constexpr std::array<std::string_view, 6> words = {"", "na", "n/a", "none", "null", "#n/a"};
+  return std::any_of(words.begin(), words.end(),
+                     [&](std::string_view word) { return sameIgnoringCase(text, word); });
+}
+
+std::string toUtf8(std::string_view text, bool& converted)
+{
+  if (isUtf8(text)) return std::string(text);
+  converted = true;
+  std::string result;
+  for (char const c : text) {
+    auto const byte = static_cast<unsigned char>(c);
+    if (byte < 0x80) {
+      result += c;
+    } else {
+      result += static_cast<char>(0xC0u | (byte >> 6));
+      result += static_cast<char>(0x80u | (byte & 0x3Fu));
+    }
+  }
+  return result;
+}
+
+} // namespace runsieve

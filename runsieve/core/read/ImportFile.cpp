@@ -1,0 +1,135 @@
+#include <runsieve/core/read/ImportFile.h>
+
+#include <runsieve/core/files/MappedFile.h>
+#include <runsieve/core/scan/ScanError.h>
+#include <runsieve/core/text/FieldText.h>
+
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+
+namespace runsieve {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr char ending[] = ".import.json";
+
+std::vector<std::string> texts(Json const& value)
+{
+  if (value.is_string()) return {value.get<std::string>()};
+  return value.get<std::vector<std::string>>();
+}
+
+char character(Json const& value)
+{
+  auto const text = value.get<std::string>();
+  if (text == "tab") return '\t';
+  if (text == "blank") return ' ';
+  if (text.size() != 1) throw std::invalid_argument("a single character, \"tab\" or \"blank\" is expected");
+  return text.front();
+}
+
+void fill(std::vector<std::string>& target, Json const& value)
+{
+  if (target.empty()) target = texts(value);
+}
+
+void fill(std::string& target, Json const& value)
+{
+  if (target.empty()) target = value.get<std::string>();
+}
+
+void fill(char& target, Json const& value)
+{
+  if (target == 0) target = character(value);
+}
+
+void fill(ReadOptions& options, std::string const& name, Json const& value)
+{
+  std::map<std::string, std::function<void()>> const members = {
+      {"time", [&] { fill(options.time, value); }},
+      {"run", [&] { fill(options.run, value); }},
+      {"parameter",
+       [&] {
+         if (!options.parameters) options.parameters = texts(value);
+       }},
+      {"output", [&] { fill(options.outputs, value); }},
+      {"ignore", [&] { fill(options.ignore, value); }},
+      {"missing", [&] { fill(options.missing, value); }},
+      {"names", [&] { fill(options.names, value); }},
+      {"decimal", [&] { fill(options.decimal, value); }},
+      {"delimiter", [&] { fill(options.delimiter, value); }},
+      {"dataset", [&] { fill(options.dataset, value); }},
+      {"parameters", [&] { fill(options.parametersFile, value); }},
+      {"exact_times", [&] { options.exactTimes = options.exactTimes || value.get<bool>(); }}};
+  auto const member = members.find(name);
+  if (member == members.end()) {
+    std::string known;
+    for (auto const& entry : members) known += (known.empty() ? "" : ", ") + entry.first;
+    throw std::invalid_argument("there is no such option; there are " + known);
+  }
+  member->second();
+}
+
+std::string characterText(char c)
+{
+  if (c == '\t') return "tab";
+  return c == ' ' ? "blank" : std::string(1, c);
+}
+
+} // namespace
+
+std::string importFileOf(std::string const& scan)
+{
+  std::filesystem::path const path(scan);
+  std::filesystem::path shorter(path);
+  shorter.replace_extension();
+  for (std::string const& candidate : {scan + ending, shorter.string() + ending}) {
+    std::error_code failure;
+    if (candidate != ending && std::filesystem::is_regular_file(candidate, failure)) return candidate;
+  }
+  return {};
+}
+
+ReadOptions withImportFile(std::string const& importFile, ReadOptions options)
+{
+  MappedFile const map(importFile);
+  Json const document = Json::parse(map.begin(), map.end(), nullptr, false);
+  if (!document.is_object()) throw ScanError(importFile, "expected a JSON object of reading options");
+  for (auto const& [name, value] : document.items()) try {
+      fill(options, name, value);
+    } catch (Json::exception const&) {
+      throw ScanError(importFile,
+                      "option " + runsieve::quoted(name) + ": a value of another type is expected");
+    } catch (std::invalid_argument const& error) {
+      throw ScanError(importFile, "option " + runsieve::quoted(name) + ": " + error.what());
+    }
+  return options;
+}
+
+std::string importText(ReadOptions const& options)
+{
+  Json document = Json::object();
+  auto const add = [&](char const* name, auto const& value) {
+    if (!value.empty()) document[name] = value;
+  };
+  add("time", options.time);
+  add("run", options.run);
+  if (options.parameters) document["parameter"] = *options.parameters;
+  add("output", options.outputs);
+  add("ignore", options.ignore);
+  add("missing", options.missing);
+  add("names", options.names);
+  if (options.decimal != 0) document["decimal"] = characterText(options.decimal);
+  if (options.delimiter != 0) document["delimiter"] = characterText(options.delimiter);
+  add("dataset", options.dataset);
+  add("parameters", options.parametersFile);
+  if (options.exactTimes) document["exact_times"] = true;
+  return document.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+} // namespace runsieve

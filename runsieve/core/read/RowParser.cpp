@@ -1,0 +1,257 @@
+#include <runsieve/core/read/RowParser.h>
+
+#include <runsieve/core/read/Cell.h>
+#include <runsieve/core/read/Lines.h>
+#include <runsieve/core/text/FieldText.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <utility>
+
+namespace runsieve {
+
+namespace {
+
+constexpr std::size_t blockRows = 64;
+
+bool sameText(char const* a, char const* b, std::size_t length)
+{
+  for (; length >= 8; length -= 8, a += 8, b += 8)
+    if (std::memcmp(a, b, 8) != 0) return false; // one comparison of registers
+  while (length > 0 && a[length - 1] == b[length - 1]) --length;
+  return length == 0;
+}
+
+bool isBlank(char c)
+{
+  return c == ' ' || c == '\t';
+}
+
+// Most rows begin with a digit or a sign: they need no further look.
+bool mayBeOther(char first)
+{
+  return first <= '/' && first != '-' && first != '+' && first != '.' && first != '"';
+}
+
+bool isHeaderAgain(char const* at, char const* end, std::string_view header)
+{
+  return !header.empty() && *at == header.front() && lineAt(at, end) == header;
+}
+
+} // namespace
+
+RowParser::RowParser(RowFormat const& rowFormat, std::uint64_t firstText)
+    : format(rowFormat), nextText(firstText), above(format.wanted.size()),
+      block(blockRows * format.wanted.size()), textSeen(format.wanted.size()),
+      missingSeen(format.wanted.size())
+{}
+
+std::optional<RowFault> RowParser::parse(std::string_view text, std::size_t& row,
+                                         std::vector<double*> const& columns)
+{
+  position = text.data();
+  end = position + text.size();
+  std::size_t const width = format.wanted.size();
+  std::size_t rows = 0; // in the block
+  while (position < end) {
+    if (!isRow()) continue;
+    if (std::exchange(blankBefore, false)) starts.push_back(row + rows);
+    if (!parseRow(&block[rows * width])) return faultAt(row + rows);
+    if (++rows < blockRows) continue;
+    flush(columns, row, rows);
+    row += std::exchange(rows, 0);
+  }
+  flush(columns, row, rows);
+  row += rows;
+  return std::nullopt;
+}
+
+std::optional<RowFault> RowParser::check(std::string_view text)
+{
+  position = text.data();
+  end = position + text.size();
+  for (std::size_t row = 0; position < end;) {
+    if (!isRow()) continue;
+    if (!parseRow(block.data())) return faultAt(row);
+    ++row;
+  }
+  return std::nullopt;
+}
+
+std::size_t RowParser::countRows(std::string_view text, std::string_view header)
+{
+  std::size_t count = 0;
+  char const* const end = text.data() + text.size();
+  for (char const* at = text.data(); at < end; at = nextLine(at, end)) {
+    bool const isOther =
+        (mayBeOther(*at) && lineKind(at, end) != LineKind::Row) || isHeaderAgain(at, end, header);
+    if (!isOther) ++count;
+  }
+  return count;
+}
+
+// Whether a row begins here; any other line is passed over.
+bool RowParser::isRow()
+{
+  bool const again = isHeaderAgain(position, end, format.header);
+  LineKind const kind = mayBeOther(*position) ? lineKind(position, end) : LineKind::Row;
+  if (kind == LineKind::Row && !again) return true;
+  if (kind == LineKind::Comment)
+    ++comments;
+  else
+    blankBefore = true;
+  position = nextLine(position, end);
+  return false;
+}
+
+bool RowParser::parseRow(double* values)
+{
+  rowBegin = position;
+  return format.fields.delimiter == ' ' ? parseFields<true>(values) : parseFields<false>(values);
+}
+
+template <bool atBlanks> void RowParser::skipBlanks()
+{
+  if constexpr (atBlanks)
+    while (position < end && isBlank(*position)) ++position;
+}
+
+template <bool atBlanks> bool RowParser::parseFields(double* values)
+{
+  std::size_t const last = format.wanted.size() - 1;
+  skipBlanks<atBlanks>();
+  for (std::size_t i = 0; i <= last; ++i) {
+    if (!atBlanks && !format.wanted[i]) {
+      if (!skipField(i < last ? format.fields.delimiter : '\n')) return false;
+      continue;
+    }
+    Field& field = above[i];
+    auto const left = static_cast<std::size_t>(end - position);
+    char const stop = i < last ? format.fields.delimiter : '\n';
+    if (field.length > 0 && left > field.length && position[field.length] == stop &&
+        sameText(position, field.text, field.length)) {
+      position += field.length + 1;
+      if (i < last) skipBlanks<atBlanks>();
+    } else if (!parseField<atBlanks>(i, i == last)) {
+      return false;
+    }
+    values[i] = field.value;
+  }
+  return true;
+}
+
+template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLast)
+{
+  Field& field = above[index];
+  char const stop = isLast ? '\n' : format.fields.delimiter;
+  if (format.fields.decimal == '.') {
+    auto [numberEnd, error] = std::from_chars(position, end, field.value);
+    if (error == std::errc() && numberEnd < end && *numberEnd == stop) {
+      finishField(field, numberEnd);
+      if (!isLast) skipBlanks<atBlanks>();
+      return true;
+    }
+  }
+
+  // A decimal comma, blanks, a sign, quotes, text, no value, the carriage return of a line end, the end of
+  // the file, or a fault.
+  char const* fieldEnd = position;
+  bool inQuotes = false;
+  auto const ends = [&](char c) { return atBlanks ? isBlank(c) : (c == stop); };
+  for (; fieldEnd < end && *fieldEnd != '\n' && (inQuotes || !ends(*fieldEnd)); ++fieldEnd)
+    if (*fieldEnd == '"') inQuotes = !inQuotes;
+  std::string_view text = between(position, fieldEnd);
+  if (atBlanks && isLast) { // blanks may stand behind the last field
+    while (fieldEnd < end && isBlank(*fieldEnd)) ++fieldEnd;
+  }
+  bool const complete = isLast ? (fieldEnd == end || *fieldEnd == '\n' || *fieldEnd == '\r')
+                               : (fieldEnd < end && ends(*fieldEnd));
+  if (isLast && fieldEnd < end && *fieldEnd == '\r') ++fieldEnd;
+  if (isLast && fieldEnd < end && *fieldEnd != '\n') return false;
+  if (!text.empty() && isLast && text.back() == '\r') text.remove_suffix(1);
+  if (atBlanks && text.empty()) return false; // blanks hold no empty field
+  bool const tooLong = text.size() > longestLine;
+  bool const isBinary = !text.empty() && std::memchr(text.data(), '\0', text.size()) != nullptr;
+  if (!complete || inQuotes || tooLong || isBinary) return false;
+  field.value = valueOf(text, index);
+  finishField(field, fieldEnd);
+  if (!isLast) skipBlanks<atBlanks>();
+  return true;
+}
+
+double RowParser::valueOf(std::string_view text, std::size_t field)
+{
+  if (auto const number = fieldNumber(text, format.fields.decimal)) return *number;
+  std::string const plain = fieldText(text);
+  std::string_view const word = trimmed(plain);
+  if (isUsualMissing(word) ||
+      std::find(format.missing.begin(), format.missing.end(), word) != format.missing.end()) {
+    missingSeen[field] = true;
+    return cell::missing();
+  }
+  textSeen[field] = true;
+  return textCell(trimmed(text));
+}
+
+double RowParser::textCell(std::string_view text)
+{
+  auto const [place, isNew] = textNumbers.emplace(text, nextText);
+  if (isNew) {
+    foundTexts.push_back(text);
+    ++nextText;
+  }
+  return cell::text(place->second);
+}
+
+void RowParser::finishField(Field& field, char const* fieldEnd)
+{
+  field.text = position;
+  field.length = static_cast<std::size_t>(fieldEnd - position);
+  position = fieldEnd < end ? fieldEnd + 1 : end;
+}
+
+bool RowParser::skipField(char stop)
+{
+  bool inQuotes = false;
+  char const* fieldEnd = position;
+  for (; fieldEnd < end && *fieldEnd != '\n' && (inQuotes || *fieldEnd != stop); ++fieldEnd)
+    if (*fieldEnd == '"') inQuotes = !inQuotes;
+  if (stop != '\n' && (fieldEnd == end || *fieldEnd != stop)) return false;
+  position = fieldEnd < end ? fieldEnd + 1 : end;
+  return true;
+}
+
+void RowParser::flush(std::vector<double*> const& columns, std::size_t firstRow, std::size_t rows) const
+{
+  for (std::size_t i = 0; i < format.wanted.size(); ++i) {
+    if (!format.wanted[i]) continue;
+    double* target = columns[i] + firstRow;
+    for (std::size_t row = 0; row < rows; ++row) target[row] = block[row * format.wanted.size() + i];
+  }
+}
+
+// The row again, slowly, to say in words what is wrong with it.
+RowFault RowParser::faultAt(std::size_t row) const
+{
+  auto const left = static_cast<std::size_t>(end - rowBegin);
+  std::string_view line(rowBegin, std::min(left, longestLine));
+  std::size_t const lineEnd = line.find('\n');
+  bool const isLast = lineEnd == std::string_view::npos && left <= longestLine;
+  line = line.substr(0, lineEnd);
+  if (lineEnd == std::string_view::npos && !isLast)
+    return {row, 0, "the line is longer than 16 MiB; this is no scan file"};
+  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  if (line.find('\0') != std::string_view::npos) return {row, 0, "binary data, not text"};
+
+  std::vector<std::string_view> const fields = splitFields(line, format.fields.delimiter);
+  std::size_t const wanted = format.wanted.size();
+  if (fields.size() == wanted) return {row, 0, "the quotes of a field are not closed"};
+  std::string message = std::to_string(fields.size()) + (fields.size() == 1 ? " field" : " fields") +
+                        ", but the header has " + std::to_string(wanted);
+  if (isLast && fields.size() < wanted) message += "; the file seems to be cut off";
+  if (format.fields.delimiter == ',' && fields.size() > wanted) message += " (write decimals with a point)";
+  return {row, 0, message};
+}
+
+} // namespace runsieve

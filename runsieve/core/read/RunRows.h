@@ -1,0 +1,46 @@
+#pragma once
+
+#include <runsieve/core/read/CellTable.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace runsieve {
+
+/// Which rows of a table belong to which run, in the order of time.
+struct RunRows
+{
+  std::vector<std::string> keys;   ///< one per run
+  std::vector<std::size_t> starts; ///< first position of each run, and the number of rows at the end
+  std::vector<std::size_t> order;  ///< row of each position; empty: rows stand in their places already
+  bool sortedRuns = false;         ///< whether runs were put in the order of their numbers
+  bool joinedRuns = false;         ///< whether rows of a run stood apart
+  bool sortedTimes = false;        ///< whether rows of a run were put in the order of time
+
+  [[nodiscard]] std::size_t runs() const { return keys.size(); }
+  [[nodiscard]] std::size_t row(std::size_t position) const
+  {
+    return order.empty() ? position : order[position];
+  }
+};
+
+/// Groups rows by the cells of a column. \throw ScanError for a run that has a time twice
+[[nodiscard]] RunRows runsByColumn(CellTable const& table, std::size_t run, std::size_t time);
+
+/// Runs as they begin at blank lines or where time restarts, numbered from 0.
+[[nodiscard]] RunRows runsByRestart(CellTable const& table, std::size_t time);
+
+/// Whether runsByColumn() would find each time once in a run.
+[[nodiscard]] bool tellsRunsApart(CellTable const& table, std::size_t run, std::size_t time);
+
+/// Among some columns the first that keeps its cell within each run and counts the runs: whole numbers that
+/// rise by one, or texts that are all different.
+[[nodiscard]] std::optional<std::size_t> findRunCounter(CellTable const& table, RunRows const& runs,
+                                                        std::vector<std::size_t> const& columns);
+
+/// The first position whose cell differs from the first of its run; the number of rows if there is none.
+[[nodiscard]] std::size_t firstChange(CellTable const& table, RunRows const& runs, std::size_t column);
+
+} // namespace runsieve

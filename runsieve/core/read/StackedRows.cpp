@@ -1,0 +1,390 @@
+#include <runsieve/core/read/StackedRows.h>
+
+#include <runsieve/core/kernels/HugePages.h>
+#include <runsieve/core/read/Cell.h>
+#include <runsieve/core/read/ColumnNames.h>
+#include <runsieve/core/read/ColumnRoles.h>
+#include <runsieve/core/read/RunRows.h>
+#include <runsieve/core/read/TimeGrid.h>
+#include <runsieve/core/scan/ScanError.h>
+#include <runsieve/core/text/Decimal.h>
+#include <runsieve/core/text/FieldText.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <set>
+#include <unordered_map>
+
+namespace runsieve {
+
+namespace {
+
+std::string counted(std::size_t count, std::string const& what)
+{
+  return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
+/// One table on its way to a scan.
+class Stacking
+{
+public:
+  Stacking(CellTable&& cells, ReadOptions const& readOptions, ReadReport& told)
+      : table(std::move(cells)), options(readOptions), report(told), roles(rolesByName(table, options))
+  {}
+
+  Scan make()
+  {
+    findTime();
+    dropRowNumbers();
+    findRuns();
+    settleColumns();
+    reportColumns();
+    makeGrid();
+    addOutputs();
+    addParameters();
+    markFailed();
+    scan.findStatus();
+    reportStatus();
+    return std::move(scan);
+  }
+
+private:
+  void tell(std::string what, std::string why = {}, bool guess = false)
+  {
+    report.findings.push_back({std::move(what), std::move(why), guess});
+  }
+
+  [[nodiscard]] double const* cells(std::size_t column) const { return table.columns[column].cells.get(); }
+
+  void findTime()
+  {
+    auto const column = columnOf(roles, Role::Time);
+    if (!column)
+      throw ScanError(
+          table.file, {table.headerLine, 0, {}},
+          "no time column: none is named \"time\", \"t\", \": Time [s]\" or the like; name the one that "
+          "is with --time");
+    time = *column;
+    for (std::size_t row = 0; row < table.rows; ++row)
+      if (!std::isfinite(cells(time)[row])) failAtTime(row);
+  }
+
+  [[noreturn]] void failAtTime(std::size_t row) const
+  {
+    double const value = cells(time)[row];
+    if (cell::isText(value)) table.fail(row, time, numberFault(table.written(value)));
+    table.fail(row, time, "the time must be a finite number");
+  }
+
+  // Row numbers, as data frames write them.
+  void dropRowNumbers()
+  {
+    for (std::size_t i = 0; i < roles.size(); ++i) {
+      if (roles[i].role != Role::Free || !isRowNumberName(table.columns[i].header)) continue;
+      double const first = cells(i)[0];
+      bool numbers = (first == 0.0 || first == 1.0) && table.rows > 1;
+      for (std::size_t row = 1; row < table.rows && numbers; ++row)
+        numbers = cells(i)[row] == first + static_cast<double>(row);
+      if (numbers) roles[i] = {Role::Ignored, roles[i].label, "it counts the rows"};
+    }
+  }
+
+  [[nodiscard]] std::vector<std::size_t> freeColumns() const
+  {
+    std::vector<std::size_t> found;
+    for (std::size_t i = 0; i < roles.size(); ++i)
+      if (roles[i].role == Role::Free) found.push_back(i);
+    return found;
+  }
+
+  void findRuns()
+  {
+    auto run = columnOf(roles, Role::Run);
+    if (!run) run = likelyRun();
+    if (run) {
+      takeRun(*run);
+      return;
+    }
+    rows = runsByRestart(table, time);
+    if (auto const counter = findRunCounter(table, rows, freeColumns())) {
+      roles[*counter] = {Role::Run, roles[*counter].label,
+                         "it keeps its value until time restarts, and counts or names the runs"};
+      tell("column " + quoted(table.columns[*counter].header) + " is the run", roles[*counter].why, true);
+      takeRun(*counter);
+      return;
+    }
+    if (rows.runs() > 1)
+      tell("runs are split " +
+               std::string(table.blockStarts.size() + 1 == rows.runs() ? "at blank lines"
+                                                                       : "where time restarts") +
+               ", and counted from 0",
+           "no column tells the runs apart", true);
+    tellOrder("time");
+  }
+
+  // Of the columns named like a run the first whose values fit.
+  std::optional<std::size_t> likelyRun()
+  {
+    for (std::size_t const column : freeColumns()) {
+      if (runName(table.columns[column].header) != RunName::Likely || !tellsRunsApart(table, column, time))
+        continue;
+      roles[column] = {Role::Run, roles[column].label, "its name, and time rises within each of its values"};
+      tell("column " + quoted(table.columns[column].header) + " is the run", roles[column].why, true);
+      return column;
+    }
+    return std::nullopt;
+  }
+
+  void takeRun(std::size_t run)
+  {
+    for (std::size_t row = 0; row < table.rows; ++row)
+      if (std::isnan(cells(run)[row]) && !cell::isText(cells(run)[row]))
+        table.fail(row, run,
+                   "a row that belongs to no run: expected a number or a name, found an empty field");
+    rows = runsByColumn(table, run, time);
+    tellOrder(table.columns[run].header);
+  }
+
+  void tellOrder(std::string const& run)
+  {
+    if (rows.joinedRuns)
+      tell("rows of a run that stood apart were put together",
+           "column " + quoted(run) + " says where they belong");
+    if (rows.sortedRuns) tell("runs were put in the order of their numbers");
+    if (rows.sortedTimes) tell("rows were put in the order of time");
+  }
+
+  void settleColumns()
+  {
+    for (std::size_t i = 0; i < roles.size(); ++i) {
+      ColumnRole& role = roles[i];
+      if (role.role != Role::Free && role.role != Role::Parameter && role.role != Role::Status) continue;
+      std::size_t const change = firstChange(table, rows, i);
+      bool const constant = change == table.rows;
+      if (role.role == Role::Parameter && !constant)
+        table.fail(rows.row(change), i, "a parameter must keep its value within a run");
+      bool const isCode =
+          plainName(role.label.name).find("status") != std::string::npos && !table.columns[i].hasText;
+      if (role.role == Role::Status && isCode)
+        tell("column " + quoted(table.columns[i].header) + " is not taken for the status of runs",
+             "it holds numbers, whose meaning is not known; write words such as ok and failed");
+      if (role.role == Role::Status && (!constant || isCode)) role = {Role::Free, role.label, {}};
+      if (role.role != Role::Free) continue;
+      if (constant && !isNamedAsOutput(role.label.name))
+        role = {Role::Parameter, role.label, "constant within every run"};
+      else
+        role = {Role::Output, role.label,
+                constant ? "its name is that of a concentration" : "it changes within runs"};
+    }
+    for (std::size_t i = 0; i < roles.size(); ++i)
+      if (roles[i].role == Role::Output) requireNumbers(i);
+    if (!columnOf(roles, Role::Output))
+      throw ScanError(
+          table.file, {table.headerLine, 0, {}},
+          "no output column: besides time and run there are only parameters, as no column changes within "
+          "a run (name outputs with --output)");
+    checkNames();
+  }
+
+  // "[S]", a concentration in the names of COPASI and tellurium, also where it is held constant.
+  static bool isNamedAsOutput(std::string const& name)
+  {
+    return name.size() > 2 && name.front() == '[' && name.back() == ']';
+  }
+
+  void requireNumbers(std::size_t column) const
+  {
+    if (!table.columns[column].hasText) return;
+    for (std::size_t row = 0; row < table.rows; ++row)
+      if (cell::isText(cells(column)[row]))
+        table.fail(row, column, numberFault(table.written(cells(column)[row])));
+  }
+
+  void checkNames() const
+  {
+    for (Role const role : {Role::Output, Role::Parameter}) {
+      std::set<std::string> known;
+      for (std::size_t i = 0; i < roles.size(); ++i)
+        if (roles[i].role == role && !known.insert(roles[i].label.fullName()).second)
+          table.failInHeader(i, "a second column named " + quoted(roles[i].label.fullName()));
+    }
+  }
+
+  void reportColumns()
+  {
+    for (std::size_t i = 0; i < roles.size(); ++i)
+      report.columns.push_back({table.columns[i].header, roleName(roles[i].role), roles[i].why});
+  }
+
+  void makeGrid()
+  {
+    RunTimes times;
+    times.starts = rows.starts;
+    std::vector<double> ordered;
+    if (rows.order.empty()) {
+      times.times = cells(time);
+    } else {
+      ordered = inOrder(time);
+      times.times = ordered.data();
+    }
+    TimeGrid const found(times, options.exactTimes);
+    checkSize(found);
+    scan.time = roles[time].label;
+    scan.times = found.times();
+    for (std::string const& key : rows.keys) scan.runs.push_back({key, RunStatus::Complete, 0});
+    tellGrid(found);
+    bool const inPlace = found.kind() == TimeGrid::Kind::Same && rows.order.empty();
+    for (std::size_t i = 0; i < roles.size(); ++i)
+      if (roles[i].role == Role::Output) {
+        if (inPlace)
+          values[i] = table.columns[i].cells;
+        else
+          values[i] = placed(found, i);
+        table.columns[i].cells.reset();
+      }
+  }
+
+  // One long run among many short ones would take memory out of all proportion.
+  void checkSize(TimeGrid const& found) const
+  {
+    constexpr double most = 64.0;
+    double const wanted = static_cast<double>(found.times().size()) * static_cast<double>(rows.runs());
+    if (wanted > most * static_cast<double>(table.rows) + 1e6)
+      throw ScanError(table.file, "the runs have too different times: " + counted(rows.runs(), "run") +
+                                      " of " + counted(table.rows, "row") + " in all would become " +
+                                      counted(found.times().size(), "time") + " each" +
+                                      (options.exactTimes ? " (read them without --exact-times)" : ""));
+  }
+
+  void tellGrid(TimeGrid const& found)
+  {
+    if (found.rounded()) tell("times that differ by rounding are one", "they agree to a relative 1e-9");
+    if (found.kind() == TimeGrid::Kind::Interpolated)
+      tell(counted(found.resampledRuns(), "run") + " of " + std::to_string(rows.runs()) +
+               " were interpolated linearly onto " + counted(found.times().size(), "common time") + ", " +
+               decimal(found.times().front()) + ".." + decimal(found.times().back()),
+           "their times are not those of the others; --exact-times keeps every time", true);
+    else if (found.kind() == TimeGrid::Kind::Gaps && options.exactTimes)
+      tell("all times of all runs are kept; a run has gaps where only others have times", "by option");
+  }
+
+  [[nodiscard]] std::vector<double> inOrder(std::size_t column) const
+  {
+    std::vector<double> ordered(table.rows);
+    for (std::size_t at = 0; at < table.rows; ++at) ordered[at] = cells(column)[rows.row(at)];
+    return ordered;
+  }
+
+  std::shared_ptr<double[]> placed(TimeGrid const& found, std::size_t column) const
+  {
+    std::size_t const length = found.times().size();
+    std::shared_ptr<double[]> target(new double[length * rows.runs()]);
+    preferHugePages(target.get(), length * rows.runs() * sizeof(double));
+    std::vector<double> ordered;
+    if (!rows.order.empty()) ordered = inOrder(column);
+    double const* const samples = rows.order.empty() ? cells(column) : ordered.data();
+    for (std::size_t run = 0; run < rows.runs(); ++run)
+      found.place(run, samples + rows.starts[run], target.get() + run * length);
+    return target;
+  }
+
+  void addOutputs()
+  {
+    std::size_t missing = 0;
+    for (auto const& [column, data] : values) {
+      if (table.columns[column].hasMissing)
+        for (std::size_t i = 0; i < scan.rows(); ++i)
+          if (cell::isMissing(data[i])) {
+            data[i] = std::numeric_limits<double>::quiet_NaN();
+            ++missing;
+          }
+      scan.outputs.push_back({roles[column].label, data});
+    }
+    if (missing > 0)
+      tell(counted(missing, "missing value") + " among the outputs", "empty fields, or words such as NA");
+  }
+
+  void addParameters()
+  {
+    for (std::size_t i = 0; i < roles.size(); ++i) {
+      if (roles[i].role != Role::Parameter) continue;
+      ScanParameter parameter;
+      parameter.label = roles[i].label;
+      if (parameter.label.type == "Parameter") parameter.label.type.clear();
+      for (std::size_t run = 0; run < rows.runs(); ++run)
+        parameter.values.push_back(cells(i)[rows.row(rows.starts[run])]);
+      if (table.columns[i].hasText) nameTexts(parameter);
+      for (double& value : parameter.values)
+        if (cell::isMissing(value)) value = std::numeric_limits<double>::quiet_NaN();
+      scan.parameters.push_back(std::move(parameter));
+    }
+  }
+
+  void nameTexts(ScanParameter& parameter) const
+  {
+    std::unordered_map<std::string, double> numbers;
+    for (double& value : parameter.values) {
+      if (cell::isMissing(value) || (std::isnan(value) && !cell::isText(value))) continue;
+      auto const [place, isNew] =
+          numbers.emplace(table.written(value), static_cast<double>(parameter.texts.size()));
+      if (isNew) parameter.texts.push_back(place->first);
+      value = place->second;
+    }
+  }
+
+  void markFailed()
+  {
+    for (std::size_t i = 0; i < roles.size(); ++i) {
+      if (roles[i].role != Role::Status) continue;
+      for (std::size_t run = 0; run < rows.runs(); ++run)
+        if (saysFailed(cells(i)[rows.row(rows.starts[run])])) scan.runs[run].status = RunStatus::Failed;
+    }
+  }
+
+  // Whatever is not a known word for success is a failure: nothing that went wrong passes for well.
+  [[nodiscard]] bool saysFailed(double value) const
+  {
+    constexpr std::array<std::string_view, 12> well = {"ok",        "true",     "success",   "successful",
+                                                       "succeeded", "complete", "completed", "converged",
+                                                       "done",      "finished", "yes",       "passed"};
+    if (!cell::isText(value)) return !(value == 1.0);
+    std::string const word = plainName(table.written(value));
+    return std::find(well.begin(), well.end(), word) == well.end();
+  }
+
+  void reportStatus()
+  {
+    std::size_t failed = 0;
+    std::size_t ended = 0;
+    for (ScanRun const& run : scan.runs) {
+      failed += run.status == RunStatus::Failed ? 1 : 0;
+      ended += run.status == RunStatus::Short ? 1 : 0;
+    }
+    if (failed > 0)
+      tell(counted(failed, "failed run"), "said so by a status column, or missing or infinite values");
+    if (ended > 0)
+      tell(counted(ended, "run") + (ended == 1 ? " ends early" : " end early"),
+           "before the last time of the scan");
+  }
+
+  CellTable table;
+  ReadOptions const& options;
+  ReadReport& report;
+  std::vector<ColumnRole> roles;
+  std::size_t time = 0;
+  RunRows rows;
+  std::map<std::size_t, std::shared_ptr<double[]>> values; ///< of the outputs, by column
+  Scan scan;
+};
+
+} // namespace
+
+Scan scanOfRows(CellTable&& table, ReadOptions const& options, ReadReport& report)
+{
+  return Stacking(std::move(table), options, report).make();
+}
+
+} // namespace runsieve
