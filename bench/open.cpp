@@ -44,9 +44,9 @@ public:
 void readFile(benchmark::State& state, std::string const& name, unsigned threads)
 {
   const ScanFile file(name);
-  app::ReadOptions options;
+  ReadOptions options;
   options.threads = threads;
-  for (auto _ : state) benchmark::DoNotOptimize(app::readScan(file.path, options));
+  for (auto _ : state) benchmark::DoNotOptimize(app::readScanTable(file.path, options));
   state.counters["MB"] = file.megabytes();
   state.counters["MB/s"] =
       benchmark::Counter(file.megabytes(), benchmark::Counter::kIsIterationInvariantRate);
@@ -68,7 +68,7 @@ void firstPicture(benchmark::State& state, std::string const& name)
     PlotContainer plot(nullptr);
     view.scene()->ClearItems();
     view.scene()->AddItem(plot.getItem());
-    app::showScan(plot, app::readScan(file.path), app::ViewOptions());
+    app::showScan(plot, app::readScanTable(file.path), app::ViewOptions());
     app::polish(plot);
     view.render();
     plot.setScene(nullptr);

@@ -45,20 +45,82 @@ std::string checkNumber(std::string const& text)
   return std::isnan(std::strtod(text.c_str(), nullptr)) ? text + " is no number" : std::string();
 }
 
+CLI::Option* addNames(CLI::App& command, std::string const& flags, std::vector<std::string>& names,
+                      std::string const& help)
+{
+  return command.add_option(flags, names, help)
+      ->type_name("NAME")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+constexpr char readGroup[] = "How to read the file";
+
+// The names with "-column" are those of former versions.
+void addColumnOptions(CLI::App& command, ReadOptions& read)
+{
+  command.add_option("--time,--time-column", read.time, "Name of the time column")
+      ->type_name("NAME")
+      ->group(readGroup);
+  command.add_option("--run,--run-column", read.run, "Name of the column that tells the runs apart")
+      ->type_name("NAME")
+      ->group(readGroup);
+  command
+      .add_option_function<std::vector<std::string>>(
+          "--parameter,--parameter-column", [&](auto const& names) { read.parameters = names; },
+          "Name of a parameter column; the other columns are outputs then; may be repeated")
+      ->type_name("NAME")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+      ->group(readGroup);
+  addNames(command, "--output", read.outputs, "Name of an output that may stay constant; may be repeated")
+      ->group(readGroup);
+  addNames(command, "--ignore", read.ignore, "Name of a column to leave out; may be repeated")
+      ->group(readGroup);
+  command.add_option("--names", read.names, "Names of all columns, for a file without them: a,b,c")
+      ->type_name("NAMES")
+      ->delimiter(',')
+      ->expected(1)
+      ->group(readGroup);
+}
+
+void addTextOptions(CLI::App& command, ReadOptions& read)
+{
+  addNames(command, "--missing", read.missing, "A text that means \"no value\"; may be repeated")
+      ->type_name("TEXT")
+      ->group(readGroup);
+  std::map<std::string, char> const decimals = {{".", '.'}, {",", ','}};
+  command.add_option("--decimal", read.decimal, "Decimal sign: . or ,")
+      ->transform(CLI::CheckedTransformer(decimals).description(""))
+      ->type_name("SIGN")
+      ->group(readGroup);
+  std::map<std::string, char> const delimiters = {{"tab", '\t'},      {"blank", ' '}, {"comma", ','},
+                                                  {"semicolon", ';'}, {"pipe", '|'},  {",", ','},
+                                                  {";", ';'},         {"|", '|'}};
+  command
+      .add_option("--delimiter", read.delimiter,
+                  "Divider of the fields: tab, blank, comma, semicolon or pipe")
+      ->transform(CLI::CheckedTransformer(delimiters).description(""))
+      ->type_name("SIGN")
+      ->group(readGroup);
+  command.add_option("--dataset", read.dataset, "Data set or array to read, of an HDF5 or npz file")
+      ->type_name("PATH")
+      ->group(readGroup);
+  command
+      .add_option("--parameters", read.parametersFile, "Table of the parameters of each run, joined by run")
+      ->type_name("FILE")
+      ->group(readGroup);
+  command.add_flag("--exact-times", read.exactTimes, "Keep the times of each run as they are")
+      ->group(readGroup);
+}
+
 void addReadOptions(CLI::App& command, CommonOptions& options, bool needsFile)
 {
   auto* file = command.add_option("file", options.file,
                                   "Scan file: delimited text with a header line, or a stored plot");
   if (needsFile) file->required();
-  command.add_option("--time-column", options.read.timeColumn, "Name of the time column")->type_name("NAME");
-  command.add_option("--run-column", options.read.runColumn, "Name of the run column")->type_name("NAME");
-  command
-      .add_option_function<std::vector<std::string>>(
-          "--parameter-column", [&](auto const& names) { options.read.parameterColumns = names; },
-          "Name of a parameter column; may be repeated")
-      ->type_name("NAME")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  addColumnOptions(command, options.read);
+  addTextOptions(command, options.read);
 }
 
 void addGates(CLI::App& command, std::vector<std::string>& gates)
@@ -155,7 +217,7 @@ private:
     command->add_option("--sampling", simulate.sampling, "lhs (Latin hypercube, the default) or sobol")
         ->transform(CLI::CheckedTransformer(samplings, CLI::ignore_case).description(""))
         ->type_name("WAY");
-    command->add_option("-o,--output", simulate.output, "File to write; - for standard output")
+    command->add_option("-o,--out", simulate.output, "File to write; - for standard output")
         ->type_name("FILE");
     command->footer(
         "Example:\n  runsieve simulate repressilator --runs 1000 --times 101 --seed 7 -o scan.csv");
@@ -188,7 +250,7 @@ private:
     auto* command = program.add_subcommand("render", "Draw runs and parameter distributions as a picture");
     addReadOptions(*command, render, true);
     addSelectionOptions(*command, render);
-    command->add_option("-o,--output", render.output, "Picture to write, .png or .pdf")
+    command->add_option("-o,--out", render.output, "Picture to write, .png or .pdf")
         ->required()
         ->type_name("FILE");
     addPictureSize(*command, render);
@@ -218,7 +280,7 @@ private:
         ->type_name("MODE");
     command->add_option("--species", cluster.species, "Output whose runs are grouped; default: the first")
         ->type_name("NAME");
-    command->add_option("-o,--output", cluster.output, "File for run numbers and clusters, as text")
+    command->add_option("-o,--out", cluster.output, "File for run numbers and clusters, as text")
         ->type_name("FILE");
     command->add_option("-p,--picture", cluster.picture, "Picture to write, .png or .pdf")->type_name("FILE");
     addPictureSize(*command, cluster);
@@ -246,9 +308,11 @@ private:
 
   Command chosen() const
   {
-    bool const isBareUsed = program.count("file") + program.count("--time-column") +
-                                program.count("--run-column") + program.count("--parameter-column") >
-                            0;
+    bool const isBareUsed =
+        std::any_of(program.get_options().begin(), program.get_options().end(), [](auto* option) {
+          bool const isRead = option->get_group() == readGroup || option->get_name() == "file";
+          return isRead && option->count() > 0;
+        });
     if (isBareUsed && !program.get_subcommands().empty())
       throw UsageError("a file and its options stand behind the command " +
                        program.get_subcommands().front()->get_name());
@@ -265,7 +329,7 @@ private:
   static SimulateArguments checked(SimulateArguments const& arguments)
   {
     if (!arguments.list && !arguments.describe && arguments.output.empty())
-      throw UsageError("simulate: --output is required (- for standard output)");
+      throw UsageError("simulate: -o is required (- for standard output)");
     return arguments;
   }
 

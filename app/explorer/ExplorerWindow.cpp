@@ -187,7 +187,7 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
     if (isStoredPlot(file))
       loaded = readPlot(file);
     else
-      loaded.scan = readScan(file, read);
+      loaded.scan = readScanTable(file, read);
     checkOutputNames(*loaded.scan);
   } catch (std::exception const& failure) {
     error = QString::fromStdString(failure.what());

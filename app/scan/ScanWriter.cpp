@@ -1,9 +1,9 @@
 #include "app/scan/ScanWriter.h"
 
 #include "app/scan/ColumnName.h"
-#include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/scan/ScanError.h>
+#include <runsieve/core/text/Decimal.h>
 
 #include <cstdint>
 #include <cstring>

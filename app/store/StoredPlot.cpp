@@ -176,7 +176,7 @@ StoredPlot readPlotOrScan(std::string const& path, ReadOptions const& options)
 {
   if (isStoredPlot(path)) return readPlot(path);
   StoredPlot plot;
-  plot.scan = readScan(path, options);
+  plot.scan = readScanTable(path, options);
   return plot;
 }
 

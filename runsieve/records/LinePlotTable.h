@@ -14,8 +14,8 @@
 ///
 /// Column order: species, time, "Run Index" (both of type Unnamed), parameters. Plots borrow the arrays and
 /// never copy them, so the record is not copyable and must outlive the tables made from it.
-/// Arrays made by addColumn() belong to the record; a host may instead push pointers to memory that it keeps
-/// alive as long as the record.
+/// Arrays made by addColumn() belong to the record, those of borrowColumn() are shared with it; a host may
+/// instead push pointers to memory that it keeps alive as long as the record.
 struct RUNSIEVE_EXPORT LinePlotTable
 {
   LinePlotTable() = default;
@@ -34,7 +34,9 @@ struct RUNSIEVE_EXPORT LinePlotTable
 
   /// Appends a column of rows() values that the record owns; the values are not initialised.
   double* addColumn(Kestrane::DataType type, std::string name);
+  /// Appends a column of rows() values that the record keeps alive. Plots write to no borrowed column.
+  void borrowColumn(Kestrane::DataType type, std::string name, std::shared_ptr<double[]> values);
 
 private:
-  std::vector<std::unique_ptr<double[]>> storage;
+  std::vector<std::shared_ptr<double[]>> storage;
 };

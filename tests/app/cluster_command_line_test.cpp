@@ -51,7 +51,7 @@ TEST(ClusterCommandLine, ReadsAllOptions)
   EXPECT_EQ(cluster.width, 640);
   EXPECT_EQ(cluster.height, 480);
   EXPECT_TRUE(cluster.rank);
-  EXPECT_EQ(cluster.read.runColumn, "r");
+  EXPECT_EQ(cluster.read.run, "r");
   EXPECT_EQ(parse<ClusterArguments>({"cluster", "x", "--clusters", "2", "--mode", "magnitude"}).mode,
             "magnitude");
 }

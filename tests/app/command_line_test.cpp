@@ -51,7 +51,7 @@ TEST(CommandLine, ReadsRank)
   EXPECT_EQ(rank.format, "json");
   EXPECT_EQ(rank.pThreshold, 0.01);
   EXPECT_EQ(rank.ksThreshold, 0.2);
-  EXPECT_FALSE(rank.read.parameterColumns);
+  EXPECT_FALSE(rank.read.parameters);
 }
 
 TEST(CommandLine, GatesMayStandBeforeTheFile)
@@ -100,10 +100,10 @@ TEST(CommandLine, NamesColumns)
 {
   auto const info = parse<InfoArguments>({"info", "x.csv", "--time-column", "h", "--run-column", "r",
                                           "--parameter-column", "k", "--parameter-column", "m"});
-  EXPECT_EQ(info.read.timeColumn, "h");
-  EXPECT_EQ(info.read.runColumn, "r");
-  ASSERT_TRUE(info.read.parameterColumns);
-  EXPECT_THAT(*info.read.parameterColumns, ElementsAre("k", "m"));
+  EXPECT_EQ(info.read.time, "h");
+  EXPECT_EQ(info.read.run, "r");
+  ASSERT_TRUE(info.read.parameters);
+  EXPECT_THAT(*info.read.parameters, ElementsAre("k", "m"));
 }
 
 TEST(CommandLine, TellsHelpAndVersion)
@@ -122,9 +122,9 @@ TEST(CommandLine, RefusesBadUsageInOneLine)
   EXPECT_THAT(usageError({"rank", "scan.csv", "--gate", "A 1"}), HasSubstr("there is no \"@\""));
   EXPECT_THAT(usageError({"rank", "scan.csv", "-g", "A @ 1 in 2..3", "--format", "xml"}), HasSubstr("xml"));
   EXPECT_THAT(usageError({"rank", "scan.csv", "-g", "A @ 1 in 2..3", "--p-threshold", "2"}), HasSubstr("2"));
-  EXPECT_THAT(usageError({"render", "scan.csv"}), HasSubstr("--output"));
+  EXPECT_THAT(usageError({"render", "scan.csv"}), HasSubstr("--out"));
   EXPECT_THAT(usageError({"render", "scan.csv", "-o", "x.png", "--width", "0"}), HasSubstr("--width"));
-  EXPECT_THAT(usageError({"simulate"}), HasSubstr("--output"));
+  EXPECT_THAT(usageError({"simulate"}), HasSubstr("-o"));
   EXPECT_THAT(usageError({"simulate", "-o", "x", "--runs", "0"}), HasSubstr("--runs"));
   EXPECT_THAT(usageError({"simulate", "-o", "x", "--runs", "-5"}), HasSubstr("--runs"));
   EXPECT_THAT(usageError({"simulate", "-o", "x", "--seed", "-1"}), HasSubstr("--seed"));
@@ -188,7 +188,7 @@ TEST(Commands, InfoTellsOddValues)
   TempFolder folder;
   InfoArguments info;
   info.file = folder.write("A,B,time,k\n1,nan,0,3\n2,nan,1,3\nnan,nan,0,3\n-1,nan,1,3\n");
-  info.read.parameterColumns = std::vector<std::string>{"k"};
+  info.read.parameters = std::vector<std::string>{"k"};
   testing::internal::CaptureStdout();
   EXPECT_EQ(runInfo(info), 0);
   std::string const report = testing::internal::GetCapturedStdout();

@@ -104,7 +104,7 @@ TEST_F(ConvertCommand, OddValuesAndFreeNamesComeBackAsFromTheScanItself)
   const std::string odd = folder.write("A;t;k\n1e-310;0;0.1\n-0;1;0.1\ninf;0;0.3\nnan;1;0.3\n-inf;0;nan\n"
                                        "0.30000000000000004;1;nan\n",
                                        "odd.csv");
-  writeScan(*readScan(odd), folder.file("direct.csv"));
+  writeScan(*readScanTable(odd), folder.file("direct.csv"));
   convert(odd, folder.file("odd.rsd"));
   convert(folder.file("odd.rsd"), folder.file("back.csv"));
   EXPECT_EQ(TempFolder::contentOf(folder.file("back.csv")), TempFolder::contentOf(folder.file("direct.csv")));

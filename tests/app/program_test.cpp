@@ -85,7 +85,7 @@ TEST_F(Program, AScanOnStandardOutputStandsThereAlone)
   const Ended ended = runProgram({"simulate", "--runs", "3", "--times", "4", "--seed", "5", "-o", "-"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_THAT(ended.err, HasSubstr("3 runs x 4 times, 14 parameters, seed 5\n")) << "the report";
-  const auto read = app::readScan(folder.write(ended.out, "simulated.csv"));
+  const auto read = app::readScanTable(folder.write(ended.out, "simulated.csv"));
   EXPECT_EQ(read->trajectoryCount, 3u);
   EXPECT_EQ(read->trajectoryLength, 4u);
 
@@ -149,7 +149,7 @@ TEST_F(Program, BadUsageEndsWithStatusTwo)
   expectComplaint(runProgram({"rank", scan, "--gate", "A 16"}), 2, "there is no \"@\"");
   expectComplaint(runProgram({"rank", scan, "--gate", "A @ 16 in 0..4", "--format", "xml"}), 2, "xml");
   expectComplaint(runProgram({"simulate", "perpetuum", "-o", "-"}), 2, "perpetuum");
-  expectComplaint(runProgram({"simulate"}), 2, "--output");
+  expectComplaint(runProgram({"simulate"}), 2, "-o is required");
   expectComplaint(runProgram({"convert", scan, folder.file("plot.txt")}), 2, ".rsd");
   expectComplaint(runProgram({"cluster", scan, "-o", scan}), 2, "the file that is read");
   EXPECT_EQ(folder.fileCount(), 1u) << "none has written a file";

@@ -13,7 +13,7 @@
 namespace runsieve::test {
 namespace {
 
-using app::ReadOptions;
+using ReadOptions;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -29,7 +29,7 @@ struct Complaint
 Complaint complaintOf(std::string const& path, ReadOptions const& options = {})
 {
   try {
-    (void)app::readScan(path, options);
+    (void)app::readScanTable(path, options);
     return {};
   } catch (ScanError const& error) {
     std::string const folder = std::filesystem::path(path).parent_path().string() + '/';
@@ -115,13 +115,13 @@ TEST(ScanFault, MissingColumns)
   EXPECT_THAT(messageFor("A\n1\n"), HasSubstr("no time column"));
   EXPECT_THAT(messageFor("time,run,k\n0,0,1\n1,0,1\n"), HasSubstr("scan.csv:1: no output column"));
   ReadOptions options;
-  options.timeColumn = "hours";
+  options.time = "hours";
   EXPECT_THAT(messageFor("A,time\n1,0\n", options), HasSubstr("scan.csv:1: no column is named \"hours\""));
   options = {};
-  options.parameterColumns = std::vector<std::string>{"time"};
+  options.parameters = std::vector<std::string>{"time"};
   EXPECT_THAT(messageFor("A,time\n1,0\n", options), HasSubstr("cannot be a parameter"));
   options = {};
-  options.runColumn = "time";
+  options.run = "time";
   EXPECT_THAT(messageFor("A,time\n1,0\n", options), HasSubstr("both time and run"));
 }
 
@@ -226,7 +226,7 @@ TEST(ScanFault, ThereIsNoSuchFile)
   EXPECT_EQ(complaintOf(folder.file("scan.csv")).message, "scan.csv: no such file");
   std::filesystem::create_directory(folder.file("folder"));
   EXPECT_EQ(complaintOf(folder.file("folder")).message, "folder: is a directory, not a scan file");
-  EXPECT_THROW((void)app::readScan("/dev/null"), ScanError);
+  EXPECT_THROW((void)app::readScanTable("/dev/null"), ScanError);
 }
 
 TEST(ScanFault, OneEndlessLine)
@@ -299,7 +299,7 @@ TEST(ScanFault, AnyDamageIsToldOrHarmless)
       }
     }
     try {
-      auto const scan = app::readScan(folder.write(damaged, std::to_string(round)));
+      auto const scan = app::readScanTable(folder.write(damaged, std::to_string(round)));
       ASSERT_GT(scan->rows(), 0u) << damaged;
       ASSERT_EQ(scan->columnNames.size(), scan->columnData.size()) << damaged;
     } catch (ScanError const&) {

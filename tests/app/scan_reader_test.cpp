@@ -16,8 +16,8 @@
 namespace runsieve::test {
 namespace {
 
-using app::ReadOptions;
-using app::readScan;
+using ReadOptions;
+using app::readScanTable;
 using Strings = std::vector<std::string>;
 using Values = std::vector<double>;
 using Bounds = std::vector<std::pair<double, double>>;
@@ -32,7 +32,7 @@ constexpr char smallScan[] = R"("Molecule: A",": Time [s]",": Run Index","Parame
 boost::shared_ptr<LinePlotTable> read(std::string const& content, ReadOptions const& options = {})
 {
   TempFolder folder;
-  return readScan(folder.write(content), options);
+  return readScanTable(folder.write(content), options);
 }
 
 // One column "x" with the texts given, one run.
@@ -96,9 +96,9 @@ TEST(ScanReader, NamesTheTimeAxisWithItsUnit)
 TEST(ScanReader, FollowsTheOptions)
 {
   ReadOptions options;
-  options.timeColumn = "hours";
-  options.runColumn = "replica";
-  options.parameterColumns = Strings{"k"};
+  options.time = "hours";
+  options.run = "replica";
+  options.parameters = Strings{"k"};
   auto scan = read("k,level,hours,replica,constant\n1,5,0,0,3\n1,6,1,0,3\n2,5,0,1,3\n2,5,1,1,3\n", options);
   EXPECT_EQ(namesOf(*scan),
             (Strings{"Molecule: level", "Molecule: constant", ": hours", ": Run Index", "Parameter: k"}));
@@ -111,7 +111,7 @@ TEST(ScanReader, StartsARunWhereTimeDoesNotRiseIfThereIsNoRunColumn)
   EXPECT_EQ(column(*scan, ": Run Index"), (Values{0, 0, 1, 1}));
   // One time point a run: no column varies within a run, so the outputs must be told.
   ReadOptions options;
-  options.parameterColumns = Strings{"k"};
+  options.parameters = Strings{"k"};
   EXPECT_EQ(read("time,A,k\n3,1,5\n3,2,6\n3,3,7\n", options)->trajectoryCount, 3u);
 }
 
@@ -164,9 +164,9 @@ TEST(ScanReader, ReadsTheSameWithAnyNumberOfThreads)
   std::string const path = folder.write(content);
   ReadOptions options;
   options.threads = 1;
-  auto one = readScan(path, options);
+  auto one = readScanTable(path, options);
   options.threads = 3;
-  auto three = readScan(path, options);
+  auto three = readScanTable(path, options);
   EXPECT_EQ(one->trajectoryCount, 4000u);
   EXPECT_EQ(namesOf(*one), namesOf(*three));
   for (auto const& name : namesOf(*one)) EXPECT_EQ(column(*one, name), column(*three, name)) << name;
@@ -214,7 +214,7 @@ TEST(ScanReader, NeedsLittleMemoryBesideTheColumns)
   if (child == 0) {
     std::ofstream("/proc/self/clear_refs") << 5; // the peak starts anew
     long const before = peakMemoryInKiB();
-    auto scan = readScan(path);
+    auto scan = readScanTable(path);
     long const growth = peakMemoryInKiB() - before;
     std::_Exit(scan->rows() == 606000 && growth < columnsInKiB + 20 * 1024 ? 0 : 1);
   }

@@ -26,7 +26,7 @@
 namespace runsieve::test {
 namespace {
 
-using app::readScan;
+using app::readScanTable;
 using app::writeScan;
 
 std::string textOf(LinePlotTable const& scan)
@@ -79,7 +79,7 @@ TEST(ScanWriter, EveryBitSurvivesARoundTrip)
   auto scan = makeScan(shape);
   TempFolder folder;
   writeScan(*scan, folder.file("scan.csv"));
-  auto copy = readScan(folder.file("scan.csv"));
+  auto copy = readScanTable(folder.file("scan.csv"));
   ASSERT_EQ(namesOf(*copy), namesOf(*scan));
   EXPECT_EQ(copy->trajectoryLength, 7u);
   for (std::size_t i = 0; i < scan->columnData.size(); ++i)
@@ -119,7 +119,7 @@ TEST(ScanWriter, ReplacesAFileAndKeepsItsPermissionsAndLinks)
   std::filesystem::create_symlink("scan.csv", folder.file("link.csv"));
   writeScan(*makeScan({}), folder.file("link.csv"));
   EXPECT_TRUE(std::filesystem::is_symlink(folder.file("link.csv")));
-  EXPECT_EQ(readScan(path)->trajectoryCount, 3u);
+  EXPECT_EQ(readScanTable(path)->trajectoryCount, 3u);
   struct stat status = {};
   ASSERT_EQ(::stat(path.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777, 0640u);

@@ -220,7 +220,7 @@ TEST(SimulateScan, AFileGivesTheSameRecord)
   auto scan = simulateScan(exampleModel(), {15, 21});
   TempFolder folder;
   writeScan(*scan, folder.file("scan.csv"));
-  auto copy = readScan(folder.file("scan.csv"));
+  auto copy = readScanTable(folder.file("scan.csv"));
   EXPECT_EQ(namesOf(*copy), namesOf(*scan));
   EXPECT_EQ(copy->trajectoryCount, 15u);
   EXPECT_EQ(copy->trajectoryLength, 21u);

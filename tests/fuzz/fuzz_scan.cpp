@@ -1,9 +1,7 @@
-// Any bytes are read as a scan: either a complaint, or a record whose runs are whole.
+// Any bytes are read as a scan: either a complaint, or a scan that keeps the rules of one.
+#include <runsieve/core/read/ReadScan.h>
 #include <runsieve/core/scan/ScanError.h>
-#include "app/scan/ScanLayout.h"
-#include "app/scan/ScanReader.h"
 
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -32,24 +30,14 @@ private:
   int descriptor;
 };
 
-void require(bool condition)
+// A reader that keeps what Scan.h says, and values that can all be read.
+void check(runsieve::Scan const& scan)
 {
-  if (!condition) std::abort();
-}
-
-void check(LinePlotTable const& scan)
-{
-  require(scan.rows() > 0 && scan.columnData.size() == scan.columnNames.size());
-  const auto layout = runsieve::app::scanLayout(scan);
-  double const* time = scan.columnData[layout.time];
-  double const* run = scan.columnData[layout.run];
+  scan.check();
   double sum = 0.0;
-  for (std::size_t row = 0; row < scan.rows(); ++row) {
-    const bool startsRun = row % scan.trajectoryLength == 0;
-    require(std::isfinite(time[row]) && (startsRun || time[row] > time[row - 1]));
-    require(startsRun || run[row] == run[row - 1]);
-    for (double const* column : scan.columnData) sum += column[row]; // every value can be read
-  }
+  for (std::size_t output = 0; output < scan.outputs.size(); ++output)
+    for (std::size_t run = 0; run < scan.runs.size(); ++run)
+      for (std::size_t i = 0; i < scan.times.size(); ++i) sum += scan.valuesOf(output, run)[i];
   volatile double seen = sum;
   (void)seen;
 }
@@ -59,10 +47,10 @@ void check(LinePlotTable const& scan)
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
   const MemoryFile file(data, size);
-  runsieve::app::ReadOptions options;
+  runsieve::ReadOptions options;
   options.threads = 1;
   try {
-    check(*runsieve::app::readScan(file.path(), options));
+    check(runsieve::readScan(file.path(), options).scan);
   } catch (runsieve::ScanError const&) {
   }
   return 0;

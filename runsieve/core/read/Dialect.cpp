@@ -57,7 +57,7 @@ bool hasDecimalPoint(std::string_view field)
 
 std::string_view withoutMark(std::string_view comment)
 {
-  comment = trimmed(comment);
+  comment.remove_prefix(std::min(comment.find_first_not_of(" \t"), comment.size()));
   while (!comment.empty() && (comment.front() == '#' || comment.front() == '%' || comment.front() == '/'))
     comment.remove_prefix(1);
   return comment;
@@ -325,7 +325,8 @@ private:
     std::string_view const line = above != nullptr ? withoutMark(above->text) : std::string_view();
     auto fields = splitFields(line, dialect.fields.delimiter);
     if (fields.size() < 2) fields = splitFields(line, ' ');
-    if (above == nullptr || fields.size() < division->fields() || fields.size() > division->fields() + 1)
+    if (above == nullptr || fields.size() < 2 || fields.size() + 1 < division->fields() ||
+        fields.size() > division->fields() + 1)
       fail(sample.rows[row].number, "there is no line of column names above these numbers; give them with "
                                     "--names or write them into the file");
     dialect.commentHeader = true;

@@ -158,7 +158,7 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
   // the file, or a fault.
   char const* fieldEnd = position;
   bool inQuotes = false;
-  auto const ends = [&](char c) { return atBlanks ? isBlank(c) : (c == stop); };
+  auto const ends = [&](char c) { return atBlanks ? isBlank(c) : c == format.fields.delimiter; };
   for (; fieldEnd < end && *fieldEnd != '\n' && (inQuotes || !ends(*fieldEnd)); ++fieldEnd)
     if (*fieldEnd == '"') inQuotes = !inQuotes;
   std::string_view text = between(position, fieldEnd);
@@ -215,9 +215,11 @@ bool RowParser::skipField(char stop)
 {
   bool inQuotes = false;
   char const* fieldEnd = position;
-  for (; fieldEnd < end && *fieldEnd != '\n' && (inQuotes || *fieldEnd != stop); ++fieldEnd)
+  for (; fieldEnd < end && *fieldEnd != '\n' && (inQuotes || *fieldEnd != format.fields.delimiter);
+       ++fieldEnd)
     if (*fieldEnd == '"') inQuotes = !inQuotes;
-  if (stop != '\n' && (fieldEnd == end || *fieldEnd != stop)) return false;
+  bool const isEnd = fieldEnd == end || *fieldEnd == '\n';
+  if (isEnd != (stop == '\n')) return false;
   position = fieldEnd < end ? fieldEnd + 1 : end;
   return true;
 }
