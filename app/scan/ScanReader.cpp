@@ -2,14 +2,14 @@
 
 #include "app/scan/ColumnName.h"
 #include "app/scan/ColumnRoles.h"
-#include <runsieve/core/text/FieldText.h>
 #include "app/scan/Header.h"
-#include <runsieve/core/files/MappedFile.h>
-#include <runsieve/core/parallel/Parallel.h>
-#include "app/scan/ParameterBounds.h"
 #include "app/scan/RowParser.h"
 #include "app/scan/RunStructure.h"
+#include <runsieve/core/files/MappedFile.h>
+#include <runsieve/core/parallel/Parallel.h>
+#include <runsieve/core/scan/ParameterBounds.h>
 #include <runsieve/core/scan/ScanError.h>
+#include <runsieve/core/text/FieldText.h>
 
 #include <boost/make_shared.hpp>
 
