@@ -26,7 +26,7 @@ public:
     shape.species = 1 + below(2);
     shape.parameters = 1 + below(6);
     for (int p = 0; p < shape.parameters; ++p) {
-      parameters.push_back(parameterOfKind(below(11)));
+      parameters.push_back(parameterOfKind(below(12)));
       shape.bounds.push_back(boundsOfRuns(parameters.back().data(), parameters.back().size(), 1));
     }
     for (int s = 0; s < shape.species; ++s) addCurves();
@@ -93,6 +93,8 @@ private:
       return below(8) == 0 ? (below(2) == 0 ? 1.0 : -1.0) * std::numeric_limits<double>::infinity() : even();
     case 8:
       return std::pow(10.0, 20.0 * even() - 10.0);
+    case 9: // the range of the finite values alone is empty
+      return below(3) == 0 ? std::numeric_limits<double>::infinity() : 0.0;
     default:
       return even();
     }
