@@ -1,7 +1,7 @@
 #include "app/simulate/SimulateScan.h"
 
 #include <runsieve/core/parallel/Parallel.h>
-#include "app/scan/ParameterBounds.h"
+#include <runsieve/core/scan/ParameterBounds.h>
 
 #include <boost/make_shared.hpp>
 #include <boost/numeric/odeint.hpp>

@@ -1,13 +1,13 @@
 #include "app/store/StoredPlot.h"
 
 #include "app/scan/ColumnName.h"
-#include <runsieve/core/files/MappedFile.h>
-#include "app/scan/ParameterBounds.h"
-#include <runsieve/core/files/SafeFile.h>
-#include <runsieve/core/scan/ScanError.h>
 #include "app/scan/ScanLayout.h"
 #include "app/store/PlotSettings.h"
 #include "app/view/SievedScan.h"
+#include <runsieve/core/files/MappedFile.h>
+#include <runsieve/core/files/SafeFile.h>
+#include <runsieve/core/scan/ParameterBounds.h>
+#include <runsieve/core/scan/ScanError.h>
 
 #include <vtkDoubleArray.h>
 #include <vtkIntArray.h>

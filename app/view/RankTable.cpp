@@ -1,10 +1,10 @@
 #include "app/view/RankTable.h"
 
-#include <algorithm>
-#include <limits>
-#include <tuple>
 #include <vtkDoubleArray.h>
 #include <vtkTable.h>
+
+#include <algorithm>
+#include <cstddef>
 
 namespace runsieve::app {
 
@@ -17,9 +17,8 @@ constexpr std::size_t othersRanked = 6;
 double medianOf(vtkTable* ranked, std::size_t parameter)
 {
   auto* sorted = vtkDoubleArray::SafeDownCast(ranked->GetColumn(static_cast<vtkIdType>(2 * parameter + 1)));
-  const vtkIdType n = sorted ? sorted->GetNumberOfTuples() : 0;
-  if (n == 0) return std::numeric_limits<double>::quiet_NaN();
-  return 0.5 * (sorted->GetValue((n - 1) / 2) + sorted->GetValue(n / 2));
+  if (!sorted) return medianOfSorted(nullptr, 0);
+  return medianOfSorted(sorted->GetPointer(0), static_cast<std::size_t>(sorted->GetNumberOfTuples()));
 }
 
 } // namespace
@@ -29,17 +28,15 @@ std::vector<RankedParameter> rankedParameters(PlotContainer const& plot)
   std::vector<RankedParameter> ranked;
   PlotMetaData const& settings = *plot.metaData;
   if (plot.tables.size() <= othersRanked) return ranked;
+  const Thresholds thresholds{settings.getPThreshold(), settings.getKsThreshold()};
   const std::size_t count = std::min(plot.ksStatistics.size(), settings.parameterColumns.size());
   for (std::size_t i = 0; i < count; ++i) {
     const auto [p, d] = plot.ksStatistics[i];
     const auto column = static_cast<std::size_t>(settings.parameterColumns[i]);
-    const bool significant = p <= settings.getPThreshold() && d >= settings.getKsThreshold();
     ranked.push_back({plot.typedColumnNames[column].second, p, d, medianOf(plot.tables[passingRanked], i),
-                      medianOf(plot.tables[othersRanked], i), significant});
+                      medianOf(plot.tables[othersRanked], i), isSignificant(p, d, thresholds), i});
   }
-  std::stable_sort(ranked.begin(), ranked.end(), [](RankedParameter const& a, RankedParameter const& b) {
-    return std::make_tuple(!a.significant, a.p, -a.d) < std::make_tuple(!b.significant, b.p, -b.d);
-  });
+  rankByDifference(ranked);
   return ranked;
 }
 

@@ -33,14 +33,6 @@ void leaveOutOfLegend(vtkChart* chart, vtkIdType first)
   for (vtkIdType i = first; i < chart->GetNumberOfPlots(); ++i) chart->GetPlot(i)->SetLegendVisibility(false);
 }
 
-/// Starts of the search: many for the few runs that they take no time for.
-int startsFor(PlotContainer const& plot)
-{
-  constexpr vtkIdType runsInAll = 200000;
-  const vtkIdType runs = plot.plotData->GetNumberOfRows() / std::max(plot.metaData->getStride(), 1);
-  return static_cast<int>(std::clamp<vtkIdType>(runsInAll / std::max<vtkIdType>(runs, 1), 1, 10));
-}
-
 /// Whether the chart shows the present clusters already.
 bool isDrawn(PlotContainer const& plot)
 {
@@ -67,15 +59,6 @@ void nameMeans(vtkChart* chart, vtkIdType first, std::vector<std::size_t> const&
 constexpr std::size_t tablesOfAllRuns = 2;
 constexpr std::size_t tablesOfSeries = 3;
 
-/// Keeps, for each parameter, the comparison in which it differs most.
-void keepSmallest(std::vector<PlotContainer::KsStatistics>& best,
-                  std::vector<PlotContainer::KsStatistics> const& other)
-{
-  if (best.size() < other.size()) best.resize(other.size(), {1.0, 0.0});
-  for (std::size_t i = 0; i < other.size(); ++i)
-    if (other[i].p < best[i].p || (other[i].p == best[i].p && other[i].d > best[i].d)) best[i] = other[i];
-}
-
 /// Gives the distributions of the clusters the colours of the mean curves.
 void colorDistributions(PlotContainer& plot, vtkIdType firstMean, std::size_t clusters)
 {
@@ -98,19 +81,9 @@ std::vector<int> clusterRuns(PlotContainer& plot, int clusters, ShapeOf shape)
 {
   const QuietLibrary quiet;
   plot.clusterLabels = nullptr;
-  plot.clusterTimeSeries(clusters, static_cast<int>(shape), startsFor(plot));
+  const vtkIdType runs = plot.plotData->GetNumberOfRows() / std::max(plot.metaData->getStride(), 1);
+  plot.clusterTimeSeries(clusters, static_cast<int>(shape), clusterStarts(static_cast<std::size_t>(runs)));
   return labelsOf(plot);
-}
-
-std::vector<std::size_t> clusterSizes(std::vector<int> const& labels)
-{
-  std::vector<std::size_t> sizes;
-  for (int label : labels) {
-    if (label < 0) continue;
-    sizes.resize(std::max(sizes.size(), static_cast<std::size_t>(label) + 1));
-    ++sizes[static_cast<std::size_t>(label)];
-  }
-  return sizes;
 }
 
 std::vector<long long> rowsOfCluster(std::vector<int> const& labels, int cluster, int stride, bool allTimes)
@@ -130,17 +103,16 @@ std::vector<std::vector<RankedParameter>> compareClusters(PlotContainer& plot, s
   std::vector<std::vector<RankedParameter>> comparisons;
   if (plot.metaData->parameterColumns.empty()) return comparisons;
   const std::size_t clusters = clusterSizes(labels).size();
-  std::vector<PlotContainer::KsStatistics> best;
   std::vector<std::unique_ptr<ParameterSelection>> runs;
   for (std::size_t k = 0; k < clusters; ++k) {
     selectRows(plot, rowsOfCluster(labels, static_cast<int>(k), plot.metaData->getStride()));
     comparisons.push_back(rankedParameters(plot));
-    keepSmallest(best, plot.ksStatistics);
     runs.emplace_back(plot.getSelection());
     clearSelection(plot);
   }
-  for (auto& statistics : best) statistics.p = std::min(1.0, statistics.p * static_cast<double>(clusters));
-  plot.ksStatistics = best;
+  plot.ksStatistics.clear();
+  for (ClusterDifference const& difference : strongestDifferences(comparisons))
+    plot.ksStatistics.push_back({difference.p, difference.d});
   for (auto const& selection : runs) plot.setExternalSelection(selection.get());
   return comparisons;
 }

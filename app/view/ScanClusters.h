@@ -2,6 +2,7 @@
 
 #include "app/view/RankTable.h"
 
+#include <runsieve/core/compare/Clusters.h>
 #include <runsieve/plot/PlotContainer.h>
 
 #include <cstddef>
@@ -23,8 +24,7 @@ enum class ShapeOf
 /// nothing to group.
 std::vector<int> clusterRuns(PlotContainer& plot, int clusters, ShapeOf shape);
 
-/// Runs in each cluster; the last clusters can be missing if there are fewer runs than clusters.
-[[nodiscard]] std::vector<std::size_t> clusterSizes(std::vector<int> const& labels);
+using runsieve::clusterSizes;
 
 /// Rows that let exactly the runs of a cluster survive when they are selected: the first of each run, or all,
 /// which shows more where rows are drawn as points.

@@ -1,10 +1,10 @@
 #include <runsieve/stats/RankedTables.h>
 
-#include <runsieve/core/kernels/RowSpans.h>
 #include <runsieve/core/kernels/RankedSample.h>
-#include <runsieve/stats/RunIndex.h>
+#include <runsieve/core/kernels/RowSpans.h>
 #include <runsieve/core/kernels/SampleDensity.h>
 #include <runsieve/core/kernels/SortedSample.h>
+#include <runsieve/stats/RunIndex.h>
 #include <runsieve/tables/ParameterNames.h>
 #include <runsieve/tables/TableAccess.h>
 
@@ -144,12 +144,12 @@ std::vector<std::vector<double>> samplesOf(ParameterSource const& source, vtkTab
   return list;
 }
 
-ParameterRange rangeOfParameter(ParameterSource const& source, std::size_t i,
-                                std::vector<double> const& sample)
+AlignedSample alignedSample(ParameterSource const& source, std::size_t i, std::vector<double> const& sample,
+                            std::size_t length)
 {
-  if (source.columns.size() != source.bounds.size()) return rangeOf(sample, nullptr);
+  if (source.columns.size() != source.bounds.size()) return alignSample(sample, length, nullptr);
   const ParameterBound bound{source.bounds[i].first, source.bounds[i].second};
-  return rangeOf(sample, &bound);
+  return alignSample(sample, length, &bound);
 }
 
 void addRanks(vtkTable* table, std::string const& name, std::vector<double> const& sorted,
@@ -194,11 +194,8 @@ void rankParameters(ParameterSource const& source, vtkTable* table, RowSpans con
     if (samples[i].size() != M)
       std::cout << "Huston we have a problem. Encountered a parameter list with size " << samples[i].size()
                 << ", expected " << M << std::endl;
-    ParameterRange range = rangeOfParameter(source, i, samples[i]);
-    // A column without numbers among others: a step in the middle, the same in every sample.
-    if (samples[i].empty() && M > 0) range = {0.0, 1.0, 1.0, true};
     // What stands in for missing values is free: the quantiles of the shorter list are stretched.
-    const std::vector<double> sorted = stretchTo(samples[i], M);
+    const auto [sorted, range] = alignedSample(source, i, samples[i], M);
     addRanks(tables[index], names[i], sorted, range);
     addDensity(tables[index + 1], names[i], sorted, range);
   }

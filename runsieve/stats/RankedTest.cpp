@@ -1,25 +1,22 @@
 #include <runsieve/stats/RankedTest.h>
 
-#include <runsieve/core/kernels/KolmogorovSmirnov.h>
+#include <runsieve/core/kernels/TwoSampleTest.h>
 #include <runsieve/tables/TableAccess.h>
 
 #include <vtkDoubleArray.h>
 #include <vtkTable.h>
 
 #include <algorithm>
-#include <cmath>
 
 namespace runsieve {
 
 namespace {
 
-using Ks = KolmogorovSmirnov<double*, double*>;
-
 double statisticOf(vtkDoubleArray* a, vtkDoubleArray* b)
 {
-  if (!a || !b || a->GetNumberOfTuples() == 0 || b->GetNumberOfTuples() == 0) return 0.0;
-  return Ks::statistic(a->GetPointer(0), a->GetPointer(0) + a->GetNumberOfTuples(), b->GetPointer(0),
-                       b->GetPointer(0) + b->GetNumberOfTuples());
+  if (!a || !b) return 0.0;
+  return sortedStatistic(a->GetPointer(0), static_cast<std::size_t>(a->GetNumberOfTuples()), b->GetPointer(0),
+                         static_cast<std::size_t>(b->GetNumberOfTuples()));
 }
 
 } // namespace
@@ -29,13 +26,12 @@ std::vector<KsStatistics> compareRanked(vtkTable* first, vtkTable* second)
   std::vector<KsStatistics> statistics;
   if (!first || !second) return statistics;
   const vtkIdType pairs = std::min(first->GetNumberOfColumns(), second->GetNumberOfColumns()) / 2;
-  const auto nA = static_cast<double>(first->GetNumberOfRows());
-  const auto nB = static_cast<double>(second->GetNumberOfRows());
-  const double effective = std::floor(nA * nB / (nA + nB)); // NaN for two empty samples
-  const std::size_t n = effective > 0.0 ? static_cast<std::size_t>(effective) : 0;
+  const auto nA = static_cast<std::size_t>(first->GetNumberOfRows());
+  const auto nB = static_cast<std::size_t>(second->GetNumberOfRows());
   for (vtkIdType i = 0; i < pairs; ++i) {
     const double d = statisticOf(doubleColumn(first, 2 * i + 1), doubleColumn(second, 2 * i + 1));
-    statistics.push_back({std::min(Ks::p(d, n), 1.0), d});
+    const TwoSampleTest test = testOf(d, nA, nB);
+    statistics.push_back({test.p, test.d});
   }
   return statistics;
 }

@@ -1,19 +1,19 @@
 #include <runsieve/stats/RunClusters.h>
 
+#include <runsieve/core/kernels/CurveSpectra.h>
 #include <runsieve/core/kernels/PearsonKMeans.h>
 #include <runsieve/stats/RunsAsRows.h>
 #include <runsieve/tables/TableAccess.h>
 
 #include <vtkDoubleArray.h>
 #include <vtkIntArray.h>
-#include <vtkKMeansStatistics.h>
 #include <vtkNew.h>
 #include <vtkTable.h>
-#include <vtkTableFFT.h>
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
+#include <string>
+#include <vector>
 
 namespace runsieve {
 
@@ -25,29 +25,6 @@ constexpr int magnitudeMode = 3;
 bool isSpectral(int mode)
 {
   return mode == phaseMode || mode == magnitudeMode;
-}
-
-/// Phase or magnitude of the Fourier transform of each column, one row per run.
-vtkSmartPointer<vtkTable> spectraAsRows(vtkTable* runsAsColumns, int mode)
-{
-  vtkNew<vtkTableFFT> transform;
-  transform->SetInputData(0, runsAsColumns);
-  transform->Update();
-  vtkTable* complex = transform->GetOutput();
-  vtkNew<vtkTable> spectra;
-  const vtkIdType rows = complex->GetNumberOfRows();
-  for (vtkIdType c = 0; c < complex->GetNumberOfColumns(); ++c) {
-    auto* values = vtkDataArray::SafeDownCast(complex->GetColumn(c));
-    vtkNew<vtkDoubleArray> spectrum;
-    spectrum->SetNumberOfTuples(rows);
-    for (vtkIdType row = 0; row < rows; ++row) {
-      const double re = values->GetComponent(row, 0);
-      const double im = values->GetComponent(row, 1);
-      spectrum->SetValue(row, mode == magnitudeMode ? std::sqrt(re * re + im * im) : std::atan2(im, re));
-    }
-    spectra->AddColumn(spectrum);
-  }
-  return transposed(spectra);
 }
 
 /// What the search has found, as tables.
@@ -87,14 +64,22 @@ vtkSmartPointer<vtkTable> tableOfCentres(ShapeClusters const& found, vtkTable* r
   return table;
 }
 
-Clusters cluster(vtkTable* runs, int count, int starts)
+/// By what each run is grouped, one run after the other.
+std::vector<double> shapesOf(vtkTable* runs, int mode)
 {
-  const vtkNew<vtkKMeansStatistics> filter; // whose defaults the search keeps to
-  const SearchLimits limits{filter->GetMaxNumIterations(), filter->GetTolerance()};
-  const std::vector<double> curves = flattened(runs);
+  std::vector<double> curves = flattened(runs);
+  if (!isSpectral(mode)) return curves;
+  const SpectrumPart part = mode == magnitudeMode ? SpectrumPart::Magnitude : SpectrumPart::Phase;
+  return curveSpectra(curves.data(), static_cast<std::size_t>(runs->GetNumberOfRows()),
+                      static_cast<std::size_t>(runs->GetNumberOfColumns()), part);
+}
+
+Clusters cluster(vtkTable* runs, ClusterSearch const& search)
+{
+  const std::vector<double> shapes = shapesOf(runs, search.mode);
   const auto points = static_cast<std::size_t>(runs->GetNumberOfColumns());
   const auto rows = static_cast<std::size_t>(runs->GetNumberOfRows());
-  const ShapeClusters found = clusterByShape(curves.data(), rows, points, count, limits, starts);
+  const ShapeClusters found = clusterByShape(shapes.data(), rows, points, search.clusters, {}, search.starts);
   Clusters clusters;
   clusters.sizes = found.sizes;
   clusters.labels = vtkSmartPointer<vtkIntArray>::New();
@@ -156,8 +141,7 @@ RunClusters clusterRuns(vtkTable* table, int x, int y, int stride, ClusterSearch
   const bool spectral = isSpectral(search.mode);
   const vtkSmartPointer<vtkTable> runs = runsAsRows(table, columnName(table, y), stride);
   result.curves = transposed(runs);
-  const Clusters found =
-      cluster(spectral ? spectraAsRows(result.curves, search.mode) : runs, search.clusters, search.starts);
+  const Clusters found = cluster(runs, search);
   result.labels = found.labels;
   result.means = spectral ? emptyMeans(search.clusters, found.centres->GetNumberOfRows()) : found.centres;
   if (spectral) accumulateMeans(result.means, runs, found);

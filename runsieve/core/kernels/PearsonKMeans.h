@@ -16,11 +16,11 @@ struct ShapeClusters
   double spread = 0.0;          ///< sum of the distances of all curves from their centres
 };
 
-/// When a search ends.
+/// When a search ends. The defaults are those of vtkKMeansStatistics.
 struct SearchLimits
 {
-  int mostSteps;    ///< at least 1
-  double tolerance; ///< a smaller share of the curves than this changes its cluster in a step
+  int mostSteps = 50;      ///< at least 1
+  double tolerance = 0.01; ///< a smaller share of the curves than this changes its cluster in a step
 };
 
 /// k-means under the distance 1 - r, r being Pearson's correlation coefficient (0 where it is not defined).

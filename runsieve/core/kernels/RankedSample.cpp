@@ -1,5 +1,6 @@
 #include <runsieve/core/kernels/RankedSample.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -45,19 +46,30 @@ std::vector<double> stretchTo(std::vector<double> const& sorted, std::size_t cou
   return stretched;
 }
 
+AlignedSample alignSample(std::vector<double> const& sorted, std::size_t length, ParameterBound const* bound)
+{
+  if (sorted.empty() && length > 0) return {std::vector<double>(length, 0.0), {0.0, 1.0, 1.0, true}};
+  return {stretchTo(sorted, length), rangeOf(sorted, bound)};
+}
+
+void spreadValues(std::vector<double> const& sorted, ParameterRange const& range, double* values)
+{
+  if (!range.degenerate) {
+    std::copy(sorted.begin(), sorted.end(), values);
+    return;
+  }
+  const double size = static_cast<double>(sorted.size());
+  for (std::size_t j = 0; j < sorted.size(); ++j)
+    values[j] = static_cast<double>(j) * range.width / size + range.lower;
+}
+
 void rankSample(std::vector<double> const& sorted, ParameterRange const& range, double* rank, double* values)
 {
   const std::size_t M = sorted.size();
-  const double size = static_cast<double>(M);
-  for (std::size_t j = 0; j < M; ++j) {
-    if (range.degenerate) {
-      rank[j] = j < M / 2 ? 0.0 : 1.0;
-      values[j] = static_cast<double>(j) * range.width / size + range.lower;
-    } else {
-      rank[j] = static_cast<double>(j + 1) / size;
-      values[j] = sorted[j];
-    }
-  }
+  for (std::size_t j = 0; j < M; ++j)
+    rank[j] =
+        range.degenerate ? (j < M / 2 ? 0.0 : 1.0) : static_cast<double>(j + 1) / static_cast<double>(M);
+  spreadValues(sorted, range, values);
 }
 
 } // namespace runsieve

@@ -34,6 +34,23 @@ RUNSIEVE_CORE_EXPORT ParameterRange rangeOf(std::vector<double> const& sorted, P
 /// of ties, stays meaningful. An empty sample becomes zeros.
 RUNSIEVE_CORE_EXPORT std::vector<double> stretchTo(std::vector<double> const& sorted, std::size_t count);
 
+/// A sample at the length that all parameters share, with its range.
+struct AlignedSample
+{
+  std::vector<double> sorted;
+  ParameterRange range;
+};
+
+/// Brings a sample of distinct values to a common length. One without values among others that have some
+/// becomes a step in the middle, the same for every set of runs.
+RUNSIEVE_CORE_EXPORT AlignedSample alignSample(std::vector<double> const& sorted, std::size_t length,
+                                               ParameterBound const* bound);
+
+/// The sorted values of a sample as they are shown and compared; an array of sorted.size() values. Those of a
+/// degenerate range are spread evenly over the widened range.
+RUNSIEVE_CORE_EXPORT void spreadValues(std::vector<double> const& sorted, ParameterRange const& range,
+                                       double* values);
+
 /// Ranks and sorted values of a sample; arrays of sorted.size() values. A degenerate range shows a single
 /// step in the middle of the widened range.
 RUNSIEVE_CORE_EXPORT void rankSample(std::vector<double> const& sorted, ParameterRange const& range,

@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-namespace runsieve::app {
+namespace runsieve {
 
 /// Smallest and largest value of a parameter column, which is constant within each run; NaN is left out.
 /// (NaN, NaN) if there is no other value.
@@ -21,4 +21,4 @@ namespace runsieve::app {
   return {low, high};
 }
 
-} // namespace runsieve::app
+} // namespace runsieve
