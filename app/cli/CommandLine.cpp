@@ -308,11 +308,11 @@ private:
 
   Command chosen() const
   {
-    bool const isBareUsed =
-        std::any_of(program.get_options().begin(), program.get_options().end(), [](auto* option) {
-          bool const isRead = option->get_group() == readGroup || option->get_name() == "file";
-          return isRead && option->count() > 0;
-        });
+    auto const options = program.get_options();
+    bool const isBareUsed = std::any_of(options.begin(), options.end(), [](CLI::Option const* option) {
+      bool const reads = option->get_group() == readGroup || option->get_name() == "file";
+      return reads && option->count() > 0;
+    });
     if (isBareUsed && !program.get_subcommands().empty())
       throw UsageError("a file and its options stand behind the command " +
                        program.get_subcommands().front()->get_name());

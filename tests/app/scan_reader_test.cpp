@@ -16,7 +16,6 @@
 namespace runsieve::test {
 namespace {
 
-using ReadOptions;
 using app::readScanTable;
 using Strings = std::vector<std::string>;
 using Values = std::vector<double>;

@@ -255,6 +255,8 @@ private:
       dialect.fields.delimiter = candidate;
     }
     if (division) return;
+    if (std::count(line.text.begin(), line.text.end(), '"') % 2 != 0)
+      fail(line.number, "the quotes of a name are not closed");
     fail(line.number,
          "no table was found: expected a line of column names and below it rows of as many fields, "
          "divided by tab, semicolon, comma, '|' or blanks; found " +

@@ -166,17 +166,11 @@ bool descends(double const* time, std::size_t rows)
   return down > up;
 }
 
-bool isWhole(double value)
-{
-  constexpr double most = 9007199254740992.0;
-  return value == std::floor(value) && std::fabs(value) <= most;
-}
-
 bool countsRuns(CellTable const& table, RunRows const& runs, double const* cells)
 {
   double last = cells[runs.row(0)];
   bool const texts = cell::isText(last);
-  if (!texts && !isWhole(last)) return false;
+  if (!texts && last != 0.0 && last != 1.0) return false;
   std::unordered_set<std::uint64_t> seen = {cell::bitsOf(last)};
   for (std::size_t i = 1; i < runs.runs(); ++i) {
     double const value = cells[runs.row(runs.starts[i])];
@@ -238,9 +232,7 @@ std::optional<std::size_t> findRunCounter(CellTable const& table, RunRows const&
 {
   if (runs.runs() < 2) return std::nullopt;
   for (std::size_t const column : columns)
-    if (countsRuns(table, runs, table.columns[column].cells.get()) &&
-        firstChange(table, runs, column) == table.rows)
-      return column;
+    if (countsRuns(table, runs, table.columns[column].cells.get())) return column;
   return std::nullopt;
 }
 

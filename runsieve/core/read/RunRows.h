@@ -35,8 +35,8 @@ struct RunRows
 /// Whether runsByColumn() would find each time once in a run.
 [[nodiscard]] bool tellsRunsApart(CellTable const& table, std::size_t run, std::size_t time);
 
-/// Among some columns the first that keeps its cell within each run and counts the runs: whole numbers that
-/// rise by one, or texts that are all different.
+/// Among some columns that keep their cell within each run the first that counts the runs: from 0 or 1, or by
+/// texts that are all different.
 [[nodiscard]] std::optional<std::size_t> findRunCounter(CellTable const& table, RunRows const& runs,
                                                         std::vector<std::size_t> const& columns);
 

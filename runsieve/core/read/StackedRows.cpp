@@ -100,6 +100,17 @@ private:
     return found;
   }
 
+  // Free columns that could be parameters.
+  [[nodiscard]] std::vector<std::size_t> constantColumns() const
+  {
+    std::vector<std::size_t> found = freeColumns();
+    found.erase(
+        std::remove_if(found.begin(), found.end(),
+                       [&](std::size_t column) { return firstChange(table, rows, column) != table.rows; }),
+        found.end());
+    return found;
+  }
+
   void findRuns()
   {
     auto run = columnOf(roles, Role::Run);
@@ -109,7 +120,13 @@ private:
       return;
     }
     rows = runsByRestart(table, time);
-    if (auto const counter = findRunCounter(table, rows, freeColumns())) {
+    std::vector<std::size_t> const constant = constantColumns();
+    // A parameter that was scanned in steps of one counts the runs as well. Where it is the only one, it
+    // stays.
+    auto const counter = constant.size() > 1 || columnOf(roles, Role::Parameter)
+                             ? findRunCounter(table, rows, constant)
+                             : std::nullopt;
+    if (counter) {
       roles[*counter] = {Role::Run, roles[*counter].label,
                          "it keeps its value until time restarts, and counts or names the runs"};
       tell("column " + quoted(table.columns[*counter].header) + " is the run", roles[*counter].why, true);
@@ -203,13 +220,19 @@ private:
         table.fail(row, column, numberFault(table.written(cells(column)[row])));
   }
 
+  // Plots know outputs of free names as molecules.
+  static std::string nameInPlots(ColumnLabel const& label)
+  {
+    return label.type.empty() ? "Molecule: " + label.name : label.fullName();
+  }
+
   void checkNames() const
   {
     for (Role const role : {Role::Output, Role::Parameter}) {
       std::set<std::string> known;
       for (std::size_t i = 0; i < roles.size(); ++i)
-        if (roles[i].role == role && !known.insert(roles[i].label.fullName()).second)
-          table.failInHeader(i, "a second column named " + quoted(roles[i].label.fullName()));
+        if (roles[i].role == role && !known.insert(nameInPlots(roles[i].label)).second)
+          table.failInHeader(i, "a second column named " + quoted(nameInPlots(roles[i].label)));
     }
   }
 
@@ -316,7 +339,11 @@ private:
       if (parameter.label.type == "Parameter") parameter.label.type.clear();
       for (std::size_t run = 0; run < rows.runs(); ++run)
         parameter.values.push_back(cells(i)[rows.row(rows.starts[run])]);
-      if (table.columns[i].hasText) nameTexts(parameter);
+      if (table.columns[i].hasText) {
+        nameTexts(parameter);
+        tell("parameter " + quoted(parameter.label.name) + " is text",
+             "it has " + counted(parameter.texts.size(), "different text"));
+      }
       for (double& value : parameter.values)
         if (cell::isMissing(value)) value = std::numeric_limits<double>::quiet_NaN();
       scan.parameters.push_back(std::move(parameter));

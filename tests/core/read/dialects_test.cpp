@@ -1,0 +1,608 @@
+// One scan, written as simulators, data frames and spreadsheets write it.
+#include "ScanTexts.h"
+
+#include <runsieve/core/scan/ScanError.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <limits>
+
+namespace runsieve::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Values = std::vector<double>;
+
+SmallScan const small;
+
+/// Names of the columns of a text; an empty one is not in it.
+struct Names
+{
+  std::string a = "A";
+  std::string b = "B";
+  std::string k = "k";
+};
+
+void expectSmallScan(ScanFile const& file, Names const& names = {}, double tolerance = 0.0)
+{
+  Scan const& scan = file.scan;
+  ASSERT_NO_THROW(scan.check());
+  ASSERT_EQ(scan.times.size(), small.times.size());
+  for (std::size_t i = 0; i < small.times.size(); ++i) EXPECT_NEAR(scan.times[i], small.times[i], tolerance);
+  ASSERT_EQ(scan.runs.size(), 4u);
+  for (ScanRun const& run : scan.runs) EXPECT_EQ(run.status, RunStatus::Complete);
+  ASSERT_EQ(scan.outputs.size(), names.b.empty() ? 1u : 2u);
+  for (std::size_t run = 0; run < 4; ++run)
+    for (std::size_t i = 0; i < small.times.size(); ++i) {
+      int const r = static_cast<int>(run);
+      EXPECT_NEAR(valuesOf(scan, names.a, run)[i], small.a(r, small.times[i]), tolerance);
+      if (!names.b.empty())
+        EXPECT_NEAR(valuesOf(scan, names.b, run)[i], small.b(r, small.times[i]), tolerance);
+    }
+  if (names.k.empty()) {
+    EXPECT_TRUE(scan.parameters.empty());
+    return;
+  }
+  ASSERT_EQ(scan.parameters.size(), 1u);
+  EXPECT_EQ(parameterOf(scan, names.k).values, (Values{small.k(0), small.k(1), small.k(2), small.k(3)}));
+}
+
+std::string line(int run, double time, std::string const& delimiter, bool withRun = true)
+{
+  Values values = {time, small.a(run, time), small.b(run, time), small.k(run)};
+  if (withRun) values.insert(values.begin(), run);
+  return joined(values, delimiter);
+}
+
+std::string rows(std::string const& delimiter, bool withRun = true)
+{
+  return small.rows([&](int run, double time) { return line(run, time, delimiter, withRun); });
+}
+
+std::string withDecimalComma(std::string text)
+{
+  std::replace(text.begin(), text.end(), '.', ',');
+  return text;
+}
+
+TEST(Dialects, ACopasiScanHasTabsABlankLineBetweenRunsAndNoRunColumn)
+{
+  std::string const text =
+      "# Time\t[A]\tValues[B]\tValues[k].InitialValue\t\n" +
+      small.rows([](int run, double time) { return line(run, time, "\t", false) + '\t'; }, "\n");
+  for (std::string const name : {"scan.csv", "scan.txt", "scan"}) {
+    ScanFile const file = readString(text, {}, name);
+    expectSmallScan(file, {"[A]", "Values[B]", "Values[k].InitialValue"});
+    EXPECT_THAT(keysOf(file.scan), ElementsAre("0", "1", "2", "3"));
+    EXPECT_TRUE(tells(file.report, "runs are split at blank lines"));
+    EXPECT_EQ(file.scan.outputs[0].label.unit, "") << "brackets belong to the name";
+    EXPECT_EQ(file.report.format, "tab separated text");
+  }
+}
+
+TEST(Dialects, BlankLinesDivideRunsEvenWhereTimeGoesOn)
+{
+  Scan const scan = readString("Time\tA\n0\t1\n1\t2\n\n2\t3\n3\t4\n", {}).scan;
+  EXPECT_EQ(scan.runs.size(), 2u);
+}
+
+TEST(Dialects, LinesOfTextBeforeAReportAreSkippedAndCounted)
+{
+  ScanFile const file =
+      readString("COPASI report\nModel: insulin\n\nTime\t[A]\t(R).Flux\tk\n" + rows("\t", false));
+  expectSmallScan(file, {"[A]", "(R).Flux", "k"});
+  EXPECT_TRUE(tells(file.report, "skipped 2 lines of text before the table"));
+}
+
+TEST(Dialects, AHeldConcentrationStaysAnOutput)
+{
+  ScanFile const file = readString("Time,[X],[Y],[X]_0\n0,5,1,5\n1,5,2,5\n0,6,1,6\n1,6,3,6\n");
+  EXPECT_EQ(roleOf(file.report, "[X]"), "output");
+  EXPECT_EQ(roleOf(file.report, "[X]_0"), "parameter");
+}
+
+TEST(Dialects, NamesStandBehindAHashOrNot)
+{
+  for (std::string const mark : {"", "#", "# ", "#  "})
+    expectSmallScan(readString(mark + "time,[A],[B],k\n" + rows(",", false)), {"[A]", "[B]", "k"});
+}
+
+TEST(Dialects, ATableWithoutNamesTakesGivenOnes)
+{
+  ReadOptions options;
+  options.names = {"run", "time", "A", "B", "k"};
+  expectSmallScan(readString(rows(","), options));
+  EXPECT_THROW((void)readString(rows(",")), ScanError);
+  options.names.pop_back();
+  EXPECT_THROW((void)readString(rows(","), options), ScanError);
+}
+
+TEST(Dialects, GivenNamesTakeThePlaceOfThoseInTheFile)
+{
+  ReadOptions options;
+  options.names = {"run", "time", "A", "B", "k"};
+  ScanFile const file = readString("r,clock,x,y,z\n" + rows(","), options);
+  expectSmallScan(file);
+  EXPECT_TRUE(tells(file.report, "column names was passed over"));
+}
+
+TEST(Dialects, AnIndexColumnIsNoPartOfTheScan)
+{
+  for (std::string const name : {"", "index", "Unnamed: 0"}) {
+    int number = 0;
+    ScanFile const file = readString(name + ",run,time,A,B,k\n" + small.rows([&](int run, double time) {
+      return std::to_string(number++) + ',' + line(run, time, ",");
+    }));
+    expectSmallScan(file);
+    EXPECT_EQ(roleOf(file.report, name), "ignored");
+  }
+}
+
+TEST(Dialects, RowNamesWithoutAHeaderAreLeftOut)
+{
+  int number = 0;
+  ScanFile const file =
+      readString("\"run\" \"time\" \"A\" \"B\" \"k\"\n" + small.rows([&](int run, double time) {
+        return '"' + std::to_string(++number) + "\" " + line(run, time, " ");
+      }));
+  expectSmallScan(file);
+  EXPECT_TRUE(tells(file.report, "the first field of each row is a row name"));
+}
+
+TEST(Dialects, QuotedNamesAndNumbersAndAByteOrderMark)
+{
+  std::string const text =
+      "\xEF\xBB\xBF\"run\",\"time\",\"A\",\"B, the \"\"second\"\"\",\"k\"\n" +
+      small.rows([](int run, double time) { return '"' + line(run, time, "\",\"") + '"'; });
+  expectSmallScan(readString(text), {"A", "B, the \"second\"", "k"});
+}
+
+TEST(Dialects, WordsForNoValueAreMissing)
+{
+  for (std::string const word : {"", "NA", "NaN", "None", "null", "n/a", "-"}) {
+    ReadOptions options;
+    if (word == "-") options.missing = {"-"};
+    ScanFile const file =
+        readString("run,time,A,k\n0,0,1,\n0,1," + word + ",\n0,2,3,\n1,0,4,7\n1,1,5,7\n1,2,6,7\n", options);
+    EXPECT_TRUE(std::isnan(valuesOf(file.scan, "A", 0)[1])) << word;
+    EXPECT_EQ(file.scan.runs[0].status, RunStatus::Failed);
+    EXPECT_EQ(file.scan.runs[1].status, RunStatus::Complete);
+    EXPECT_TRUE(std::isnan(parameterOf(file.scan, "k").values[0]));
+    EXPECT_TRUE(tells(file.report, "1 failed run")) << word;
+    if (word != "NaN") EXPECT_TRUE(tells(file.report, "1 missing value")) << word;
+  }
+}
+
+TEST(Dialects, NoValueKeepsNoTraceInTheScan)
+{
+  Scan const scan = readString("run,time,A\n0,0,1\n0,1,\n1,0,2\n1,1,3\n").scan;
+  double const value = valuesOf(scan, "A", 0)[1];
+  double const nan = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(std::memcmp(&value, &nan, sizeof nan), 0);
+}
+
+TEST(Dialects, TextsNameRunsAndParameters)
+{
+  ScanFile const file = readString("id,time,A,B,k,strain\n" + small.rows([](int run, double time) {
+    return "WT_00" + std::to_string(run) + ',' + line(run, time, ",", false) +
+           (run % 2 == 0 ? ",wild type" : ",\"mu,t\"");
+  }));
+  EXPECT_THAT(keysOf(file.scan), ElementsAre("WT_000", "WT_001", "WT_002", "WT_003"));
+  ScanParameter const& strain = parameterOf(file.scan, "strain");
+  EXPECT_THAT(strain.texts, ElementsAre("wild type", "mu,t"));
+  EXPECT_THAT(strain.values, ElementsAre(0, 1, 0, 1));
+  EXPECT_TRUE(tells(file.report, "parameter \"strain\" is text"));
+}
+
+TEST(Dialects, TextsAreTheSameWhicheverThreadFindsThem)
+{
+  std::string text = "id,time,A,strain\n";
+  for (int run = 0; run < 80000; ++run)
+    for (int i = 0; i < 4; ++i)
+      text += "run number " + std::to_string(run) + ',' + std::to_string(i) + ',' + std::to_string(run * i) +
+              ",strain " + std::to_string(run % 5) + '\n';
+  ASSERT_GT(text.size(), std::size_t(8) << 20);
+  ReadOptions options;
+  options.threads = 4;
+  Scan const scan = readString(text, options).scan;
+  ASSERT_EQ(scan.runs.size(), 80000u);
+  EXPECT_EQ(scan.runs[79999].key, "run number 79999");
+  EXPECT_EQ(parameterOf(scan, "strain").texts.size(), 5u);
+  for (std::size_t run = 0; run < scan.runs.size(); ++run)
+    ASSERT_EQ(parameterOf(scan, "strain").values[run], static_cast<double>(run % 5));
+}
+
+TEST(Dialects, MeltedTablesBecomeColumns)
+{
+  std::string const text = "id,time,variable,value,k\n" + small.rows([](int run, double time) {
+    std::string const key = plain(run) + ',' + plain(time);
+    return key + ",A," + plain(small.a(run, time)) + ',' + plain(small.k(run)) + '\n' + key + ",B," +
+           plain(small.b(run, time)) + ',' + plain(small.k(run));
+  });
+  ScanFile const file = readString(text);
+  expectSmallScan(file);
+  EXPECT_TRUE(tells(file.report, "each row holds one value of one output"));
+  EXPECT_THAT([&] { (void)readString(text + "0,0,A,7,0.5\n"); },
+              testing::ThrowsMessage<ScanError>(HasSubstr("a second value of \"A\" at time 0")));
+}
+
+TEST(Dialects, AMeltedOutputThatNeverChangesStaysOne)
+{
+  Scan const scan = readString("run,time,variable,value\n0,0,A,1\n0,1,A,1\n1,0,A,1\n1,1,A,1\n").scan;
+  EXPECT_EQ(valuesOf(scan, "A", 1), (Values{1, 1}));
+}
+
+TEST(Dialects, ARowPerRunWithTimesInTheNames)
+{
+  for (std::string const mark : {"@", "_t", " @t=", "_t="}) {
+    std::string text = "run,k";
+    for (std::string const output : {"A", "B"})
+      for (double const time : small.times) text += ',' + output + mark + plain(time);
+    for (int run = 0; run < 4; ++run) {
+      text += '\n' + plain(run) + ',' + plain(small.k(run));
+      for (double const time : small.times) text += ',' + plain(small.a(run, time));
+      for (double const time : small.times) text += ',' + plain(small.b(run, time));
+    }
+    ScanFile const file = readString(text + '\n');
+    expectSmallScan(file);
+    EXPECT_TRUE(tells(file.report, "each row is a run"));
+  }
+}
+
+TEST(Dialects, ARowPerRunWithTimesAsNames)
+{
+  std::string text = "k";
+  for (double const time : small.times) text += ',' + plain(time);
+  for (int run = 0; run < 4; ++run) {
+    text += '\n' + plain(small.k(run));
+    for (double const time : small.times) text += ',' + plain(small.a(run, time));
+  }
+  expectSmallScan(readString(text), {"value", "", "k"});
+  ReadOptions options;
+  options.outputs = {"A"};
+  expectSmallScan(readString(text, options), {"A", "", "k"});
+}
+
+TEST(Dialects, AColumnPerRunBesideOneOfTime)
+{
+  for (std::string const name : {"run ", "sim_", "Replicate#", "trajectory-", ""}) {
+    std::string text = "time";
+    for (int run = 0; run < 4; ++run) text += ',' + name + std::to_string(run + 1);
+    for (double const time : small.times) {
+      text += '\n' + plain(time);
+      for (int run = 0; run < 4; ++run) text += ',' + plain(small.a(run, time));
+    }
+    ScanFile const file = readString(text);
+    expectSmallScan(file, {"value", "", ""});
+    EXPECT_THAT(keysOf(file.scan), ElementsAre("1", "2", "3", "4"));
+    EXPECT_TRUE(tells(file.report, "are 4 runs")) << name;
+  }
+}
+
+TEST(Dialects, ColumnsPerRunAndOutput)
+{
+  std::string text = "time";
+  for (int run = 0; run < 4; ++run) text += ",A run " + std::to_string(run) + ",B run " + std::to_string(run);
+  for (double const time : small.times) {
+    text += '\n' + plain(time);
+    for (int run = 0; run < 4; ++run)
+      text += ',' + plain(small.a(run, time)) + ',' + plain(small.b(run, time));
+  }
+  expectSmallScan(readString(text), {"A", "B", ""});
+}
+
+TEST(Dialects, NumberedOutputsAreNoRuns)
+{
+  Scan const scan = readString("time,S1,S2,S3\n0,1,2,3\n1,2,3,4\n").scan;
+  EXPECT_EQ(scan.runs.size(), 1u);
+  EXPECT_EQ(scan.outputs.size(), 3u);
+}
+
+TEST(Dialects, SpreadsheetsHaveSemicolonsDecimalCommasAndUnits)
+{
+  ScanFile const file = readString("run;time;A;B;k\n" + withDecimalComma(rows(";")));
+  expectSmallScan(file);
+  EXPECT_TRUE(tells(file.report, "decimal comma"));
+  ScanFile const units = readString("run;time;A;B;k\n;min;nM;[nM];1/min\n" + withDecimalComma(rows(";")));
+  expectSmallScan(units);
+  EXPECT_EQ(units.scan.time.unit, "min");
+  EXPECT_EQ(units.scan.outputs[1].label.unit, "nM");
+  EXPECT_EQ(units.scan.parameters[0].label.unit, "1/min");
+  EXPECT_TRUE(tells(units.report, "line 2 holds the units"));
+}
+
+TEST(Dialects, TheDecimalSignCanBeGiven)
+{
+  ReadOptions options;
+  options.decimal = ',';
+  EXPECT_EQ(valuesOf(readString("time;A\n0;1,5\n1;2\n", options).scan, "A", 0), (Values{1.5, 2}));
+  options.decimal = '.';
+  EXPECT_THROW((void)readString("time;A\n0;1,5\n1;2\n", options), ScanError);
+}
+
+TEST(Dialects, Utf16InBothByteOrders)
+{
+  std::string const text = "run\ttime\tA\tB\tk\r\n" + rows("\t");
+  std::string little = "\xFF\xFE";
+  std::string big = "\xFE\xFF";
+  for (char const c : text) {
+    little += {c, '\0'};
+    big += {'\0', c};
+  }
+  for (std::string const& content : {little, big}) {
+    ScanFile const file = readString(content);
+    expectSmallScan(file);
+    EXPECT_TRUE(tells(file.report, "converted from UTF-16"));
+  }
+}
+
+TEST(Dialects, Latin1IsConvertedAndTold)
+{
+  ScanFile const file = readString("run,time,\xB5"
+                                   "A,B,k\n" +
+                                   rows(","));
+  expectSmallScan(file, {"\xC2\xB5"
+                         "A",
+                         "B", "k"});
+  EXPECT_TRUE(tells(file.report, "Latin-1"));
+}
+
+TEST(Dialects, BlanksPipesAndOtherDividers)
+{
+  expectSmallScan(readString("  run   time  A\t B  k  \n" + small.rows([](int run, double time) {
+    return "   " + line(run, time, " \t ") + "  ";
+  })));
+  expectSmallScan(readString("run|time|A|B|k\n" + rows("|")));
+  ReadOptions options;
+  options.delimiter = '~';
+  expectSmallScan(readString("run~time~A~B~k\n" + rows("~"), options));
+}
+
+TEST(Dialects, CommentsStandAnywhere)
+{
+  for (std::string const mark : {"#", "%", "//", "  #"}) {
+    ScanFile const file = readString(mark + " one\n" + mark + " two\nrun,time,A,B,k\n" + rows(",") + mark +
+                                     " end, of, it, all, now\n");
+    expectSmallScan(file);
+    EXPECT_TRUE(tells(file.report, "passed over 1 comment"));
+  }
+}
+
+TEST(Dialects, TablesOfRuleBasedModels)
+{
+  expectSmallScan(readString("#        time           A   B    k\n" + small.rows([](int run, double time) {
+    return "  " + line(run, time, "   ", false);
+  }),
+                             {}, "model.gdat"));
+  ScanFile const ends =
+      readString("#  k    A     B\n  0.5   1e0   2\n  0.75   3   4.0e+00\n", {}, "model.scan");
+  EXPECT_EQ(parameterOf(ends.scan, "k").values, (Values{0.5, 0.75}));
+  EXPECT_EQ(ends.scan.times, Values{0});
+  EXPECT_EQ(valuesOf(ends.scan, "B", 1), Values{4});
+  EXPECT_TRUE(tells(ends.report, "each row is a run with one time"));
+}
+
+TEST(Dialects, InfinitiesAndExponentsOfOldCLibraries)
+{
+  Scan const scan =
+      readString("time,S1,S2,S3\n0,INF,-INF,1.4274e-007\n1,1.#INF,-1.#INF,1.#QNAN\n2,1,2,-1.#IND\n").scan;
+  double const infinity = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(valuesOf(scan, "S1", 0), (Values{infinity, infinity, 1}));
+  EXPECT_EQ(valuesOf(scan, "S2", 0), (Values{-infinity, -infinity, 2}));
+  EXPECT_EQ(valuesOf(scan, "S3", 0)[0], 1.4274e-7);
+  EXPECT_TRUE(std::isnan(valuesOf(scan, "S3", 0)[1]));
+  EXPECT_EQ(scan.runs[0].status, RunStatus::Failed);
+}
+
+TEST(Dialects, RunColumnsOfAnyNameAreNoParameters)
+{
+  for (std::string const name : {"sample", "replicate", "ID", "Run #", "iteration", "whatever", "run no"})
+    for (int const first : {0, 1}) {
+      ScanFile const file = readString(name + ",time,A,B,k\n" + small.rows([&](int run, double time) {
+        return std::to_string(run + first) + ',' + line(run, time, ",", false);
+      }));
+      expectSmallScan(file);
+      EXPECT_EQ(roleOf(file.report, name), "run");
+      EXPECT_EQ(file.scan.runs[0].key, std::to_string(first));
+    }
+}
+
+TEST(Dialects, TheOnlyParameterStaysOneEvenIfItCounts)
+{
+  ScanFile const file = readString("time,A,k\n0,1,1\n1,2,1\n0,1,2\n1,3,2\n0,1,3\n1,4,3\n");
+  EXPECT_EQ(roleOf(file.report, "k"), "parameter");
+  EXPECT_EQ(file.scan.runs.size(), 3u);
+}
+
+TEST(Dialects, ANameLikeARunIsNoneIfTimesRepeatWithinIt)
+{
+  ScanFile const file = readString("time,A,cell\n0,1,7\n1,2,7\n0,1,7\n1,3,7\n");
+  EXPECT_EQ(roleOf(file.report, "cell"), "parameter");
+  EXPECT_EQ(file.scan.runs.size(), 2u);
+}
+
+TEST(Dialects, RowsAreTakenInAnyOrder)
+{
+  std::string reversed;
+  for (int run = 3; run >= 0; --run)
+    for (auto time = small.times.rbegin(); time != small.times.rend(); ++time)
+      reversed += line(run, *time, ",") + '\n';
+  ScanFile const file = readString("run,time,A,B,k\n" + reversed);
+  expectSmallScan(file);
+  EXPECT_TRUE(tells(file.report, "runs were put in the order of their numbers"));
+  EXPECT_TRUE(tells(file.report, "rows were put in the order of time"));
+
+  std::string byTime;
+  for (double const time : small.times)
+    for (int run = 0; run < 4; ++run) byTime += line(run, time, ",") + '\n';
+  ScanFile const apart = readString("run,time,A,B,k\n" + byTime);
+  expectSmallScan(apart);
+  EXPECT_TRUE(tells(apart.report, "rows of a run that stood apart were put together"));
+}
+
+TEST(Dialects, TimeMayFallWithinRunsWithoutARunColumn)
+{
+  std::string text;
+  for (int run = 0; run < 4; ++run)
+    for (auto time = small.times.rbegin(); time != small.times.rend(); ++time)
+      text += line(run, *time, ",", false) + '\n';
+  ScanFile const file = readString("time,A,B,k\n" + text);
+  expectSmallScan(file);
+  EXPECT_TRUE(tells(file.report, "rows were put in the order of time"));
+}
+
+TEST(Dialects, GridsThatAreEqualUpToRoundingAreOne)
+{
+  ScanFile const file = readString("run,time,A,B,k\n" + small.rows([](int run, double time) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.17g", time * (1 + 1e-12 * run));
+    return plain(run) + ',' + text + ',' +
+           joined({small.a(run, time), small.b(run, time), small.k(run)}, ",");
+  }));
+  expectSmallScan(file);
+  EXPECT_TRUE(tells(file.report, "times that differ by rounding are one"));
+}
+
+TEST(Dialects, OtherGridsAreInterpolatedWithinEachRunsSpan)
+{
+  std::string const text =
+      "run,time,A\n0,0,0\n0,1,10\n0,2,20\n1,0,0\n1,0.5,5\n1,2,50\n2,0,1\n2,1,2\n2,2,3\n3,0,1\n3,1.5,4\n";
+  ScanFile const file = readString(text);
+  EXPECT_EQ(file.scan.times, (Values{0, 1, 2})) << "half of the runs share it";
+  EXPECT_EQ(valuesOf(file.scan, "A", 1), (Values{0, 20, 50}));
+  EXPECT_EQ(valuesOf(file.scan, "A", 3)[1], 3.0);
+  EXPECT_TRUE(std::isnan(valuesOf(file.scan, "A", 3)[2])) << "no value is made up behind its last sample";
+  EXPECT_EQ(file.scan.runs[3].status, RunStatus::Short);
+  EXPECT_EQ(file.scan.runs[3].end, 2u);
+  EXPECT_TRUE(tells(file.report, "2 runs of 4 were interpolated linearly onto 3 common times"));
+
+  ReadOptions exact;
+  exact.exactTimes = true;
+  ScanFile const kept = readString(text, exact);
+  EXPECT_EQ(kept.scan.times, (Values{0, 0.5, 1, 1.5, 2}));
+  EXPECT_EQ(valuesOf(kept.scan, "A", 1)[1], 5.0);
+  EXPECT_TRUE(std::isnan(valuesOf(kept.scan, "A", 0)[1]));
+}
+
+TEST(Dialects, AdaptiveStepsComeOntoEvenSteps)
+{
+  ScanFile const file =
+      readString("run,time,A\n0,0,0\n0,0.3,3\n0,4,40\n1,0,0\n1,1,10\n1,4,40\n2,0,0\n2,2.5,25\n2,4,40\n");
+  EXPECT_EQ(file.scan.times, (Values{0, 2, 4}));
+  for (std::size_t run = 0; run < 3; ++run) EXPECT_EQ(valuesOf(file.scan, "A", run), (Values{0, 20, 40}));
+}
+
+TEST(Dialects, RunsThatEndEarlyAreKept)
+{
+  ScanFile const file = readString("run,time,A\n0,0,1\n0,1,2\n0,2,3\n1,0,4\n1,1,5\n2,0,6\n2,1,7\n2,2,8\n");
+  EXPECT_EQ(file.scan.runs[1].status, RunStatus::Short);
+  EXPECT_EQ(file.scan.runs[1].end, 2u);
+  EXPECT_TRUE(std::isnan(valuesOf(file.scan, "A", 1)[2]));
+  EXPECT_TRUE(tells(file.report, "1 run ends early"));
+}
+
+TEST(Dialects, OneLongRunAmongManyShortOnesIsRefused)
+{
+  std::string text = "run,time,A\n";
+  for (int i = 0; i < 40000; ++i) text += "0," + std::to_string(i) + ',' + std::to_string(i % 7) + "\n";
+  for (int i = 1; i < 40000; ++i) text += std::to_string(i) + ",0,2\n";
+  EXPECT_THAT([&] { (void)readString(text); },
+              testing::ThrowsMessage<ScanError>(HasSubstr("the runs have too different times")));
+}
+
+TEST(Dialects, AStatusColumnTellsWhichRunsFailed)
+{
+  for (auto const& [name, good, bad] :
+       std::vector<std::array<std::string, 3>>{{"status", "ok", "failed"},
+                                               {"success", "True", "False"},
+                                               {"OK", "1", "0"},
+                                               {"Status", "COMPLETED", "CVODE error -4"}}) {
+    ScanFile const file = readString("run,time,A,B,k," + name + "\n" +
+                                     small.rows([&, &good = good, &bad = bad](int run, double time) {
+                                       return line(run, time, ",") + ',' + (run == 2 ? bad : good);
+                                     }));
+    EXPECT_EQ(roleOf(file.report, name), "status");
+    for (std::size_t run = 0; run < 4; ++run)
+      EXPECT_EQ(file.scan.runs[run].status, run == 2 ? RunStatus::Failed : RunStatus::Complete) << name;
+    EXPECT_EQ(file.scan.parameters.size(), 1u);
+  }
+}
+
+TEST(Dialects, CodesOfAStatusAreNotInterpreted)
+{
+  ScanFile const file = readString("run,time,A,status\n0,0,1,0\n0,1,2,0\n1,0,1,-4\n1,1,3,-4\n");
+  EXPECT_EQ(file.scan.runs[1].status, RunStatus::Complete);
+  EXPECT_EQ(roleOf(file.report, "status"), "parameter");
+  EXPECT_TRUE(tells(file.report, "not taken for the status of runs"));
+}
+
+TEST(Dialects, AnyNameOfAnOutputWillDo)
+{
+  ScanFile const file =
+      readString("run,time,Values[k1],Period of A,B Index\n0,0,1,2,3\n0,1,2,3,4\n1,0,1,2,3\n1,1,5,6,7\n");
+  EXPECT_EQ(file.scan.outputs.size(), 3u);
+  EXPECT_EQ(file.scan.findOutput("Values[k1]"), 0u);
+}
+
+TEST(Dialects, ADelimiterAtTheEndOfLinesMakesNoColumn)
+{
+  expectSmallScan(readString("run,time,A,B,k,\n" +
+                             small.rows([](int run, double time) { return line(run, time, ",") + ','; })));
+  expectSmallScan(readString("run,time,A,B,k\n" +
+                             small.rows([](int run, double time) { return line(run, time, ",") + ','; })));
+}
+
+TEST(Dialects, AHeaderThatIsRepeatedDividesRuns)
+{
+  Scan const scan = readString("Time,A\n0,1\n1,2\nTime,A\n0,3\n1,4\n").scan;
+  EXPECT_EQ(scan.runs.size(), 2u);
+}
+
+TEST(Dialects, GuessesAreOverriddenByOptions)
+{
+  std::string const text = "time,sample,A,dose\n0,3,1,5\n1,3,2,5\n0,4,1,5\n1,4,7,5\n";
+  ReadOptions options;
+  options.parameters = {"sample"};
+  ScanFile const sample = readString(text, options);
+  EXPECT_EQ(parameterOf(sample.scan, "sample").values, (Values{3, 4}));
+  EXPECT_EQ(roleOf(sample.report, "dose"), "output");
+  options = {};
+  options.outputs = {"dose"};
+  EXPECT_EQ(readString(text, options).scan.outputs.size(), 2u);
+  options = {};
+  options.ignore = {"dose"};
+  EXPECT_TRUE(readString(text, options).scan.parameters.empty());
+  options = {};
+  options.ignore = {"nothing"};
+  EXPECT_THAT([&] { (void)readString(text, options); },
+              testing::ThrowsMessage<ScanError>(
+                  HasSubstr("no column is named \"nothing\"; there are \"time\", \"sample\"")));
+}
+
+TEST(Dialects, ProgressIsToldAndReadingCanBeStopped)
+{
+  std::string text = "run,time,A\n";
+  for (int i = 0; i < 1500000; ++i)
+    text += std::to_string(i / 10) + ',' + std::to_string(i % 10) + ",1." + std::to_string(i % 7) + '\n';
+  for (unsigned const threads : {1u, 3u}) {
+    ReadOptions options;
+    options.threads = threads;
+    std::vector<double> shares;
+    options.progress = [&](double share) {
+      shares.push_back(share);
+      return true;
+    };
+    EXPECT_EQ(readString(text, options).scan.runs.size(), 150000u);
+    ASSERT_GT(shares.size(), 2u);
+    EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
+    EXPECT_LE(shares.back(), 1.0);
+    options.progress = [](double share) { return share < 0.3; };
+    EXPECT_THROW((void)readString(text, options), ReadCancelled);
+  }
+}
+
+} // namespace
+} // namespace runsieve::test
