@@ -3,12 +3,12 @@
 #include "app/cli/RankReport.h"
 #include "app/gate/ResolvedGate.h"
 #include "app/render/OffscreenView.h"
-#include <runsieve/core/files/SafeFile.h>
 #include "app/scan/ScanLayout.h"
 #include "app/store/FileEnding.h"
 #include "app/store/StoredPlot.h"
 #include "app/view/ScanClusters.h"
 #include "app/view/SievedScan.h"
+#include <runsieve/core/files/SafeFile.h>
 
 #include <vtkContextScene.h>
 #include <vtkNew.h>

@@ -1,9 +1,9 @@
 #include "app/cli/Commands.h"
 
+#include "app/simulate/SimulateScan.h"
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
-#include "app/scan/ScanWriter.h"
-#include "app/simulate/SimulateScan.h"
+#include <runsieve/core/write/WriteScan.h>
 
 #include <iostream>
 #include <random>
@@ -71,12 +71,12 @@ int runSimulate(SimulateArguments const& arguments)
 
   bool const toStandardOutput = arguments.output == "-";
   if (toStandardOutput)
-    writeScan(*scan, std::cout);
+    writeScan(scan, std::cout);
   else
-    writeScan(*scan, arguments.output);
+    writeScan(scan, arguments.output);
   std::ostream& report = toStandardOutput ? std::cerr : std::cout;
   report << model.title << ": " << model.citation << '\n'
-         << options.runs << " runs x " << options.times << " times, " << scan->parameterBounds.size()
+         << options.runs << " runs x " << options.times << " times, " << scan.parameters.size()
          << " parameters, seed " << options.seed << '\n';
   if (!toStandardOutput) report << "written to " << arguments.output << '\n';
   return 0;

@@ -1,9 +1,9 @@
 #include "app/gate/ResolvedGate.h"
 
 #include "app/scan/ColumnName.h"
+#include "app/scan/ScanLayout.h"
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
-#include "app/scan/ScanLayout.h"
 
 #include <algorithm>
 #include <cmath>

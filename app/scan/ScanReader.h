@@ -11,6 +11,6 @@ namespace runsieve::app {
 
 /// Reads a scan as the plots take it. \throw ScanError
 [[nodiscard]] boost::shared_ptr<LinePlotTable> readScanTable(std::string const& path,
-                                                        ReadOptions const& options = {});
+                                                             ReadOptions const& options = {});
 
 } // namespace runsieve::app

@@ -1,15 +1,14 @@
 #include "app/simulate/SimulateScan.h"
 
 #include <runsieve/core/parallel/Parallel.h>
-#include <runsieve/core/scan/ParameterBounds.h>
 
-#include <boost/make_shared.hpp>
 #include <boost/numeric/odeint.hpp>
 
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace runsieve::app {
@@ -22,59 +21,48 @@ constexpr double absoluteError = 1e-8; // of one step, in the units of the state
 constexpr double relativeError = 1e-8;
 constexpr int mostSteps = 1000000;
 
-/// The columns of a scan of one model.
+/// The scan of one model.
 class ScanBuilder
 {
 public:
-  ScanBuilder(Model const& scannedModel, SimulateOptions const& options)
-      : model(scannedModel), times(options.times), scan(boost::make_shared<LinePlotTable>())
+  ScanBuilder(Model const& scannedModel, SimulateOptions const& options) : model(scannedModel)
   {
-    scan->trajectoryCount = options.runs;
-    scan->trajectoryLength = options.times;
+    scan.time = {"Time", model.timeUnit, "", ""};
+    for (std::size_t i = 0; i < options.times; ++i)
+      scan.times.push_back(model.duration * static_cast<double>(i) / static_cast<double>(options.times - 1));
+    for (std::size_t run = 0; run < options.runs; ++run)
+      scan.runs.push_back({std::to_string(run), RunStatus::Complete, options.times});
     for (auto const& species : model.species)
-      outputs.push_back(species.recorded ? scan->addColumn(Kestrane::Molecule, species.name) : nullptr);
-    time = scan->addColumn(Kestrane::Unnamed, "Time [" + model.timeUnit + ']');
-    run = scan->addColumn(Kestrane::Unnamed, "Run Index");
+      outputs.push_back(species.recorded
+                            ? scan.addOutput({species.name, species.unit, species.meaning, "Molecule"})
+                            : nullptr);
     for (auto const& parameter : model.parameters)
-      varied.push_back(parameter.isVaried() ? scan->addColumn(Kestrane::Parameter, parameter.name) : nullptr);
+      if (parameter.isVaried())
+        scan.parameters.push_back(
+            {{parameter.name, parameter.unit, parameter.meaning, ""}, std::vector<double>(options.runs), {}});
   }
 
-  double timeAt(std::size_t i) const
-  {
-    return model.duration * static_cast<double>(i) / static_cast<double>(times - 1);
-  }
+  [[nodiscard]] double timeAt(std::size_t i) const { return scan.times[i]; }
 
-  void writeConstants(std::size_t runIndex, std::vector<double> const& parameters)
+  void writeParameters(std::size_t run, std::vector<double> const& parameters)
   {
-    std::size_t const start = runIndex * times;
-    for (std::size_t i = 0; i < times; ++i) time[start + i] = timeAt(i);
-    std::fill_n(run + start, times, static_cast<double>(runIndex));
-    for (std::size_t k = 0; k < varied.size(); ++k)
-      if (varied[k] != nullptr) std::fill_n(varied[k] + start, times, parameters[k]);
+    std::size_t at = 0;
+    for (std::size_t k = 0; k < parameters.size(); ++k)
+      if (model.parameters[k].isVaried()) scan.parameters[at++].values[run] = parameters[k];
   }
 
   void writeState(std::size_t runIndex, std::size_t timeIndex, State const& state)
   {
     for (std::size_t k = 0; k < outputs.size(); ++k)
-      if (outputs[k] != nullptr) outputs[k][runIndex * times + timeIndex] = state[k];
+      if (outputs[k] != nullptr) outputs[k][runIndex * scan.times.size() + timeIndex] = state[k];
   }
 
-  boost::shared_ptr<LinePlotTable> finish()
-  {
-    for (double const* column : varied)
-      if (column != nullptr)
-        scan->parameterBounds.push_back(boundsOfRuns(column, scan->trajectoryCount, times));
-    return scan;
-  }
+  Scan finish() { return std::move(scan); }
 
 private:
   Model const& model;
-  std::size_t times;
-  boost::shared_ptr<LinePlotTable> scan;
+  Scan scan;
   std::vector<double*> outputs; ///< by species, null if not recorded
-  std::vector<double*> varied;  ///< by parameter, null if kept constant
-  double* time = nullptr;
-  double* run = nullptr;
 };
 
 double valueAt(ModelParameter const& parameter, double unit)
@@ -129,14 +117,14 @@ void simulateRun(Model const& model, std::vector<double> const& parameters, std:
 
 } // namespace
 
-boost::shared_ptr<LinePlotTable> simulateScan(Model const& model, SimulateOptions const& options)
+Scan simulateScan(Model const& model, SimulateOptions const& options)
 {
   if (options.runs < 1) throw std::invalid_argument("a scan has at least one run");
   if (options.times < 2) throw std::invalid_argument("a scan has at least two times");
   auto const samples = sampleParameters(model, options);
   ScanBuilder builder(model, options);
   inParallel(threadCount(options.threads), options.runs, [&](std::size_t run) {
-    builder.writeConstants(run, samples[run]);
+    builder.writeParameters(run, samples[run]);
     try {
       simulateRun(model, samples[run], run, options.times, builder);
     } catch (std::runtime_error const& error) {

@@ -3,9 +3,7 @@
 #include "app/simulate/Model.h"
 #include "app/simulate/Sampling.h"
 
-#include <runsieve/records/LinePlotTable.h>
-
-#include <boost/shared_ptr.hpp>
+#include <runsieve/core/scan/Scan.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -21,10 +19,9 @@ struct SimulateOptions
   unsigned threads = 0; ///< 0: as many as the machine has, at most 4; the result does not depend on it
 };
 
-/// Runs a model with sampled parameters: its recorded species, "Time [unit]", "Run Index" from 0 and its
-/// varied parameters, with their smallest and largest values as bounds. \throw std::invalid_argument for
-/// sizes out of range \throw std::runtime_error if the solver cannot go on
-[[nodiscard]] boost::shared_ptr<LinePlotTable> simulateScan(Model const& model,
-                                                            SimulateOptions const& options);
+/// Runs a model with sampled parameters: its recorded species and its varied parameters, with units and
+/// meanings. \throw std::invalid_argument for sizes out of range \throw std::runtime_error if the solver
+/// cannot go on
+[[nodiscard]] Scan simulateScan(Model const& model, SimulateOptions const& options);
 
 } // namespace runsieve::app

@@ -7,6 +7,8 @@
 #include "ScanColumns.h"
 #include "support/TempFile.h"
 
+#include <runsieve/adapters/ScanTable.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -20,6 +22,11 @@
 
 namespace runsieve::test {
 namespace {
+
+boost::shared_ptr<LinePlotTable> simulatedTable(app::Model const& model, app::SimulateOptions const& options)
+{
+  return linePlotTableOf(app::simulateScan(model, options));
+}
 
 using namespace app;
 
@@ -65,7 +72,7 @@ TEST(Models, AreDocumentedAndConsistent)
 
 TEST(Models, TheExampleHasEnoughToLookAt)
 {
-  ScanLayout const layout = scanLayout(*simulateScan(exampleModel(), {2, 2}));
+  ScanLayout const layout = scanLayout(*simulatedTable(exampleModel(), {2, 2}));
   EXPECT_GE(layout.outputs.size(), 4u);
   EXPECT_GE(layout.parameters.size(), 12u);
 }
@@ -75,7 +82,7 @@ TEST(Models, TheCascadeConservesItsKinases)
 {
   Model model = *findModel("mapk_cascade");
   for (auto& species : model.species) species.recorded = true;
-  auto scan = simulateScan(model, {20, 51});
+  auto scan = simulatedTable(model, {20, 51});
   std::map<std::string, std::vector<std::string>> const forms = {{"MKKK", {"MKKK", "MKKK-P"}},
                                                                  {"MKK", {"MKK", "MKK-P", "MKK-PP"}},
                                                                  {"MAPK", {"MAPK", "MAPK-P", "MAPK-PP"}}};
@@ -96,7 +103,7 @@ TEST(Models, TheCascadeOscillatesAsPublished)
 {
   Model model = nominal(*findModel("mapk_cascade"));
   model.duration = 9000.0;
-  auto scan = simulateScan(model, {1, 901});
+  auto scan = simulatedTable(model, {1, 901});
   auto const active = column(*scan, "Molecule: MAPK-PP");
   std::vector<std::size_t> peaks;
   for (std::size_t i = 201; i + 1 < active.size(); ++i)
@@ -115,7 +122,7 @@ TEST(Models, TheRepressilatorOscillatesAsPublished)
 {
   Model model = nominal(*findModel("repressilator"));
   model.duration = 1000.0;
-  auto scan = simulateScan(model, {1, 1001});
+  auto scan = simulatedTable(model, {1, 1001});
   for (char const* name : {"Molecule: LacI", "Molecule: TetR", "Molecule: cI"}) {
     auto const level = column(*scan, name);
     std::vector<std::size_t> peaks;
@@ -135,9 +142,9 @@ TEST(Models, TheToggleFlipsWithItsInducer)
   auto dose = std::find_if(model.parameters.begin(), model.parameters.end(),
                            [](ModelParameter const& p) { return p.name == "IPTG"; });
   dose->nominal = 1e-6;
-  auto const before = column(*simulateScan(model, {1, 11}), "Molecule: Repressor 2");
+  auto const before = column(*simulatedTable(model, {1, 11}), "Molecule: Repressor 2");
   dose->nominal = 1e-2;
-  auto const after = column(*simulateScan(model, {1, 11}), "Molecule: Repressor 2");
+  auto const after = column(*simulatedTable(model, {1, 11}), "Molecule: Repressor 2");
   EXPECT_LT(before.back(), 1.0);
   EXPECT_NEAR(after.back(), 15.6, 0.1) << "full synthesis";
 }
@@ -152,7 +159,7 @@ TEST(SimulateScan, SolvesAccurately)
   decay.species = {{"y", 3.0, true, "1", "decays"}};
   decay.parameters = {{"k", 1.0, 0.1, 10.0, ModelParameter::Scale::Logarithmic, "1/s", "rate"}};
   decay.rates = [](double const* y, double const* p, double* dy) { dy[0] = -p[0] * y[0]; };
-  auto scan = simulateScan(decay, {50, 41});
+  auto scan = simulatedTable(decay, {50, 41});
   auto const y = column(*scan, "Molecule: y");
   auto const t = column(*scan, ": Time [s]");
   auto const k = column(*scan, "Parameter: k");
@@ -169,23 +176,23 @@ TEST(SimulateScan, GivesUpOnASystemThatExplodes)
   explosion.duration = 10.0;
   explosion.species = {{"y", 1.0, true, "1", "y' = y * y ends at 1 s"}};
   explosion.rates = [](double const* y, double const*, double* dy) { dy[0] = y[0] * y[0]; };
-  EXPECT_THROW((void)simulateScan(explosion, {1, 11}), std::runtime_error);
+  EXPECT_THROW((void)app::simulateScan(explosion, {1, 11}), std::runtime_error);
 }
 
 TEST(SimulateScan, RefusesSenselessSizes)
 {
-  EXPECT_THROW((void)simulateScan(exampleModel(), {0, 101}), std::invalid_argument);
-  EXPECT_THROW((void)simulateScan(exampleModel(), {10, 1}), std::invalid_argument);
+  EXPECT_THROW((void)app::simulateScan(exampleModel(), {0, 101}), std::invalid_argument);
+  EXPECT_THROW((void)app::simulateScan(exampleModel(), {10, 1}), std::invalid_argument);
 }
 
 TEST(SimulateScan, TheSeedAloneDecides)
 {
   SimulateOptions options{40, 11, 5, Sampling::LatinHypercube, 1};
-  auto one = simulateScan(exampleModel(), options);
+  auto one = simulatedTable(exampleModel(), options);
   options.threads = 3;
-  auto three = simulateScan(exampleModel(), options);
+  auto three = simulatedTable(exampleModel(), options);
   options.seed = 6;
-  auto other = simulateScan(exampleModel(), options);
+  auto other = simulatedTable(exampleModel(), options);
   bool differs = false;
   for (std::size_t i = 0; i < one->columnData.size(); ++i) {
     EXPECT_EQ(std::memcmp(one->columnData[i], three->columnData[i], one->rows() * sizeof(double)), 0) << i;
@@ -198,7 +205,7 @@ TEST(SimulateScan, TheSeedAloneDecides)
 TEST(SimulateScan, DrawsParametersFromTheirRanges)
 {
   for (auto sampling : {Sampling::LatinHypercube, Sampling::Sobol}) {
-    auto scan = simulateScan(exampleModel(), {256, 2, 3, sampling});
+    auto scan = simulatedTable(exampleModel(), {256, 2, 3, sampling});
     std::size_t k = 0;
     for (auto const& parameter : exampleModel().parameters) {
       auto const [low, high] = scan->parameterBounds.at(k++);
@@ -217,7 +224,7 @@ TEST(SimulateScan, DrawsParametersFromTheirRanges)
 
 TEST(SimulateScan, AFileGivesTheSameRecord)
 {
-  auto scan = simulateScan(exampleModel(), {15, 21});
+  auto scan = simulatedTable(exampleModel(), {15, 21});
   TempFolder folder;
   writeScan(*scan, folder.file("scan.csv"));
   auto copy = readScanTable(folder.file("scan.csv"));
@@ -280,7 +287,7 @@ std::vector<long long> runsThroughExampleGates(LinePlotTable const& scan)
 
 TEST(ExampleScan, TheGateTellsActingFromIdleParameters)
 {
-  auto scan = simulateScan(exampleModel(), {});
+  auto scan = simulatedTable(exampleModel(), {});
   ASSERT_EQ(scan->trajectoryCount, 1000u);
   auto const passing = runsThroughExampleGates(*scan);
   EXPECT_GE(passing.size(), 50u);
@@ -304,7 +311,7 @@ TEST(ExampleScan, TheGateTellsActingFromIdleParameters)
 TEST(ExampleScan, TheStrongestParametersShowWithAnySeed)
 {
   for (std::uint64_t seed : {2, 3, 4}) {
-    auto scan = simulateScan(exampleModel(), {1000, 11, seed, Sampling::Sobol});
+    auto scan = simulatedTable(exampleModel(), {1000, 11, seed, Sampling::Sobol});
     auto const tests = compareParameters(*scan, runsThroughExampleGates(*scan));
     for (char const* name : {"lacI_strength", "tetR_strength", "protein_halflife"})
       EXPECT_LT(tests.at(name).p, 1e-3) << name << ", seed " << seed;
@@ -318,8 +325,8 @@ TEST(ExampleScan, IdleParametersCannotActOnTheGatedOutput)
   Model changed = base;
   for (auto& parameter : changed.parameters)
     if (isReporter(parameter.name)) parameter.nominal *= 1.7;
-  auto a = simulateScan(base, {1, 101});
-  auto b = simulateScan(changed, {1, 101});
+  auto a = simulatedTable(base, {1, 101});
+  auto b = simulatedTable(changed, {1, 101});
   for (char const* name : {"Molecule: LacI", "Molecule: TetR", "Molecule: cI"}) {
     auto const first = column(*a, name);
     auto const second = column(*b, name);
@@ -334,12 +341,12 @@ TEST(ExampleScan, IdleParametersCannotActOnTheGatedOutput)
 TEST(ExampleScan, ActingParametersDoActOnTheGatedOutput)
 {
   Model const base = nominal(exampleModel());
-  auto const before = column(*simulateScan(base, {1, 101}), "Molecule: cI");
+  auto const before = column(*simulatedTable(base, {1, 101}), "Molecule: cI");
   for (std::size_t k = 0; k < base.parameters.size(); ++k) {
     if (isReporter(base.parameters[k].name)) continue;
     Model changed = base;
     changed.parameters[k].nominal *= 1.7;
-    auto const after = column(*simulateScan(changed, {1, 101}), "Molecule: cI");
+    auto const after = column(*simulatedTable(changed, {1, 101}), "Molecule: cI");
     double largest = 0.0;
     for (std::size_t i = 0; i < before.size(); ++i)
       largest = std::max(largest, std::abs(after[i] - before[i]) / (1.0 + before[i]));

@@ -1,0 +1,138 @@
+#include <runsieve/core/write/WriteScan.h>
+
+#include <runsieve/core/files/SafeFile.h>
+#include <runsieve/core/scan/ScanError.h>
+#include <runsieve/core/text/FieldText.h>
+#include <runsieve/core/write/RowWriter.h>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <ostream>
+
+namespace runsieve {
+
+namespace {
+
+using Each = WrittenColumn::Each;
+
+// An output of a free name would be a parameter if it never changed.
+std::string nameOf(ColumnLabel const& output)
+{
+  return output.type.empty() ? "Molecule: " + output.name : output.fullName();
+}
+
+std::string nameOfTime(ColumnLabel const& time)
+{
+  return ": " + time.name + (time.unit.empty() ? "" : " [" + time.unit + ']');
+}
+
+/// The keys of runs as numbers, if they all are and come back as the same text.
+std::optional<std::vector<double>> numbersOf(std::vector<ScanRun> const& runs)
+{
+  std::vector<double> numbers;
+  for (ScanRun const& run : runs) {
+    auto const number = parseNumber(run.key);
+    if (!number || !std::isfinite(*number)) return std::nullopt;
+    numbers.push_back(*number);
+  }
+  return numbers;
+}
+
+/// The columns of a scan, and what they need to live.
+struct Written
+{
+  std::vector<double> keys;
+  std::vector<WrittenColumn> columns;
+};
+
+std::vector<std::string> textsOf(ScanParameter const& parameter)
+{
+  std::vector<std::string> texts;
+  for (double const value : parameter.values)
+    texts.push_back(std::isnan(value) ? std::string() : parameter.texts[static_cast<std::size_t>(value)]);
+  return texts;
+}
+
+void addRuns(Written& written, Scan const& scan)
+{
+  WrittenColumn column{": Run Index", nullptr, {}, Each::Run};
+  if (auto numbers = numbersOf(scan.runs)) {
+    written.keys = std::move(*numbers);
+    column.numbers = written.keys.data();
+  } else {
+    for (ScanRun const& run : scan.runs) column.texts.push_back(run.key);
+  }
+  written.columns.push_back(std::move(column));
+}
+
+void addStatus(Written& written, Scan const& scan)
+{
+  auto const failed = [](ScanRun const& run) { return run.status == RunStatus::Failed; };
+  if (std::none_of(scan.runs.begin(), scan.runs.end(), failed)) return;
+  WrittenColumn column{"status", nullptr, {}, Each::Run};
+  for (ScanRun const& run : scan.runs) column.texts.emplace_back(failed(run) ? "failed" : "ok");
+  written.columns.push_back(std::move(column));
+}
+
+void write(Scan const& scan, TextSink const& sink)
+{
+  Written written;
+  for (ScanOutput const& output : scan.outputs)
+    written.columns.push_back({nameOf(output.label), output.values.get(), {}, Each::Row});
+  written.columns.push_back({nameOfTime(scan.time), scan.times.data(), {}, Each::Time});
+  addRuns(written, scan);
+  for (ScanParameter const& parameter : scan.parameters) {
+    WrittenColumn column{"Parameter: " + parameter.label.name, parameter.values.data(), {}, Each::Run};
+    if (parameter.isText()) column.texts = textsOf(parameter);
+    written.columns.push_back(std::move(column));
+  }
+  addStatus(written, scan);
+  writeRows(written.columns, scan.runs.size(), scan.times.size(), sink);
+}
+
+void writeSome(Scan const& scan, RunSet const* runs, TextSink const& sink)
+{
+  if (runs == nullptr)
+    write(scan, sink);
+  else
+    write(subsetOf(scan, *runs), sink);
+}
+
+} // namespace
+
+void writeScan(Scan const& scan, std::string const& path, RunSet const* runs)
+{
+  SafeFile file(path);
+  writeSome(scan, runs, [&](std::string_view text) { file.write(text); });
+  file.commit();
+}
+
+void writeScan(Scan const& scan, std::ostream& stream, RunSet const* runs)
+{
+  writeSome(scan, runs, [&](std::string_view text) {
+    if (!stream.write(text.data(), static_cast<std::streamsize>(text.size())))
+      throw ScanError("output stream", "cannot be written");
+  });
+  if (!stream.flush()) throw ScanError("output stream", "cannot be written");
+}
+
+Scan subsetOf(Scan const& scan, RunSet const& runs)
+{
+  Scan some;
+  some.time = scan.time;
+  some.times = scan.times;
+  std::vector<std::size_t> const members = runs.members();
+  for (std::size_t const run : members) some.runs.push_back(scan.runs[run]);
+  for (std::size_t i = 0; i < scan.outputs.size(); ++i) {
+    double* to = some.addOutput(scan.outputs[i].label);
+    for (std::size_t const run : members) to = std::copy_n(scan.valuesOf(i, run), scan.times.size(), to);
+  }
+  for (ScanParameter const& parameter : scan.parameters) {
+    some.parameters.push_back({parameter.label, {}, parameter.texts});
+    for (std::size_t const run : members) some.parameters.back().values.push_back(parameter.values[run]);
+  }
+  return some;
+}
+
+} // namespace runsieve
