@@ -5,7 +5,7 @@
 #include <runsieve/core/read/ColumnNames.h>
 #include <runsieve/core/read/ColumnRoles.h>
 #include <runsieve/core/read/RunRows.h>
-#include <runsieve/core/read/TimeGrid.h>
+#include <runsieve/core/read/CommonGrid.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
@@ -253,13 +253,13 @@ private:
       ordered = inOrder(time);
       times.times = ordered.data();
     }
-    TimeGrid const found(times, options.exactTimes);
+    CommonGrid const found(times, options.exactTimes);
     checkSize(found);
     scan.time = roles[time].label;
     scan.times = found.times();
     for (std::string const& key : rows.keys) scan.runs.push_back({key, RunStatus::Complete, 0});
     tellGrid(found);
-    bool const inPlace = found.kind() == TimeGrid::Kind::Same && rows.order.empty();
+    bool const inPlace = found.kind() == CommonGrid::Kind::Same && rows.order.empty();
     for (std::size_t i = 0; i < roles.size(); ++i)
       if (roles[i].role == Role::Output) {
         if (inPlace)
@@ -271,7 +271,7 @@ private:
   }
 
   // One long run among many short ones would take memory out of all proportion.
-  void checkSize(TimeGrid const& found) const
+  void checkSize(CommonGrid const& found) const
   {
     constexpr double most = 64.0;
     double const wanted = static_cast<double>(found.times().size()) * static_cast<double>(rows.runs());
@@ -282,15 +282,15 @@ private:
                                       (options.exactTimes ? " (read them without --exact-times)" : ""));
   }
 
-  void tellGrid(TimeGrid const& found)
+  void tellGrid(CommonGrid const& found)
   {
     if (found.rounded()) tell("times that differ by rounding are one", "they agree to a relative 1e-9");
-    if (found.kind() == TimeGrid::Kind::Interpolated)
+    if (found.kind() == CommonGrid::Kind::Interpolated)
       tell(counted(found.resampledRuns(), "run") + " of " + std::to_string(rows.runs()) +
                " were interpolated linearly onto " + counted(found.times().size(), "common time") + ", " +
                decimal(found.times().front()) + ".." + decimal(found.times().back()),
            "their times are not those of the others; --exact-times keeps every time", true);
-    else if (found.kind() == TimeGrid::Kind::Gaps && options.exactTimes)
+    else if (found.kind() == CommonGrid::Kind::Gaps && options.exactTimes)
       tell("all times of all runs are kept; a run has gaps where only others have times", "by option");
   }
 
@@ -301,7 +301,7 @@ private:
     return ordered;
   }
 
-  std::shared_ptr<double[]> placed(TimeGrid const& found, std::size_t column) const
+  std::shared_ptr<double[]> placed(CommonGrid const& found, std::size_t column) const
   {
     std::size_t const length = found.times().size();
     std::shared_ptr<double[]> target(new double[length * rows.runs()]);

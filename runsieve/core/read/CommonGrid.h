@@ -18,7 +18,7 @@ struct RunTimes
 };
 
 /// One time grid for all runs of a scan, and how the samples of each run come onto it.
-class TimeGrid
+class CommonGrid
 {
 public:
   enum class Kind
@@ -31,7 +31,7 @@ public:
   /// Times that differ by a relative 1e-9 or less are one. If the runs then have different times they are
   /// put on the grid that at least half of them share, or else on even steps over the whole span, as many as
   /// a run of middle length has. \param exact instead all times of all runs are the grid
-  explicit TimeGrid(RunTimes const& runTimes, bool exact);
+  explicit CommonGrid(RunTimes const& runTimes, bool exact);
 
   [[nodiscard]] Kind kind() const { return gridKind; }
   [[nodiscard]] std::vector<double> const& times() const { return grid; }

@@ -1,4 +1,4 @@
-#include <runsieve/core/read/TimeGrid.h>
+#include <runsieve/core/read/CommonGrid.h>
 
 #include <algorithm>
 #include <cmath>
@@ -35,7 +35,7 @@ bool sameTimes(RunTimes const& runs, std::size_t a, std::size_t b)
 
 } // namespace
 
-TimeGrid::TimeGrid(RunTimes const& runTimes, bool exact) : runs(runTimes)
+CommonGrid::CommonGrid(RunTimes const& runTimes, bool exact) : runs(runTimes)
 {
   takeLongest();
   if (allWithin()) return;
@@ -45,7 +45,7 @@ TimeGrid::TimeGrid(RunTimes const& runTimes, bool exact) : runs(runTimes)
     takeCommon();
 }
 
-void TimeGrid::takeLongest()
+void CommonGrid::takeLongest()
 {
   std::size_t longest = 0;
   for (std::size_t run = 1; run < runs.runs(); ++run)
@@ -53,7 +53,7 @@ void TimeGrid::takeLongest()
   grid.assign(runs.of(longest), runs.of(longest) + runs.length(longest));
 }
 
-bool TimeGrid::allWithin()
+bool CommonGrid::allWithin()
 {
   gridKind = Kind::Same;
   for (std::size_t run = 0; run < runs.runs(); ++run) {
@@ -64,7 +64,7 @@ bool TimeGrid::allWithin()
 }
 
 // Whether all times of a run are on the grid.
-bool TimeGrid::isWithin(std::size_t run)
+bool CommonGrid::isWithin(std::size_t run)
 {
   double const* const times = runs.of(run);
   std::size_t const count = runs.length(run);
@@ -78,7 +78,7 @@ bool TimeGrid::isWithin(std::size_t run)
   return true;
 }
 
-void TimeGrid::takeUnion()
+void CommonGrid::takeUnion()
 {
   std::vector<double> all(runs.times, runs.times + runs.starts.back());
   std::sort(all.begin(), all.end());
@@ -89,7 +89,7 @@ void TimeGrid::takeUnion()
 }
 
 // Of the runs with equal times the first, if these are half of all runs or more; else the number of runs.
-std::size_t TimeGrid::mostShared() const
+std::size_t CommonGrid::mostShared() const
 {
   struct Shared
   {
@@ -112,7 +112,7 @@ std::size_t TimeGrid::mostShared() const
   return 2 * best->second.count >= runs.runs() ? best->second.first : runs.runs();
 }
 
-void TimeGrid::takeCommon()
+void CommonGrid::takeCommon()
 {
   gridKind = Kind::Interpolated;
   std::size_t const shared = mostShared();
@@ -142,7 +142,7 @@ void TimeGrid::takeCommon()
   resampled = runs.runs();
 }
 
-void TimeGrid::place(std::size_t run, double const* samples, double* target) const
+void CommonGrid::place(std::size_t run, double const* samples, double* target) const
 {
   if (gridKind == Kind::Same)
     std::copy_n(samples, grid.size(), target);
@@ -152,7 +152,7 @@ void TimeGrid::place(std::size_t run, double const* samples, double* target) con
     interpolate(run, samples, target);
 }
 
-void TimeGrid::placeExactly(std::size_t run, double const* samples, double* target) const
+void CommonGrid::placeExactly(std::size_t run, double const* samples, double* target) const
 {
   std::fill_n(target, grid.size(), std::numeric_limits<double>::quiet_NaN());
   double const* const times = runs.of(run);
@@ -163,7 +163,7 @@ void TimeGrid::placeExactly(std::size_t run, double const* samples, double* targ
   }
 }
 
-void TimeGrid::interpolate(std::size_t run, double const* samples, double* target) const
+void CommonGrid::interpolate(std::size_t run, double const* samples, double* target) const
 {
   double const* const times = runs.of(run);
   std::size_t const count = runs.length(run);
