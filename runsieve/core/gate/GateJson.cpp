@@ -12,7 +12,7 @@ namespace runsieve {
 
 namespace {
 
-using Json = OrderedJson;
+using Json = ReadJson;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -23,43 +23,43 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 }
 
 // JSON has no number for these.
-Json numberOf(double value)
+WrittenJson numberOf(double value)
 {
   if (std::isfinite(value)) return value;
   return std::isnan(value) ? "nan" : value < 0.0 ? "-inf" : "inf";
 }
 
-Json endOf(std::optional<double> const& time)
+WrittenJson endOf(std::optional<double> const& time)
 {
-  return time ? numberOf(*time) : Json();
+  return time ? numberOf(*time) : WrittenJson();
 }
 
-Json keyOf(RunKey const& key)
+WrittenJson keyOf(RunKey const& key)
 {
   if (auto const* text = std::get_if<std::string>(&key)) return *text;
   auto const& [first, last] = std::get<RunNumbers>(key);
-  return Json::array({first, last});
+  return WrittenJson::array({first, last});
 }
 
-void writeRange(Json& json, Gate const& gate)
+void writeRange(WrittenJson& json, Gate const& gate)
 {
-  if (gate.span) json["times"] = Json::array({endOf(gate.span->first), endOf(gate.span->last)});
-  json["values"] = Json::array({numberOf(gate.range.low), numberOf(gate.range.high)});
+  if (gate.span) json["times"] = WrittenJson::array({endOf(gate.span->first), endOf(gate.span->last)});
+  json["values"] = WrittenJson::array({numberOf(gate.range.low), numberOf(gate.range.high)});
 }
 
-Json objectOf(Gate const& gate)
+WrittenJson objectOf(Gate const& gate)
 {
-  Json json = {{"text", formatGate(gate)}, {"kind", wordOf(kindWords, gate.kind)}};
+  WrittenJson json = {{"text", formatGate(gate)}, {"kind", wordOf(kindWords, gate.kind)}};
   if (gate.negated) json["negated"] = true;
   if (gate.kind != GateKind::Status && gate.kind != GateKind::Runs) json["column"] = gate.column;
   if (hasRange(gate.kind)) writeRange(json, gate);
   if (gate.kind == GateKind::Is) json["is"] = gate.texts;
   if (gate.kind == GateKind::Status) {
-    json["status"] = Json::array();
+    json["status"] = WrittenJson::array();
     for (RunStatus status : gate.statuses) json["status"].push_back(statusName(status));
   }
   if (gate.kind == GateKind::Runs) {
-    json["runs"] = Json::array();
+    json["runs"] = WrittenJson::array();
     for (RunKey const& key : gate.runs) json["runs"].push_back(keyOf(key));
   }
   if (gate.kind == GateKind::Cluster) {
@@ -208,7 +208,7 @@ std::string toJson(Gate const& gate)
 {
   try {
     return objectOf(gate).dump();
-  } catch (Json::exception const&) {
+  } catch (WrittenJson::exception const&) {
     throw GateError("gate " + runsieve::quoted(formatGate(gate)) + ": a name or text is not UTF-8");
   }
 }
