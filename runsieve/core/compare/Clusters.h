@@ -2,6 +2,7 @@
 
 #include <runsieve/core/runsieve_core_export.h>
 
+#include <runsieve/core/compare/ClusterMode.h>
 #include <runsieve/core/compare/Comparison.h>
 #include <runsieve/core/scan/RunSet.h>
 #include <runsieve/core/scan/Scan.h>
@@ -11,14 +12,6 @@
 #include <vector>
 
 namespace runsieve {
-
-/// By what runs are grouped.
-enum class ClusterMode
-{
-  Curves,   ///< the time course itself
-  Phase,    ///< the phase of its Fourier transform
-  Magnitude ///< the magnitude of its Fourier transform
-};
 
 /// Groups the runs of a scan by the shape of one output: k-means under the distance 1 - r, r being Pearson's
 /// correlation coefficient. Runs that correlate with nothing, since they are constant or hold a missing

@@ -4,8 +4,8 @@
 #include <runsieve/core/read/Cell.h>
 #include <runsieve/core/read/ColumnNames.h>
 #include <runsieve/core/read/ColumnRoles.h>
-#include <runsieve/core/read/RunRows.h>
 #include <runsieve/core/read/CommonGrid.h>
+#include <runsieve/core/read/RunRows.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>

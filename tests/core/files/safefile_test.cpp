@@ -1,7 +1,7 @@
 #include <runsieve/core/files/SafeFile.h>
 
-#include <runsieve/core/scan/ScanError.h>
 #include "support/TempFile.h"
+#include <runsieve/core/scan/ScanError.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
