@@ -6,7 +6,6 @@
 #include <runsieve/core/text/FieldText.h>
 
 #include <charconv>
-#include <cmath>
 #include <string_view>
 
 namespace runsieve {

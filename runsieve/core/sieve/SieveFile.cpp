@@ -7,7 +7,6 @@
 #include <runsieve/core/gate/GateText.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/sieve/Fingerprint.h>
-#include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
 
 #include <algorithm>
