@@ -1,4 +1,5 @@
 #include "app/cli/CommandLine.h"
+#include "app/desk/Desk.h"
 
 #include <csignal>
 #include <cstdio>
@@ -30,10 +31,11 @@ struct Runner
   int operator()(SimulateArguments const& arguments) const { return runSimulate(arguments); }
   int operator()(InfoArguments const& arguments) const { return runInfo(arguments); }
   int operator()(RankArguments const& arguments) const { return runRank(arguments); }
-  int operator()(RenderArguments const& arguments) const { return runRender(arguments); }
+  int operator()(SelectArguments const& arguments) const { return runSelect(arguments); }
+  int operator()(RenderArguments const& arguments) const { return desk().render(arguments); }
   int operator()(ClusterArguments const& arguments) const { return runCluster(arguments); }
   int operator()(ConvertArguments const& arguments) const { return runConvert(arguments); }
-  int operator()(ExploreArguments const& arguments) const { return runExplore(arguments); }
+  int operator()(ExploreArguments const& arguments) const { return desk().explore(arguments); }
 };
 
 /// How the work ended.

@@ -22,4 +22,5 @@ install(FILES ${PROJECT_BINARY_DIR}/RunsieveConfig.cmake ${PROJECT_BINARY_DIR}/R
         DESTINATION ${_config_dir})
 if(RUNSIEVE_APP)
   install(TARGETS runsieve_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS runsieve_desk LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/runsieve)
 endif()

@@ -1,22 +1,20 @@
 #include "app/cli/Commands.h"
 
+#include "app/cli/GatedScan.h"
+#include "app/cli/GateReport.h"
 #include "app/cli/RankReport.h"
-#include "app/gate/ResolvedGate.h"
-#include "app/render/OffscreenView.h"
-#include "app/scan/ScanLayout.h"
+#include "app/desk/Desk.h"
 #include "app/store/FileEnding.h"
-#include "app/store/StoredPlot.h"
-#include "app/view/ScanClusters.h"
-#include "app/view/SievedScan.h"
-#include <runsieve/core/files/SafeFile.h>
 
-#include <vtkContextScene.h>
-#include <vtkNew.h>
+#include <runsieve/core/compare/Clusters.h>
+#include <runsieve/core/files/SafeFile.h>
+#include <runsieve/core/text/FieldText.h>
+#include <runsieve/core/write/RowWriter.h>
+#include <runsieve/core/write/WriteScan.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
-#include <memory>
 #include <stdexcept>
 #include <system_error>
 
@@ -24,20 +22,20 @@ namespace runsieve::app {
 
 namespace {
 
-ShapeOf shapeOf(std::string const& mode)
+ClusterMode modeOf(std::string const& mode)
 {
-  if (mode == "phase") return ShapeOf::Phase;
-  return mode == "magnitude" ? ShapeOf::Magnitude : ShapeOf::Curves;
+  if (mode == "phase") return ClusterMode::Phase;
+  return mode == "magnitude" ? ClusterMode::Magnitude : ClusterMode::Curves;
 }
 
-/// Lines "run,cluster" with the run numbers of the file.
-std::string labelText(LinePlotTable const& scan, std::vector<int> const& labels)
+/// Lines "run,cluster" with the runs as the file names them.
+std::string labelText(Scan const& scan, std::vector<int> const& labels)
 {
-  double const* runs = scan.columnData[scanLayout(scan).run];
   std::string text = "run,cluster\n";
-  for (std::size_t i = 0; i < labels.size(); ++i)
-    text += std::to_string(static_cast<long long>(runs[i * scan.trajectoryLength])) + ',' +
-            std::to_string(labels[i]) + '\n';
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    std::string const& key = scan.runs[i].key;
+    text += (parseNumber(key) ? key : quotedField(key)) + ',' + std::to_string(labels[i]) + '\n';
+  }
   return text;
 }
 
@@ -52,22 +50,14 @@ void writeLabels(std::string const& path, std::string const& text)
   file.commit();
 }
 
-void print(std::vector<std::vector<RankedParameter>> const& comparisons, std::vector<int> const& labels)
+void print(ClusterComparison const& comparison, std::vector<int> const& labels)
 {
   const std::vector<std::size_t> sizes = clusterSizes(labels);
-  for (std::size_t k = 0; k < comparisons.size(); ++k) {
+  for (std::size_t k = 0; k < comparison.clusters.size(); ++k) {
     if (sizes[k] == 0) continue;
     std::cout << "\ncluster " << k << ": " << sizes[k] << " of " << labels.size() << " runs\n";
-    printRankTable(std::cout, comparisons[k]);
+    printRankTable(std::cout, comparison.clusters[k]);
   }
-}
-
-std::string titleOf(std::vector<int> const& labels, std::string const& mode)
-{
-  const std::vector<std::size_t> sizes = clusterSizes(labels);
-  const auto empty = std::count(sizes.begin(), sizes.end(), std::size_t(0));
-  const std::size_t clusters = sizes.size() - static_cast<std::size_t>(empty);
-  return std::to_string(clusters) + (clusters == 1 ? " cluster by " : " clusters by ") + mode;
 }
 
 bool isSameFile(std::string const& a, std::string const& b)
@@ -89,41 +79,36 @@ void checkFiles(ClusterArguments const& arguments)
     throw UsageError("cluster: output and picture are one file");
 }
 
+std::size_t chosenOutput(ClusterArguments const& arguments, OpenedScan const& opened)
+{
+  if (arguments.species.empty()) return opened.output;
+  if (auto const output = opened.scan.findOutput(arguments.species)) return *output;
+  throw std::runtime_error(arguments.file + ": the scan has no output " +
+                           runsieve::quoted(arguments.species) + "; there are " + outputNames(opened.scan));
+}
+
 } // namespace
 
 int runCluster(ClusterArguments const& arguments)
 {
   checkFiles(arguments);
-  StoredPlot stored = readPlotOrScan(arguments.file, arguments.read);
-  checkOutputNames(*stored.scan);
-  stored.selectedRows.clear();
-  stored.view.quantiles = false;
-  if (!arguments.species.empty()) stored.view.output = outputColumn(arguments.species, *stored.scan);
-
-  const bool draws = !arguments.picture.empty();
-  const auto view = draws ? std::make_unique<OffscreenView>(arguments.width, arguments.height) : nullptr;
-  vtkNew<vtkContextScene> unseen;
-  PlotContainer plot(nullptr);
-  (view ? view->scene() : unseen.GetPointer())->AddItem(plot.getItem());
-  {
-    const QuietLibrary quiet;
-    showPlot(plot, stored);
+  GatedScan gated = openGated(arguments);
+  std::size_t const output = chosenOutput(arguments, gated.opened);
+  if (arguments.hasGates()) {
+    if (gated.passed.runs.count() == 0)
+      throw std::runtime_error(arguments.file + ": no run passes through all gates");
+    printGates(std::cerr, gated);
+    gated.opened.scan = subsetOf(gated.scan(), gated.passed.runs);
   }
-  if (arguments.rank && plot.metaData->parameterColumns.empty())
-    throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
-  const std::vector<int> labels = clusterRuns(plot, arguments.clusters, shapeOf(arguments.mode));
+  Scan const& scan = gated.scan();
+  const std::vector<int> labels = clusterRuns(scan, output, modeOf(arguments.mode), arguments.clusters);
   if (labels.empty()) throw std::runtime_error(arguments.file + ": the runs cannot be grouped");
-  writeLabels(arguments.output, labelText(*stored.scan, labels));
-  const auto comparisons = compareClusters(plot, labels);
-  if (arguments.rank) print(comparisons, labels);
-  if (view) {
-    plot.metaData->plotTitle = titleOf(labels, arguments.mode);
-    plot.redraw(); // the lines that clustering has added go
-    polish(plot);
-    drawClusters(plot);
-    view->save(arguments.picture);
-  }
-  plot.setScene(nullptr); // a plot that outlived its view would let go of textures in a context that is gone
+  ClusterComparison const comparison = compareClusters(scan, labels, gated.thresholds);
+  if (arguments.rank && comparison.differences.empty())
+    throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
+  writeLabels(arguments.output, labelText(scan, labels));
+  if (arguments.rank) print(comparison, labels);
+  if (!arguments.picture.empty()) desk().drawClusters(arguments, scan, output);
   return 0;
 }
 

@@ -1,7 +1,8 @@
 #include "app/cli/CommandLine.h"
 
-#include "app/gate/Gate.h"
 #include "app/store/FileEnding.h"
+
+#include <runsieve/core/gate/GateText.h>
 
 #include <CLI/CLI.hpp>
 
@@ -16,8 +17,8 @@ namespace runsieve::app {
 
 namespace {
 
-constexpr char gateHelp[] =
-    "A place that runs must pass through, OUTPUT @ TIME[..TIME] in LOW..HIGH; may be repeated";
+constexpr char gateHelp[] = "What runs must fulfil, such as \"A @ 10..12 in 2..5\", \"ever A in 3..\", \"k1 "
+                            "in 1..2\"; may be repeated";
 
 // Bad syntax of a gate is bad usage, and told before a large file is read.
 std::string checkGate(std::string const& text)
@@ -123,13 +124,16 @@ void addReadOptions(CLI::App& command, CommonOptions& options, bool needsFile)
   addTextOptions(command, options.read);
 }
 
-void addGates(CLI::App& command, std::vector<std::string>& gates)
+void addGates(CLI::App& command, SieveArguments& arguments)
 {
-  command.add_option("-g,--gate", gates, gateHelp)
+  command.add_option("-g,--gate", arguments.gates, gateHelp)
       ->type_name("GATE")
       ->check(CLI::Validator(checkGate, ""))
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  command.add_flag("--any", arguments.any, "A run must pass one of the gates, not all");
+  command.add_option("--sieve", arguments.sieve, "Sieve file, whose gates and thresholds are applied first")
+      ->type_name("FILE");
 }
 
 template <class Arguments> void addPictureSize(CLI::App& command, Arguments& arguments)
@@ -142,18 +146,22 @@ template <class Arguments> void addPictureSize(CLI::App& command, Arguments& arg
       ->check(CLI::Range(64, 16384));
 }
 
-template <class Arguments> void addSelectionOptions(CLI::App& command, Arguments& arguments)
+void addSelectionOptions(CLI::App& command, SieveArguments& arguments)
 {
-  addGates(command, arguments.gates);
+  addGates(command, arguments);
+  command
+      .add_option("--save-sieve", arguments.saveSieve,
+                  "Write gates, thresholds and counts to this sieve file")
+      ->type_name("FILE");
   command
       .add_option("--p-threshold", arguments.pThreshold,
-                  "Largest p-value that counts as significant; default: 0.05, or that of the stored plot")
+                  "Largest p-value that counts as significant; default: 0.05, or that of the file")
       ->check(CLI::Range(0.0, 1.0))
       ->check(CLI::Validator(checkNumber, ""))
       ->type_name("P");
   command
       .add_option("--ks-threshold", arguments.ksThreshold,
-                  "Smallest statistic that counts as significant; default: 0.1, or that of the stored plot")
+                  "Smallest statistic that counts as significant; default: 0.1, or that of the file")
       ->check(CLI::Range(0.0, 1.0))
       ->check(CLI::Validator(checkNumber, ""))
       ->type_name("D");
@@ -173,6 +181,7 @@ public:
     addSimulate();
     addInfo();
     addRank();
+    addSelect();
     addRender();
     addCluster();
     addConvert();
@@ -227,6 +236,10 @@ private:
   {
     auto* command = program.add_subcommand("info", "Print runs, times, outputs and parameters of a scan");
     addReadOptions(*command, info, true);
+    command->add_option("--format", info.format, "text or json")
+        ->capture_default_str()
+        ->check(CLI::IsMember({"text", "json"}).description(""))
+        ->type_name("FORMAT");
     command->footer("Example:\n  runsieve info scan.csv");
   }
 
@@ -243,6 +256,25 @@ private:
         ->type_name("FORMAT");
     command->footer("Example:\n  runsieve rank scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" --gate \"A @ "
                     "40 in 0..1\"");
+  }
+
+  void addSelect()
+  {
+    auto* command = program.add_subcommand(
+        "select", "List the runs that pass all gates, with their parameters, or make a scan of them");
+    addReadOptions(*command, select, true);
+    addSelectionOptions(*command, select);
+    command->add_flag("--not", select.others, "The runs that do not pass");
+    command
+        ->add_option("--format", select.format,
+                     "table, csv or json of the runs, or scan: a scan of only these runs")
+        ->capture_default_str()
+        ->check(CLI::IsMember({"table", "csv", "json", "scan"}).description(""))
+        ->type_name("FORMAT");
+    command->add_option("-o,--out", select.output, "File to write; default: standard output, as -")
+        ->type_name("FILE");
+    command->footer(
+        "Example:\n  runsieve select scan.csv --gate \"A @ 10..12 in 2..5\" --format csv -o runs.csv");
   }
 
   void addRender()
@@ -284,6 +316,7 @@ private:
         ->type_name("FILE");
     command->add_option("-p,--picture", cluster.picture, "Picture to write, .png or .pdf")->type_name("FILE");
     addPictureSize(*command, cluster);
+    addSelectionOptions(*command, cluster);
     command->add_flag("--rank", cluster.rank,
                       "Rank the parameters by how each cluster differs from the rest");
     command->footer("Example:\n  runsieve cluster scan.csv -k 4 --rank -o clusters.csv -p clusters.png");
@@ -295,7 +328,7 @@ private:
         "convert", "Turn a scan into a stored plot (.rsd), which keeps selection, view and zoom, or back");
     addReadOptions(*command, convert, true);
     command->add_option("output", convert.output, "File to write, .rsd or .csv")->required();
-    addGates(*command, convert.gates);
+    addGates(*command, convert);
     command->footer("Example:\n  runsieve convert scan.csv scan.rsd --gate \"A @ 10 in 2..5\"");
   }
 
@@ -319,6 +352,7 @@ private:
     if (program.got_subcommand("simulate")) return checked(simulate);
     if (program.got_subcommand("info")) return info;
     if (program.got_subcommand("rank")) return checked(rank);
+    if (program.got_subcommand("select")) return checked(select);
     if (program.got_subcommand("render")) return render;
     if (program.got_subcommand("cluster")) return cluster;
     if (program.got_subcommand("convert")) return convert;
@@ -334,10 +368,25 @@ private:
   }
 
   // Only a stored plot has a selection of its own.
+  static void requireGates(SieveArguments const& arguments, char const* command)
+  {
+    if (!arguments.hasGates() && fileEnding(arguments.file) != ".rsd")
+      throw UsageError(std::string(command) + ": --gate is required");
+  }
+
   static RankArguments checked(RankArguments const& arguments)
   {
-    if (arguments.gates.empty() && fileEnding(arguments.file) != ".rsd")
-      throw UsageError("rank: --gate is required");
+    requireGates(arguments, "rank");
+    return arguments;
+  }
+
+  // The ending of the file says which format is meant, unless one is told.
+  SelectArguments checked(SelectArguments arguments) const
+  {
+    requireGates(arguments, "select");
+    bool const isTold = program.get_subcommand("select")->count("--format") > 0;
+    std::string const ending = fileEnding(arguments.output);
+    if (!isTold && (ending == ".csv" || ending == ".json")) arguments.format = ending.substr(1);
     return arguments;
   }
 
@@ -351,6 +400,7 @@ private:
   SimulateArguments simulate;
   InfoArguments info;
   RankArguments rank;
+  SelectArguments select;
   RenderArguments render;
   ClusterArguments cluster;
   ConvertArguments convert;

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "app/scan/ScanReader.h"
 #include "app/simulate/Sampling.h"
+
+#include <runsieve/core/read/ReadOptions.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -39,21 +40,37 @@ struct SimulateArguments
 };
 
 struct InfoArguments : CommonOptions
-{};
-
-struct RankArguments : CommonOptions
 {
-  std::vector<std::string> gates;    ///< of the form that parseGate() reads
-  std::string format = "table";      ///< "table", "csv" or "json"
-  std::optional<double> pThreshold;  ///< largest p-value that counts as significant; default: of the file
-  std::optional<double> ksThreshold; ///< smallest statistic that counts as significant; default: of the file
+  std::string format = "text"; ///< "text" or "json"
 };
 
-struct RenderArguments : CommonOptions
+/// Options of all commands that sieve.
+struct SieveArguments : CommonOptions
 {
-  std::vector<std::string> gates;
-  std::optional<double> pThreshold;
-  std::optional<double> ksThreshold;
+  std::vector<std::string> gates;    ///< of the form that parseGate() reads
+  bool any = false;                  ///< a run must pass one of the gates, not all
+  std::string sieve;                 ///< file of gates and thresholds; gates are added to it
+  std::string saveSieve;             ///< file to write them to
+  std::optional<double> pThreshold;  ///< largest p-value that counts as significant; default: of the file
+  std::optional<double> ksThreshold; ///< smallest statistic that counts as significant; default: of the file
+
+  [[nodiscard]] bool hasGates() const { return !gates.empty() || !sieve.empty(); }
+};
+
+struct RankArguments : SieveArguments
+{
+  std::string format = "table"; ///< "table", "csv" or "json"
+};
+
+struct SelectArguments : SieveArguments
+{
+  std::string output;           ///< list of runs, or a scan; empty or "-": standard output
+  std::string format = "table"; ///< "table", "csv" or "json" of runs, or "scan"
+  bool others = false;          ///< the runs that do not pass
+};
+
+struct RenderArguments : SieveArguments
+{
   std::string output; ///< the picture, .png or .pdf
   int width = 1200;   ///< pixels
   int height = 900;
@@ -66,7 +83,7 @@ struct RenderArguments : CommonOptions
   bool points = false;
 };
 
-struct ClusterArguments : CommonOptions
+struct ClusterArguments : SieveArguments
 {
   int clusters = 4;
   std::string mode = "curves"; ///< "curves", "phase" or "magnitude"
@@ -78,10 +95,9 @@ struct ClusterArguments : CommonOptions
   bool rank = false; ///< compare the parameters of each cluster with those of all other runs
 };
 
-struct ConvertArguments : CommonOptions
+struct ConvertArguments : SieveArguments
 {
-  std::string output;             ///< .rsd or .csv
-  std::vector<std::string> gates; ///< selection to store; none: that of the file
+  std::string output; ///< .rsd or .csv
 };
 
 struct ExploreArguments : CommonOptions
@@ -90,10 +106,9 @@ struct ExploreArguments : CommonOptions
 // Each returns the exit status, and throws if its work fails.
 int runSimulate(SimulateArguments const& arguments);
 int runInfo(InfoArguments const& arguments);
+int runSelect(SelectArguments const& arguments);
 int runRank(RankArguments const& arguments);
-int runRender(RenderArguments const& arguments);
 int runCluster(ClusterArguments const& arguments);
 int runConvert(ConvertArguments const& arguments);
-int runExplore(ExploreArguments const& arguments);
 
 } // namespace runsieve::app

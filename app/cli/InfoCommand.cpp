@@ -1,8 +1,8 @@
 #include "app/cli/Commands.h"
 
-#include "app/scan/ColumnName.h"
-#include "app/scan/ScanLayout.h"
-#include "app/store/StoredPlot.h"
+#include "app/scan/OpenScan.h"
+
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -20,18 +20,20 @@ struct Range
   double low = std::numeric_limits<double>::infinity();
   double high = -std::numeric_limits<double>::infinity();
   std::size_t notFinite = 0;
+  std::size_t count = 0;
 };
 
-Range rangeOf(double const* column, std::size_t rows)
+Range rangeOf(double const* values, std::size_t count)
 {
   Range range;
-  for (std::size_t i = 0; i < rows; ++i) {
-    if (!std::isfinite(column[i])) {
+  range.count = count;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!std::isfinite(values[i])) {
       ++range.notFinite;
       continue;
     }
-    range.low = std::min(range.low, column[i]);
-    range.high = std::max(range.high, column[i]);
+    range.low = std::min(range.low, values[i]);
+    range.high = std::max(range.high, values[i]);
   }
   return range;
 }
@@ -44,42 +46,159 @@ std::string rounded(double value)
   return text.str();
 }
 
-std::string text(Range const& range, std::size_t rows)
+std::string textOf(Range const& range)
 {
   std::string line = "no finite value";
-  if (range.notFinite < rows) line = rounded(range.low) + ".." + rounded(range.high);
-  if (range.notFinite > 0) line += " (" + std::to_string(range.notFinite) + " rows not finite)";
+  if (range.notFinite < range.count) line = rounded(range.low) + ".." + rounded(range.high);
+  if (range.notFinite > 0) line += " (" + std::to_string(range.notFinite) + " values not finite)";
   return line;
 }
 
-void printColumns(LinePlotTable const& scan, char const* title, std::vector<std::size_t> const& columns)
+std::string textsOf(ScanParameter const& parameter)
 {
-  std::cout << title << ' ' << columns.size() << '\n';
+  constexpr std::size_t most = 5;
+  std::string line;
+  for (std::size_t i = 0; i < std::min(parameter.texts.size(), most); ++i)
+    line += (i > 0 ? ", " : "") + parameter.texts[i];
+  if (parameter.texts.size() > most)
+    line += " and " + std::to_string(parameter.texts.size() - most) + " more";
+  return line;
+}
+
+std::string describe(ScanParameter const& parameter)
+{
+  if (parameter.isText()) return textsOf(parameter);
+  Range const range = rangeOf(parameter.values.data(), parameter.values.size());
+  bool const constant = range.low == range.high && range.notFinite == 0;
+  return textOf(range) + (constant ? " (constant, not plotted)" : "");
+}
+
+using Lines = std::vector<std::pair<std::string, std::string>>;
+
+void print(char const* title, Lines const& lines)
+{
+  std::cout << title << ' ' << lines.size() << '\n';
   std::size_t width = 0;
-  for (std::size_t i : columns) width = std::max(width, columnName(scan.columnNames[i]).size());
-  for (std::size_t i : columns) {
-    std::string name = columnName(scan.columnNames[i]);
-    name.resize(width, ' ');
-    Range const range = rangeOf(scan.columnData[i], scan.rows());
-    bool const isConstantParameter =
-        scan.columnNames[i].first == Kestrane::Parameter && range.low == range.high && range.notFinite == 0;
-    std::cout << "  " << name << "  " << text(range, scan.rows())
-              << (isConstantParameter ? " (constant, not plotted)" : "") << '\n';
+  for (auto const& line : lines) width = std::max(width, line.first.size());
+  for (auto const& [name, text] : lines)
+    std::cout << "  " << name << std::string(width - name.size(), ' ') << "  " << text << '\n';
+}
+
+std::string named(ColumnLabel const& label, std::string const& name)
+{
+  return label.unit.empty() ? name : name + " [" + label.unit + ']';
+}
+
+std::vector<std::string> keysOf(Scan const& scan, RunStatus status)
+{
+  std::vector<std::string> keys;
+  for (ScanRun const& run : scan.runs)
+    if (run.status == status) keys.push_back(run.key);
+  return keys;
+}
+
+void printStatus(Scan const& scan, RunStatus status)
+{
+  constexpr std::size_t most = 20;
+  std::vector<std::string> const keys = keysOf(scan, status);
+  if (keys.empty()) return;
+  std::string name = statusName(status);
+  name.resize(10, ' ');
+  std::cout << name << ' ' << keys.size() << (keys.size() == 1 ? " run: " : " runs: ");
+  for (std::size_t i = 0; i < std::min(keys.size(), most); ++i) std::cout << (i > 0 ? ", " : "") << keys[i];
+  if (keys.size() > most) std::cout << " and " << keys.size() - most << " more";
+  std::cout << '\n';
+}
+
+void printReport(ReadReport const& report)
+{
+  if (!report.format.empty()) std::cout << "read as    " << report.format << '\n';
+  for (ColumnFinding const& column : report.columns)
+    if (column.role == "ignored" && !column.header.empty())
+      std::cout << "ignored    " << column.header << ": " << column.why << '\n';
+  for (Finding const& finding : report.findings)
+    std::cout << (finding.guess ? "guessed    " : "note       ") << finding.what
+              << (finding.why.empty() ? "" : ": " + finding.why) << '\n';
+}
+
+void printText(OpenedScan const& opened)
+{
+  Scan const& scan = opened.scan;
+  std::cout << "runs       " << scan.runs.size() << '\n'
+            << "times      " << scan.times.size() << ", " << named(scan.time, scan.time.name) << ' '
+            << rounded(scan.times.front()) << ".." << rounded(scan.times.back()) << '\n';
+  Lines outputs;
+  for (ScanOutput const& output : scan.outputs)
+    outputs.emplace_back(named(output.label, output.label.fullName()),
+                         textOf(rangeOf(output.values.get(), scan.rows())));
+  print("outputs   ", outputs);
+  Lines parameters;
+  for (ScanParameter const& parameter : scan.parameters)
+    parameters.emplace_back(named(parameter.label, parameter.label.name), describe(parameter));
+  print("parameters", parameters);
+  printStatus(scan, RunStatus::Failed);
+  printStatus(scan, RunStatus::Short);
+  printReport(opened.report);
+}
+
+nlohmann::ordered_json columnJson(ColumnLabel const& label, std::string const& name)
+{
+  nlohmann::ordered_json column = {{"name", name}};
+  if (!label.unit.empty()) column["unit"] = label.unit;
+  if (!label.label.empty()) column["label"] = label.label;
+  return column;
+}
+
+void addRange(nlohmann::ordered_json& column, Range const& range)
+{
+  if (range.notFinite < range.count) column["range"] = {range.low, range.high};
+  column["not_finite"] = range.notFinite;
+}
+
+void printJson(OpenedScan const& opened)
+{
+  Scan const& scan = opened.scan;
+  nlohmann::ordered_json document;
+  document["runs"] = scan.runs.size();
+  document["failed"] = keysOf(scan, RunStatus::Failed);
+  document["short"] = keysOf(scan, RunStatus::Short);
+  document["times"] = scan.times.size();
+  document["time"] = columnJson(scan.time, scan.time.name);
+  document["time"]["range"] = {scan.times.front(), scan.times.back()};
+  document["outputs"] = nlohmann::json::array();
+  for (ScanOutput const& output : scan.outputs) {
+    document["outputs"].push_back(columnJson(output.label, output.label.fullName()));
+    addRange(document["outputs"].back(), rangeOf(output.values.get(), scan.rows()));
   }
+  document["parameters"] = nlohmann::json::array();
+  for (ScanParameter const& parameter : scan.parameters) {
+    document["parameters"].push_back(columnJson(parameter.label, parameter.label.name));
+    if (parameter.isText())
+      document["parameters"].back()["texts"] = parameter.texts;
+    else
+      addRange(document["parameters"].back(), rangeOf(parameter.values.data(), parameter.values.size()));
+  }
+  document["read"]["format"] = opened.report.format;
+  document["read"]["columns"] = nlohmann::json::array();
+  for (ColumnFinding const& column : opened.report.columns)
+    document["read"]["columns"].push_back(
+        {{"header", column.header}, {"role", column.role}, {"why", column.why}});
+  document["read"]["findings"] = nlohmann::json::array();
+  for (Finding const& finding : opened.report.findings)
+    document["read"]["findings"].push_back(
+        {{"what", finding.what}, {"why", finding.why}, {"guess", finding.guess}});
+  std::cout << document.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
 
 } // namespace
 
 int runInfo(InfoArguments const& arguments)
 {
-  auto const scan = readPlotOrScan(arguments.file, arguments.read).scan;
-  ScanLayout const layout = scanLayout(*scan);
-  double const* time = scan->columnData[layout.time];
-  std::cout << "runs       " << scan->trajectoryCount << '\n'
-            << "times      " << scan->trajectoryLength << ", " << scan->columnNames[layout.time].second << ' '
-            << rounded(time[0]) << ".." << rounded(time[scan->trajectoryLength - 1]) << '\n';
-  printColumns(*scan, "outputs   ", layout.outputs);
-  printColumns(*scan, "parameters", layout.parameters);
+  OpenedScan const opened = openScan(arguments.file, arguments.read);
+  if (arguments.format == "json")
+    printJson(opened);
+  else
+    printText(opened);
   return 0;
 }
 

@@ -1,10 +1,10 @@
 #include "app/cli/Commands.h"
 
+#include "app/cli/GatedScan.h"
+#include "app/cli/GateReport.h"
 #include "app/cli/RankReport.h"
-#include "app/view/SievedScan.h"
 
-#include <vtkContextScene.h>
-#include <vtkNew.h>
+#include <runsieve/core/write/RowWriter.h>
 
 #include <nlohmann/json.hpp>
 
@@ -21,46 +21,38 @@ std::string exact(double value)
   return formatted(value, "%.17g", "");
 }
 
-/// A field of comma-separated text.
-std::string quoted(std::string const& text)
+void printTable(GatedScan const& gated, Comparison const& ranked, std::size_t leftOut)
 {
-  std::string field = "\"";
-  for (char c : text) field += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return field + '"';
+  printGates(std::cout, gated);
+  std::cout << passingText(gated) << '\n';
+  if (leftOut > 0)
+    std::cout << leftOut << (leftOut == 1 ? " run is" : " runs are")
+              << " not complete and not compared (a gate on the status compares them too)\n";
+  for (LeftOutParameter const& parameter : ranked.leftOut)
+    if (parameter.reason == "is text")
+      std::cout << "parameter " << parameter.name << " is text and not compared\n";
+  std::cout << '\n';
+  printRankTable(std::cout, ranked.parameters);
 }
 
-void printTable(SievedScan const& sieved, std::size_t passing, std::vector<RankedParameter> const& ranked)
-{
-  for (ResolvedGate const& gate : sieved.gates) {
-    std::cout << "gate   " << gate.text();
-    if (!gate.note.empty()) std::cout << "   (" << gate.note << ")";
-    std::cout << '\n';
-  }
-  std::cout << passing << " of " << sieved.scan->trajectoryCount << " runs pass\n\n";
-  printRankTable(std::cout, ranked);
-}
-
-void printCsv(std::vector<RankedParameter> const& ranked)
+void printCsv(std::vector<ParameterComparison> const& ranked)
 {
   std::cout << "parameter,p,d,median_passing,median_others,significant\n";
-  for (RankedParameter const& r : ranked)
-    std::cout << quoted(r.name) << ',' << exact(r.p) << ',' << exact(r.d) << ',' << exact(r.medianPassing)
-              << ',' << exact(r.medianOthers) << ',' << (r.significant ? "true" : "false") << '\n';
+  for (ParameterComparison const& r : ranked)
+    std::cout << quotedField(r.name) << ',' << exact(r.p) << ',' << exact(r.d) << ','
+              << exact(r.medianPassing) << ',' << exact(r.medianOthers) << ','
+              << (r.significant ? "true" : "false") << '\n';
 }
 
-void printJson(SievedScan const& sieved, std::size_t passing, std::vector<RankedParameter> const& ranked)
+void printJson(GatedScan const& gated, Comparison const& ranked, std::size_t leftOut)
 {
   nlohmann::ordered_json report;
-  report["runs"] = sieved.scan->trajectoryCount;
-  report["passing"] = passing;
-  report["gates"] = nlohmann::json::array();
-  for (ResolvedGate const& gate : sieved.gates)
-    report["gates"].push_back({{"output", gate.output},
-                               {"time", {gate.timeFirst, gate.timeLast}},
-                               {"range", {gate.low, gate.high}},
-                               {"note", gate.note}});
+  report["runs"] = gated.scan().runs.size();
+  report["passing"] = gated.passed.runs.count();
+  report["not_complete"] = leftOut;
+  report["gates"] = gatesAsJson(gated);
   report["parameters"] = nlohmann::json::array();
-  for (RankedParameter const& r : ranked)
+  for (ParameterComparison const& r : ranked.parameters)
     report["parameters"].push_back({{"name", r.name},
                                     {"p", r.p},
                                     {"d", r.d},
@@ -74,28 +66,30 @@ void printJson(SievedScan const& sieved, std::size_t passing, std::vector<Ranked
 
 int runRank(RankArguments const& arguments)
 {
-  const SievedScan sieved(arguments.file, arguments.read, arguments.gates);
-  vtkNew<vtkContextScene> scene;
-  PlotContainer plot(nullptr);
-  scene->AddItem(plot.getItem());
-  if (!sieved.sieves()) throw UsageError("rank: the stored plot has no selection; --gate is required");
-  ViewOptions options = sieved.stored.view;
-  options.pThreshold = arguments.pThreshold.value_or(options.pThreshold);
-  options.ksThreshold = arguments.ksThreshold.value_or(options.ksThreshold);
-  const std::size_t passing = sieved.applyTo(plot, options);
-  const std::vector<RankedParameter> ranked = rankedParameters(plot);
-  if (plot.metaData->parameterColumns.empty())
+  GatedScan const gated = openGated(arguments);
+  if (!gated.sieves()) throw UsageError("rank: the stored plot has no selection; --gate is required");
+  RunSet const eligible = gated.eligible();
+  RunSet compared(gated.passed.runs);
+  compared &= eligible;
+  Comparison const ranked = compareParameters(gated.scan(), compared, gated.thresholds, eligible);
+  bool const varies = ranked.leftOut.size() < gated.scan().parameters.size();
+  if (!varies)
     throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
-  if (passing == 0) throw std::runtime_error(arguments.file + ": no run passes through all gates");
+  if (gated.passed.runs.count() == 0)
+    throw std::runtime_error(arguments.file + ": no run passes through all gates");
+  if (compared.count() == 0)
+    throw std::runtime_error(arguments.file +
+                             ": no run that passes is complete; add a gate \"status failed, short, "
+                             "complete\" to compare all");
 
-  if (arguments.format != "table")
-    for (std::string const& note : sieved.notes()) std::cerr << "runsieve: " << note << '\n';
+  std::size_t const leftOut = eligible.complement().count();
+  if (arguments.format != "table") printNotes(gated);
   if (arguments.format == "json")
-    printJson(sieved, passing, ranked);
+    printJson(gated, ranked, leftOut);
   else if (arguments.format == "csv")
-    printCsv(ranked);
+    printCsv(ranked.parameters);
   else
-    printTable(sieved, passing, ranked);
+    printTable(gated, ranked, leftOut);
   return 0;
 }
 

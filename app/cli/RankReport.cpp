@@ -16,10 +16,10 @@ std::string formatted(double value, char const* format, char const* missing)
   return text;
 }
 
-void printRankTable(std::ostream& out, std::vector<RankedParameter> const& ranked)
+void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked)
 {
   std::size_t width = 9;
-  for (RankedParameter const& r : ranked) width = std::max(width, r.name.size());
+  for (ParameterComparison const& r : ranked) width = std::max(width, r.name.size());
   auto row = [&](std::string const& name, std::string const& p, std::string const& d,
                  std::string const& passing, std::string const& others, std::string const& mark) {
     out << std::left << std::setw(static_cast<int>(width)) << name << std::right << "  " << std::setw(10) << p
@@ -28,7 +28,7 @@ void printRankTable(std::ostream& out, std::vector<RankedParameter> const& ranke
   };
   auto rounded = [](double value) { return formatted(value, "%.4g", "-"); };
   row("parameter", "p", "d", "median passing", "median others", "");
-  for (RankedParameter const& r : ranked)
+  for (ParameterComparison const& r : ranked)
     row(r.name, formatted(r.p, "%.3g", "-"), formatted(r.d, "%.3f", "-"), rounded(r.medianPassing),
         rounded(r.medianOthers), r.significant ? "*" : "");
 }

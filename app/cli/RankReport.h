@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/view/RankTable.h"
+#include <runsieve/core/compare/Comparison.h>
 
 #include <iosfwd>
 #include <string>
@@ -12,6 +12,6 @@ namespace runsieve::app {
 [[nodiscard]] std::string formatted(double value, char const* format, char const* missing);
 
 /// The parameters as a table of aligned columns; significant ones have a star.
-void printRankTable(std::ostream& out, std::vector<RankedParameter> const& ranked);
+void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked);
 
 } // namespace runsieve::app

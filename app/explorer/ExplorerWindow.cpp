@@ -4,6 +4,7 @@
 #include "app/scan/ScanLayout.h"
 #include "app/view/RankTable.h"
 
+#include <runsieve/adapters/ScanTable.h>
 #include <runsieve/widgets/VtkPlotWidget.h>
 
 #include <vtkAnnotationLink.h>
@@ -46,7 +47,7 @@ const char* const howTo =
 
 QString bareName(PlotContainer const& plot, std::size_t column)
 {
-  return QString::fromStdString(plot.typedColumnNames[column].second);
+  return QString::fromStdString(nameInScan(plot.typedColumnNames[column].second));
 }
 
 } // namespace
@@ -188,7 +189,6 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
       loaded = readPlot(file);
     else
       loaded.scan = readScanTable(file, read);
-    checkOutputNames(*loaded.scan);
   } catch (std::exception const& failure) {
     error = QString::fromStdString(failure.what());
     loaded.scan.reset();

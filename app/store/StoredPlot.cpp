@@ -3,7 +3,7 @@
 #include "app/scan/ColumnName.h"
 #include "app/scan/ScanLayout.h"
 #include "app/store/PlotSettings.h"
-#include "app/view/SievedScan.h"
+#include "app/view/QuietLibrary.h"
 #include <runsieve/core/files/MappedFile.h>
 #include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/scan/ParameterBounds.h>
@@ -18,7 +18,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -131,14 +130,6 @@ ReducedMetaData currentKey(PlotContainer const& plot)
 }
 
 } // namespace
-
-bool isStoredPlot(std::string const& path)
-{
-  std::ifstream file(path, std::ios::binary);
-  char start[sizeof storedPlotMagic - 1] = {};
-  file.read(start, sizeof start);
-  return file && std::string_view(start, sizeof start) == storedPlotMagic;
-}
 
 void writePlot(StoredPlot const& stored, std::string const& path)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/scan/OpenScan.h"
 #include "app/scan/ScanReader.h"
 #include "app/view/ScanPlot.h"
 
@@ -18,9 +19,6 @@ struct StoredPlot
   std::vector<long long> selectedRows; ///< ascending
   CoordinateWindow window;             ///< of the runs' chart, if valid
 };
-
-/// Whether a file begins as writePlot() writes it. False for a file that cannot be read.
-[[nodiscard]] bool isStoredPlot(std::string const& path);
 
 /// Writes a line of JSON with the settings, then the library's binary dump of the scan with the selection as
 /// its last column. The file appears under its name only when it is complete. \throw ScanError if it cannot

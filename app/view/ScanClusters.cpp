@@ -1,7 +1,7 @@
 #include "app/view/ScanClusters.h"
 
+#include "app/view/QuietLibrary.h"
 #include "app/view/ScanPlot.h"
-#include "app/view/SievedScan.h"
 
 #include <runsieve/records/ParameterSelection.h>
 

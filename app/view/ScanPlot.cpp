@@ -3,6 +3,7 @@
 #include "app/scan/ColumnName.h"
 #include "app/scan/ScanLayout.h"
 
+#include <runsieve/adapters/ScanTable.h>
 #include <runsieve/records/ParameterSelection.h>
 
 #include <vtkAnnotationLink.h>
@@ -40,18 +41,6 @@ int lineOpacity(std::uint64_t runs)
 
 } // namespace
 
-void checkOutputNames(LinePlotTable const& scan)
-{
-  for (std::size_t column : scanLayout(scan).outputs) {
-    const std::string name = columnName(scan.columnNames[column]);
-    for (const char* word : {"Value", "Time", "Period"})
-      if (name.find(word) != std::string::npos)
-        throw std::runtime_error("output \"" + name +
-                                 "\" would be taken for the time, as any name that holds \"" + word +
-                                 "\": rename that column");
-  }
-}
-
 void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOptions const& options)
 {
   PlotMetaData& settings = *plot.metaData;
@@ -77,7 +66,8 @@ void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOp
 
 void showOutput(PlotContainer& plot, std::size_t output)
 {
-  plot.metaData->yLabel = output < plot.typedColumnNames.size() ? plot.typedColumnNames[output].second : "";
+  plot.metaData->yLabel =
+      output < plot.typedColumnNames.size() ? nameInScan(plot.typedColumnNames[output].second) : "";
   const int time = plot.metaData->xColumns[0];
   plot.setPlotCols(time, static_cast<int>(output), 0, plot.metaData->getShowQuantiles());
 }

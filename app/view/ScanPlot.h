@@ -24,10 +24,6 @@ struct ViewOptions
   double ksThreshold = 0.1; ///< smallest statistic that counts as significant
 };
 
-/// The plots take the first column whose name holds "Value", "Time" or "Period" for the time column.
-/// \throw std::runtime_error if that would be an output
-void checkOutputNames(LinePlotTable const& scan);
-
 /// Shows a scan in a container in the style selectionCdfPlot. The container's item must be in a scene.
 void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOptions const& options);
 

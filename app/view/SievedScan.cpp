@@ -1,47 +1,70 @@
 #include "app/view/SievedScan.h"
 
-#include "app/gate/Gate.h"
-#include "app/gate/GateRows.h"
+#include "app/view/QuietLibrary.h"
 
-#include <iostream>
+#include <runsieve/adapters/ScanTable.h>
+#include <runsieve/core/gate/GateRows.h>
+
+#include <algorithm>
+#include <utility>
 
 namespace runsieve::app {
 
-SievedScan::SievedScan(std::string const& file, ReadOptions const& read,
-                       std::vector<std::string> const& gateTexts)
-    : stored(readPlotOrScan(file, read)), scan(stored.scan)
+namespace {
+
+/// The runs that have a selected row at every time at which any row is selected.
+RunSet survivors(std::vector<long long> const& rows, std::size_t runs, std::size_t times)
 {
-  checkOutputNames(*scan);
-  for (std::string const& text : gateTexts) gates.push_back(resolveGate(parseGate(text), *scan));
+  std::vector<unsigned char> demanded(times);
+  std::vector<std::size_t> hits(runs);
+  for (long long const row : rows) {
+    demanded[static_cast<std::size_t>(row) % times] = 1;
+    ++hits[static_cast<std::size_t>(row) / times];
+  }
+  auto const all = static_cast<std::size_t>(std::count(demanded.begin(), demanded.end(), 1));
+  RunSet passing(runs);
+  for (std::size_t run = 0; run < runs; ++run) passing.set(run, hits[run] == all);
+  return passing;
 }
 
-std::size_t SievedScan::applyTo(PlotContainer& plot, ViewOptions const& options) const
+} // namespace
+
+OpenedScan openedOf(StoredPlot const& stored)
+{
+  OpenedScan opened;
+  opened.scan = scanOf(stored.scan);
+  opened.report.format = "stored plot";
+  opened.output = stored.view.output;
+  opened.thresholds = Thresholds{stored.view.pThreshold, stored.view.ksThreshold};
+  if (!stored.selectedRows.empty())
+    opened.selected = survivors(stored.selectedRows, opened.scan.runs.size(), opened.scan.times.size());
+  return opened;
+}
+
+SievedScan::SievedScan(SieveArguments const& arguments)
+{
+  if (isStoredPlot(arguments.file)) {
+    stored = readPlot(arguments.file);
+    gated = app::gated(openedOf(stored), arguments);
+  } else {
+    gated = openGated(arguments);
+    stored.scan = linePlotTableOf(gated.scan());
+  }
+  if (gated.gates.empty()) return;
+  stored.selectedRows = rowsToSelect(gated.passed.runs, gated.passed.resolved(), gated.scan());
+  auto const& first = gated.passed.gates.front().gate;
+  if (first.target != GateTarget::Output || first.column == stored.view.output) return;
+  stored.view.output = first.column;
+  stored.window.valid = false; // it was that of another output
+}
+
+void SievedScan::applyTo(PlotContainer& plot, ViewOptions const& options) const
 {
   const QuietLibrary quiet;
   StoredPlot shown = stored;
-  if (!gates.empty()) shown.selectedRows = rowsOfGates(gates, *scan);
   if (options.output != stored.view.output) shown.window.valid = false; // it was that of another output
   shown.view = options;
   showPlot(plot, shown);
-  if (!sieves()) return scan->trajectoryCount;
-  if (!plot.metaData->parameterColumns.empty()) return survivingRuns(plot);
-  // Without parameters the library has nothing to compare and does not evaluate the selection.
-  return gates.empty() ? scan->trajectoryCount : runsThroughGates(gates, *scan).size();
-}
-
-std::vector<std::string> SievedScan::notes() const
-{
-  std::vector<std::string> lines;
-  for (ResolvedGate const& gate : gates)
-    if (!gate.note.empty()) lines.push_back(gate.text() + ": " + gate.note);
-  return lines;
-}
-
-QuietLibrary::QuietLibrary() : former(std::cout.rdbuf(nullptr)) {}
-
-QuietLibrary::~QuietLibrary()
-{
-  std::cout.rdbuf(former); // clears the state that writing without a buffer has set
 }
 
 } // namespace runsieve::app

@@ -7,6 +7,8 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <sstream>
+#include <stdexcept>
 #include <string_view>
 #include <utility>
 
@@ -26,9 +28,45 @@ Kestrane::DataType typeOf(std::string const& name)
   return Kestrane::Molecule;
 }
 
+constexpr std::string_view joiner = "\xE2\x81\xA0"; ///< U+2060, drawn as nothing
+
+// After the first letter of each word that plots look for.
+std::string nameInPlots(std::string name)
+{
+  for (std::string_view const word : {"Time", "Value", "Period", "Index"})
+    for (std::size_t at = name.find(word); at != std::string::npos; at = name.find(word, at + 1))
+      name.insert(at + 1, joiner);
+  return name;
+}
+
+// Plots know the time by that word.
 std::string timeName(ColumnLabel const& time)
 {
-  return time.unit.empty() ? time.name : time.name + " [" + time.unit + ']';
+  std::string const name = time.unit.empty() ? time.name : time.name + " [" + time.unit + ']';
+  return name.find("Time") != std::string::npos ? name : "Time (" + name + ')';
+}
+
+ColumnLabel timeLabel(std::string const& name)
+{
+  std::size_t const bracket = name.rfind(" [");
+  if (bracket == std::string::npos || name.back() != ']') return {name, "", "", ""};
+  return {name.substr(0, bracket), name.substr(bracket + 2, name.size() - bracket - 3), "", ""};
+}
+
+std::string typeName(Kestrane::DataType type)
+{
+  switch (type) {
+  case Kestrane::Complex:
+    return "Complex";
+  case Kestrane::ComplexWithMolecule:
+    return "Complex With Molecule";
+  case Kestrane::Pattern:
+    return "Pattern";
+  case Kestrane::UndefinedType:
+    return "Undefined Type";
+  default:
+    return "Molecule";
+  }
 }
 
 /// The keys as whole numbers, if they are and rise; else positions.
@@ -76,7 +114,7 @@ boost::shared_ptr<LinePlotTable> linePlotTableOf(Scan const& scan)
   table->trajectoryCount = runs;
   table->trajectoryLength = times;
   for (ScanOutput const& output : scan.outputs)
-    table->borrowColumn(typeOf(output.label.type), output.label.name, output.values);
+    table->borrowColumn(typeOf(output.label.type), nameInPlots(output.label.name), output.values);
 
   double* const time = table->addColumn(Kestrane::Unnamed, timeName(scan.time));
   for (std::size_t run = 0; run < runs; ++run) std::copy_n(scan.times.data(), times, time + run * times);
@@ -89,6 +127,79 @@ boost::shared_ptr<LinePlotTable> linePlotTableOf(Scan const& scan)
     table->parameterBounds.push_back(boundsOf(parameter.values));
   }
   return table;
+}
+
+std::string nameInScan(std::string name)
+{
+  for (std::size_t at = name.find(joiner); at != std::string::npos; at = name.find(joiner, at))
+    name.erase(at, joiner.size());
+  return name;
+}
+
+namespace {
+
+/// The columns of time and runs in a record.
+struct Axes
+{
+  double const* time = nullptr;
+  double const* run = nullptr;
+  std::string timeName;
+};
+
+Axes axesOf(LinePlotTable const& table)
+{
+  Axes axes;
+  for (std::size_t i = 0; i < table.columnNames.size(); ++i) {
+    auto const& [type, name] = table.columnNames[i];
+    if (type != Kestrane::Unnamed) continue;
+    if (name == "Run Index")
+      axes.run = table.columnData[i];
+    else if (axes.time == nullptr || name == "Time [s]") {
+      axes.time = table.columnData[i];
+      axes.timeName = name;
+    }
+  }
+  if (axes.time == nullptr) throw std::invalid_argument("the scan has no time column");
+  if (axes.run == nullptr) throw std::invalid_argument("the scan has no run column");
+  return axes;
+}
+
+void addRuns(Scan& scan, LinePlotTable const& table, Axes const& axes)
+{
+  std::size_t const times = table.trajectoryLength;
+  scan.times.assign(axes.time, axes.time + times);
+  for (std::size_t run = 0; run < table.trajectoryCount; ++run) {
+    if (!std::equal(scan.times.begin(), scan.times.end(), axes.time + run * times))
+      throw std::invalid_argument("the runs have different times");
+    std::ostringstream key;
+    key.precision(17);
+    key << axes.run[run * times];
+    scan.runs.push_back({key.str(), RunStatus::Complete, times});
+  }
+}
+
+} // namespace
+
+Scan scanOf(boost::shared_ptr<LinePlotTable> const& table)
+{
+  Axes const axes = axesOf(*table);
+  Scan scan;
+  scan.time = timeLabel(axes.timeName);
+  addRuns(scan, *table, axes);
+  for (std::size_t i = 0; i < table->columnNames.size(); ++i) {
+    auto const& [type, name] = table->columnNames[i];
+    double* const column = table->columnData[i];
+    if (type == Kestrane::Parameter) {
+      scan.parameters.push_back({{name, "", "", ""}, {}, {}});
+      for (std::size_t run = 0; run < table->trajectoryCount; ++run)
+        scan.parameters.back().values.push_back(column[run * table->trajectoryLength]);
+    } else if (type != Kestrane::Unnamed) {
+      std::shared_ptr<double[]> const values(column, [keep = table](double*) {});
+      scan.outputs.push_back({{nameInScan(name), "", "", typeName(type)}, values});
+    }
+  }
+  scan.findStatus();
+  return scan;
 }
 
 } // namespace runsieve

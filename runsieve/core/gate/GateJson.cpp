@@ -1,6 +1,6 @@
 #include <runsieve/core/gate/GateJson.h>
 
-#include <runsieve/core/gate/BoundedJson.h>
+#include <runsieve/core/text/BoundedJson.h>
 #include <runsieve/core/gate/GateText.h>
 #include <runsieve/core/gate/GateWords.h>
 #include <runsieve/core/text/FieldText.h>

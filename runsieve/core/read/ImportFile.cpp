@@ -2,9 +2,8 @@
 
 #include <runsieve/core/files/MappedFile.h>
 #include <runsieve/core/scan/ScanError.h>
+#include <runsieve/core/text/BoundedJson.h>
 #include <runsieve/core/text/FieldText.h>
-
-#include <nlohmann/json.hpp>
 
 #include <filesystem>
 #include <functional>
@@ -14,17 +13,16 @@ namespace runsieve {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
 
 constexpr char ending[] = ".import.json";
 
-std::vector<std::string> texts(Json const& value)
+std::vector<std::string> texts(ReadJson const& value)
 {
   if (value.is_string()) return {value.get<std::string>()};
   return value.get<std::vector<std::string>>();
 }
 
-char character(Json const& value)
+char character(ReadJson const& value)
 {
   auto const text = value.get<std::string>();
   if (text == "tab") return '\t';
@@ -33,22 +31,22 @@ char character(Json const& value)
   return text.front();
 }
 
-void fill(std::vector<std::string>& target, Json const& value)
+void fill(std::vector<std::string>& target, ReadJson const& value)
 {
   if (target.empty()) target = texts(value);
 }
 
-void fill(std::string& target, Json const& value)
+void fill(std::string& target, ReadJson const& value)
 {
   if (target.empty()) target = value.get<std::string>();
 }
 
-void fill(char& target, Json const& value)
+void fill(char& target, ReadJson const& value)
 {
   if (target == 0) target = character(value);
 }
 
-void fill(ReadOptions& options, std::string const& name, Json const& value)
+void fill(ReadOptions& options, std::string const& name, ReadJson const& value)
 {
   std::map<std::string, std::function<void()>> const members = {
       {"time", [&] { fill(options.time, value); }},
@@ -75,6 +73,17 @@ void fill(ReadOptions& options, std::string const& name, Json const& value)
   member->second();
 }
 
+ReadJson parsed(std::string const& file, std::string_view text)
+{
+  try {
+    ReadJson document = parseJson(text);
+    if (document.is_object()) return document;
+  } catch (ReadJson::exception const&) {
+  } catch (std::length_error const&) {
+  }
+  throw ScanError(file, "expected a JSON object of reading options");
+}
+
 std::string characterText(char c)
 {
   if (c == '\t') return "tab";
@@ -98,11 +107,10 @@ std::string importFileOf(std::string const& scan)
 ReadOptions withImportFile(std::string const& importFile, ReadOptions options)
 {
   MappedFile const map(importFile);
-  Json const document = Json::parse(map.begin(), map.end(), nullptr, false);
-  if (!document.is_object()) throw ScanError(importFile, "expected a JSON object of reading options");
+  ReadJson const document = parsed(importFile, {map.begin(), static_cast<std::size_t>(map.end() - map.begin())});
   for (auto const& [name, value] : document.items()) try {
       fill(options, name, value);
-    } catch (Json::exception const&) {
+    } catch (ReadJson::exception const&) {
       throw ScanError(importFile,
                       "option " + runsieve::quoted(name) + ": a value of another type is expected");
     } catch (std::invalid_argument const& error) {
@@ -113,7 +121,7 @@ ReadOptions withImportFile(std::string const& importFile, ReadOptions options)
 
 std::string importText(ReadOptions const& options)
 {
-  Json document = Json::object();
+  WrittenJson document = WrittenJson::object();
   auto const add = [&](char const* name, auto const& value) {
     if (!value.empty()) document[name] = value;
   };
@@ -129,7 +137,7 @@ std::string importText(ReadOptions const& options)
   add("dataset", options.dataset);
   add("parameters", options.parametersFile);
   if (options.exactTimes) document["exact_times"] = true;
-  return document.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+  return document.dump(2, ' ', false, WrittenJson::error_handler_t::replace) + '\n';
 }
 
 } // namespace runsieve

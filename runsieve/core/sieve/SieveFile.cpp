@@ -2,7 +2,7 @@
 
 #include <runsieve/core/files/MappedFile.h>
 #include <runsieve/core/files/SafeFile.h>
-#include <runsieve/core/gate/BoundedJson.h>
+#include <runsieve/core/text/BoundedJson.h>
 #include <runsieve/core/gate/GateJson.h>
 #include <runsieve/core/gate/GateText.h>
 #include <runsieve/core/scan/ScanError.h>

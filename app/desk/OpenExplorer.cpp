@@ -1,4 +1,4 @@
-#include "app/cli/Commands.h"
+#include "app/desk/DeskCommands.h"
 
 #include "app/explorer/ExplorerWindow.h"
 
@@ -24,7 +24,7 @@ void requireDisplay()
 
 } // namespace
 
-int runExplore(ExploreArguments const& arguments)
+int openExplorer(ExploreArguments const& arguments)
 {
   requireDisplay();
   QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat());

@@ -1,0 +1,47 @@
+#include "app/cli/GateReport.h"
+
+#include <runsieve/core/gate/GateJson.h>
+
+#include <algorithm>
+#include <ostream>
+
+namespace runsieve::app {
+
+void printGates(std::ostream& out, GatedScan const& gated)
+{
+  std::size_t width = 0;
+  for (AppliedGate const& gate : gated.passed.gates) width = std::max(width, gate.gate.text().size());
+  for (AppliedGate const& gate : gated.passed.gates) {
+    std::string const text = gate.gate.text();
+    out << "gate   " << text << std::string(width - text.size(), ' ') << "  " << gate.left << " left";
+    if (!gate.gate.note.empty()) out << "   (" << gate.gate.note << ")";
+    out << '\n';
+  }
+  auto const isOfGate = [&](std::string const& note) {
+    return std::any_of(gated.passed.gates.begin(), gated.passed.gates.end(), [&](AppliedGate const& gate) {
+      return note == gate.gate.text() + ": " + gate.gate.note;
+    });
+  };
+  for (std::string const& note : gated.notes)
+    if (!isOfGate(note)) out << "note   " << note << '\n';
+}
+
+nlohmann::ordered_json gatesAsJson(GatedScan const& gated)
+{
+  nlohmann::ordered_json gates = nlohmann::ordered_json::array();
+  for (AppliedGate const& applied : gated.passed.gates) {
+    ResolvedGate const& gate = applied.gate;
+    nlohmann::ordered_json entry = nlohmann::ordered_json::parse(toJson(gate.gate));
+    if (gate.hasTimes()) {
+      entry["output"] = gate.gate.column;
+      entry["time"] = {gated.scan().times[gate.first], gated.scan().times[gate.last]};
+      entry["range"] = {gate.gate.range.low, gate.gate.range.high};
+    }
+    entry["note"] = gate.note;
+    entry["left"] = applied.left;
+    gates.push_back(std::move(entry));
+  }
+  return gates;
+}
+
+} // namespace runsieve::app

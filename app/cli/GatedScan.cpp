@@ -1,0 +1,131 @@
+#include "app/cli/GatedScan.h"
+
+#include <runsieve/core/compare/Clusters.h>
+#include <runsieve/core/gate/GateText.h>
+#include <runsieve/core/sieve/Fingerprint.h>
+#include <runsieve/core/sieve/SieveFile.h>
+#include <runsieve/core/text/FieldText.h>
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr char largestP[] = "p_threshold";
+constexpr char smallestD[] = "ks_threshold";
+
+/// What the command line says about reading comes before what the sieve file does.
+ReadOptions joined(ReadOptions const& own, ReadOptions const& ofSieve)
+{
+  ReadOptions options(own);
+  auto const fill = [](auto& target, auto const& value) {
+    if (target == std::decay_t<decltype(target)>()) target = value;
+  };
+  fill(options.time, ofSieve.time);
+  fill(options.run, ofSieve.run);
+  if (!options.parameters) options.parameters = ofSieve.parameters;
+  fill(options.outputs, ofSieve.outputs);
+  fill(options.ignore, ofSieve.ignore);
+  fill(options.missing, ofSieve.missing);
+  fill(options.names, ofSieve.names);
+  fill(options.decimal, ofSieve.decimal);
+  fill(options.delimiter, ofSieve.delimiter);
+  fill(options.dataset, ofSieve.dataset);
+  fill(options.parametersFile, ofSieve.parametersFile);
+  fill(options.exactTimes, ofSieve.exactTimes);
+  return options;
+}
+
+double threshold(std::optional<double> const& own, SieveFile const& sieve, char const* name, double otherwise)
+{
+  auto const found = sieve.thresholds.find(name);
+  return own.value_or(found == sieve.thresholds.end() ? otherwise : found->second);
+}
+
+void save(GatedScan const& gated, ReadOptions const& read, std::string const& path)
+{
+  SieveFile sieve;
+  sieve.program = "runsieve " RUNSIEVE_VERSION;
+  sieve.gates = gated.gates;
+  sieve.join = gated.join;
+  sieve.thresholds = {{largestP, gated.thresholds.largestP}, {smallestD, gated.thresholds.smallestD}};
+  sieve.read = read;
+  sieve.fingerprint = fingerprintOf(gated.scan());
+  sieve.counts = countsOf(gated.passed);
+  writeSieve(path, sieve);
+}
+
+} // namespace
+
+RunSet GatedScan::eligible() const
+{
+  bool const asksForStatus =
+      std::any_of(gates.begin(), gates.end(), [](Gate const& gate) { return gate.kind == GateKind::Status; });
+  RunSet runs(scan().runs.size(), true);
+  for (std::size_t run = 0; run < runs.runs() && !asksForStatus; ++run)
+    runs.set(run, scan().runs[run].status == RunStatus::Complete);
+  return runs;
+}
+
+GateContext gateContext()
+{
+  return {[](Scan const& scan, std::size_t output, ClusterMode mode, int clusters) {
+    return clusterRuns(scan, output, mode, clusters);
+  }};
+}
+
+GatedScan openGated(SieveArguments const& arguments)
+{
+  SieveArguments all(arguments);
+  if (!arguments.sieve.empty()) all.read = joined(arguments.read, loadSieve(arguments.sieve).read);
+  return gated(openScan(arguments.file, all.read), all);
+}
+
+GatedScan gated(OpenedScan opened, SieveArguments const& arguments)
+{
+  GatedScan result;
+  result.opened = std::move(opened);
+  SieveFile sieve;
+  if (!arguments.sieve.empty()) {
+    sieve = loadSieve(arguments.sieve);
+    result.notes = compareWith(sieve, result.scan(), gateContext());
+  }
+  result.gates = sieve.gates;
+  for (std::string const& text : arguments.gates) result.gates.push_back(parseGate(text));
+  result.join = arguments.any ? GateJoin::Any : sieve.join;
+  Thresholds const defaults = result.opened.thresholds.value_or(Thresholds());
+  result.thresholds.largestP = threshold(arguments.pThreshold, sieve, largestP, defaults.largestP);
+  result.thresholds.smallestD = threshold(arguments.ksThreshold, sieve, smallestD, defaults.smallestD);
+  result.passed = applyGates(result.gates, result.scan(), result.join, gateContext());
+  if (result.gates.empty() && result.opened.selected) result.passed.runs = *result.opened.selected;
+  for (AppliedGate const& gate : result.passed.gates)
+    if (!gate.gate.note.empty()) result.notes.push_back(gate.gate.text() + ": " + gate.gate.note);
+  if (!arguments.saveSieve.empty()) save(result, arguments.read, arguments.saveSieve);
+  return result;
+}
+
+std::string passingText(GatedScan const& gated)
+{
+  return std::to_string(gated.passed.runs.count()) + " of " + std::to_string(gated.scan().runs.size()) +
+         " runs pass";
+}
+
+std::string outputNames(Scan const& scan)
+{
+  constexpr std::size_t most = 20;
+  std::string names;
+  for (std::size_t i = 0; i < std::min(scan.outputs.size(), most); ++i)
+    names += (i > 0 ? ", " : "") + runsieve::quoted(scan.outputs[i].label.fullName());
+  if (scan.outputs.size() > most) names += " and " + std::to_string(scan.outputs.size() - most) + " more";
+  return names;
+}
+
+void printNotes(GatedScan const& gated)
+{
+  for (std::string const& note : gated.notes) std::cerr << "runsieve: " << note << '\n';
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "app/cli/Commands.h"
+#include "app/scan/OpenScan.h"
+
+#include <runsieve/core/compare/Comparison.h>
+#include <runsieve/core/gate/GateRuns.h>
+
+#include <string>
+#include <vector>
+
+namespace runsieve::app {
+
+/// A scan with the gates of a command.
+struct GatedScan
+{
+  OpenedScan opened;
+  std::vector<Gate> gates; ///< of the sieve file, then of the command
+  GateJoin join = GateJoin::All;
+  GateResult passed;              ///< all runs without gates, or those that a stored plot has selected
+  Thresholds thresholds;          ///< of the command, the sieve file, or the defaults
+  std::vector<std::string> notes; ///< what was snapped to the time grid, and how data and sieve file differ
+
+  /// Whether there is something to sieve by: gates, or the selection of a stored plot.
+  [[nodiscard]] bool sieves() const { return !gates.empty() || opened.selected.has_value(); }
+  [[nodiscard]] Scan const& scan() const { return opened.scan; }
+  /// The runs that take part in comparisons: those that are complete, and all if a gate asks for the status.
+  [[nodiscard]] RunSet eligible() const;
+};
+
+/// Reads file, sieve and gates of a command and applies them; writes the sieve file that it asks for. \throw
+/// ScanError, GateError
+[[nodiscard]] GatedScan openGated(SieveArguments const& arguments);
+
+/// The same on a scan that is open already.
+[[nodiscard]] GatedScan gated(OpenedScan opened, SieveArguments const& arguments);
+
+/// "38 of 101 runs pass".
+[[nodiscard]] std::string passingText(GatedScan const& gated);
+
+/// The notes on standard error, a line each.
+void printNotes(GatedScan const& gated);
+
+/// The names of all outputs in quotes, for messages; of many the first.
+[[nodiscard]] std::string outputNames(Scan const& scan);
+
+/// What gates on clusters need.
+[[nodiscard]] GateContext gateContext();
+
+} // namespace runsieve::app

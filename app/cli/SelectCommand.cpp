@@ -1,0 +1,130 @@
+#include "app/cli/Commands.h"
+
+#include "app/cli/GatedScan.h"
+#include "app/cli/GateReport.h"
+
+#include <runsieve/core/files/SafeFile.h>
+#include <runsieve/core/text/Decimal.h>
+#include <runsieve/core/write/RowWriter.h>
+#include <runsieve/core/write/WriteScan.h>
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+#include <sstream>
+#include <stdexcept>
+
+namespace runsieve::app {
+
+namespace {
+
+std::string valueText(ScanParameter const& parameter, std::size_t run)
+{
+  double const value = parameter.values[run];
+  if (std::isnan(value)) return {};
+  return parameter.isText() ? parameter.texts[static_cast<std::size_t>(value)] : decimal(value);
+}
+
+/// The cells of a list of runs: key, status, parameters.
+std::vector<std::vector<std::string>> cellsOf(Scan const& scan, std::vector<std::size_t> const& runs)
+{
+  std::vector<std::vector<std::string>> rows = {{"run", "status"}};
+  for (ScanParameter const& parameter : scan.parameters) rows.front().push_back(parameter.label.name);
+  for (std::size_t const run : runs) {
+    rows.push_back({scan.runs[run].key, statusName(scan.runs[run].status)});
+    for (ScanParameter const& parameter : scan.parameters) rows.back().push_back(valueText(parameter, run));
+  }
+  return rows;
+}
+
+void printAligned(std::ostream& out, std::vector<std::vector<std::string>> const& rows)
+{
+  std::vector<std::size_t> widths(rows.front().size());
+  for (auto const& row : rows)
+    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+  for (auto const& row : rows) {
+    for (std::size_t i = 0; i < row.size(); ++i)
+      out << (i > 0 ? "  " : "") << std::string(widths[i] - row[i].size(), ' ') << row[i];
+    out << '\n';
+  }
+}
+
+bool isNumberColumn(Scan const& scan, std::size_t column)
+{
+  return column >= 2 && !scan.parameters[column - 2].isText();
+}
+
+void printCsv(std::ostream& out, Scan const& scan, std::vector<std::vector<std::string>> const& rows)
+{
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    for (std::size_t c = 0; c < rows[i].size(); ++c)
+      out << (c > 0 ? "," : "") << (i > 0 && isNumberColumn(scan, c) ? rows[i][c] : quotedField(rows[i][c]))
+          << (c + 1 == rows[i].size() ? "\n" : "");
+}
+
+void printJson(std::ostream& out, GatedScan const& gated, std::vector<std::size_t> const& runs)
+{
+  Scan const& scan = gated.scan();
+  nlohmann::ordered_json report;
+  report["runs"] = scan.runs.size();
+  report["passing"] = gated.passed.runs.count();
+  report["gates"] = gatesAsJson(gated);
+  report["selected"] = nlohmann::json::array();
+  for (std::size_t const run : runs) {
+    nlohmann::ordered_json entry = {{"run", scan.runs[run].key},
+                                    {"status", statusName(scan.runs[run].status)}};
+    for (ScanParameter const& parameter : scan.parameters) {
+      double const value = parameter.values[run];
+      if (parameter.isText() || std::isnan(value))
+        entry["parameters"][parameter.label.name] = valueText(parameter, run);
+      else
+        entry["parameters"][parameter.label.name] = value;
+    }
+    report["selected"].push_back(std::move(entry));
+  }
+  out << report.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+}
+
+std::string listOf(SelectArguments const& arguments, GatedScan const& gated, RunSet const& selected)
+{
+  std::ostringstream out;
+  std::vector<std::size_t> const runs = selected.members();
+  if (arguments.format == "json")
+    printJson(out, gated, runs);
+  else if (arguments.format == "csv")
+    printCsv(out, gated.scan(), cellsOf(gated.scan(), runs));
+  else
+    printAligned(out, cellsOf(gated.scan(), runs));
+  return out.str();
+}
+
+} // namespace
+
+int runSelect(SelectArguments const& arguments)
+{
+  GatedScan const gated = openGated(arguments);
+  if (!gated.sieves()) throw UsageError("select: the stored plot has no selection; --gate is required");
+  RunSet const selected = arguments.others ? gated.passed.runs.complement() : gated.passed.runs;
+  bool const toOutput = arguments.output.empty() || arguments.output == "-";
+  if (arguments.format == "scan" && selected.count() == 0)
+    throw std::runtime_error(arguments.file + ": no run is selected, and a scan has one run at least");
+  if (arguments.format == "scan" && toOutput) {
+    writeScan(gated.scan(), std::cout, &selected);
+  } else if (arguments.format == "scan") {
+    writeScan(gated.scan(), arguments.output, &selected);
+  } else if (toOutput) {
+    std::cout << listOf(arguments, gated, selected);
+  } else {
+    SafeFile file(arguments.output);
+    file.write(listOf(arguments, gated, selected));
+    file.commit();
+  }
+  std::ostream& report = toOutput ? std::cerr : std::cout;
+  printGates(report, gated);
+  report << passingText(gated) << '\n';
+  return 0;
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "app/cli/Commands.h"
+#include "app/scan/OpenScan.h"
+
+#include <string>
+
+namespace runsieve::app {
+
+/// The part of the program that needs Qt, VTK and OpenGL: pictures, stored plots, the explorer.
+class Desk
+{
+public:
+  Desk() = default;
+  Desk(Desk const&) = delete;
+  Desk& operator=(Desk const&) = delete;
+  virtual ~Desk() = default;
+
+  // Each returns the exit status, and throws if its work fails.
+  virtual int render(RenderArguments const& arguments) = 0;
+  virtual int convert(ConvertArguments const& arguments) = 0;
+  virtual int explore(ExploreArguments const& arguments) = 0;
+  /// Draws the runs of a scan, grouped by one of its outputs.
+  virtual void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output) = 0;
+
+  /// \throw ScanError for a file that is not a complete plot
+  virtual OpenedScan readPlotScan(std::string const& path) = 0;
+};
+
+/// The desk that is in use; loaded when it is asked for first. \throw std::runtime_error if it cannot be
+/// loaded, such as where Qt or VTK are not installed
+[[nodiscard]] Desk& desk();
+
+/// Uses another desk than the one that would be loaded; it must live as long as the program.
+void useDesk(Desk& other);
+
+} // namespace runsieve::app

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "app/cli/Commands.h"
+
+#include <runsieve/core/scan/Scan.h>
+
+namespace runsieve::app {
+
+// The commands that need Qt and VTK. Each returns the exit status, and throws if its work fails.
+int renderPicture(RenderArguments const& arguments);
+int convertPlot(ConvertArguments const& arguments);
+int openExplorer(ExploreArguments const& arguments);
+/// Groups the runs of an output as the cluster command does, and draws them.
+void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output);
+
+} // namespace runsieve::app

@@ -1,0 +1,33 @@
+#include "app/desk/QtDesk.h"
+
+#include "app/desk/DeskCommands.h"
+#include "app/view/SievedScan.h"
+
+namespace runsieve::app {
+
+int QtDesk::render(RenderArguments const& arguments)
+{
+  return renderPicture(arguments);
+}
+
+int QtDesk::convert(ConvertArguments const& arguments)
+{
+  return convertPlot(arguments);
+}
+
+int QtDesk::explore(ExploreArguments const& arguments)
+{
+  return openExplorer(arguments);
+}
+
+void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output)
+{
+  drawClusterPicture(arguments, scan, output);
+}
+
+OpenedScan QtDesk::readPlotScan(std::string const& path)
+{
+  return openedOf(readPlot(path));
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "app/desk/Desk.h"
+
+namespace runsieve::app {
+
+/// The desk on Qt and VTK.
+class QtDesk : public Desk
+{
+public:
+  int render(RenderArguments const& arguments) override;
+  int convert(ConvertArguments const& arguments) override;
+  int explore(ExploreArguments const& arguments) override;
+  void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output) override;
+  OpenedScan readPlotScan(std::string const& path) override;
+};
+
+} // namespace runsieve::app

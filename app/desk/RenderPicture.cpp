@@ -1,0 +1,60 @@
+#include "app/desk/DeskCommands.h"
+
+#include "app/render/OffscreenView.h"
+#include "app/view/SievedScan.h"
+
+#include <vtkContextScene.h>
+
+#include <iostream>
+#include <stdexcept>
+
+namespace runsieve::app {
+
+namespace {
+
+std::string titleOf(GatedScan const& gated)
+{
+  std::string title;
+  for (AppliedGate const& gate : gated.passed.gates) title += (title.empty() ? "" : ", ") + gate.gate.text();
+  if (gated.sieves()) title += (title.empty() ? "" : " - ") + passingText(gated);
+  return title;
+}
+
+std::size_t outputNamed(std::string const& name, Scan const& scan)
+{
+  if (auto const output = scan.findOutput(name)) return *output;
+  throw std::runtime_error("the scan has no output \"" + name + "\"; there are " + outputNames(scan));
+}
+
+} // namespace
+
+int renderPicture(RenderArguments const& arguments)
+{
+  const SievedScan sieved(arguments);
+  ViewOptions options = sieved.stored.view;
+  options.pThreshold = sieved.gated.thresholds.largestP;
+  options.ksThreshold = sieved.gated.thresholds.smallestD;
+  options.density |= arguments.density;
+  options.commonScale |= arguments.commonScale;
+  options.quantiles |= arguments.quantiles;
+  options.logAxes |= arguments.logAxes;
+  options.points |= arguments.points;
+  if (!arguments.species.empty()) options.output = outputNamed(arguments.species, sieved.gated.scan());
+
+  OffscreenView view(arguments.width, arguments.height);
+  PlotContainer plot(nullptr);
+  view.scene()->AddItem(plot.getItem());
+  sieved.applyTo(plot, options);
+  plot.metaData->plotTitle = titleOf(sieved.gated);
+  plot.redraw();
+  polish(plot);
+  view.save(arguments.output);
+  // A plot that outlived its view would let go of textures in a context that is gone.
+  plot.setScene(nullptr);
+  printNotes(sieved.gated);
+  if (sieved.gated.sieves() && sieved.gated.passed.runs.count() == 0)
+    std::cerr << "runsieve: no run passes through all gates\n";
+  return 0;
+}
+
+} // namespace runsieve::app

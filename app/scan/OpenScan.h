@@ -1,0 +1,32 @@
+#pragma once
+
+#include <runsieve/core/compare/Comparison.h>
+#include <runsieve/core/read/ReadOptions.h>
+#include <runsieve/core/read/ReadReport.h>
+#include <runsieve/core/scan/RunSet.h>
+#include <runsieve/core/scan/Scan.h>
+
+#include <optional>
+#include <string>
+
+namespace runsieve::app {
+
+/// A scan from a file of any kind.
+struct OpenedScan
+{
+  Scan scan;
+  ReadReport report;
+  std::optional<RunSet>
+      selected; ///< of a stored plot: the runs that its selection lets through, if it has one
+  std::optional<Thresholds> thresholds; ///< of a stored plot
+  std::size_t output = 0;               ///< of a stored plot the one on show, else the first
+};
+
+/// Whether a file begins as a stored plot does. False for a file that cannot be read.
+[[nodiscard]] bool isStoredPlot(std::string const& path);
+
+/// Reads a scan, or the scan of a stored plot. On a terminal the progress of a long reading is shown. \throw
+/// ScanError
+[[nodiscard]] OpenedScan openScan(std::string const& path, ReadOptions const& options = {});
+
+} // namespace runsieve::app
