@@ -11,3 +11,4 @@ find_package(VTK 9.1 REQUIRED COMPONENTS ${RUNSIEVE_VTK_COMPONENTS} OPTIONAL_COM
 find_package(Qt${VTK_QT_VERSION} REQUIRED COMPONENTS Core Gui Widgets)
 find_package(Boost 1.74 REQUIRED)
 find_package(Eigen3 3.4 REQUIRED NO_MODULE)
+find_package(ZLIB REQUIRED)
