@@ -79,7 +79,10 @@ inline std::vector<std::string> guessesOf(ReadReport const& report)
 
 /// Reads bytes that are cut at each place, or with each byte changed: there is a ScanError or a scan that
 /// holds.
-template <class Read> void expectFaultOrScan(std::string const& whole, Read read)
+/// \param changes what is done to the bits of a byte
+template <class Read>
+void expectFaultOrScan(std::string const& whole, Read read,
+                       std::vector<int> const& changes = {0x01, 0x80, 0xFF})
 {
   std::size_t scans = 0;
   std::size_t faults = 0;
@@ -94,12 +97,12 @@ template <class Read> void expectFaultOrScan(std::string const& whole, Read read
   for (std::size_t length = 0; length < whole.size(); ++length) expectEither(whole.substr(0, length));
   EXPECT_GT(faults, 0u);
   for (std::size_t i = 0; i < whole.size(); ++i)
-    for (int change : {0x01, 0x80, 0xFF}) {
+    for (int change : changes) {
       std::string damaged = whole;
       damaged[i] = static_cast<char>(damaged[i] ^ change);
       expectEither(damaged);
     }
-  EXPECT_EQ(scans + faults, 4 * whole.size());
+  EXPECT_EQ(scans + faults, (1 + changes.size()) * whole.size());
   EXPECT_NO_THROW(read(whole).scan.check());
 }
 

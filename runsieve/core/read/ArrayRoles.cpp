@@ -420,7 +420,7 @@ std::size_t findArray(std::string const& file, std::vector<NamedArray> const& ar
 {
   std::vector<std::size_t> bare;
   for (std::size_t i = 0; i < arrays.size(); ++i) {
-    if (arrays[i].name == name || arrays[i].name == '/' + name) return i;
+    if (arrays[i].name == name || '/' + arrays[i].name == name) return i;
     if (bareName(arrays[i].name) == name) bare.push_back(i);
   }
   if (bare.size() == 1) return bare.front();
