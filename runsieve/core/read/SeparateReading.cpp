@@ -63,7 +63,7 @@ void retreat(std::size_t bytes)
   rlimit const noCore = {0, 0};
   ::setrlimit(RLIMIT_CORE, &noCore);
   rlim_t const seconds = leastSeconds + bytes / bytesPerSecond;
-  rlimit const time = {seconds, seconds};
+  rlimit const time = {seconds, seconds + 1}; // at the first the process is told why, at the second killed
   ::setrlimit(RLIMIT_CPU, &time);
   int const nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
   if (nowhere >= 0) {

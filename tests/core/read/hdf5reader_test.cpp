@@ -1,6 +1,7 @@
 #include <runsieve/core/read/Hdf5Reader.h>
 
 #include "support/Hdf5Content.h"
+#include "support/NpyBytes.h"
 #include "support/ScanOfFile.h"
 #include "support/TempFile.h"
 #include <runsieve/core/scan/ScanError.h>
@@ -9,11 +10,15 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <functional>
 #include <limits>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <sys/wait.h>
 
 namespace runsieve::test {
 namespace {
@@ -395,6 +400,36 @@ TEST_F(Hdf5Test, EveryCutAndEveryDamagedByteIsAFaultOrAScan)
         whole, [&](std::string const& bytes) { return readHdf5(folder.write(bytes, "damaged.h5"), {}); },
         {0xFF});
   }
+}
+
+TEST_F(Hdf5Test, ReferencesBeyondTheTextsOfTheFileAreAFault)
+{
+  {
+    Hdf5Content content(path);
+    writeReport(content, "r");
+  }
+  // A text of any length is told by the place of a heap in the file and a number in it, which the library
+  // believes.
+  std::string bytes = TempFolder::contentOf(path);
+  const std::string heap = bytesOf(static_cast<std::uint64_t>(bytes.find("GCOL")));
+  int references = 0;
+  for (std::size_t at = bytes.find(heap); at != std::string::npos;
+       at = bytes.find(heap, at + 1), ++references)
+    bytes.replace(at + heap.size(), 4, bytesOf(std::uint32_t(0x7FFFFFFF)));
+  EXPECT_EQ(references, 3 + 4 * 3);
+  EXPECT_THAT(scanFault([&] { (void)readHdf5(folder.write(bytes, "damaged.h5"), {}); }),
+              HasSubstr("is damaged"));
+}
+
+TEST_F(Hdf5Test, ReadingLeavesNoProcessesBehind)
+{
+  (void)read([](Hdf5Content& content) { writeReport(content, "r"); });
+  ReadOptions options;
+  options.progress = [](double) { return false; };
+  EXPECT_THROW((void)readHdf5(path, options), ReadCancelled);
+  options.progress = [](double) -> bool { throw std::runtime_error("of the host"); };
+  EXPECT_THROW((void)readHdf5(path, options), std::runtime_error);
+  EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
 }
 
 } // namespace
