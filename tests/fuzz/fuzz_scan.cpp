@@ -2,35 +2,15 @@
 #include <runsieve/core/read/ReadScan.h>
 #include <runsieve/core/scan/ScanError.h>
 
+#include "MemoryFile.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <string>
-
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace {
 
-/// A file in memory, reachable by a path.
-class MemoryFile
-{
-public:
-  MemoryFile(void const* data, std::size_t size) : descriptor(::memfd_create("scan", 0))
-  {
-    if (descriptor < 0 || ::write(descriptor, data, size) != static_cast<ssize_t>(size)) std::abort();
-  }
-  ~MemoryFile() { ::close(descriptor); }
-  MemoryFile(MemoryFile const&) = delete;
-  MemoryFile& operator=(MemoryFile const&) = delete;
-
-  std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor); }
-
-private:
-  int descriptor;
-};
-
-// A reader that keeps what Scan.h says, and values that can all be read.
+// A reader keeps what Scan.h says, and all values can be read.
 void check(runsieve::Scan const& scan)
 {
   scan.check();
@@ -40,7 +20,7 @@ void check(runsieve::Scan const& scan)
       for (std::size_t i = 0; i < scan.times.size(); ++i) sum += scan.valuesOf(output, run)[i];
   volatile double seen = sum;
   (void)seen;
-}
+} // namespace
 
 } // namespace
 

@@ -11,7 +11,7 @@ import re
 import sys
 
 SKIPPED_FOLDERS = {".git", ".ci", ".cache", "build", "out", "prefix", "__pycache__"}
-SKIPPED_SUFFIXES = {".png", ".pdf", ".csv", ".gz", ".dat", ".dump"}
+SKIPPED_SUFFIXES = {".png", ".pdf", ".csv", ".gz", ".dat", ".dump", ".npy", ".npz", ".h5"}
 
 TOP_LEVEL_DOMAINS = "com|dev|internal|io|lan|local|net|org"
 PHRASES = {

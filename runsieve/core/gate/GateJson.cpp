@@ -1,8 +1,8 @@
 #include <runsieve/core/gate/GateJson.h>
 
-#include <runsieve/core/text/BoundedJson.h>
 #include <runsieve/core/gate/GateText.h>
 #include <runsieve/core/gate/GateWords.h>
+#include <runsieve/core/text/BoundedJson.h>
 #include <runsieve/core/text/FieldText.h>
 
 #include <cmath>

@@ -1,6 +1,7 @@
 #include <runsieve/core/read/Fields.h>
 
 #include <runsieve/core/text/FieldText.h>
+#include <runsieve/core/text/Utf8.h>
 
 #include <algorithm>
 #include <array>
@@ -57,32 +58,6 @@ std::optional<double> oldSpecial(std::string_view text)
   return negative ? -infinity : infinity;
 }
 
-// Bytes of the UTF-8 character that begins a text, 0 if it begins with none.
-std::size_t characterLength(std::string_view text)
-{
-  auto const byte = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u; };
-  auto const follows = [&](std::size_t i) { return (byte(i) & 0xC0u) == 0x80u; };
-  unsigned const first = byte(0);
-  if (first < 0x80) return 1;
-  if (first >= 0xC2 && first <= 0xDF) return follows(1) ? 2 : 0;
-  bool const overlong = (first == 0xE0 && byte(1) < 0xA0) || (first == 0xF0 && byte(1) < 0x90);
-  bool const beyond = (first == 0xED && byte(1) > 0x9F) || (first == 0xF4 && byte(1) > 0x8F);
-  if (overlong || beyond) return 0;
-  if ((first & 0xF0u) == 0xE0u) return follows(1) && follows(2) ? 3 : 0;
-  if (first >= 0xF0 && first <= 0xF4) return follows(1) && follows(2) && follows(3) ? 4 : 0;
-  return 0;
-}
-
-bool isUtf8(std::string_view text)
-{
-  while (!text.empty()) {
-    std::size_t const length = characterLength(text);
-    if (length == 0) return false;
-    text.remove_prefix(length);
-  }
-  return true;
-}
-
 } // namespace
 
 std::vector<std::string_view> splitFields(std::string_view line, char delimiter, std::size_t most)
@@ -136,18 +111,8 @@ bool isUsualMissing(std::string_view text)
 
 std::string toUtf8(std::string_view text, bool& converted)
 {
-  if (isUtf8(text)) return std::string(text);
-  converted = true;
-  std::string result;
-  for (char const c : text) {
-    auto const byte = static_cast<unsigned char>(c);
-    if (byte < 0x80) {
-      result += c;
-    } else {
-      result += static_cast<char>(0xC0u | (byte >> 6));
-      result += static_cast<char>(0x80u | (byte & 0x3Fu));
-    }
-  }
+  std::string result = asUtf8(text);
+  converted = converted || result != text;
   return result;
 }
 

@@ -13,7 +13,6 @@ namespace runsieve {
 
 namespace {
 
-
 constexpr char ending[] = ".import.json";
 
 std::vector<std::string> texts(ReadJson const& value)
@@ -107,7 +106,8 @@ std::string importFileOf(std::string const& scan)
 ReadOptions withImportFile(std::string const& importFile, ReadOptions options)
 {
   MappedFile const map(importFile);
-  ReadJson const document = parsed(importFile, {map.begin(), static_cast<std::size_t>(map.end() - map.begin())});
+  ReadJson const document =
+      parsed(importFile, {map.begin(), static_cast<std::size_t>(map.end() - map.begin())});
   for (auto const& [name, value] : document.items()) try {
       fill(options, name, value);
     } catch (ReadJson::exception const&) {

@@ -1,18 +1,35 @@
 #include <runsieve/core/read/ReadScan.h>
 
+#include <runsieve/core/files/Gzip.h>
 #include <runsieve/core/files/MappedFile.h>
+#include <runsieve/core/read/Hdf5Reader.h>
 #include <runsieve/core/read/ImportFile.h>
+#include <runsieve/core/read/NpzReader.h>
 #include <runsieve/core/read/TextReader.h>
 
 namespace runsieve {
 
 namespace {
 
+constexpr std::size_t firstBytesOfHdf5 = 4096;
+
+ScanFile readBytes(std::string const& path, std::string_view bytes, bool mapped, ReadOptions const& options)
+{
+  if (isNpy(bytes)) return readNpy(path, bytes, options);
+  if (isNpz(bytes)) return readNpz(path, bytes, options);
+  return readText({path, bytes, mapped}, options);
+}
+
 ScanFile readContent(std::string const& path, ReadOptions const& options)
 {
   MappedFile const map(path);
   std::string_view const bytes(map.begin(), static_cast<std::size_t>(map.end() - map.begin()));
-  return readText({path, bytes, true}, options);
+  if (isHdf5(bytes.substr(0, firstBytesOfHdf5))) return readHdf5(path, options);
+  if (!isGzip(bytes)) return readBytes(path, bytes, true, options);
+  std::string const content = inflated(path, bytes);
+  ScanFile result = readBytes(path, content, false, options);
+  result.report.format += ", compressed by gzip";
+  return result;
 }
 
 } // namespace

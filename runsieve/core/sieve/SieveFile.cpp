@@ -2,11 +2,11 @@
 
 #include <runsieve/core/files/MappedFile.h>
 #include <runsieve/core/files/SafeFile.h>
-#include <runsieve/core/text/BoundedJson.h>
 #include <runsieve/core/gate/GateJson.h>
 #include <runsieve/core/gate/GateText.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/sieve/Fingerprint.h>
+#include <runsieve/core/text/BoundedJson.h>
 #include <runsieve/core/text/FieldText.h>
 
 #include <algorithm>

@@ -1,33 +1,11 @@
 #include <runsieve/core/text/Utf16.h>
 
+#include <runsieve/core/text/Utf8.h>
+
 #include <cstddef>
 #include <cstdint>
 
 namespace runsieve {
-
-namespace {
-
-void append(std::string& text, std::uint32_t code)
-{
-  auto const tail = [&](unsigned shift) { text += static_cast<char>(0x80u | ((code >> shift) & 0x3Fu)); };
-  if (code < 0x80) {
-    text += static_cast<char>(code);
-  } else if (code < 0x800) {
-    text += static_cast<char>(0xC0u | (code >> 6));
-    tail(0);
-  } else if (code < 0x10000) {
-    text += static_cast<char>(0xE0u | (code >> 12));
-    tail(6);
-    tail(0);
-  } else {
-    text += static_cast<char>(0xF0u | (code >> 18));
-    tail(12);
-    tail(6);
-    tail(0);
-  }
-}
-
-} // namespace
 
 bool isUtf16(std::string_view bytes)
 {
@@ -53,13 +31,13 @@ std::string fromUtf16(std::string_view bytes)
     bool const isLow = code >= 0xDC00 && code < 0xE000;
     bool const hasLow = isHigh && at + 3 < bytes.size() && unit(at + 2) >= 0xDC00 && unit(at + 2) < 0xE000;
     if (hasLow) {
-      append(text, 0x10000 + ((code - 0xD800) << 10) + (unit(at + 2) - 0xDC00));
+      appendUtf8(text, 0x10000 + ((code - 0xD800) << 10) + (unit(at + 2) - 0xDC00));
       at += 2;
     } else {
-      append(text, isHigh || isLow ? replacement : code);
+      appendUtf8(text, isHigh || isLow ? replacement : code);
     }
   }
-  if (at < bytes.size()) append(text, replacement);
+  if (at < bytes.size()) appendUtf8(text, replacement);
   return text;
 }
 
