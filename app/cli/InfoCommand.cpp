@@ -50,7 +50,9 @@ std::string textOf(Range const& range)
 {
   std::string line = "no finite value";
   if (range.notFinite < range.count) line = rounded(range.low) + ".." + rounded(range.high);
-  if (range.notFinite > 0) line += " (" + std::to_string(range.notFinite) + " values not finite)";
+  if (range.notFinite > 0)
+    line += " (" + std::to_string(range.notFinite) + (range.notFinite == 1 ? " value" : " values") +
+            " not finite)";
   return line;
 }
 

@@ -7,6 +7,8 @@
 #include "support/ShapedScan.h"
 #include "support/TempFile.h"
 
+#include <runsieve/core/write/WriteScan.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -211,7 +213,7 @@ TEST_F(ClusterCommand, GroupsRunsOfTheExampleModels)
     SimulateOptions options;
     options.runs = 40;
     options.times = 26;
-    writeScan(*simulateScan(model, options), scan);
+    runsieve::writeScan(simulateScan(model, options), scan);
     const std::string first = cluster();
     EXPECT_EQ(std::count(first.begin(), first.end(), '\n'), 41) << model.name;
     EXPECT_EQ(cluster(), first) << model.name;

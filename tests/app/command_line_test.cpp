@@ -119,7 +119,8 @@ TEST(CommandLine, RefusesBadUsageInOneLine)
 {
   EXPECT_THAT(usageError({"rank", "scan.csv"}), HasSubstr("--gate"));
   EXPECT_THAT(usageError({"rank", "--gate", "A @ 1 in 2..3"}), HasSubstr("file"));
-  EXPECT_THAT(usageError({"rank", "scan.csv", "--gate", "A 1"}), HasSubstr("there is no \"@\""));
+  EXPECT_THAT(usageError({"rank", "scan.csv", "--gate", "A 1"}),
+              HasSubstr("there is no \"in\" with a range"));
   EXPECT_THAT(usageError({"rank", "scan.csv", "-g", "A @ 1 in 2..3", "--format", "xml"}), HasSubstr("xml"));
   EXPECT_THAT(usageError({"rank", "scan.csv", "-g", "A @ 1 in 2..3", "--p-threshold", "2"}), HasSubstr("2"));
   EXPECT_THAT(usageError({"render", "scan.csv"}), HasSubstr("--out"));
@@ -192,9 +193,9 @@ TEST(Commands, InfoTellsOddValues)
   testing::internal::CaptureStdout();
   EXPECT_EQ(runInfo(info), 0);
   std::string const report = testing::internal::GetCapturedStdout();
-  EXPECT_THAT(report, HasSubstr("Molecule: A  -1..2 (1 rows not finite)\n"));
-  EXPECT_THAT(report, HasSubstr("Molecule: B  no finite value (4 rows not finite)\n"));
-  EXPECT_THAT(report, HasSubstr("Parameter: k  3..3 (constant, not plotted)\n"));
+  EXPECT_THAT(report, HasSubstr("  A  -1..2 (1 value not finite)\n"));
+  EXPECT_THAT(report, HasSubstr("  B  no finite value (4 values not finite)\n"));
+  EXPECT_THAT(report, HasSubstr("  k  3..3 (constant, not plotted)\n"));
 }
 
 } // namespace

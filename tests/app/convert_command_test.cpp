@@ -1,11 +1,12 @@
 #include "app/cli/CommandLine.h"
-#include "app/gate/Gate.h"
-#include <runsieve/core/scan/ScanError.h>
+#include "app/desk/DeskCommands.h"
 #include "app/scan/ScanReader.h"
 #include "app/scan/ScanWriter.h"
 #include "StoredPlots.h"
 #include "support/ShapedScan.h"
 #include "support/TempFile.h"
+#include <runsieve/core/gate/Gate.h>
+#include <runsieve/core/scan/ScanError.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -87,7 +88,7 @@ struct ConvertCommand : testing::Test
     arguments.output = folder.file("view.png");
     arguments.width = 500;
     arguments.height = 400;
-    EXPECT_EQ(runRender(arguments), 0);
+    EXPECT_EQ(renderPicture(arguments), 0);
     return QImage(QString::fromStdString(arguments.output)).copy(0, 200, 500, 200);
   }
 };

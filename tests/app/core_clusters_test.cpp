@@ -1,9 +1,9 @@
 #include "CoreScan.h"
 #include "RandomScan.h"
 
+#include "app/view/QuietLibrary.h"
 #include "app/view/ScanClusters.h"
 #include "app/view/ScanPlot.h"
-#include "app/view/SievedScan.h"
 #include "support/PlotParts.h"
 #include "support/PlotScene.h"
 

@@ -1,9 +1,9 @@
 #include "CoreScan.h"
 #include "RandomScan.h"
 
+#include "app/view/QuietLibrary.h"
 #include "app/view/RankTable.h"
 #include "app/view/ScanPlot.h"
-#include "app/view/SievedScan.h"
 #include "support/PlotScene.h"
 
 #include <runsieve/core/compare/Comparison.h>

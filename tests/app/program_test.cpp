@@ -146,7 +146,7 @@ TEST_F(Program, BadUsageEndsWithStatusTwo)
   expectComplaint(runProgram({"info"}), 2, "file");
   expectComplaint(runProgram({"nonsense", scan}), 2, scan);
   expectComplaint(runProgram({"rank", scan}), 2, "--gate");
-  expectComplaint(runProgram({"rank", scan, "--gate", "A 16"}), 2, "there is no \"@\"");
+  expectComplaint(runProgram({"rank", scan, "--gate", "A 16"}), 2, "there is no \"in\"");
   expectComplaint(runProgram({"rank", scan, "--gate", "A @ 16 in 0..4", "--format", "xml"}), 2, "xml");
   expectComplaint(runProgram({"simulate", "perpetuum", "-o", "-"}), 2, "perpetuum");
   expectComplaint(runProgram({"simulate"}), 2, "-o is required");

@@ -99,8 +99,8 @@ TEST(ScanReader, FollowsTheOptions)
   options.run = "replica";
   options.parameters = Strings{"k"};
   auto scan = read("k,level,hours,replica,constant\n1,5,0,0,3\n1,6,1,0,3\n2,5,0,1,3\n2,5,1,1,3\n", options);
-  EXPECT_EQ(namesOf(*scan),
-            (Strings{"Molecule: level", "Molecule: constant", ": hours", ": Run Index", "Parameter: k"}));
+  EXPECT_EQ(namesOf(*scan), (Strings{"Molecule: level", "Molecule: constant", ": Time (hours)", ": Run Index",
+                                     "Parameter: k"}));
 }
 
 TEST(ScanReader, StartsARunWhereTimeDoesNotRiseIfThereIsNoRunColumn)

@@ -1,10 +1,10 @@
 #include "app/scan/ScanWriter.h"
 
-#include <runsieve/core/scan/ScanError.h>
 #include "app/scan/ScanReader.h"
 #include "ScanColumns.h"
 #include "support/ScanBuilder.h"
 #include "support/TempFile.h"
+#include <runsieve/core/scan/ScanError.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "support/TempFile.h"
 
 #include "app/cli/Commands.h"
+#include "app/desk/DeskCommands.h"
 #include "app/scan/ScanWriter.h"
 #include "app/view/SievedScan.h"
 #include "support/ScanBuilder.h"
@@ -76,7 +77,10 @@ TEST_F(SieveCommands, RankGivesWhatADragGives)
   for (int r = 0; r < runs; ++r) passing += scattered(0, r) >= 0.5;
   EXPECT_EQ(report["passing"], passing);
 
-  const SievedScan sieved(scan, {}, {"A @ 2 in 0.5..1"});
+  RankArguments arguments;
+  arguments.file = scan;
+  arguments.gates = {"A @ 2 in 0.5..1"};
+  const SievedScan sieved(arguments);
   vtkNew<vtkContextScene> scene;
   PlotContainer plot(nullptr);
   scene->AddItem(plot.getItem());
@@ -127,14 +131,14 @@ TEST_F(SieveCommands, NothingToRankIsAFailure)
 
 TEST_F(SieveCommands, RenderWritesPictures)
 {
-  EXPECT_EQ(runRender(picture("view.PNG")), 0);
+  EXPECT_EQ(renderPicture(picture("view.PNG")), 0);
   EXPECT_THAT(test::TempFolder::contentOf(folder.file("view.PNG")), StartsWith("\x89PNG"));
-  EXPECT_THROW(runRender(picture("view.gif")), std::runtime_error);
+  EXPECT_THROW(renderPicture(picture("view.gif")), std::runtime_error);
 }
 
 TEST_F(SieveCommands, ThePdfHoldsNoOperatorThatReadersReject)
 {
-  EXPECT_EQ(runRender(picture("view.pdf")), 0);
+  EXPECT_EQ(renderPicture(picture("view.pdf")), 0);
   const std::string pdf = test::TempFolder::contentOf(folder.file("view.pdf"));
   EXPECT_THAT(pdf, StartsWith("%PDF-"));
   EXPECT_EQ(pdf.find(" ca\n"), std::string::npos);

@@ -1,6 +1,5 @@
 #include "app/simulate/SimulateScan.h"
 
-#include "app/gate/GateRows.h"
 #include "app/scan/ScanLayout.h"
 #include "app/scan/ScanReader.h"
 #include "app/scan/ScanWriter.h"
@@ -8,6 +7,8 @@
 #include "support/TempFile.h"
 
 #include <runsieve/adapters/ScanTable.h>
+#include <runsieve/core/gate/GateRuns.h>
+#include <runsieve/core/gate/GateText.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -275,14 +276,18 @@ std::map<std::string, KsTest> compareParameters(LinePlotTable const& scan,
   return tests;
 }
 
-std::vector<long long> runsThroughExampleGates(LinePlotTable const& scan)
+std::vector<long long> runsThroughExampleGates(LinePlotTable const& table)
 {
-  std::vector<ResolvedGate> gates;
-  for (auto const& text : exampleModel().exampleGates) gates.push_back(resolveGate(parseGate(text), scan));
-  EXPECT_EQ(gates.size(), 2u);
-  EXPECT_EQ(gates[0].column, gates[1].column);
-  EXPECT_EQ(gates[0].note + gates[1].note, "");
-  return runsThroughGates(gates, scan);
+  boost::shared_ptr<LinePlotTable> const borrowed(const_cast<LinePlotTable*>(&table), [](LinePlotTable*) {});
+  Scan const scan = scanOf(borrowed);
+  std::vector<Gate> gates;
+  for (auto const& text : exampleModel().exampleGates) gates.push_back(parseGate(text));
+  GateResult const result = applyGates(gates, scan);
+  EXPECT_EQ(result.gates.size(), 2u);
+  EXPECT_EQ(result.gates[0].gate.column, result.gates[1].gate.column);
+  EXPECT_EQ(result.gates[0].gate.note + result.gates[1].gate.note, "");
+  auto const members = result.runs.members();
+  return {members.begin(), members.end()};
 }
 
 TEST(ExampleScan, TheGateTellsActingFromIdleParameters)

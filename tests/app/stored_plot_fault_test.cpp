@@ -1,10 +1,10 @@
 #include "app/store/StoredPlot.h"
 
-#include <runsieve/core/scan/ScanError.h>
 #include "app/store/PlotSettings.h"
 #include "StoredPlots.h"
 #include "support/DumpBytes.h"
 #include "support/TempFile.h"
+#include <runsieve/core/scan/ScanError.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "app/store/StoredPlot.h"
 
-#include <runsieve/core/scan/ScanError.h>
 #include "app/scan/ScanWriter.h"
 #include "StoredPlots.h"
 #include "support/TempFile.h"
+#include <runsieve/core/scan/ScanError.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -66,12 +66,26 @@ void addRuns(Written& written, Scan const& scan)
   written.columns.push_back(std::move(column));
 }
 
+// Whether the values of a run that failed don't show it.
+bool isSaidToHaveFailed(Scan const& scan, std::size_t run)
+{
+  if (scan.runs[run].status != RunStatus::Failed || scan.runs[run].end == 0) return false;
+  for (std::size_t i = 0; i < scan.outputs.size(); ++i) {
+    double const* const values = scan.valuesOf(i, run);
+    if (!std::all_of(values, values + scan.runs[run].end, [](double value) { return std::isfinite(value); }))
+      return false;
+  }
+  return true;
+}
+
 void addStatus(Written& written, Scan const& scan)
 {
-  auto const failed = [](ScanRun const& run) { return run.status == RunStatus::Failed; };
-  if (std::none_of(scan.runs.begin(), scan.runs.end(), failed)) return;
+  bool any = false;
+  for (std::size_t run = 0; run < scan.runs.size(); ++run) any = any || isSaidToHaveFailed(scan, run);
+  if (!any) return;
   WrittenColumn column{"status", nullptr, {}, Each::Run};
-  for (ScanRun const& run : scan.runs) column.texts.emplace_back(failed(run) ? "failed" : "ok");
+  for (ScanRun const& run : scan.runs)
+    column.texts.emplace_back(run.status == RunStatus::Failed ? "failed" : "ok");
   written.columns.push_back(std::move(column));
 }
 

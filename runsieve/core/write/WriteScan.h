@@ -11,7 +11,8 @@ namespace runsieve {
 
 /// Writes a scan as comma-separated text with Runsieve's own column names, each number in the fewest digits
 /// that read back to the same value; reading it again gives the same scan. Values that a run lacks are "nan";
-/// a column "status" stands behind the others if some run has failed.
+/// a column "status" stands
+/// behind the others if some run has failed and its values don't show it.
 ///
 /// The file appears under its name only when it is complete: a save that fails or is interrupted leaves a
 /// former file as it was. A path that is no regular file (a pipe, /dev/stdout) is written to directly. \param
