@@ -107,7 +107,7 @@ TEST_F(SelectCommand, MakesAScanOfTheseRunsOrOfTheOthers)
 TEST_F(SelectCommand, AsksForStatusAndRuns)
 {
   run({"-g", "status short"});
-  EXPECT_THAT(out, HasSubstr("  d     short"));
+  EXPECT_THAT(out, HasSubstr("  d   short  3"));
   run({"-g", "not runs a, b, c", "--format", "csv"});
   EXPECT_EQ(out, "\"run\",\"status\",\"k\",\"strain\"\n\"d\",\"short\",3,\"wt\"\n");
 }

@@ -34,7 +34,7 @@ def expect(condition, message):
 def check_headers(prefix, include_folder, public_headers):
     root = prefix / include_folder / "runsieve"
     installed = {str(header.relative_to(root)) for header in root.rglob("*") if header.is_file()}
-    expected = set(public_headers) | {"runsieve_export.h"}
+    expected = set(public_headers) | {"runsieve_export.h", "core/runsieve_core_export.h"}
     expect(installed == expected, f"installed headers differ from the public ones: {sorted(installed ^ expected)}")
 
 
