@@ -39,6 +39,7 @@ SafeFile::~SafeFile()
 
 void SafeFile::openDirectly()
 {
+  direct = true;
   descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
   if (descriptor < 0) fail();
 }
@@ -49,15 +50,35 @@ void SafeFile::openAside()
   mode_t const mode =
       replaces && ::stat(target.c_str(), &former) == 0 ? former.st_mode & 07777 : readableAndWritable;
   if (replaces && ::access(target.c_str(), W_OK) != 0) fail();
-  for (int i = 0; descriptor < 0; ++i) {
-    std::string const name = target + ".part" + std::to_string(::getpid()) + '-' + std::to_string(i);
-    descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-    if (descriptor >= 0)
-      aside = name;
-    else if (errno != EEXIST)
-      fail();
-  }
+  std::filesystem::path const folder = std::filesystem::path(target).parent_path();
+  // A path that ends in '/' names a folder, which the other way finds out.
+  if (!std::filesystem::path(target).filename().empty())
+    descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode);
+  if (descriptor < 0)
+    aside = newName([&](char const* name) {
+      descriptor = ::open(name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+      return descriptor >= 0;
+    });
   if (replaces) ::fchmod(descriptor, mode);
+}
+
+// The first name beside the target that is free. \param make makes the file, or fails with EEXIST
+template <class Make> std::string SafeFile::newName(Make const& make) const
+{
+  for (int i = 0;; ++i) {
+    std::string const name = target + ".part" + std::to_string(::getpid()) + '-' + std::to_string(i);
+    if (make(name.c_str())) return name;
+    if (errno != EEXIST) fail();
+  }
+}
+
+// A file without a name cannot be renamed.
+void SafeFile::giveName()
+{
+  std::string const open = "/proc/self/fd/" + std::to_string(descriptor);
+  aside = newName([&](char const* name) {
+    return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
+  });
 }
 
 void SafeFile::write(std::string_view text)
@@ -74,10 +95,11 @@ void SafeFile::commit()
 {
   // Before a former file goes, the new one must be on the disk and not only in memory.
   if (replaces && ::fsync(descriptor) != 0) fail();
+  if (!direct && aside.empty()) giveName();
   int const closed = ::close(descriptor);
   descriptor = -1;
   if (closed != 0) fail();
-  if (aside.empty()) return;
+  if (direct) return;
   if (::rename(aside.c_str(), target.c_str()) != 0) fail();
   aside.clear();
 }

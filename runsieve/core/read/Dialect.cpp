@@ -69,7 +69,7 @@ class Division
 public:
   Division(Sample const& linesOfText, char fieldDelimiter) : sample(linesOfText), delimiter(fieldDelimiter)
   {
-    for (SampleLine const& line : sample.rows) counts.push_back(splitFields(line.text, delimiter).size());
+    for (SampleLine const& line : sample.rows) counts.push_back(countFields(line.text, delimiter));
     findTable();
   }
 

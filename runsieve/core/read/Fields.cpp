@@ -14,19 +14,34 @@ namespace {
 
 constexpr std::string_view blanks = " \t";
 
-std::vector<std::string_view> splitAtBlanks(std::string_view line, std::size_t most)
+// Calls take(field) for each field, until it returns false.
+template <class Take> void eachAtBlanks(std::string_view line, Take const& take)
 {
-  std::vector<std::string_view> fields;
   std::size_t at = line.find_first_not_of(blanks);
-  while (at < line.size() && fields.size() < most) {
+  while (at < line.size()) {
     std::size_t end = at;
     bool inQuotes = false;
     for (; end < line.size() && (inQuotes || blanks.find(line[end]) == std::string_view::npos); ++end)
       if (line[end] == '"') inQuotes = !inQuotes;
-    fields.push_back(line.substr(at, end - at));
+    if (!take(line.substr(at, end - at))) return;
     at = line.find_first_not_of(blanks, end);
   }
-  return fields;
+}
+
+template <class Take> void eachField(std::string_view line, char delimiter, Take const& take)
+{
+  if (delimiter == ' ') {
+    eachAtBlanks(line, take);
+    return;
+  }
+  bool inQuotes = false;
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i <= line.size(); ++i) {
+    if (i < line.size() && line[i] == '"') inQuotes = !inQuotes;
+    if (i < line.size() && (inQuotes || line[i] != delimiter)) continue;
+    if (!take(line.substr(begin, i - begin))) return;
+    begin = i + 1;
+  }
 }
 
 std::string_view withoutQuotes(std::string_view field)
@@ -62,17 +77,22 @@ std::optional<double> oldSpecial(std::string_view text)
 
 std::vector<std::string_view> splitFields(std::string_view line, char delimiter, std::size_t most)
 {
-  if (delimiter == ' ') return splitAtBlanks(line, most);
   std::vector<std::string_view> fields;
-  bool inQuotes = false;
-  std::size_t begin = 0;
-  for (std::size_t i = 0; i <= line.size() && fields.size() < most; ++i) {
-    if (i < line.size() && line[i] == '"') inQuotes = !inQuotes;
-    if (i < line.size() && (inQuotes || line[i] != delimiter)) continue;
-    fields.push_back(line.substr(begin, i - begin));
-    begin = i + 1;
-  }
+  eachField(line, delimiter, [&](std::string_view field) {
+    if (fields.size() < most) fields.push_back(field);
+    return fields.size() < most;
+  });
   return fields;
+}
+
+std::size_t countFields(std::string_view line, char delimiter)
+{
+  std::size_t count = 0;
+  eachField(line, delimiter, [&](std::string_view) {
+    ++count;
+    return true;
+  });
+  return count;
 }
 
 std::string fieldText(std::string_view field)

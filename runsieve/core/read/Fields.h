@@ -19,6 +19,9 @@ struct FieldFormat
 [[nodiscard]] std::vector<std::string_view> splitFields(std::string_view line, char delimiter,
                                                         std::size_t most = std::size_t(-1));
 
+/// How many fields splitFields() would find.
+[[nodiscard]] std::size_t countFields(std::string_view line, char delimiter);
+
 /// The text of a field: without blanks around it and without its double quotes; doubled quotes are one.
 [[nodiscard]] std::string fieldText(std::string_view field);
 

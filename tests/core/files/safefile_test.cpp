@@ -9,9 +9,12 @@
 #include <filesystem>
 #include <functional>
 
+#include <csignal>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -140,8 +143,26 @@ TEST_F(SafeFileTest, WithoutACommitTheFormerFileStaysAndNothingElse)
   {
     SafeFile safe(path);
     safe.write("new");
-    EXPECT_EQ(folder.fileCount(), 2u) << "the new one stands beside it";
   }
+  EXPECT_EQ(TempFolder::contentOf(path), "former");
+  EXPECT_EQ(folder.fileCount(), 1u);
+}
+
+TEST_F(SafeFileTest, AProcessThatIsKilledLeavesNothing)
+{
+  int const nameless = ::open(folder.file("").c_str(), O_WRONLY | O_TMPFILE, 0600);
+  if (nameless < 0) GTEST_SKIP() << "this file system knows no files without a name";
+  ::close(nameless);
+  makeFormer(0644);
+  pid_t const child = ::fork();
+  if (child == 0) {
+    SafeFile safe(path);
+    safe.write("new");
+    ::raise(SIGKILL);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFSIGNALED(status));
   EXPECT_EQ(TempFolder::contentOf(path), "former");
   EXPECT_EQ(folder.fileCount(), 1u);
 }
