@@ -15,7 +15,9 @@ Desk* inUse = nullptr;
 // Beside the program, as it is built and as it is installed.
 std::string libraryPath()
 {
-  std::filesystem::path const program = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  std::error_code failure; // such as that there is no /proc
+  std::filesystem::path const program =
+      std::filesystem::read_symlink("/proc/self/exe", failure).parent_path();
   for (char const* folder : {RUNSIEVE_DESK_FOLDER, "../lib"})
     if (auto const path = program / folder / RUNSIEVE_DESK_NAME; std::filesystem::exists(path))
       return path.string();

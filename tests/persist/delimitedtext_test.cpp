@@ -1,4 +1,4 @@
-#include "app/TempFile.h"
+#include "support/TempFile.h"
 #include "support/LoadedTable.h"
 #include "support/SobolRecord.h"
 #include "support/WorkingFolder.h"

@@ -1,4 +1,4 @@
-#include "app/TempFile.h"
+#include "support/TempFile.h"
 #include "support/Dumps.h"
 #include "support/PlotScene.h"
 #include "support/SobolRecord.h"

@@ -1,4 +1,4 @@
-#include "app/TempFile.h"
+#include "support/TempFile.h"
 #include "support/LinePanel.h"
 
 #include <gmock/gmock.h>

@@ -16,6 +16,11 @@ namespace {
 
 constexpr mode_t readableAndWritable = 0666; // less what the user's mask takes away
 
+std::string openFile(int descriptor)
+{
+  return "/proc/self/fd/" + std::to_string(descriptor);
+}
+
 } // namespace
 
 SafeFile::SafeFile(std::string const& file) : path(file), target(file)
@@ -50,16 +55,26 @@ void SafeFile::openAside()
   mode_t const mode =
       replaces && ::stat(target.c_str(), &former) == 0 ? former.st_mode & 07777 : readableAndWritable;
   if (replaces && ::access(target.c_str(), W_OK) != 0) fail();
-  std::filesystem::path const folder = std::filesystem::path(target).parent_path();
-  // A path that ends in '/' names a folder, which the other way finds out.
-  if (!std::filesystem::path(target).filename().empty())
-    descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode);
+  openNameless(mode);
   if (descriptor < 0)
     aside = newName([&](char const* name) {
       descriptor = ::open(name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
       return descriptor >= 0;
     });
   if (replaces) ::fchmod(descriptor, mode);
+}
+
+// A path that ends in '/' names a folder, which the other way finds out. Without /proc the file could not be
+// given a name later.
+void SafeFile::openNameless(unsigned mode)
+{
+  std::filesystem::path const file(target);
+  if (file.filename().empty()) return;
+  std::filesystem::path const folder = file.has_parent_path() ? file.parent_path() : ".";
+  descriptor = ::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode);
+  if (descriptor < 0 || ::access(openFile(descriptor).c_str(), F_OK) == 0) return;
+  ::close(descriptor);
+  descriptor = -1;
 }
 
 // The first name beside the target that is free. \param make makes the file, or fails with EEXIST
@@ -75,9 +90,8 @@ template <class Make> std::string SafeFile::newName(Make const& make) const
 // A file without a name cannot be renamed.
 void SafeFile::giveName()
 {
-  std::string const open = "/proc/self/fd/" + std::to_string(descriptor);
   aside = newName([&](char const* name) {
-    return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
+    return ::linkat(AT_FDCWD, openFile(descriptor).c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
   });
 }
 

@@ -28,6 +28,7 @@ public:
 private:
   void openDirectly();
   void openAside();
+  void openNameless(unsigned mode);
   void giveName();
   template <class Make> std::string newName(Make const& make) const;
   [[noreturn]] void fail() const;
