@@ -60,6 +60,28 @@ def check_origin(host, prefix, source, build):
         expect(foreign, f"the host includes from {folder}")
 
 
+def build_host(name, arguments, prefix):
+    """Builds an example as a host would, from the installed package; returns the program."""
+    host = arguments.scratch / name
+    run(arguments.cmake, "-S", arguments.source / "examples" / name, "-B", host, "-G", arguments.generator,
+        f"-DCMAKE_PREFIX_PATH={prefix}", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON",
+        *("-D" + entry for entry in arguments.configure))
+    check_origin(host, prefix, arguments.source, arguments.build)
+    run(arguments.cmake, "--build", host)
+    return host / name
+
+
+def check_program(prefix, scan):
+    """The installed program finds its libraries, that which draws too."""
+    program = prefix / "bin" / "runsieve"
+    if not program.exists():
+        return
+    expect("7" in run(program, "info", scan), "the installed program does not read a scan")
+    picture = scan.with_suffix(".png")
+    run(program, "render", scan, "-o", picture, "--width", "200", "--height", "200")
+    expect(picture.stat().st_size > 500, "the installed program draws nothing")
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", type=pathlib.Path, required=True, help="build folder of the project")
@@ -72,17 +94,22 @@ def main():
     parser.add_argument("--configure", nargs="*", default=[], metavar="ARGUMENT=VALUE", help="further cache entries")
     arguments = parser.parse_args()
 
-    prefix, host = arguments.scratch / "prefix", arguments.scratch / "minimal_host"
+    prefix = arguments.scratch / "prefix"
     shutil.rmtree(arguments.scratch, ignore_errors=True)
     run(arguments.cmake, "--install", arguments.build, "--prefix", prefix)
     check_headers(prefix, arguments.include_folder, arguments.public_headers.read_text().split())
 
-    example = arguments.source / "examples" / "minimal_host"
-    run(arguments.cmake, "-S", example, "-B", host, "-G", arguments.generator, f"-DCMAKE_PREFIX_PATH={prefix}",
-        "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", *("-D" + entry for entry in arguments.configure))
-    check_origin(host, prefix, arguments.source, arguments.build)
-    run(arguments.cmake, "--build", host)
-    print(run(host / "minimal_host", "--quit-after-show"))
+    host = build_host("minimal_host", arguments, prefix)
+    print(run(host, "--quit-after-show"))
+
+    host = build_host("core_host", arguments, prefix)
+    cache = (host.parent / "CMakeCache.txt").read_text()
+    expect("VTK_DIR" not in cache and "Qt5" not in cache, "a host of the core alone looks for VTK or Qt")
+    scan = arguments.scratch / "scan.csv"
+    scan.write_text("time,A,k\n" + "".join(f"{time},{run_number * time},{run_number}\n"
+                                           for run_number in range(2, 9) for time in range(3)))
+    expect("4 of 7 runs pass" in run(host, scan, "A @ 2 in 9.."), "the core gives another number of runs")
+    check_program(prefix, scan)
 
 
 if __name__ == "__main__":
