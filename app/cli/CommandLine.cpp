@@ -3,6 +3,7 @@
 #include "app/store/FileEnding.h"
 
 #include <runsieve/core/gate/GateText.h>
+#include <runsieve/core/text/FieldText.h>
 
 #include <CLI/CLI.hpp>
 
@@ -55,6 +56,34 @@ CLI::Option* addNames(CLI::App& command, std::string const& flags, std::vector<s
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
+// A check whose message names the words, without the values behind them.
+CLI::Validator oneOf(std::map<std::string, char> const& words)
+{
+  return CLI::Validator(
+      [words](std::string& text) {
+        auto const found = words.find(text);
+        if (found != words.end()) {
+          text = std::string(1, found->second);
+          return std::string();
+        }
+        std::string message = "expected one of";
+        for (auto const& word : words) message += ' ' + word.first;
+        return message + ", found " + runsieve::quoted(text);
+      },
+      "");
+}
+
+std::vector<std::string> splitAtCommas(std::string const& text)
+{
+  std::vector<std::string> parts(1);
+  for (char const c : text)
+    if (c == ',')
+      parts.emplace_back();
+    else
+      parts.back() += c;
+  return parts;
+}
+
 constexpr char readGroup[] = "How to read the file";
 
 // The names with "-column" are those of former versions.
@@ -78,10 +107,11 @@ void addColumnOptions(CLI::App& command, ReadOptions& read)
       ->group(readGroup);
   addNames(command, "--ignore", read.ignore, "Name of a column to leave out; may be repeated")
       ->group(readGroup);
-  command.add_option("--names", read.names, "Names of all columns, for a file without them: a,b,c")
+  command
+      .add_option_function<std::string>(
+          "--names", [&](std::string const& names) { read.names = splitAtCommas(names); },
+          "Names of all columns, for a file without them: a,b,c")
       ->type_name("NAMES")
-      ->delimiter(',')
-      ->expected(1)
       ->group(readGroup);
 }
 
@@ -92,7 +122,7 @@ void addTextOptions(CLI::App& command, ReadOptions& read)
       ->group(readGroup);
   std::map<std::string, char> const decimals = {{".", '.'}, {",", ','}};
   command.add_option("--decimal", read.decimal, "Decimal sign: . or ,")
-      ->transform(CLI::CheckedTransformer(decimals).description(""))
+      ->transform(oneOf(decimals))
       ->type_name("SIGN")
       ->group(readGroup);
   std::map<std::string, char> const delimiters = {{"tab", '\t'},      {"blank", ' '}, {"comma", ','},
@@ -101,7 +131,7 @@ void addTextOptions(CLI::App& command, ReadOptions& read)
   command
       .add_option("--delimiter", read.delimiter,
                   "Divider of the fields: tab, blank, comma, semicolon or pipe")
-      ->transform(CLI::CheckedTransformer(delimiters).description(""))
+      ->transform(oneOf(delimiters))
       ->type_name("SIGN")
       ->group(readGroup);
   command.add_option("--dataset", read.dataset, "Data set or array to read, of an HDF5 or npz file")
@@ -117,8 +147,7 @@ void addTextOptions(CLI::App& command, ReadOptions& read)
 
 void addReadOptions(CLI::App& command, CommonOptions& options, bool needsFile)
 {
-  auto* file = command.add_option("file", options.file,
-                                  "Scan file: delimited text with a header line, or a stored plot");
+  auto* file = command.add_option("file", options.file, "Scan: text, NumPy or HDF5 file, or a stored plot");
   if (needsFile) file->required();
   addColumnOptions(command, options.read);
   addTextOptions(command, options.read);

@@ -72,7 +72,7 @@ std::string describe(ScanParameter const& parameter)
   if (parameter.isText()) return textsOf(parameter);
   Range const range = rangeOf(parameter.values.data(), parameter.values.size());
   bool const constant = range.low == range.high && range.notFinite == 0;
-  return textOf(range) + (constant ? " (constant, not plotted)" : "");
+  return constant ? rounded(range.low) + " (constant, not plotted)" : textOf(range);
 }
 
 using Lines = std::vector<std::pair<std::string, std::string>>;

@@ -72,15 +72,17 @@ int runRank(RankArguments const& arguments)
   RunSet compared(gated.passed.runs);
   compared &= eligible;
   Comparison const ranked = compareParameters(gated.scan(), compared, gated.thresholds, eligible);
-  bool const varies = ranked.leftOut.size() < gated.scan().parameters.size();
-  if (!varies)
-    throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
   if (gated.passed.runs.count() == 0)
     throw std::runtime_error(arguments.file + ": no run passes through all gates");
   if (compared.count() == 0)
     throw std::runtime_error(arguments.file +
-                             ": no run that passes is complete; add a gate \"status failed, short, "
-                             "complete\" to compare all");
+                             ": no run that passes is complete; a gate \"status complete, short, "
+                             "failed\" compares all");
+  if (ranked.leftOut.size() == gated.scan().parameters.size())
+    throw std::runtime_error(
+        arguments.file +
+        (eligible.count() < 2 ? ": fewer than two runs are complete" : ": no parameter varies") +
+        ", so there is nothing to rank");
 
   std::size_t const leftOut = eligible.complement().count();
   if (arguments.format != "table") printNotes(gated);

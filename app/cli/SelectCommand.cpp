@@ -2,6 +2,7 @@
 
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
+#include "app/cli/RankReport.h"
 
 #include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/text/Decimal.h>
@@ -20,21 +21,24 @@ namespace runsieve::app {
 
 namespace {
 
-std::string valueText(ScanParameter const& parameter, std::size_t run)
+std::string valueText(ScanParameter const& parameter, std::size_t run, bool allDigits)
 {
   double const value = parameter.values[run];
   if (std::isnan(value)) return {};
-  return parameter.isText() ? parameter.texts[static_cast<std::size_t>(value)] : decimal(value);
+  if (parameter.isText()) return parameter.texts[static_cast<std::size_t>(value)];
+  return allDigits ? decimal(value) : formatted(value, "%.6g", "");
 }
 
-/// The cells of a list of runs: key, status, parameters.
-std::vector<std::vector<std::string>> cellsOf(Scan const& scan, std::vector<std::size_t> const& runs)
+/// The cells of a list of runs: key, status, parameters. \param allDigits or six, as people want them
+std::vector<std::vector<std::string>> cellsOf(Scan const& scan, std::vector<std::size_t> const& runs,
+                                              bool allDigits)
 {
   std::vector<std::vector<std::string>> rows = {{"run", "status"}};
   for (ScanParameter const& parameter : scan.parameters) rows.front().push_back(parameter.label.name);
   for (std::size_t const run : runs) {
     rows.push_back({scan.runs[run].key, statusName(scan.runs[run].status)});
-    for (ScanParameter const& parameter : scan.parameters) rows.back().push_back(valueText(parameter, run));
+    for (ScanParameter const& parameter : scan.parameters)
+      rows.back().push_back(valueText(parameter, run, allDigits));
   }
   return rows;
 }
@@ -77,8 +81,10 @@ void printJson(std::ostream& out, GatedScan const& gated, std::vector<std::size_
                                     {"status", statusName(scan.runs[run].status)}};
     for (ScanParameter const& parameter : scan.parameters) {
       double const value = parameter.values[run];
-      if (parameter.isText() || std::isnan(value))
-        entry["parameters"][parameter.label.name] = valueText(parameter, run);
+      if (std::isnan(value))
+        entry["parameters"][parameter.label.name] = nullptr;
+      else if (parameter.isText())
+        entry["parameters"][parameter.label.name] = valueText(parameter, run, true);
       else
         entry["parameters"][parameter.label.name] = value;
     }
@@ -94,9 +100,9 @@ std::string listOf(SelectArguments const& arguments, GatedScan const& gated, Run
   if (arguments.format == "json")
     printJson(out, gated, runs);
   else if (arguments.format == "csv")
-    printCsv(out, gated.scan(), cellsOf(gated.scan(), runs));
+    printCsv(out, gated.scan(), cellsOf(gated.scan(), runs, true));
   else
-    printAligned(out, cellsOf(gated.scan(), runs));
+    printAligned(out, cellsOf(gated.scan(), runs, false));
   return out.str();
 }
 

@@ -36,7 +36,7 @@ TEST(InfoCommand, TellsRunsTimesAndTheRangeOfEachColumn)
                                              "  Molecule: B  7..7\n"
                                              "parameters 3\n"
                                              "  k1  0..2\n"
-                                             "  k2  2.5..2.5 (constant, not plotted)\n"
+                                             "  k2  2.5 (constant, not plotted)\n"
                                              "  k3  2000..2002\n"
                                              "read as    comma separated text\n");
 }

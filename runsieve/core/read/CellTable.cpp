@@ -229,6 +229,7 @@ private:
     if (latin) findings.push_back({"texts were converted from Latin-1", "they are no UTF-8", true});
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
       CellColumn& column = table.columns[i];
+      if (!column.cells) continue;
       for (Chunk const& chunk : chunks) {
         column.hasText = column.hasText || chunk.hasText[i];
         column.hasMissing = column.hasMissing || chunk.hasMissing[i];

@@ -123,6 +123,7 @@ private:
     std::string why = "its name says so";
     if (!options.time.empty()) {
       time = named(options.time);
+      if (options.run == options.time) fail("one column cannot be both time and run");
       why = "by option";
     }
     if (!time) time = exactly(": Time [s]");

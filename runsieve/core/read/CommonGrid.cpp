@@ -56,6 +56,7 @@ void CommonGrid::takeLongest()
 bool CommonGrid::allWithin()
 {
   gridKind = Kind::Same;
+  runsWithGaps = 0;
   for (std::size_t run = 0; run < runs.runs(); ++run) {
     if (!isWithin(run)) return false;
     if (runs.length(run) != grid.size()) gridKind = Kind::Gaps;
@@ -75,6 +76,7 @@ bool CommonGrid::isWithin(std::size_t run)
     if (at == grid.size() || !sameTime(grid, at, times[i])) return false;
     hasRounded = hasRounded || grid[at] != times[i];
   }
+  if (at > count) ++runsWithGaps;
   return true;
 }
 

@@ -40,6 +40,9 @@ public:
   /// Runs whose times are not those of the grid.
   [[nodiscard]] std::size_t resampledRuns() const { return resampled; }
 
+  /// Runs that lack times of the grid before their last one.
+  [[nodiscard]] std::size_t gaps() const { return runsWithGaps; }
+
   /// Puts the samples of a run of one output on the grid. \param target times().size() values; NaN where the
   /// run has none
   void place(std::size_t run, double const* samples, double* target) const;
@@ -59,6 +62,7 @@ private:
   Kind gridKind = Kind::Same;
   bool hasRounded = false;
   std::size_t resampled = 0;
+  std::size_t runsWithGaps = 0;
 };
 
 } // namespace runsieve

@@ -6,6 +6,7 @@
 #include <runsieve/core/read/ImportFile.h>
 #include <runsieve/core/read/NpzReader.h>
 #include <runsieve/core/read/TextReader.h>
+#include <runsieve/core/scan/ScanError.h>
 
 namespace runsieve {
 
@@ -27,6 +28,8 @@ ScanFile readContent(std::string const& path, ReadOptions const& options)
   if (isHdf5(bytes.substr(0, firstBytesOfHdf5))) return readHdf5(path, options);
   if (!isGzip(bytes)) return readBytes(path, bytes, true, options);
   std::string const content = inflated(path, bytes);
+  if (isHdf5(content.substr(0, firstBytesOfHdf5)))
+    throw ScanError(path, "an HDF5 file inside of gzip; unpack it first with gunzip");
   ScanFile result = readBytes(path, content, false, options);
   result.report.format += ", compressed by gzip";
   return result;

@@ -100,15 +100,22 @@ private:
     return found;
   }
 
-  // Free columns that could be parameters.
-  [[nodiscard]] std::vector<std::size_t> constantColumns() const
+  // Free columns that could be parameters: constant within runs, and not the same in all.
+  [[nodiscard]] std::vector<std::size_t> variedColumns() const
   {
-    std::vector<std::size_t> found = freeColumns();
-    found.erase(
-        std::remove_if(found.begin(), found.end(),
-                       [&](std::size_t column) { return firstChange(table, rows, column) != table.rows; }),
-        found.end());
+    std::vector<std::size_t> found;
+    for (std::size_t const column : freeColumns())
+      if (firstChange(table, rows, column) == table.rows && differsBetweenRuns(column))
+        found.push_back(column);
     return found;
+  }
+
+  [[nodiscard]] bool differsBetweenRuns(std::size_t column) const
+  {
+    std::uint64_t const first = cell::bitsOf(cells(column)[rows.row(0)]);
+    for (std::size_t run = 1; run < rows.runs(); ++run)
+      if (cell::bitsOf(cells(column)[rows.row(rows.starts[run])]) != first) return true;
+    return false;
   }
 
   void findRuns()
@@ -120,16 +127,17 @@ private:
       return;
     }
     rows = runsByRestart(table, time);
-    std::vector<std::size_t> const constant = constantColumns();
+    std::vector<std::size_t> const varied = variedColumns();
     // A parameter that was scanned in steps of one counts the runs as well. Where it is the only one, it
     // stays.
-    auto const counter = constant.size() > 1 || columnOf(roles, Role::Parameter)
-                             ? findRunCounter(table, rows, constant)
+    auto const counter = varied.size() > 1 || columnOf(roles, Role::Parameter)
+                             ? findRunCounter(table, rows, varied)
                              : std::nullopt;
     if (counter) {
       roles[*counter] = {Role::Run, roles[*counter].label,
                          "it keeps its value until time restarts, and counts or names the runs"};
-      tell("column " + quoted(table.columns[*counter].header) + " is the run", roles[*counter].why, true);
+      tell("column " + quoted(table.columns[*counter].header) + " is the run",
+           roles[*counter].why + "; name the parameters with --parameter if it is one", true);
       takeRun(*counter);
       return;
     }
@@ -149,7 +157,8 @@ private:
       if (runName(table.columns[column].header) != RunName::Likely || !tellsRunsApart(table, column, time))
         continue;
       roles[column] = {Role::Run, roles[column].label, "its name, and time rises within each of its values"};
-      tell("column " + quoted(table.columns[column].header) + " is the run", roles[column].why, true);
+      tell("column " + quoted(table.columns[column].header) + " is the run",
+           roles[column].why + "; name the run with --run if it is another", true);
       return column;
     }
     return std::nullopt;
@@ -287,10 +296,15 @@ private:
     if (found.rounded()) tell("times that differ by rounding are one", "they agree to a relative 1e-9");
     if (found.kind() == CommonGrid::Kind::Interpolated)
       tell(counted(found.resampledRuns(), "run") + " of " + std::to_string(rows.runs()) +
-               " were interpolated linearly onto " + counted(found.times().size(), "common time") + ", " +
-               decimal(found.times().front()) + ".." + decimal(found.times().back()),
+               (found.resampledRuns() == 1 ? " was" : " were") + " interpolated linearly onto " +
+               counted(found.times().size(), "common time") + ", " + decimal(found.times().front()) + ".." +
+               decimal(found.times().back()),
            "their times are not those of the others; --exact-times keeps every time", true);
-    else if (found.kind() == CommonGrid::Kind::Gaps && options.exactTimes)
+    if (found.gaps() > 0 && !options.exactTimes)
+      tell(counted(found.gaps(), "run") + (found.gaps() == 1 ? " lacks" : " lack") +
+               " times between its first and its last",
+           "other runs have them");
+    if (found.kind() == CommonGrid::Kind::Gaps && options.exactTimes)
       tell("all times of all runs are kept; a run has gaps where only others have times", "by option");
   }
 

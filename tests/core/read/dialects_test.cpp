@@ -152,6 +152,20 @@ TEST(Dialects, RowNamesWithoutAHeaderAreLeftOut)
   EXPECT_TRUE(tells(file.report, "the first field of each row is a row name"));
 }
 
+TEST(Dialects, WhatIsLeftOutMayHoldAnything)
+{
+  ScanFile const file = readString("run time A\n\"row one\" 0 0 1\n\"row two\" 0 1 2\nx 1 0 3\ny 1 1 4\n");
+  EXPECT_EQ(valuesOf(file.scan, "A", 1), (Values{3, 4}));
+  ReadOptions options;
+  options.ignore = {"note"};
+  for (std::string const delimiter : {" ", ",", "\t"}) {
+    std::string const d = delimiter;
+    std::string const text = "run" + d + "note" + d + "time" + d + "A\n0" + d + "abc" + d + "0" + d + "1\n0" +
+                             d + "x\"y\"" + d + "1" + d + "2\n";
+    EXPECT_EQ(valuesOf(readString(text, options).scan, "A", 0), (Values{1, 2}));
+  }
+}
+
 TEST(Dialects, QuotedNamesAndNumbersAndAByteOrderMark)
 {
   std::string const text =
@@ -415,6 +429,21 @@ TEST(Dialects, TheOnlyParameterStaysOneEvenIfItCounts)
   ScanFile const file = readString("time,A,k\n0,1,1\n1,2,1\n0,1,2\n1,3,2\n0,1,3\n1,4,3\n");
   EXPECT_EQ(roleOf(file.report, "k"), "parameter");
   EXPECT_EQ(file.scan.runs.size(), 3u);
+}
+
+TEST(Dialects, AConstantIsNoOtherParameter)
+{
+  ScanFile const file = readString("time,A,k,dose\n0,1,1,5\n1,2,1,5\n0,1,2,5\n1,3,2,5\n");
+  EXPECT_EQ(roleOf(file.report, "k"), "parameter");
+}
+
+TEST(Dialects, TimesThatARunLacksAreTold)
+{
+  ScanFile const file = readString("run,time,A\n0,0,1\n0,1,2\n0,2,3\n1,0,4\n1,2,5\n");
+  EXPECT_TRUE(tells(file.report, "1 run lacks times between its first and its last"));
+  EXPECT_EQ(file.scan.runs[1].status, RunStatus::Failed);
+  EXPECT_FALSE(tells(readString("run,time,A\n0,0,1\n0,1,2\n0,2,3\n1,0,4\n1,1,5\n").report, "lack"))
+      << "a run that ends early lacks none in between";
 }
 
 TEST(Dialects, ANameLikeARunIsNoneIfTimesRepeatWithinIt)
