@@ -402,7 +402,7 @@ void joinColumns(ScanFile& target, CellTable const& table,
     for (std::size_t run = 0; run < rowOfRun.size(); ++run) {
       std::string const old = writtenValue(target.scan.parameters[*same], run);
       std::string const other = writtenValue(parameter, run);
-      if (rowOfRun[run] && old != other)
+      if (!std::isnan(parameter.values[run]) && old != other)
         table.fail(*rowOfRun[run], column,
                    "run " + target.scan.runs[run].key + " has " + runsieve::quoted(other) + " here, but " +
                        runsieve::quoted(old) + " in the scan");
