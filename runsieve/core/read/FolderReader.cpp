@@ -2,6 +2,7 @@
 
 #include <runsieve/core/files/MappedFile.h>
 #include <runsieve/core/parallel/Parallel.h>
+#include <runsieve/core/read/Fields.h>
 #include <runsieve/core/read/FolderFiles.h>
 #include <runsieve/core/read/JoinedRows.h>
 #include <runsieve/core/read/ParameterList.h>
@@ -102,6 +103,14 @@ std::string shapeOf(std::string const& name)
       shape += '#';
   }
   return shape;
+}
+
+// A path for a message.
+std::string shown(std::string const& path)
+{
+  NameList list;
+  list.add(path);
+  return list.text();
 }
 
 /// One reading of one folder.
@@ -219,13 +228,15 @@ private:
   {
     MappedFile const map(full(files.front()));
     result = readText({full(files.front()), bytesOf(map), true}, options);
-    tell("the one scan file of the folder is " + files.front());
+    tell("the one scan file of the folder is " + shown(files.front()));
     for (std::size_t run = 0; run < result.scan.runs.size(); ++run) fileOfRun.push_back(0);
   }
 
   void readAll()
   {
-    std::vector<std::string> const keys = runKeysOf(files);
+    std::vector<std::string> keys = runKeysOf(files);
+    bool latin = false;
+    for (std::string& key : keys) key = toUtf8(key, latin);
     try {
       for (std::size_t first = 0; first < files.size();) first = readBatch(first, keys);
       makeScan();
@@ -331,7 +342,7 @@ private:
   {
     result.report.format = std::to_string(files.size()) + " files of " + result.report.format;
     tell("runs are named by their files: " + runsieve::quoted(joined.runs().front().key) + " is " +
-             files.front(),
+             shown(files.front()),
          "what differs between the paths of the files", true);
     if (joined.replacedRunColumns() > 0)
       tell("the run column of " + std::to_string(joined.replacedRunColumns()) +
@@ -345,7 +356,7 @@ private:
            true);
     for (SharedFinding const& finding : shared) {
       std::string const where = finding.count == files.size() ? "in all files"
-                                : finding.count == 1          ? "in " + files[finding.file]
+                                : finding.count == 1          ? "in " + shown(files[finding.file])
                                                      : "in " + std::to_string(finding.count) + " files";
       tell(where + ": " + finding.finding.what, finding.finding.why, finding.finding.guess);
     }

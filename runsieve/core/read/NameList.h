@@ -12,7 +12,7 @@ class NameList
 public:
   void add(std::string const& name)
   {
-    if (++total <= most) names.push_back(name);
+    if (++total <= most) names.push_back(printable(name));
   }
 
   [[nodiscard]] std::size_t count() const { return total; }
@@ -26,6 +26,14 @@ public:
   }
 
 private:
+  // Names of files may hold line ends.
+  static std::string printable(std::string name)
+  {
+    for (char& c : name)
+      if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) c = '?';
+    return name;
+  }
+
   static constexpr std::size_t most = 20;
   std::vector<std::string> names;
   std::size_t total = 0;

@@ -179,9 +179,14 @@ private:
       if (!cell::isText(table.columns[*first].cells[row])) return false;
       if (!names.insert(keyAt(row, *first)).second) return false;
     }
-    return std::any_of(table.columns.begin(), table.columns.end(), [&](CellColumn const& column) {
+    auto const isRun = [&](CellColumn const& column) {
       return column.cells && &column != &table.columns[*first] && runs.has(column.header);
-    });
+    };
+    auto const found = std::count_if(table.columns.begin(), table.columns.end(), isRun);
+    // A list of parameters may begin with one whose value happens to be the key of a run.
+    constexpr std::string_view word = "parameter";
+    return found > 1 ||
+           (found == 1 && plainName(table.columns[*first].header).substr(0, word.size()) == word);
   }
 
   void transpose()
@@ -348,8 +353,9 @@ void joinTable(ScanFile& target, std::string const& file, ReadOptions const& opt
     TableJoin(target, std::move(table), options).join();
   } catch (NoKey const& error) {
     if (joinListOfOneRun(target, file)) return;
-    if (!found || rows == target.scan.runs.size()) throw;
-    passOver(target, file, error.what());
+    bool const isList = found && readParameterList(file);
+    if (!found || (rows == target.scan.runs.size() && !isList)) throw;
+    passOver(target, file, isList ? "it lists the parameters of a single run" : error.what());
     return;
   }
   for (Finding& finding : report.findings) {

@@ -479,6 +479,16 @@ TEST(Folders, AFolderWithOneFileIsThatFile)
   EXPECT_TRUE(tells(file.report, "the one scan file of the folder is scan.csv"));
 }
 
+TEST(Folders, NamesOfFilesMayHoldAnyBytes)
+{
+  TempFolder folder;
+  writeRuns(folder, {"a\nb.csv", "\xE4.csv", "c,\"d.csv", "e f.csv"});
+  (void)folder.write("{}", "line\nend.json");
+  ScanFile const file = readAll(folder);
+  EXPECT_THAT(keysOf(file.scan), testing::UnorderedElementsAre("a\nb", "\xC3\xA4", "c,\"d", "e f"));
+  for (Finding const& finding : file.report.findings) EXPECT_THAT(finding.what, Not(HasSubstr("\n")));
+}
+
 TEST(Folders, RunsThatWouldHaveOneKeyAreTold)
 {
   TempFolder folder;

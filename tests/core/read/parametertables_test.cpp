@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <limits>
+#include <random>
 
 namespace runsieve::test {
 namespace {
@@ -164,6 +164,35 @@ TEST_F(RunsInAFolder, AForeignTableThatWasFoundByItselfIsPassedOver)
   ReadOptions options;
   options.parametersFile = "parameters.csv";
   EXPECT_THROW((void)readAll(folder, options), ScanError) << "one that is named is not";
+}
+
+TEST_F(RunsInAFolder, AListForASingleRunIsPassedOverEvenWithALineForEachRun)
+{
+  ScanFile const file = with("k 1\ng 2\nh 3\ni 4\nj 5\n", "parameters.txt");
+  EXPECT_TRUE(file.scan.parameters.empty());
+  EXPECT_TRUE(tells(file.report, "it lists the parameters of a single run"));
+}
+
+TEST_F(RunsInAFolder, AnyDamageOfATableIsToldOrHarmless)
+{
+  std::string const whole = "run,k,g\n3,1,x\n1,0.5,\"y\"\n4,1.25,z\n2,0.75,x\n";
+  constexpr char alphabet[] = "0123456789.,;\t\n\r\"-+einfa \0\x80\xff";
+  std::mt19937 random(5);
+  int told = 0;
+  for (int round = 0; round < 500; ++round) {
+    std::string damaged = whole;
+    for (int i = 1 + static_cast<int>(random() % 3); i > 0; --i)
+      damaged[random() % damaged.size()] = alphabet[random() % (sizeof alphabet - 1)];
+    try {
+      ScanFile const file = with(damaged, round % 2 == 0 ? "parameters.csv" : "params.txt");
+      ASSERT_NO_THROW(file.scan.check()) << damaged;
+    } catch (ScanError const&) {
+      ++told;
+    }
+    std::filesystem::remove(folder.file("parameters.csv"));
+  }
+  EXPECT_GT(told, 50);
+  EXPECT_LT(told, 500);
 }
 
 TEST_F(RunsInAFolder, AnOptionNamesTheTable)
