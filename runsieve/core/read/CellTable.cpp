@@ -295,7 +295,8 @@ std::string CellTable::written(double value) const
 
 void CellTable::fail(std::size_t row, std::size_t column, std::string const& message) const
 {
-  throw ScanError(file, {lineOf(row), column + 1, columns[column].header}, message);
+  CellPlace const place = placeOf ? placeOf(row, column) : CellPlace{file, lineOf(row), column + 1};
+  throw ScanError(place.file, {place.line, place.column, columns[column].header}, message);
 }
 
 void CellTable::failInHeader(std::size_t column, std::string const& message) const

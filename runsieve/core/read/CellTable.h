@@ -25,6 +25,14 @@ struct CellColumn
   bool isOutput = false;           ///< whether the layout of the file says that it is an output
 };
 
+/// Where a cell stands.
+struct CellPlace
+{
+  std::string file;
+  std::size_t line = 0;   ///< 1-based
+  std::size_t column = 0; ///< 1-based
+};
+
 /// A table of text as columns of cells, whatever its rows and columns mean.
 struct CellTable
 {
@@ -36,10 +44,13 @@ struct CellTable
   std::size_t headerLine = 1;           ///< 1-based; 0 if the file has none
   /// Line of a row in the file, 1-based; it may look through the whole text.
   std::function<std::size_t(std::size_t row)> lineOf;
+  /// Where a cell of a table stands whose rows come from several files; such a table has no lineOf. Null:
+  /// where file, lineOf and the order of the columns tell.
+  std::function<CellPlace(std::size_t row, std::size_t column)> placeOf;
 
   /// The text of a cell as it stood in the file, for messages.
   [[nodiscard]] std::string written(double cell) const;
-  /// \throw ScanError naming line and column; \param column from 0
+  /// \throw ScanError naming file, line and column; \param column from 0
   [[noreturn]] void fail(std::size_t row, std::size_t column, std::string const& message) const;
   [[noreturn]] void failInHeader(std::size_t column, std::string const& message) const;
 };

@@ -168,8 +168,9 @@ class DialectSearch
 {
 public:
   DialectSearch(std::string const& nameOfFile, std::string_view wholeText, ReadOptions const& readOptions,
-                std::vector<Finding>& told)
-      : file(nameOfFile), text(wholeText), options(readOptions), findings(told), sample(takeSample())
+                std::vector<Finding>& told, bool beginsWithNames)
+      : file(nameOfFile), text(wholeText), options(readOptions), findings(told), hasNames(beginsWithNames),
+        sample(takeSample())
   {}
 
   Dialect find()
@@ -296,7 +297,7 @@ private:
     bool const anyNumber = std::find(here.begin(), here.end(), true) != here.end();
     bool const onlyNumbers = std::find(here.begin(), here.end(), false) == here.end();
     bool const likeNext = row + 1 < sample.rows.size() && here == division->numbersOf(row + 1);
-    bool const isData = anyNumber && (onlyNumbers || likeNext);
+    bool const isData = anyNumber && (onlyNumbers || (likeNext && !hasNames));
     if (!options.names.empty())
       takeGivenNames(row, isData);
     else if (isData)
@@ -453,6 +454,7 @@ private:
   std::string_view text;
   ReadOptions const& options;
   std::vector<Finding>& findings;
+  bool hasNames;
   Sample sample;
   std::optional<Division> division;
   Dialect dialect;
@@ -461,9 +463,9 @@ private:
 } // namespace
 
 Dialect findDialect(std::string const& file, std::string_view text, ReadOptions const& options,
-                    std::vector<Finding>& findings)
+                    std::vector<Finding>& findings, bool hasNames)
 {
-  return DialectSearch(file, text, options, findings).find();
+  return DialectSearch(file, text, options, findings, hasNames).find();
 }
 
 std::string delimiterName(char delimiter)

@@ -25,9 +25,10 @@ struct Dialect
 };
 
 /// Finds delimiter, decimal sign, header and units. \param text the whole text, in UTF-8 or Latin-1, without
-/// byte order mark \param findings told what was skipped or guessed \throw ScanError if there is no table
+/// byte order mark \param findings told what was skipped or guessed \param hasNames whether the first line of
+/// the table holds names even if some of them are numbers \throw ScanError if there is no table
 [[nodiscard]] Dialect findDialect(std::string const& file, std::string_view text, ReadOptions const& options,
-                                  std::vector<Finding>& findings);
+                                  std::vector<Finding>& findings, bool hasNames = false);
 
 /// "tab", "comma", ...
 [[nodiscard]] std::string delimiterName(char delimiter);

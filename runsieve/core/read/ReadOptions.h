@@ -22,7 +22,7 @@ struct ReadOptions
   char decimal = 0;                                   ///< '.' or ','
   char delimiter = 0;                                 ///< ' ' means any run of blanks and tabs
   std::string dataset;        ///< path of a data set in an HDF5 file, or name in an npz
-  std::string parametersFile; ///< table of the parameters of each run
+  std::string parametersFile; ///< table of the parameters of each run; a path as it is or beside the scan
   bool exactTimes = false;    ///< runs are not put on a common time grid
   unsigned threads = 0;       ///< 0: as many as the machine has, at most 4
   /// Told the share that is done, 0 to 1, now and then, by the thread that reads. False stops the reading,

@@ -2,17 +2,29 @@
 
 #include <runsieve/core/files/Gzip.h>
 #include <runsieve/core/files/MappedFile.h>
+#include <runsieve/core/read/FolderFiles.h>
+#include <runsieve/core/read/FolderReader.h>
 #include <runsieve/core/read/Hdf5Reader.h>
 #include <runsieve/core/read/ImportFile.h>
 #include <runsieve/core/read/NpzReader.h>
+#include <runsieve/core/read/ParameterCopies.h>
+#include <runsieve/core/read/ParameterTable.h>
 #include <runsieve/core/read/TextReader.h>
 #include <runsieve/core/scan/ScanError.h>
+
+#include <filesystem>
 
 namespace runsieve {
 
 namespace {
 
 constexpr std::size_t firstBytesOfHdf5 = 4096;
+
+bool isFolder(std::string const& path)
+{
+  std::error_code failure;
+  return std::filesystem::is_directory(path, failure);
+}
 
 ScanFile readBytes(std::string const& path, std::string_view bytes, bool mapped, ReadOptions const& options)
 {
@@ -23,6 +35,7 @@ ScanFile readBytes(std::string const& path, std::string_view bytes, bool mapped,
 
 ScanFile readContent(std::string const& path, ReadOptions const& options)
 {
+  if (isFolder(path)) return readFolder(path, options);
   MappedFile const map(path);
   std::string_view const bytes(map.begin(), static_cast<std::size_t>(map.end() - map.begin()));
   if (isHdf5(bytes.substr(0, firstBytesOfHdf5))) return readHdf5(path, options);
@@ -35,13 +48,42 @@ ScanFile readContent(std::string const& path, ReadOptions const& options)
   return result;
 }
 
+// Tables of parameters in the folder of a scan or beside its file, which are looked for unless options tell
+// what the parameters are.
+void joinParameters(ScanFile& result, std::string const& path, ReadOptions const& options)
+{
+  if (!options.parametersFile.empty()) {
+    joinParameterTable(result, givenParametersFile(path, options), options, false);
+    return;
+  }
+  if (options.parameters) return;
+  bool taken = false;
+  for (std::string const& table : parameterFilesIn(isFolder(path) ? path : folderOf(path))) {
+    std::error_code failure;
+    if (std::filesystem::equivalent(table, path, failure)) continue;
+    if (taken)
+      result.report.findings.push_back({table + " was passed over", "another table was found first", true});
+    else
+      joinParameterTable(result, table, options, true);
+    taken = true;
+  }
+}
+
+ScanFile readWith(std::string const& path, ReadOptions const& options)
+{
+  ScanFile result = readContent(path, options);
+  joinParameters(result, path, options);
+  tellCopies(result.scan, result.report.findings);
+  return result;
+}
+
 } // namespace
 
 ScanFile readScan(std::string const& path, ReadOptions const& options)
 {
   std::string const importFile = importFileOf(path);
-  if (importFile.empty()) return readContent(path, options);
-  ScanFile result = readContent(path, withImportFile(importFile, options));
+  if (importFile.empty()) return readWith(path, options);
+  ScanFile result = readWith(path, withImportFile(importFile, options));
   result.report.findings.insert(result.report.findings.begin(),
                                 {"options were taken from " + importFile, "", false});
   return result;

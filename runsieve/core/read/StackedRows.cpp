@@ -2,21 +2,20 @@
 
 #include <runsieve/core/kernels/HugePages.h>
 #include <runsieve/core/read/Cell.h>
+#include <runsieve/core/read/CellParameter.h>
 #include <runsieve/core/read/ColumnNames.h>
 #include <runsieve/core/read/ColumnRoles.h>
 #include <runsieve/core/read/CommonGrid.h>
-#include <runsieve/core/read/RunRows.h>
+#include <runsieve/core/read/RunSearch.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <limits>
 #include <map>
 #include <set>
-#include <unordered_map>
 
 namespace runsieve {
 
@@ -32,14 +31,16 @@ class Stacking
 {
 public:
   Stacking(CellTable&& cells, ReadOptions const& readOptions, ReadReport& told)
-      : table(std::move(cells)), options(readOptions), report(told), roles(rolesByName(table, options))
-  {}
+      : table(std::move(cells)), options(readOptions), report(told)
+  {
+    TableRuns found = findRuns(table, options, report.findings);
+    roles = std::move(found.roles);
+    time = found.time;
+    rows = std::move(found.rows);
+  }
 
   Scan make()
   {
-    findTime();
-    dropRowNumbers();
-    findRuns();
     settleColumns();
     reportColumns();
     makeGrid();
@@ -58,130 +59,6 @@ private:
   }
 
   [[nodiscard]] double const* cells(std::size_t column) const { return table.columns[column].cells.get(); }
-
-  void findTime()
-  {
-    auto const column = columnOf(roles, Role::Time);
-    if (!column)
-      throw ScanError(
-          table.file, {table.headerLine, 0, {}},
-          "no time column: none is named \"time\", \"t\", \": Time [s]\" or the like; name the one that "
-          "is with --time");
-    time = *column;
-    for (std::size_t row = 0; row < table.rows; ++row)
-      if (!std::isfinite(cells(time)[row])) failAtTime(row);
-  }
-
-  [[noreturn]] void failAtTime(std::size_t row) const
-  {
-    double const value = cells(time)[row];
-    if (cell::isText(value)) table.fail(row, time, numberFault(table.written(value)));
-    table.fail(row, time, "the time must be a finite number");
-  }
-
-  // Row numbers, as data frames write them.
-  void dropRowNumbers()
-  {
-    for (std::size_t i = 0; i < roles.size(); ++i) {
-      if (roles[i].role != Role::Free || !isRowNumberName(table.columns[i].header)) continue;
-      double const first = cells(i)[0];
-      bool numbers = (first == 0.0 || first == 1.0) && table.rows > 1;
-      for (std::size_t row = 1; row < table.rows && numbers; ++row)
-        numbers = cells(i)[row] == first + static_cast<double>(row);
-      if (numbers) roles[i] = {Role::Ignored, roles[i].label, "it counts the rows"};
-    }
-  }
-
-  [[nodiscard]] std::vector<std::size_t> freeColumns() const
-  {
-    std::vector<std::size_t> found;
-    for (std::size_t i = 0; i < roles.size(); ++i)
-      if (roles[i].role == Role::Free) found.push_back(i);
-    return found;
-  }
-
-  // Free columns that could be parameters: constant within runs, and not the same in all.
-  [[nodiscard]] std::vector<std::size_t> variedColumns() const
-  {
-    std::vector<std::size_t> found;
-    for (std::size_t const column : freeColumns())
-      if (firstChange(table, rows, column) == table.rows && differsBetweenRuns(column))
-        found.push_back(column);
-    return found;
-  }
-
-  [[nodiscard]] bool differsBetweenRuns(std::size_t column) const
-  {
-    std::uint64_t const first = cell::bitsOf(cells(column)[rows.row(0)]);
-    for (std::size_t run = 1; run < rows.runs(); ++run)
-      if (cell::bitsOf(cells(column)[rows.row(rows.starts[run])]) != first) return true;
-    return false;
-  }
-
-  void findRuns()
-  {
-    auto run = columnOf(roles, Role::Run);
-    if (!run) run = likelyRun();
-    if (run) {
-      takeRun(*run);
-      return;
-    }
-    rows = runsByRestart(table, time);
-    std::vector<std::size_t> const varied = variedColumns();
-    // A parameter that was scanned in steps of one counts the runs as well. Where it is the only one, it
-    // stays.
-    auto const counter = varied.size() > 1 || columnOf(roles, Role::Parameter)
-                             ? findRunCounter(table, rows, varied)
-                             : std::nullopt;
-    if (counter) {
-      roles[*counter] = {Role::Run, roles[*counter].label,
-                         "it keeps its value until time restarts, and counts or names the runs"};
-      tell("column " + quoted(table.columns[*counter].header) + " is the run",
-           roles[*counter].why + "; name the parameters with --parameter if it is one", true);
-      takeRun(*counter);
-      return;
-    }
-    if (rows.runs() > 1)
-      tell("runs are split " +
-               std::string(table.blockStarts.size() + 1 == rows.runs() ? "at blank lines"
-                                                                       : "where time restarts") +
-               ", and counted from 0",
-           "no column tells the runs apart", true);
-    tellOrder("time");
-  }
-
-  // Of the columns named like a run the first whose values fit.
-  std::optional<std::size_t> likelyRun()
-  {
-    for (std::size_t const column : freeColumns()) {
-      if (runName(table.columns[column].header) != RunName::Likely || !tellsRunsApart(table, column, time))
-        continue;
-      roles[column] = {Role::Run, roles[column].label, "its name, and time rises within each of its values"};
-      tell("column " + quoted(table.columns[column].header) + " is the run",
-           roles[column].why + "; name the run with --run if it is another", true);
-      return column;
-    }
-    return std::nullopt;
-  }
-
-  void takeRun(std::size_t run)
-  {
-    for (std::size_t row = 0; row < table.rows; ++row)
-      if (std::isnan(cells(run)[row]) && !cell::isText(cells(run)[row]))
-        table.fail(row, run,
-                   "a row that belongs to no run: expected a number or a name, found an empty field");
-    rows = runsByColumn(table, run, time);
-    tellOrder(table.columns[run].header);
-  }
-
-  void tellOrder(std::string const& run)
-  {
-    if (rows.joinedRuns)
-      tell("rows of a run that stood apart were put together",
-           "column " + quoted(run) + " says where they belong");
-    if (rows.sortedRuns) tell("runs were put in the order of their numbers");
-    if (rows.sortedTimes) tell("rows were put in the order of time");
-  }
 
   void settleColumns()
   {
@@ -348,31 +225,14 @@ private:
   {
     for (std::size_t i = 0; i < roles.size(); ++i) {
       if (roles[i].role != Role::Parameter) continue;
-      ScanParameter parameter;
-      parameter.label = roles[i].label;
-      if (parameter.label.type == "Parameter") parameter.label.type.clear();
+      std::vector<double> cellsOfRuns;
       for (std::size_t run = 0; run < rows.runs(); ++run)
-        parameter.values.push_back(cells(i)[rows.row(rows.starts[run])]);
-      if (table.columns[i].hasText) {
-        nameTexts(parameter);
+        cellsOfRuns.push_back(cells(i)[rows.row(rows.starts[run])]);
+      ScanParameter parameter = parameterOf(table, i, std::move(cellsOfRuns));
+      if (parameter.isText())
         tell("parameter " + quoted(parameter.label.name) + " is text",
              "it has " + counted(parameter.texts.size(), "different text"));
-      }
-      for (double& value : parameter.values)
-        if (cell::isMissing(value)) value = std::numeric_limits<double>::quiet_NaN();
       scan.parameters.push_back(std::move(parameter));
-    }
-  }
-
-  void nameTexts(ScanParameter& parameter) const
-  {
-    std::unordered_map<std::string, double> numbers;
-    for (double& value : parameter.values) {
-      if (cell::isMissing(value) || (std::isnan(value) && !cell::isText(value))) continue;
-      auto const [place, isNew] =
-          numbers.emplace(table.written(value), static_cast<double>(parameter.texts.size()));
-      if (isNew) parameter.texts.push_back(place->first);
-      value = place->second;
     }
   }
 

@@ -18,8 +18,8 @@ bool isBlank(std::string_view text)
 
 } // namespace
 
-CellTable readTextRows(ScanText const& text, ReadOptions const& options, std::string& converted,
-                       ReadReport& report)
+CellTable readTextCells(ScanText const& text, ReadOptions const& options, std::string& converted,
+                        ReadReport& report, Dialect& dialect)
 {
   std::string_view bytes = text.bytes;
   bool mapped = text.mapped;
@@ -35,9 +35,16 @@ CellTable readTextRows(ScanText const& text, ReadOptions const& options, std::st
   constexpr std::size_t judged = std::size_t(1) << 20;
   if (isBlank(bytes.substr(0, judged))) throw ScanError(text.file, "the file is empty");
 
-  Dialect const dialect = findDialect(text.file, bytes, options, report.findings);
+  dialect = findDialect(text.file, bytes, options, report.findings, text.hasNames);
   report.format = delimiterName(dialect.fields.delimiter) + " separated text";
-  CellTable table = readCells(text.file, bytes, dialect, options, mapped, report.findings);
+  return readCells(text.file, bytes, dialect, options, mapped, report.findings);
+}
+
+CellTable readTextRows(ScanText const& text, ReadOptions const& options, std::string& converted,
+                       ReadReport& report)
+{
+  Dialect dialect;
+  CellTable table = readTextCells(text, options, converted, report, dialect);
   table = unmelted(std::move(table), options, report);
   table = unrolledTimes(std::move(table), options, report);
   table = unrolledRuns(std::move(table), options, report);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -17,6 +18,21 @@ inline ScanFile readString(std::string const& content, ReadOptions const& option
 {
   TempFolder folder;
   return readScan(folder.write(content, name), options);
+}
+
+/// Writes a file and the folders that lead to it; returns its path.
+inline std::string writeTo(TempFolder const& folder, std::string const& path, std::string const& content)
+{
+  std::filesystem::create_directories(std::filesystem::path(folder.file(path)).parent_path());
+  return folder.write(content, path);
+}
+
+/// The scan that is read from a folder.
+inline ScanFile readAll(TempFolder const& folder, ReadOptions const& options = {})
+{
+  std::string path = folder.file("");
+  path.pop_back(); // '/'
+  return readScan(path, options);
 }
 
 /// A scan of four runs, five uneven times, two outputs and one parameter, to be written in many ways.
@@ -40,6 +56,9 @@ struct SmallScan
     }
     return text;
   }
+
+  /// The file of one run; the parameter is constant in it. \param withK whether it has the parameter
+  [[nodiscard]] std::string fileOf(int run, bool withK = true) const;
 };
 
 /// A number as it is written here: few digits, all exact.
@@ -55,6 +74,17 @@ inline std::string joined(std::vector<double> const& values, std::string const& 
 {
   std::string text;
   for (std::size_t i = 0; i < values.size(); ++i) text += (i > 0 ? delimiter : "") + plain(values[i]);
+  return text;
+}
+
+inline std::string SmallScan::fileOf(int run, bool withK) const
+{
+  std::string text = withK ? "time,A,B,k\n" : "time,A,B\n";
+  for (double const time : times) {
+    std::vector<double> row = {time, a(run, time), b(run, time)};
+    if (withK) row.push_back(k(run));
+    text += joined(row, ",") + '\n';
+  }
   return text;
 }
 

@@ -194,7 +194,8 @@ TEST(TextFaults, ThereIsNoSuchFile)
   TempFolder folder;
   EXPECT_EQ(complaintOf(folder.file("scan.csv")).message, "scan.csv: no such file");
   std::filesystem::create_directory(folder.file("folder"));
-  EXPECT_EQ(complaintOf(folder.file("folder")).message, "folder: is a directory, not a scan file");
+  EXPECT_THAT(complaintOf(folder.file("folder")).message,
+              HasSubstr("folder: no scan was found in this folder"));
   EXPECT_THROW((void)readScan("/dev/null"), ScanError);
 }
 
