@@ -45,6 +45,23 @@ double threshold(std::optional<double> const& own, SieveFile const& sieve, char 
   return own.value_or(found == sieve.thresholds.end() ? otherwise : found->second);
 }
 
+// The gates that selected the runs of a stored plot, if they still select the same ones: it holds no texts of
+// parameters and no status of runs.
+void takeStoredGates(GatedScan& result)
+{
+  OpenedScan const& opened = result.opened;
+  if (opened.gates.empty() || !opened.selected) return;
+  try {
+    GateResult passed = applyGates(opened.gates, opened.scan, opened.join, gateContext());
+    if (passed.runs != *opened.selected) throw GateError("they let other runs through");
+    result.gates = opened.gates;
+    result.join = opened.join;
+    result.passed = std::move(passed);
+  } catch (GateError const& error) {
+    result.notes.push_back(std::string("the gates of the stored plot are not shown: ") + error.what());
+  }
+}
+
 void save(GatedScan const& gated, ReadOptions const& read, std::string const& path)
 {
   SieveFile sieve;
@@ -96,10 +113,12 @@ GatedScan gated(OpenedScan opened, SieveArguments const& arguments)
   result.gates = sieve.gates;
   for (std::string const& text : arguments.gates) result.gates.push_back(parseGate(text));
   result.join = arguments.any ? GateJoin::Any : sieve.join;
+  if (result.gates.empty()) takeStoredGates(result);
   Thresholds const defaults = result.opened.thresholds.value_or(Thresholds());
   result.thresholds.largestP = threshold(arguments.pThreshold, sieve, largestP, defaults.largestP);
   result.thresholds.smallestD = threshold(arguments.ksThreshold, sieve, smallestD, defaults.smallestD);
-  result.passed = applyGates(result.gates, result.scan(), result.join, gateContext());
+  if (result.passed.gates.empty())
+    result.passed = applyGates(result.gates, result.scan(), result.join, gateContext());
   if (result.gates.empty() && result.opened.selected) result.passed.runs = *result.opened.selected;
   for (AppliedGate const& gate : result.passed.gates)
     if (!gate.gate.note.empty()) result.notes.push_back(gate.gate.text() + ": " + gate.gate.note);

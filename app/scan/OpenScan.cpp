@@ -26,7 +26,7 @@ OpenedScan openScan(std::string const& path, ReadOptions const& options)
   ReadOptions watched(options);
   if (!watched.progress) watched.progress = bar.callback();
   ScanFile file = readScan(path, watched);
-  return {std::move(file.scan), std::move(file.report), std::nullopt, std::nullopt, 0};
+  return {std::move(file.scan), std::move(file.report), std::nullopt, std::nullopt, {}, GateJoin::All, 0};
 }
 
 } // namespace runsieve::app

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <runsieve/core/compare/Comparison.h>
+#include <runsieve/core/gate/GateRuns.h>
 #include <runsieve/core/read/ReadOptions.h>
 #include <runsieve/core/read/ReadReport.h>
 #include <runsieve/core/scan/RunSet.h>
@@ -8,6 +9,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace runsieve::app {
 
@@ -19,6 +21,8 @@ struct OpenedScan
   std::optional<RunSet>
       selected; ///< of a stored plot: the runs that its selection lets through, if it has one
   std::optional<Thresholds> thresholds; ///< of a stored plot
+  std::vector<Gate> gates;              ///< of a stored plot: those that selected the runs, if gates did
+  GateJoin join = GateJoin::All;        ///< of these gates
   std::size_t output = 0;               ///< of a stored plot the one on show, else the first
 };
 

@@ -1,5 +1,7 @@
 #include "app/store/PlotSettings.h"
 
+#include <runsieve/core/gate/GateJson.h>
+
 #include <nlohmann/json.hpp>
 
 #include <boost/crc.hpp>
@@ -85,6 +87,15 @@ void takeWindow(Json const& json, CoordinateWindow& window)
   window.valid = true;
 }
 
+void takeGates(Json const& json, PlotSettings& settings)
+{
+  for (Json const& gate : json.at("gates")) settings.gates.push_back(runsieve::fromJson(gate.dump()));
+  const std::string join = json.value("join", "and");
+  if (join != "and" && join != "or")
+    throw std::runtime_error("the settings join gates neither by \"and\" nor by \"or\"");
+  settings.join = join == "or" ? GateJoin::Any : GateJoin::All;
+}
+
 /// The line without the digits of its checksum; the line itself if it has none.
 std::string withoutChecksum(std::string line)
 {
@@ -110,6 +121,8 @@ std::string toJson(PlotSettings const& settings)
   if (window.valid)
     json["window"] = {numberOf(window.xMin), numberOf(window.yMin), numberOf(window.xMax),
                       numberOf(window.yMax)};
+  for (Gate const& gate : settings.gates) json["gates"].push_back(Json::parse(runsieve::toJson(gate)));
+  if (!settings.gates.empty()) json["join"] = settings.join == GateJoin::Any ? "or" : "and";
   return json.dump();
 }
 
@@ -139,6 +152,7 @@ PlotSettings fromJson(std::string const& line)
     if (!view.is_object()) throw std::runtime_error("the settings hold no view");
     eachMember(settings.view, [&view](const char* name, auto& value) { takeMember(view, name, value); });
     if (json.contains("window")) takeWindow(json.at("window"), settings.window);
+    if (json.contains("gates")) takeGates(json, settings);
   } catch (nlohmann::json::exception const& error) {
     throw std::runtime_error(std::string("the settings cannot be read: ") + error.what());
   }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace runsieve::app {
 
@@ -19,6 +20,8 @@ struct PlotSettings
   std::uint64_t stride = 0;   ///< rows per run
   std::uint64_t bytes = 0;    ///< length of the dump
   std::uint32_t checksum = 0; ///< CRC-32, as in ZIP files, of this line without it and of the dump
+  std::vector<Gate> gates;
+  GateJoin join = GateJoin::All;
 };
 
 /// One line of JSON without a line end.

@@ -118,6 +118,8 @@ StoredPlot parse(char const* begin, char const* end)
   stored.selectedRows = flaggedRows(plot);
   stored.view = settings.view;
   stored.window = settings.window;
+  stored.gates = settings.gates;
+  stored.join = settings.join;
   const auto outputs = scanLayout(*stored.scan).outputs;
   if (std::find(outputs.begin(), outputs.end(), stored.view.output) == outputs.end())
     throw std::runtime_error("the settings name an output that the dump does not hold");
@@ -144,7 +146,8 @@ void writePlot(StoredPlot const& stored, std::string const& path)
   }
   SafeFile file(path);
   const auto size = static_cast<std::size_t>(dump->size());
-  PlotSettings settings{stored.view, stored.window, stored.scan->trajectoryLength, size, 0};
+  PlotSettings settings{stored.view,  stored.window, stored.scan->trajectoryLength, size, 0,
+                        stored.gates, stored.join};
   settings.checksum = checksumOf(toJson(settings), dump->constData(), size);
   file.write(toJson(settings) + '\n');
   file.write({dump->constData(), size});

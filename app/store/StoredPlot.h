@@ -4,6 +4,7 @@
 #include "app/scan/ScanReader.h"
 #include "app/view/ScanPlot.h"
 
+#include <runsieve/core/gate/GateRuns.h>
 #include <runsieve/records/CoordinateWindow.h>
 
 #include <string>
@@ -18,6 +19,8 @@ struct StoredPlot
   ViewOptions view;
   std::vector<long long> selectedRows; ///< ascending
   CoordinateWindow window;             ///< of the runs' chart, if valid
+  std::vector<Gate> gates;             ///< that selected the rows; none if they were marked with the mouse
+  GateJoin join = GateJoin::All;
 };
 
 /// Writes a line of JSON with the settings, then the library's binary dump of the scan with the selection as

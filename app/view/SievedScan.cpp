@@ -36,6 +36,8 @@ OpenedScan openedOf(StoredPlot const& stored)
   opened.report.format = "stored plot";
   opened.output = stored.view.output;
   opened.thresholds = Thresholds{stored.view.pThreshold, stored.view.ksThreshold};
+  opened.gates = stored.gates;
+  opened.join = stored.join;
   if (!stored.selectedRows.empty())
     opened.selected = survivors(stored.selectedRows, opened.scan.runs.size(), opened.scan.times.size());
   return opened;
@@ -50,6 +52,8 @@ SievedScan::SievedScan(SieveArguments const& arguments)
     gated = openGated(arguments);
     stored.scan = linePlotTableOf(gated.scan());
   }
+  stored.gates = gated.gates;
+  stored.join = gated.join;
   if (gated.gates.empty()) return;
   stored.selectedRows = rowsToSelect(gated.passed.runs, gated.passed.resolved(), gated.scan());
   auto const& first = gated.passed.gates.front().gate;

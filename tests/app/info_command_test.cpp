@@ -29,16 +29,19 @@ TEST(InfoCommand, TellsRunsTimesAndTheRangeOfEachColumn)
   shape.value = [](int s, int r, int t) { return s == 1 ? 7.0 : 0.25 * r - t; };
   shape.parameter = [](int p, int r) { return p == 1 ? 2.5 : 1000.0 * p + r; };
   app::writeScan(*makeScan(shape), folder.file("scan.csv"));
-  EXPECT_EQ(infoOf(folder.file("scan.csv")), "runs       3\n"
-                                             "times      4, Time [s] 0..3\n"
-                                             "outputs    2\n"
-                                             "  Molecule: A  -3..0.5\n"
-                                             "  Molecule: B  7..7\n"
-                                             "parameters 3\n"
-                                             "  k1  0..2\n"
-                                             "  k2  2.5 (constant, not plotted)\n"
-                                             "  k3  2000..2002\n"
-                                             "read as    comma separated text\n");
+  EXPECT_EQ(infoOf(folder.file("scan.csv")),
+            "runs       3\n"
+            "times      4, Time [s] 0..3\n"
+            "outputs    2\n"
+            "  Molecule: A  -3..0.5\n"
+            "  Molecule: B  7..7\n"
+            "parameters 3\n"
+            "  k1  0..2\n"
+            "  k2  2.5 (constant, not plotted)\n"
+            "  k3  2000..2002\n"
+            "read as    comma separated text\n"
+            "note       k3 is a monotone copy of k1: both give the same test: "
+            "their values put the runs in the same order\n");
 }
 
 TEST(InfoCommand, CountsWhatIsNotFinite)
