@@ -108,7 +108,7 @@ int runCluster(ClusterArguments const& arguments)
     throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
   writeLabels(arguments.output, labelText(scan, labels));
   if (arguments.rank) print(comparison, labels);
-  if (!arguments.picture.empty()) desk().drawClusters(arguments, scan, output);
+  if (!arguments.picture.empty()) desk().drawClusters(arguments, scan, output, gated.thresholds);
   return 0;
 }
 

@@ -20,8 +20,10 @@ public:
   virtual int render(RenderArguments const& arguments) = 0;
   virtual int convert(ConvertArguments const& arguments) = 0;
   virtual int explore(ExploreArguments const& arguments) = 0;
-  /// Draws the runs of a scan, grouped by one of its outputs.
-  virtual void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output) = 0;
+  /// Draws the runs of a scan, grouped by one of its outputs; with the switches of a stored plot if the file
+  /// is one.
+  virtual void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
+                            Thresholds const& thresholds) = 0;
 
   /// \throw ScanError for a file that is not a complete plot
   virtual OpenedScan readPlotScan(std::string const& path) = 0;

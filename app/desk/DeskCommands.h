@@ -2,6 +2,7 @@
 
 #include "app/cli/Commands.h"
 
+#include <runsieve/core/compare/Comparison.h>
 #include <runsieve/core/scan/Scan.h>
 
 namespace runsieve::app {
@@ -11,6 +12,7 @@ int renderPicture(RenderArguments const& arguments);
 int convertPlot(ConvertArguments const& arguments);
 int openExplorer(ExploreArguments const& arguments);
 /// Groups the runs of an output as the cluster command does, and draws them.
-void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output);
+void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
+                        Thresholds const& thresholds);
 
 } // namespace runsieve::app

@@ -1,6 +1,7 @@
 #include "app/desk/DeskCommands.h"
 
 #include "app/render/OffscreenView.h"
+#include "app/store/StoredPlot.h"
 #include "app/view/QuietLibrary.h"
 #include "app/view/ScanClusters.h"
 #include "app/view/ScanPlot.h"
@@ -31,15 +32,17 @@ std::string titleOf(std::vector<int> const& labels, std::string const& mode)
 
 } // namespace
 
-void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output)
+void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
+                        Thresholds const& thresholds)
 {
   OffscreenView view(arguments.width, arguments.height);
   PlotContainer plot(nullptr);
   view.scene()->AddItem(plot.getItem());
-  ViewOptions options;
+  ViewOptions options = isStoredPlot(arguments.file) ? readPlot(arguments.file).view : ViewOptions();
   options.output = output;
-  options.pThreshold = arguments.pThreshold.value_or(options.pThreshold);
-  options.ksThreshold = arguments.ksThreshold.value_or(options.ksThreshold);
+  options.quantiles = false;
+  options.pThreshold = thresholds.largestP;
+  options.ksThreshold = thresholds.smallestD;
   {
     const QuietLibrary quiet;
     showScan(plot, linePlotTableOf(scan), options);

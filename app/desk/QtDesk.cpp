@@ -20,9 +20,10 @@ int QtDesk::explore(ExploreArguments const& arguments)
   return openExplorer(arguments);
 }
 
-void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output)
+void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
+                          Thresholds const& thresholds)
 {
-  drawClusterPicture(arguments, scan, output);
+  drawClusterPicture(arguments, scan, output, thresholds);
 }
 
 OpenedScan QtDesk::readPlotScan(std::string const& path)

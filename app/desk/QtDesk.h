@@ -11,7 +11,8 @@ public:
   int render(RenderArguments const& arguments) override;
   int convert(ConvertArguments const& arguments) override;
   int explore(ExploreArguments const& arguments) override;
-  void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output) override;
+  void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
+                    Thresholds const& thresholds) override;
   OpenedScan readPlotScan(std::string const& path) override;
 };
 

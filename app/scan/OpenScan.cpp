@@ -12,7 +12,7 @@ namespace runsieve::app {
 
 bool isStoredPlot(std::string const& path)
 {
-  constexpr std::string_view magic = "{\"format\":\"runsieve plot\"";
+  constexpr std::string_view magic = storedPlotMagic;
   std::ifstream file(path, std::ios::binary);
   std::string start(magic.size(), '\0');
   file.read(start.data(), static_cast<std::streamsize>(start.size()));

@@ -26,6 +26,9 @@ struct OpenedScan
   std::size_t output = 0;               ///< of a stored plot the one on show, else the first
 };
 
+/// How every stored plot begins.
+inline constexpr char storedPlotMagic[] = "{\"format\":\"runsieve plot\"";
+
 /// Whether a file begins as a stored plot does. False for a file that cannot be read.
 [[nodiscard]] bool isStoredPlot(std::string const& path);
 

@@ -9,9 +9,6 @@
 
 namespace runsieve::app {
 
-/// How every stored plot begins.
-constexpr char storedPlotMagic[] = "{\"format\":\"runsieve plot\"";
-
 /// The settings of a stored plot, as its first line tells them.
 struct PlotSettings
 {

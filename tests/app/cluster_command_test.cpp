@@ -325,6 +325,38 @@ TEST_F(ClusterCommand, ThePictureOfAStoredPlotWithBandsShowsItsRunsAsWell)
       << "the lines of the runs in the colours of their clusters, no bands";
 }
 
+TEST_F(ClusterCommand, ThePictureOfAStoredPlotKeepsItsOtherSwitches)
+{
+  StoredPlot plot;
+  plot.scan = shaped.scan;
+  arguments.file = folder.file("plot.rsd");
+  arguments.picture = folder.file("view.png");
+  std::string pictures[2];
+  for (bool density : {false, true}) {
+    plot.view.density = density;
+    writePlot(plot, arguments.file);
+    cluster();
+    pictures[density] = TempFolder::contentOf(arguments.picture);
+  }
+  EXPECT_FALSE(pictures[0] == pictures[1]) << "densities instead of cumulative curves";
+}
+
+TEST_F(ClusterCommand, ThePictureGoesByTheThresholdsOfTheSieveFile)
+{
+  arguments.picture = folder.file("view.png");
+  cluster();
+  const std::string usual = TempFolder::contentOf(arguments.picture);
+  arguments.pThreshold = 0.0;
+  cluster();
+  const std::string given = TempFolder::contentOf(arguments.picture);
+  arguments.pThreshold.reset();
+  arguments.sieve = folder.write(
+      R"({"format":"runsieve sieve","version":1,"gates":[],"thresholds":{"p_threshold":0.0}})", "sieve.json");
+  cluster();
+  EXPECT_TRUE(TempFolder::contentOf(arguments.picture) == given);
+  EXPECT_FALSE(given == usual);
+}
+
 TEST_F(ClusterCommand, APictureOfAnotherKindIsAFailure)
 {
   arguments.output = folder.file("labels.csv");
