@@ -3,9 +3,11 @@
 #include "BenchScan.h"
 
 #include "app/render/OffscreenView.h"
-#include "app/scan/ScanReader.h"
-#include "app/scan/ScanWriter.h"
 #include "app/view/ScanPlot.h"
+
+#include <runsieve/adapters/ScanTable.h>
+#include <runsieve/core/read/ReadScan.h>
+#include <runsieve/core/write/WriteScan.h>
 
 #include <vtkContextScene.h>
 
@@ -23,19 +25,19 @@ using namespace runsieve::bench;
 namespace {
 
 /// A scan as a file with all digits, removed at the end.
-class ScanFile
+class WrittenScan
 {
 public:
-  explicit ScanFile(std::string const& name)
+  explicit WrittenScan(std::string const& name)
       : path((std::filesystem::temp_directory_path() /
               ("runsieve_bench_" + std::to_string(::getpid()) + ".csv"))
                  .string())
   {
-    app::writeScan(*benchScan(name).table, path);
+    writeScan(scanOf(benchScan(name).table), path);
   }
-  ~ScanFile() { std::filesystem::remove(path); }
-  ScanFile(ScanFile const&) = delete;
-  ScanFile& operator=(ScanFile const&) = delete;
+  ~WrittenScan() { std::filesystem::remove(path); }
+  WrittenScan(WrittenScan const&) = delete;
+  WrittenScan& operator=(WrittenScan const&) = delete;
 
   std::string const path;
   double megabytes() const { return static_cast<double>(std::filesystem::file_size(path)) * 1e-6; }
@@ -43,10 +45,10 @@ public:
 
 void readFile(benchmark::State& state, std::string const& name, unsigned threads)
 {
-  const ScanFile file(name);
+  const WrittenScan file(name);
   ReadOptions options;
   options.threads = threads;
-  for (auto _ : state) benchmark::DoNotOptimize(app::readScanTable(file.path, options));
+  for (auto _ : state) benchmark::DoNotOptimize(linePlotTableOf(readScan(file.path, options).scan));
   state.counters["MB"] = file.megabytes();
   state.counters["MB/s"] =
       benchmark::Counter(file.megabytes(), benchmark::Counter::kIsIterationInvariantRate);
@@ -54,21 +56,21 @@ void readFile(benchmark::State& state, std::string const& name, unsigned threads
 
 void writeFile(benchmark::State& state, std::string const& name)
 {
-  const ScanFile file(name);
-  for (auto _ : state) app::writeScan(*benchScan(name).table, file.path);
+  const WrittenScan file(name);
+  for (auto _ : state) writeScan(scanOf(benchScan(name).table), file.path);
   state.counters["MB/s"] =
       benchmark::Counter(file.megabytes(), benchmark::Counter::kIsIterationInvariantRate);
 }
 
 void firstPicture(benchmark::State& state, std::string const& name)
 {
-  const ScanFile file(name);
+  const WrittenScan file(name);
   app::OffscreenView view(1200, 900, 0);
   for (auto _ : state) {
     PlotContainer plot(nullptr);
     view.scene()->ClearItems();
     view.scene()->AddItem(plot.getItem());
-    app::showScan(plot, app::readScanTable(file.path), app::ViewOptions());
+    app::showScan(plot, linePlotTableOf(readScan(file.path).scan), app::ViewOptions());
     app::polish(plot);
     view.render();
     plot.setScene(nullptr);

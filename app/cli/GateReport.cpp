@@ -32,11 +32,8 @@ nlohmann::ordered_json gatesAsJson(GatedScan const& gated)
   for (AppliedGate const& applied : gated.passed.gates) {
     ResolvedGate const& gate = applied.gate;
     nlohmann::ordered_json entry = nlohmann::ordered_json::parse(toJson(gate.gate));
-    if (gate.hasTimes()) {
-      entry["output"] = gate.gate.column;
-      entry["time"] = {gated.scan().times[gate.first], gated.scan().times[gate.last]};
-      entry["range"] = {gate.gate.range.low, gate.gate.range.high};
-    }
+    if (gate.hasTimes())
+      entry["grid_times"] = {gated.scan().times[gate.first], gated.scan().times[gate.last]};
     entry["note"] = gate.note;
     entry["left"] = applied.left;
     gates.push_back(std::move(entry));

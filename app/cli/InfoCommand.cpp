@@ -1,6 +1,7 @@
 #include "app/cli/Commands.h"
 
 #include "app/scan/OpenScan.h"
+#include "app/scan/ReadingText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -91,38 +92,6 @@ std::string named(ColumnLabel const& label, std::string const& name)
   return label.unit.empty() ? name : name + " [" + label.unit + ']';
 }
 
-std::vector<std::string> keysOf(Scan const& scan, RunStatus status)
-{
-  std::vector<std::string> keys;
-  for (ScanRun const& run : scan.runs)
-    if (run.status == status) keys.push_back(run.key);
-  return keys;
-}
-
-void printStatus(Scan const& scan, RunStatus status)
-{
-  constexpr std::size_t most = 20;
-  std::vector<std::string> const keys = keysOf(scan, status);
-  if (keys.empty()) return;
-  std::string name = statusName(status);
-  name.resize(10, ' ');
-  std::cout << name << ' ' << keys.size() << (keys.size() == 1 ? " run: " : " runs: ");
-  for (std::size_t i = 0; i < std::min(keys.size(), most); ++i) std::cout << (i > 0 ? ", " : "") << keys[i];
-  if (keys.size() > most) std::cout << " and " << keys.size() - most << " more";
-  std::cout << '\n';
-}
-
-void printReport(ReadReport const& report)
-{
-  if (!report.format.empty()) std::cout << "read as    " << report.format << '\n';
-  for (ColumnFinding const& column : report.columns)
-    if (column.role == "ignored" && !column.header.empty())
-      std::cout << "ignored    " << column.header << ": " << column.why << '\n';
-  for (Finding const& finding : report.findings)
-    std::cout << (finding.guess ? "guessed    " : "note       ") << finding.what
-              << (finding.why.empty() ? "" : ": " + finding.why) << '\n';
-}
-
 void printText(OpenedScan const& opened)
 {
   Scan const& scan = opened.scan;
@@ -138,9 +107,7 @@ void printText(OpenedScan const& opened)
   for (ScanParameter const& parameter : scan.parameters)
     parameters.emplace_back(named(parameter.label, parameter.label.name), describe(parameter));
   print("parameters", parameters);
-  printStatus(scan, RunStatus::Failed);
-  printStatus(scan, RunStatus::Short);
-  printReport(opened.report);
+  for (std::string const& line : readingLines(scan, opened.report)) std::cout << line << '\n';
 }
 
 nlohmann::ordered_json columnJson(ColumnLabel const& label, std::string const& name)

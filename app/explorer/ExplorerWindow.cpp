@@ -1,10 +1,12 @@
 #include "app/explorer/ExplorerWindow.h"
 
 #include "app/render/SavePicture.h"
+#include "app/scan/ReadingText.h"
 #include "app/scan/ScanLayout.h"
 #include "app/view/RankTable.h"
 
 #include <runsieve/adapters/ScanTable.h>
+#include <runsieve/core/read/ReadScan.h>
 #include <runsieve/widgets/VtkPlotWidget.h>
 
 #include <vtkAnnotationLink.h>
@@ -64,6 +66,12 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
   setCentralWidget(middle);
   status = new QLabel("Open a scan: File, Open (Ctrl+O)");
   statusBar()->addWidget(status);
+  readingNotes = new QPushButton;
+  readingNotes->setFlat(true);
+  readingNotes->setToolTip("What the file was taken for, and what was guessed, dropped or put in order");
+  readingNotes->hide();
+  connect(readingNotes, &QPushButton::clicked, this, &ExplorerWindow::showReading);
+  statusBar()->addPermanentWidget(readingNotes);
   buildMenu();
 }
 
@@ -78,6 +86,9 @@ void ExplorerWindow::buildMenu()
 {
   QMenu* file = menuBar()->addMenu("&File");
   file->addAction("&Open...", this, &ExplorerWindow::chooseFile, QKeySequence::Open);
+  file->addAction("Open &folder...", this, &ExplorerWindow::chooseFolder, QKeySequence("Ctrl+Shift+O"));
+  file->addAction("How the file was &read...", this, &ExplorerWindow::showReading);
+  file->addSeparator();
   file->addAction("Save &plot...", this, &ExplorerWindow::choosePlotFile, QKeySequence::Save);
   file->addAction("Save p&icture...", this, &ExplorerWindow::choosePicture, QKeySequence("Ctrl+Shift+S"));
   file->addSeparator();
@@ -182,13 +193,19 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   QApplication::setOverrideCursor(Qt::WaitCursor);
   const std::string file = QFile::encodeName(path).toStdString();
   StoredPlot loaded;
+  std::vector<std::string> lines;
+  std::size_t toTell = 0;
   loaded.view = options();
   loaded.view.output = 0;
   try {
-    if (isStoredPlot(file))
+    if (isStoredPlot(file)) {
       loaded = readPlot(file);
-    else
-      loaded.scan = readScanTable(file, read);
+    } else {
+      const ScanFile found = readScan(file, read);
+      loaded.scan = linePlotTableOf(found.scan);
+      lines = readingLines(found.scan, found.report);
+      toTell = remarks(found.scan, found.report);
+    }
   } catch (std::exception const& failure) {
     error = QString::fromStdString(failure.what());
     loaded.scan.reset();
@@ -197,6 +214,10 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   if (!loaded.scan) return false;
 
   scan = loaded.scan;
+  reading = lines;
+  readingNotes->setText(toTell == 1 ? QString("1 note on reading")
+                                    : QString("%L1 notes on reading").arg(toTell));
+  readingNotes->setVisible(toTell > 0);
   clusterOfRun.clear();
   fillClusterMenu();
   QPointer<PlotContainer> former = container;
@@ -268,9 +289,31 @@ void ExplorerWindow::openInteractively(QString const& path, ReadOptions const& r
 
 void ExplorerWindow::chooseFile()
 {
-  const QString path = QFileDialog::getOpenFileName(
-      this, "Open a scan", QString(), "Scans and plots (*.csv *.tsv *.txt *.rsd);;All files (*)");
+  const QString path =
+      QFileDialog::getOpenFileName(this, "Open a scan", QString(),
+                                   "Scans and plots (*.csv *.tsv *.txt *.dat *.gdat *.scan *.gz "
+                                   "*.npy *.npz *.h5 *.hdf5 *.rsd);;All files (*)");
   if (!path.isEmpty()) openInteractively(path);
+}
+
+void ExplorerWindow::chooseFolder()
+{
+  const QString path = QFileDialog::getExistingDirectory(this, "Open a folder with a file per run");
+  if (!path.isEmpty()) openInteractively(path);
+}
+
+void ExplorerWindow::showReading()
+{
+  QStringList lines;
+  for (std::string const& line : reading) lines << QString::fromStdString(line);
+  QMessageBox box(this);
+  box.setWindowTitle("How the file was read");
+  box.setTextFormat(Qt::PlainText);
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  box.setText(!container      ? "No file is open."
+              : lines.empty() ? "A stored plot: nothing was guessed."
+                              : lines.join('\n'));
+  box.exec();
 }
 
 void ExplorerWindow::choosePicture()

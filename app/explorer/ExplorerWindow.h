@@ -13,6 +13,7 @@ class QFormLayout;
 class QLabel;
 class QLayout;
 class QMenu;
+class QPushButton;
 class VtkPlotWidget;
 
 namespace runsieve::app {
@@ -46,6 +47,8 @@ public:
   [[nodiscard]] PlotContainer* plot() const { return container; }
   [[nodiscard]] QString statusText() const;
   [[nodiscard]] QMenu* clusterMenu() const { return clusterEntries; }
+  /// How the open file was read, a line each; empty for a stored plot.
+  [[nodiscard]] std::vector<std::string> const& howRead() const { return reading; }
 
 private:
   void buildMenu();
@@ -55,6 +58,8 @@ private:
   QDoubleSpinBox* addThreshold(QFormLayout* layout, QString const& text, double value,
                                void (PlotMetaData::*set)(double));
   void chooseFile();
+  void chooseFolder();
+  void showReading();
   void choosePicture();
   void choosePlotFile();
   void chooseClusters(ShapeOf shape);
@@ -71,7 +76,8 @@ private:
   VtkPlotWidget* widget = nullptr;
   QPointer<PlotContainer> container; ///< the plot of the open scan, null before the first
   boost::shared_ptr<LinePlotTable> scan;
-  std::vector<int> clusterOfRun; ///< empty without clusters
+  std::vector<int> clusterOfRun;    ///< empty without clusters
+  std::vector<std::string> reading; ///< how the file was read
 
   QMenu* clusterEntries = nullptr;
   QComboBox* outputs = nullptr;
@@ -83,8 +89,9 @@ private:
   QDoubleSpinBox* pThreshold = nullptr;
   QDoubleSpinBox* ksThreshold = nullptr;
   QLabel* status = nullptr;
-  bool selectionChanged = false;  ///< a change of the selection waits to be shown
-  bool comparingClusters = false; ///< the selection changes for a calculation only
+  QPushButton* readingNotes = nullptr; ///< hidden if there is nothing to tell
+  bool selectionChanged = false;       ///< a change of the selection waits to be shown
+  bool comparingClusters = false;      ///< the selection changes for a calculation only
 };
 
 } // namespace runsieve::app

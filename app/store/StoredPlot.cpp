@@ -166,14 +166,6 @@ StoredPlot readPlot(std::string const& path)
   }
 }
 
-StoredPlot readPlotOrScan(std::string const& path, ReadOptions const& options)
-{
-  if (isStoredPlot(path)) return readPlot(path);
-  StoredPlot plot;
-  plot.scan = readScanTable(path, options);
-  return plot;
-}
-
 void showPlot(PlotContainer& plot, StoredPlot const& stored)
 {
   showScan(plot, stored.scan, stored.view);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/scan/OpenScan.h"
-#include "app/scan/ScanReader.h"
 #include "app/view/ScanPlot.h"
 
 #include <runsieve/core/gate/GateRuns.h>
@@ -30,9 +29,6 @@ void writePlot(StoredPlot const& plot, std::string const& path);
 
 /// \throw ScanError for any file that is not a complete plot
 [[nodiscard]] StoredPlot readPlot(std::string const& path);
-
-/// Reads a stored plot, or a scan with the default view. \throw ScanError
-[[nodiscard]] StoredPlot readPlotOrScan(std::string const& path, ReadOptions const& options = {});
 
 /// Shows a plot as it was left, in a container whose item is in a scene.
 void showPlot(PlotContainer& plot, StoredPlot const& stored);

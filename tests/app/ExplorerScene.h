@@ -1,12 +1,12 @@
 #pragma once
 
 #include "support/PlotParts.h"
+#include "support/TableFile.h"
 
 #include "support/ChartMouse.h"
 #include "support/ShapedScan.h"
 
 #include "app/explorer/ExplorerWindow.h"
-#include "app/scan/ScanWriter.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ struct ExplorerScene : testing::Test
 
   void SetUp() override
   {
-    app::writeScan(*shaped.scan, file("scan.csv").toStdString());
+    writeTable(shaped.scan, file("scan.csv").toStdString());
     show(window);
     QString error;
     ASSERT_TRUE(window.open(file("scan.csv"), error)) << error.toStdString();

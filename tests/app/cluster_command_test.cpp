@@ -1,10 +1,10 @@
 #include "app/cli/Commands.h"
-#include "app/scan/ScanWriter.h"
 #include "app/simulate/SimulateScan.h"
 #include "app/store/StoredPlot.h"
 #include "app/view/ScanClusters.h"
 #include "support/PlotScene.h"
 #include "support/ShapedScan.h"
+#include "support/TableFile.h"
 #include "support/TempFile.h"
 
 #include <runsieve/core/write/WriteScan.h>
@@ -43,7 +43,7 @@ struct ClusterCommand : testing::Test
     LinePlotTable const& table = *shaped.scan;
     for (std::size_t row = 0; row < table.rows(); ++row)
       table.columnData[3][row] = number(row / ShapedScan::times);
-    writeScan(table, scan);
+    writeTable(shaped.scan, scan);
     arguments.file = scan;
     arguments.clusters = ShapedScan::shapes;
   }
@@ -151,7 +151,7 @@ TEST_F(ClusterCommand, RecoversTheShapesOfCurves)
 {
   for (unsigned seed = 1; seed <= 5; ++seed) {
     const ShapedScan known(90, seed);
-    writeScan(*known.scan, scan);
+    writeTable(known.scan, scan);
     arguments.output = folder.file("labels.csv");
     cluster();
     std::istringstream lines(TempFolder::contentOf(arguments.output));
@@ -260,7 +260,7 @@ TEST_F(ClusterCommand, NothingToRankIsAFailureThatLeavesNoFile)
   shape.parameter = [](int, int) { return 2.0; };
   for (int parameters : {0, 2}) {
     shape.parameters = parameters;
-    writeScan(*makeScan(shape), scan);
+    writeTable(makeScan(shape), scan);
     arguments.rank = true;
     arguments.output = folder.file("labels.csv");
     arguments.picture = folder.file("view.png");
@@ -276,7 +276,7 @@ TEST_F(ClusterCommand, NothingToRankIsAFailureThatLeavesNoFile)
 TEST_F(ClusterCommand, MoreClustersThanRunsIsNoMisfortune)
 {
   const ShapedScan few(3);
-  writeScan(*few.scan, scan);
+  writeTable(few.scan, scan);
   arguments.clusters = 50;
   const std::string printed = cluster();
   EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 4) << printed;

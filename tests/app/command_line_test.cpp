@@ -1,6 +1,5 @@
 #include "app/cli/CommandLine.h"
 
-#include "app/scan/ScanReader.h"
 #include "support/TempFile.h"
 
 #include <gmock/gmock.h>

@@ -1,9 +1,8 @@
 #include "app/cli/CommandLine.h"
 #include "app/desk/DeskCommands.h"
-#include "app/scan/ScanReader.h"
-#include "app/scan/ScanWriter.h"
 #include "StoredPlots.h"
 #include "support/ShapedScan.h"
+#include "support/TableFile.h"
 #include "support/TempFile.h"
 #include <runsieve/core/gate/Gate.h>
 #include <runsieve/core/gate/GateText.h>
@@ -45,7 +44,7 @@ struct ConvertCommand : testing::Test
   std::string scan = folder.file("scan.csv");
   std::string gate = "A @ 16 in 4..inf";
 
-  ConvertCommand() { writeScan(*shaped.scan, scan); }
+  ConvertCommand() { writeTable(shaped.scan, scan); }
 
   static ConvertArguments from(std::string const& file, std::string const& output,
                                std::vector<std::string> const& gates = {})
@@ -106,7 +105,7 @@ TEST_F(ConvertCommand, OddValuesAndFreeNamesComeBackAsFromTheScanItself)
   const std::string odd = folder.write("A;t;k\n1e-310;0;0.1\n-0;1;0.1\ninf;0;0.3\nnan;1;0.3\n-inf;0;nan\n"
                                        "0.30000000000000004;1;nan\n",
                                        "odd.csv");
-  writeScan(*readScanTable(odd), folder.file("direct.csv"));
+  writeTable(readScanTable(odd), folder.file("direct.csv"));
   convert(odd, folder.file("odd.rsd"));
   convert(folder.file("odd.rsd"), folder.file("back.csv"));
   EXPECT_EQ(TempFolder::contentOf(folder.file("back.csv")), TempFolder::contentOf(folder.file("direct.csv")));
@@ -116,7 +115,7 @@ TEST_F(ConvertCommand, KeepsParametersThatNeverVary)
 {
   ScanShape shape = shapeOf(3, 2, 1, 2);
   shape.parameter = [](int p, int run) { return p == 0 ? 7.0 : run; };
-  writeScan(*makeScan(shape), scan);
+  writeTable(makeScan(shape), scan);
   convert(plotWith({}), folder.file("back.csv"));
   EXPECT_EQ(TempFolder::contentOf(folder.file("back.csv")), TempFolder::contentOf(scan));
 }

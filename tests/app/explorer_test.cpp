@@ -1,10 +1,11 @@
 #include "support/ChartMouse.h"
 #include "support/PlotParts.h"
 #include "support/ScanBuilder.h"
+#include "support/TableFile.h"
 
 #include "app/explorer/ExplorerWindow.h"
-#include "app/scan/ScanWriter.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <vtkAxis.h>
@@ -25,6 +26,7 @@ namespace runsieve::app {
 namespace {
 
 using test::ChartMouse;
+using test::writeTable;
 
 constexpr int runs = 40;
 
@@ -47,7 +49,7 @@ protected:
     shape.parameters = 6;
     shape.value = [](int s, int r, int) { return scattered(s, r); };
     shape.parameter = scattered;
-    writeScan(*test::makeScan(shape), file("scan.csv").toStdString());
+    writeTable(test::makeScan(shape), file("scan.csv").toStdString());
     window.resize(1000, 800);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -104,6 +106,25 @@ TEST_F(ExplorerTest, ADragTellsHowManyRunsPass)
   const std::string expected = std::to_string(runsBetween(0, 0.3, 0.8)) + " runs pass through all places";
   EXPECT_NE(status().find(expected), std::string::npos) << status();
   EXPECT_NE(status().find("of 6 parameters differ"), std::string::npos) << status();
+}
+
+TEST_F(ExplorerTest, WhatTheReaderGuessedIsTold)
+{
+  auto* notes = child<QPushButton>("1 note on reading");
+  EXPECT_EQ(notes, nullptr) << "nothing to tell of a scan in the library's own form";
+  QFile guessed(file("guessed.csv"));
+  ASSERT_TRUE(guessed.open(QIODevice::WriteOnly));
+  guessed.write("time,A\n0,1\n1,2\n0,3\n1,nan\n");
+  guessed.close();
+  QString error;
+  ASSERT_TRUE(window.open(guessed.fileName(), error)) << error.toStdString();
+  EXPECT_THAT(window.howRead(), testing::Contains(testing::StartsWith("guessed    ")));
+  EXPECT_THAT(window.howRead(), testing::Contains(testing::HasSubstr("1 run: ")));
+  notes = child<QPushButton>("3 notes on reading");
+  ASSERT_NE(notes, nullptr) << testing::PrintToString(window.howRead());
+  EXPECT_TRUE(notes->isVisible());
+  ASSERT_TRUE(window.open(file("scan.csv"), error)) << error.toStdString();
+  EXPECT_FALSE(notes->isVisible());
 }
 
 TEST_F(ExplorerTest, AnEmptyDragClearsTheHighlightAsWell)
@@ -230,7 +251,7 @@ TEST_F(ExplorerTest, AnotherScanReplacesThePresentOne)
   shape.runs = 5;
   shape.times = 4;
   shape.parameters = 2;
-  writeScan(*test::makeScan(shape), file("other.csv").toStdString());
+  writeTable(test::makeScan(shape), file("other.csv").toStdString());
   QString error;
   ASSERT_TRUE(window.open(file("other.csv"), error)) << error.toStdString();
   settle();

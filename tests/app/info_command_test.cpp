@@ -1,6 +1,6 @@
 #include "app/cli/Commands.h"
-#include "app/scan/ScanWriter.h"
 #include "ScanColumns.h"
+#include "support/TableFile.h"
 #include "support/TempFile.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ TEST(InfoCommand, TellsRunsTimesAndTheRangeOfEachColumn)
   ScanShape shape = shapeOf(3, 4, 2, 3);
   shape.value = [](int s, int r, int t) { return s == 1 ? 7.0 : 0.25 * r - t; };
   shape.parameter = [](int p, int r) { return p == 1 ? 2.5 : 1000.0 * p + r; };
-  app::writeScan(*makeScan(shape), folder.file("scan.csv"));
+  writeTable(makeScan(shape), folder.file("scan.csv"));
   EXPECT_EQ(infoOf(folder.file("scan.csv")),
             "runs       3\n"
             "times      4, Time [s] 0..3\n"
@@ -50,7 +50,7 @@ TEST(InfoCommand, CountsWhatIsNotFinite)
   ScanShape shape = shapeOf(2, 2, 1, 2);
   shape.value = [](int, int r, int t) { return r == 0 && t == 0 ? HUGE_VAL : 10.0 * r + t; };
   shape.parameter = [](int p, int r) { return r == 0 ? 3.0 : p == 0 ? std::nan("") : 4.0; };
-  app::writeScan(*makeScan(shape), folder.file("scan.csv"));
+  writeTable(makeScan(shape), folder.file("scan.csv"));
   EXPECT_EQ(infoOf(folder.file("scan.csv")),
             "runs       2\n"
             "times      2, Time [s] 0..1\n"

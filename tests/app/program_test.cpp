@@ -1,7 +1,6 @@
-#include "app/scan/ScanReader.h"
-#include "app/scan/ScanWriter.h"
 #include "ProgramRun.h"
 #include "support/ShapedScan.h"
+#include "support/TableFile.h"
 #include "support/TempFile.h"
 
 #include <gmock/gmock.h>
@@ -25,7 +24,7 @@ struct Program : testing::Test
   ShapedScan shaped;
   std::string scan = folder.file("scan.csv");
 
-  Program() { app::writeScan(*shaped.scan, scan); }
+  Program() { writeTable(shaped.scan, scan); }
 
   static void expectSuccess(Ended const& ended)
   {
@@ -84,7 +83,7 @@ TEST_F(Program, AScanOnStandardOutputStandsThereAlone)
   const Ended ended = runProgram({"simulate", "--runs", "3", "--times", "4", "--seed", "5", "-o", "-"});
   EXPECT_EQ(ended.status, 0);
   EXPECT_THAT(ended.err, HasSubstr("3 runs x 4 times, 14 parameters, seed 5\n")) << "the report";
-  const auto read = app::readScanTable(folder.write(ended.out, "simulated.csv"));
+  const auto read = readScanTable(folder.write(ended.out, "simulated.csv"));
   EXPECT_EQ(read->trajectoryCount, 3u);
   EXPECT_EQ(read->trajectoryLength, 4u);
 

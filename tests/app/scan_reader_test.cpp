@@ -1,6 +1,5 @@
-#include "app/scan/ScanReader.h"
-
 #include "ScanColumns.h"
+#include "support/TableFile.h"
 #include "support/TempFile.h"
 
 #include <gmock/gmock.h>
@@ -16,7 +15,6 @@
 namespace runsieve::test {
 namespace {
 
-using app::readScanTable;
 using Strings = std::vector<std::string>;
 using Values = std::vector<double>;
 using Bounds = std::vector<std::pair<double, double>>;

@@ -1,8 +1,8 @@
+#include "support/TableFile.h"
 #include "support/TempFile.h"
 
 #include "app/cli/Commands.h"
 #include "app/desk/DeskCommands.h"
-#include "app/scan/ScanWriter.h"
 #include "app/view/SievedScan.h"
 #include "support/ScanBuilder.h"
 
@@ -18,6 +18,7 @@
 
 using testing::HasSubstr;
 using testing::StartsWith;
+using runsieve::test::writeTable;
 
 namespace runsieve::app {
 namespace {
@@ -44,7 +45,7 @@ struct SieveCommands : testing::Test
     shape.parameters = 3;
     shape.value = [](int, int r, int) { return scattered(0, r); };
     shape.parameter = scattered;
-    writeScan(*test::makeScan(shape), scan);
+    writeTable(test::makeScan(shape), scan);
   }
 
   std::string rank(std::string const& format, std::string const& gate)
@@ -122,7 +123,7 @@ TEST_F(SieveCommands, NothingToRankIsAFailure)
 {
   test::ScanShape shape;
   shape.parameters = 0;
-  writeScan(*test::makeScan(shape), scan);
+  writeTable(test::makeScan(shape), scan);
   RankArguments arguments;
   arguments.file = scan;
   arguments.gates = {"A @ 0 in 0..5"};

@@ -1,9 +1,8 @@
 #include "app/simulate/SimulateScan.h"
 
 #include "app/scan/ScanLayout.h"
-#include "app/scan/ScanReader.h"
-#include "app/scan/ScanWriter.h"
 #include "ScanColumns.h"
+#include "support/TableFile.h"
 #include "support/TempFile.h"
 
 #include <runsieve/adapters/ScanTable.h>
@@ -227,7 +226,7 @@ TEST(SimulateScan, AFileGivesTheSameRecord)
 {
   auto scan = simulatedTable(exampleModel(), {15, 21});
   TempFolder folder;
-  writeScan(*scan, folder.file("scan.csv"));
+  writeTable(scan, folder.file("scan.csv"));
   auto copy = readScanTable(folder.file("scan.csv"));
   EXPECT_EQ(namesOf(*copy), namesOf(*scan));
   EXPECT_EQ(copy->trajectoryCount, 15u);

@@ -1,7 +1,7 @@
 #include "app/store/StoredPlot.h"
 
-#include "app/scan/ScanWriter.h"
 #include "StoredPlots.h"
+#include "support/TableFile.h"
 #include "support/TempFile.h"
 #include <runsieve/core/scan/ScanError.h>
 
@@ -24,10 +24,8 @@ namespace {
 
 using app::isStoredPlot;
 using app::readPlot;
-using app::readPlotOrScan;
 using app::StoredPlot;
 using app::writePlot;
-using app::writeScan;
 using testing::IsEmpty;
 
 StoredPlot plotOf(ScanShape const& shape)
@@ -154,11 +152,10 @@ TEST(StoredPlot, IsToldFromTextByItsContent)
 {
   const TempFolder folder;
   writePlot(plotOf({}), folder.file("plot.csv"));
-  writeScan(*makeScan({}), folder.file("scan.rsd"));
+  writeTable(makeScan({}), folder.file("scan.rsd"));
   EXPECT_TRUE(isStoredPlot(folder.file("plot.csv")));
   EXPECT_FALSE(isStoredPlot(folder.file("scan.rsd")));
-  EXPECT_TRUE(samePlot(readPlotOrScan(folder.file("plot.csv")), plotOf({})));
-  EXPECT_TRUE(samePlot(readPlotOrScan(folder.file("scan.rsd")), plotOf({}))) << "with the default view";
+  EXPECT_TRUE(samePlot(readPlot(folder.file("plot.csv")), plotOf({})));
   EXPECT_THROW((void)readPlot(folder.file("scan.rsd")), ScanError);
 }
 
@@ -170,7 +167,6 @@ TEST(StoredPlot, WhatCannotBeReadIsNone)
         folder.write("{\"format\":\"runsieve", "short.rsd"), std::string("/dev/null")}) {
     EXPECT_FALSE(isStoredPlot(path)) << path;
     EXPECT_THROW((void)readPlot(path), ScanError) << path;
-    EXPECT_THROW((void)readPlotOrScan(path), ScanError) << path;
   }
 }
 

@@ -1,6 +1,6 @@
 #include "app/cli/Commands.h"
-#include "app/scan/ScanWriter.h"
 #include "app/store/StoredPlot.h"
+#include "support/TableFile.h"
 #include "support/ScanBuilder.h"
 #include "support/TempFile.h"
 
@@ -40,9 +40,9 @@ struct Thresholds : testing::Test
     return makeScan(shape);
   }
 
-  std::string scanOf(LinePlotTable const& scan) const
+  std::string scanOf(boost::shared_ptr<LinePlotTable> const& scan) const
   {
-    app::writeScan(scan, folder.file("scan.csv"));
+    writeTable(scan, folder.file("scan.csv"));
     return folder.file("scan.csv");
   }
 
@@ -81,24 +81,24 @@ struct Thresholds : testing::Test
 
 TEST_F(Thresholds, OfAScanAreATwentiethForPAndATenthForD)
 {
-  const std::string many = scanOf(*shifted(3000, {0.04, 0.08, 0.12}));
+  const std::string many = scanOf(shifted(3000, {0.04, 0.08, 0.12}));
   for (auto const& parameter : rank(many))
     EXPECT_EQ(parameter["p"] < 0.05, parameter["name"] != "k1") << parameter;
   EXPECT_THAT(significant(many), ElementsAre("k3")) << "a d of 0.08 is too small, whatever its p";
-  const std::string few = scanOf(*shifted(60, {0.2, 0.3, 0.4}));
+  const std::string few = scanOf(shifted(60, {0.2, 0.3, 0.4}));
   EXPECT_THAT(significant(few), ElementsAre("k3")) << "a p of 0.1 is too large, whatever its d";
 }
 
 TEST_F(Thresholds, EitherCanBeGivenAlone)
 {
-  const std::string many = scanOf(*shifted(3000, {0.04, 0.08, 0.12}));
+  const std::string many = scanOf(shifted(3000, {0.04, 0.08, 0.12}));
   EXPECT_THAT(significant(many, {}, 0.06), ElementsAre("k2", "k3"));
   EXPECT_THAT(significant(many, {}, 0.0), ElementsAre("k2", "k3"));
   EXPECT_THAT(significant(many, {}, 0.2), ElementsAre());
   EXPECT_THAT(significant(many, 1.0, {}), ElementsAre("k3"));
   EXPECT_THAT(significant(many, 1e-30, {}), ElementsAre());
   EXPECT_THAT(significant(many, 1.0, 0.0), ElementsAre("k1", "k2", "k3"));
-  const std::string few = scanOf(*shifted(60, {0.2, 0.3, 0.4}));
+  const std::string few = scanOf(shifted(60, {0.2, 0.3, 0.4}));
   EXPECT_THAT(significant(few, 0.2, {}), ElementsAre("k2", "k3"));
 }
 

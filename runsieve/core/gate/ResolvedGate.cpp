@@ -96,13 +96,39 @@ std::string quotesAdvice(Gate const& gate, Scan const& scan)
   return "; the name " + quoted(name) + " is written in double quotes";
 }
 
+/// The words of kinds from one to another: "ever, never".
+std::string wordsBetween(GateKind first, GateKind last)
+{
+  std::string words;
+  for (auto kind = static_cast<std::size_t>(first); kind <= static_cast<std::size_t>(last); ++kind)
+    words += (words.empty() ? "" : ", ") + std::string(kindWords.at(kind));
+  return words;
+}
+
+/// If an unknown word stands before or around a name of the scan: what words there are.
+std::string wordsAdvice(std::string const& column, Scan const& scan)
+{
+  auto const isName = [&](std::string const& name) {
+    return findOutput(scan, name) || findParameter(scan, name);
+  };
+  std::size_t const bracket = column.find('(');
+  if (bracket != std::string::npos && column.back() == ')' &&
+      isName(column.substr(bracket + 1, column.size() - bracket - 2)))
+    return "; functions are " + wordsBetween(GateKind::Max, GateKind::TimeOfMin);
+  std::size_t const blank = column.find(' ');
+  if (blank != std::string::npos && isName(column.substr(blank + 1)))
+    return "; words before a name are not, " + wordsBetween(GateKind::Ever, GateKind::Crosses);
+  return "";
+}
+
 [[noreturn]] void failWithoutOutput(Gate const& gate, Scan const& scan)
 {
   std::string const start = "the scan has no output " + quoted(gate.column);
   if (findParameter(scan, gate.column))
     throw GateError(start + "; it is a parameter, which has no times: write " + quoted(gate.column) +
                     " in LOW..HIGH");
-  throw GateError(start + "; there are " + listed(fullNames(scan.outputs)) + quotesAdvice(gate, scan));
+  throw GateError(start + "; there are " + listed(fullNames(scan.outputs)) + quotesAdvice(gate, scan) +
+                  wordsAdvice(gate.column, scan));
 }
 
 void takeOutput(ResolvedGate& resolved, Scan const& scan, std::size_t output)
@@ -142,7 +168,7 @@ void findColumn(ResolvedGate& resolved, Scan const& scan)
         "the scan has neither an output nor a parameter " + quoted(name) + "; outputs are " +
         listed(fullNames(scan.outputs)) +
         (scan.parameters.empty() ? std::string() : ", parameters " + listed(fullNames(scan.parameters))) +
-        quotesAdvice(resolved.gate, scan));
+        quotesAdvice(resolved.gate, scan) + wordsAdvice(name, scan));
   takeParameter(resolved, scan, *parameter);
   if (scan.parameters[*parameter].isText())
     throw GateError("the parameter " + quoted(name) + " holds texts, which lie in no range; write " +

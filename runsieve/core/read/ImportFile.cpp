@@ -45,15 +45,19 @@ void fill(char& target, ReadJson const& value)
   if (target == 0) target = character(value);
 }
 
+void fillParameters(ReadOptions& options, ReadJson const& value)
+{
+  if (!options.parameters) options.parameters = texts(value);
+}
+
+// Members are called as the options of the program are, or as sieve files call them: there "parameters" is a
+// list.
 void fill(ReadOptions& options, std::string const& name, ReadJson const& value)
 {
   std::map<std::string, std::function<void()>> const members = {
       {"time", [&] { fill(options.time, value); }},
       {"run", [&] { fill(options.run, value); }},
-      {"parameter",
-       [&] {
-         if (!options.parameters) options.parameters = texts(value);
-       }},
+      {"parameter", [&] { fillParameters(options, value); }},
       {"output", [&] { fill(options.outputs, value); }},
       {"ignore", [&] { fill(options.ignore, value); }},
       {"missing", [&] { fill(options.missing, value); }},
@@ -61,7 +65,15 @@ void fill(ReadOptions& options, std::string const& name, ReadJson const& value)
       {"decimal", [&] { fill(options.decimal, value); }},
       {"delimiter", [&] { fill(options.delimiter, value); }},
       {"dataset", [&] { fill(options.dataset, value); }},
-      {"parameters", [&] { fill(options.parametersFile, value); }},
+      {"parameters",
+       [&] {
+         if (value.is_array())
+           fillParameters(options, value);
+         else
+           fill(options.parametersFile, value);
+       }},
+      {"outputs", [&] { fill(options.outputs, value); }},
+      {"parameters_file", [&] { fill(options.parametersFile, value); }},
       {"exact_times", [&] { options.exactTimes = options.exactTimes || value.get<bool>(); }}};
   auto const member = members.find(name);
   if (member == members.end()) {
@@ -81,12 +93,6 @@ ReadJson parsed(std::string const& file, std::string_view text)
   } catch (std::length_error const&) {
   }
   throw ScanError(file, "expected a JSON object of reading options");
-}
-
-std::string characterText(char c)
-{
-  if (c == '\t') return "tab";
-  return c == ' ' ? "blank" : std::string(1, c);
 }
 
 } // namespace
@@ -117,27 +123,6 @@ ReadOptions withImportFile(std::string const& importFile, ReadOptions options)
       throw ScanError(importFile, "option " + runsieve::quoted(name) + ": " + error.what());
     }
   return options;
-}
-
-std::string importText(ReadOptions const& options)
-{
-  WrittenJson document = WrittenJson::object();
-  auto const add = [&](char const* name, auto const& value) {
-    if (!value.empty()) document[name] = value;
-  };
-  add("time", options.time);
-  add("run", options.run);
-  if (options.parameters) document["parameter"] = *options.parameters;
-  add("output", options.outputs);
-  add("ignore", options.ignore);
-  add("missing", options.missing);
-  add("names", options.names);
-  if (options.decimal != 0) document["decimal"] = characterText(options.decimal);
-  if (options.delimiter != 0) document["delimiter"] = characterText(options.delimiter);
-  add("dataset", options.dataset);
-  add("parameters", options.parametersFile);
-  if (options.exactTimes) document["exact_times"] = true;
-  return document.dump(2, ' ', false, WrittenJson::error_handler_t::replace) + '\n';
 }
 
 } // namespace runsieve

@@ -16,7 +16,4 @@ namespace runsieve {
 [[nodiscard]] RUNSIEVE_CORE_EXPORT ReadOptions withImportFile(std::string const& importFile,
                                                               ReadOptions options);
 
-/// The options as such a file holds them; those that are not set are left out.
-[[nodiscard]] RUNSIEVE_CORE_EXPORT std::string importText(ReadOptions const& options);
-
 } // namespace runsieve

@@ -4,6 +4,7 @@
 #include <runsieve/core/files/MappedFile.h>
 #include <runsieve/core/read/FolderFiles.h>
 #include <runsieve/core/read/FolderReader.h>
+#include <runsieve/core/read/ForeignFormats.h>
 #include <runsieve/core/read/Hdf5Reader.h>
 #include <runsieve/core/read/ImportFile.h>
 #include <runsieve/core/read/NpzReader.h>
@@ -28,6 +29,8 @@ bool isFolder(std::string const& path)
 
 ScanFile readBytes(std::string const& path, std::string_view bytes, bool mapped, ReadOptions const& options)
 {
+  std::string const foreign = foreignFormat(bytes);
+  if (!foreign.empty()) throw ScanError(path, foreign);
   if (isNpy(bytes)) return readNpy(path, bytes, options);
   if (isNpz(bytes)) return readNpz(path, bytes, options);
   return readText({path, bytes, mapped}, options);

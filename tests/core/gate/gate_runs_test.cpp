@@ -249,6 +249,19 @@ TEST(ResolvedGate, NamesThatBeginLikeGatesAreToBeQuoted)
   EXPECT_EQ(resolve("\"max(B)\" in 0..1", scan).column, 3u);
 }
 
+TEST(ResolvedGate, UnknownWordsAroundANameAreAnsweredWithThoseThatThereAre)
+{
+  Scan const scan = fourTimes();
+  EXPECT_THAT(failure(scan, "median(A) in 0..1"),
+              HasSubstr("; functions are max, min, mean, last, timeofmax, timeofmin"));
+  EXPECT_THAT(failure(scan, "sometimes A in 0..1"),
+              HasSubstr("; words before a name are not, ever, never, crosses"));
+  EXPECT_THAT(failure(scan, "sometimes A @ 1 in 0..1"),
+              HasSubstr("; words before a name are not, ever, never, crosses"));
+  EXPECT_THAT(failure(scan, "median(Z) in 0..1"), Not(HasSubstr("functions are")));
+  EXPECT_THAT(failure(scan, "some Z in 0..1"), Not(HasSubstr("words before")));
+}
+
 TEST(ResolvedGate, RefusesReversedRanges)
 {
   Scan const scan = fourTimes();
