@@ -103,12 +103,12 @@ int runCluster(ClusterArguments const& arguments)
   Scan const& scan = gated.scan();
   const std::vector<int> labels = clusterRuns(scan, output, modeOf(arguments.mode), arguments.clusters);
   if (labels.empty()) throw std::runtime_error(arguments.file + ": the runs cannot be grouped");
-  ClusterComparison const comparison = compareClusters(scan, labels, gated.thresholds);
+  ClusterComparison const comparison = compareClusters(scan, labels, gated.method);
   if (arguments.rank && comparison.differences.empty())
     throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
   writeLabels(arguments.output, labelText(scan, labels));
   if (arguments.rank) print(comparison, labels);
-  if (!arguments.picture.empty()) desk().drawClusters(arguments, scan, output, gated.thresholds);
+  if (!arguments.picture.empty()) desk().drawClusters(arguments, scan, output, gated.method);
   return 0;
 }
 

@@ -161,7 +161,7 @@ void addGates(CLI::App& command, SieveArguments& arguments)
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   command.add_flag("--any", arguments.any, "A run must pass one of the gates, not all");
-  command.add_option("--sieve", arguments.sieve, "Sieve file, whose gates and thresholds are applied first")
+  command.add_option("--sieve", arguments.sieve, "Sieve file, whose gates, thresholds and method are applied first")
       ->type_name("FILE");
 }
 
@@ -175,25 +175,55 @@ template <class Arguments> void addPictureSize(CLI::App& command, Arguments& arg
       ->check(CLI::Range(64, 16384));
 }
 
+constexpr char methodGroup[] = "How to compare parameters";
+
+void addMethodOptions(CLI::App& command, SieveArguments& arguments)
+{
+  command
+      .add_option_function<std::string>(
+          "--adjust", [&](std::string const& name) { arguments.adjust = adjustmentNamed(name); },
+          "p-value that decides: by permutation (the default), holm, bh or none")
+      ->check(CLI::IsMember({"permutation", "holm", "bh", "none"}).description(""))
+      ->type_name("WAY")
+      ->group(methodGroup);
+  command
+      .add_option("--permutations", arguments.permutations,
+                  "Permutations of the runs; default: 1000, and up to 10000 where a p-value is near the threshold")
+      ->check(CLI::Range(std::size_t(0), std::size_t(1000000)).description(""))
+      ->type_name("N")
+      ->group(methodGroup);
+  command.add_option("--seed", arguments.seed, "Start of the random numbers; default: 1")
+      ->check(CLI::Validator(checkSeed, ""))
+      ->type_name("SEED")
+      ->group(methodGroup);
+  command
+      .add_option("--gates-tried", arguments.gatesTried,
+                  "Sets of gates that were looked at before these were chosen, these included; default: 1")
+      ->check(CLI::Range(std::size_t(1), std::size_t(1000000)).description(""))
+      ->type_name("N")
+      ->group(methodGroup);
+}
+
 void addSelectionOptions(CLI::App& command, SieveArguments& arguments)
 {
   addGates(command, arguments);
   command
       .add_option("--save-sieve", arguments.saveSieve,
-                  "Write gates, thresholds and counts to this sieve file")
+                  "Write gates, thresholds, method and counts to this sieve file")
       ->type_name("FILE");
   command
       .add_option("--p-threshold", arguments.pThreshold,
-                  "Largest p-value that counts as significant; default: 0.05, or that of the file")
+                  "Largest adjusted p-value that counts as significant; default: 0.05, or that of the file")
       ->check(CLI::Range(0.0, 1.0))
       ->check(CLI::Validator(checkNumber, ""))
       ->type_name("P");
   command
       .add_option("--ks-threshold", arguments.ksThreshold,
-                  "Smallest statistic that counts as significant; default: 0.1, or that of the file")
+                  "Smallest magnitude of d that counts as significant; default: 0.1, or that of the file")
       ->check(CLI::Range(0.0, 1.0))
       ->check(CLI::Validator(checkNumber, ""))
       ->type_name("D");
+  addMethodOptions(command, arguments);
 }
 
 /// The grammar of the program, and the records that it fills.

@@ -2,6 +2,7 @@
 
 #include "app/simulate/Sampling.h"
 
+#include <runsieve/core/compare/ComparisonMethod.h>
 #include <runsieve/core/read/ReadOptions.h>
 
 #include <cstddef>
@@ -53,6 +54,12 @@ struct SieveArguments : CommonOptions
   std::string saveSieve;             ///< file to write them to
   std::optional<double> pThreshold;  ///< largest p-value that counts as significant; default: of the file
   std::optional<double> ksThreshold; ///< smallest statistic that counts as significant; default: of the file
+
+  // How parameters are compared; what is not set is as in the sieve file, or as by default.
+  std::optional<Adjustment> adjust;
+  std::optional<std::size_t> permutations;
+  std::optional<std::uint64_t> seed;
+  std::optional<std::size_t> gatesTried;
 
   [[nodiscard]] bool hasGates() const { return !gates.empty() || !sieve.empty(); }
 };

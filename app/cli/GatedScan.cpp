@@ -45,6 +45,24 @@ double threshold(std::optional<double> const& own, SieveFile const& sieve, char 
   return own.value_or(found == sieve.thresholds.end() ? otherwise : found->second);
 }
 
+/// How to compare: by the command, else by the sieve file, else by the stored plot, else as by default.
+ComparisonMethod methodOf(SieveArguments const& arguments, SieveFile const& sieve,
+                          std::optional<Thresholds> const& stored)
+{
+  ComparisonMethod method = sieve.method.value_or(ComparisonMethod());
+  Thresholds const defaults = stored.value_or(Thresholds());
+  method.thresholds.largestP = threshold(arguments.pThreshold, sieve, largestP, defaults.largestP);
+  method.thresholds.smallestD = threshold(arguments.ksThreshold, sieve, smallestD, defaults.smallestD);
+  method.adjustment = arguments.adjust.value_or(method.adjustment);
+  method.permutations = arguments.permutations.value_or(method.permutations);
+  if (arguments.permutations) method.mostPermutations = method.permutations; // as many as asked for
+  method.seed = arguments.seed.value_or(method.seed);
+  method.gatesTried = arguments.gatesTried.value_or(method.gatesTried);
+  if (method.adjustment == Adjustment::Permutation && method.permutations == 0)
+    throw UsageError("--permutations 0 leaves nothing to adjust by; choose --adjust holm, bh or none");
+  return method;
+}
+
 // The gates that selected the runs of a stored plot, if they still select the same ones: it holds no texts of
 // parameters and no status of runs.
 void takeStoredGates(GatedScan& result)
@@ -68,7 +86,9 @@ void save(GatedScan const& gated, ReadOptions const& read, std::string const& pa
   sieve.program = "runsieve " RUNSIEVE_VERSION;
   sieve.gates = gated.gates;
   sieve.join = gated.join;
-  sieve.thresholds = {{largestP, gated.thresholds.largestP}, {smallestD, gated.thresholds.smallestD}};
+  Thresholds const& thresholds = gated.method.thresholds;
+  sieve.thresholds = {{largestP, thresholds.largestP}, {smallestD, thresholds.smallestD}};
+  sieve.method = gated.method;
   sieve.read = read;
   sieve.fingerprint = fingerprintOf(gated.scan());
   sieve.counts = countsOf(gated.passed);
@@ -114,9 +134,7 @@ GatedScan gated(OpenedScan opened, SieveArguments const& arguments)
   for (std::string const& text : arguments.gates) result.gates.push_back(parseGate(text));
   result.join = arguments.any ? GateJoin::Any : sieve.join;
   if (result.gates.empty()) takeStoredGates(result);
-  Thresholds const defaults = result.opened.thresholds.value_or(Thresholds());
-  result.thresholds.largestP = threshold(arguments.pThreshold, sieve, largestP, defaults.largestP);
-  result.thresholds.smallestD = threshold(arguments.ksThreshold, sieve, smallestD, defaults.smallestD);
+  result.method = methodOf(arguments, sieve, result.opened.thresholds);
   if (result.passed.gates.empty())
     result.passed = applyGates(result.gates, result.scan(), result.join, gateContext());
   if (result.gates.empty() && result.opened.selected) result.passed.runs = *result.opened.selected;

@@ -18,7 +18,7 @@ struct GatedScan
   std::vector<Gate> gates; ///< of the sieve file, then of the command
   GateJoin join = GateJoin::All;
   GateResult passed;              ///< all runs without gates, or those that a stored plot has selected
-  Thresholds thresholds;          ///< of the command, the sieve file, or the defaults
+  ComparisonMethod method;        ///< of the command, the sieve file, or the defaults
   std::vector<std::string> notes; ///< what was snapped to the time grid, and how data and sieve file differ
 
   /// Whether there is something to sieve by: gates, or the selection of a stored plot.

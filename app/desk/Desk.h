@@ -23,7 +23,7 @@ public:
   /// Draws the runs of a scan, grouped by one of its outputs; with the switches of a stored plot if the file
   /// is one.
   virtual void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                            Thresholds const& thresholds) = 0;
+                            ComparisonMethod const& method) = 0;
 
   /// \throw ScanError for a file that is not a complete plot
   virtual OpenedScan readPlotScan(std::string const& path) = 0;

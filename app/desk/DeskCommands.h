@@ -13,6 +13,6 @@ int convertPlot(ConvertArguments const& arguments);
 int openExplorer(ExploreArguments const& arguments);
 /// Groups the runs of an output as the cluster command does, and draws them.
 void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                        Thresholds const& thresholds);
+                        ComparisonMethod const& method);
 
 } // namespace runsieve::app

@@ -33,7 +33,7 @@ std::string titleOf(std::vector<int> const& labels, std::string const& mode)
 } // namespace
 
 void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                        Thresholds const& thresholds)
+                        ComparisonMethod const& method)
 {
   OffscreenView view(arguments.width, arguments.height);
   PlotContainer plot(nullptr);
@@ -41,8 +41,8 @@ void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std
   ViewOptions options = isStoredPlot(arguments.file) ? readPlot(arguments.file).view : ViewOptions();
   options.output = output;
   options.quantiles = false;
-  options.pThreshold = thresholds.largestP;
-  options.ksThreshold = thresholds.smallestD;
+  options.pThreshold = method.thresholds.largestP;
+  options.ksThreshold = method.thresholds.smallestD;
   {
     const QuietLibrary quiet;
     showScan(plot, linePlotTableOf(scan), options);

@@ -21,9 +21,9 @@ int QtDesk::explore(ExploreArguments const& arguments)
 }
 
 void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                          Thresholds const& thresholds)
+                          ComparisonMethod const& method)
 {
-  drawClusterPicture(arguments, scan, output, thresholds);
+  drawClusterPicture(arguments, scan, output, method);
 }
 
 OpenedScan QtDesk::readPlotScan(std::string const& path)

@@ -12,7 +12,7 @@ public:
   int convert(ConvertArguments const& arguments) override;
   int explore(ExploreArguments const& arguments) override;
   void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                    Thresholds const& thresholds) override;
+                    ComparisonMethod const& method) override;
   OpenedScan readPlotScan(std::string const& path) override;
 };
 

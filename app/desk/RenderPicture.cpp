@@ -32,8 +32,8 @@ int renderPicture(RenderArguments const& arguments)
 {
   const SievedScan sieved(arguments);
   ViewOptions options = sieved.stored.view;
-  options.pThreshold = sieved.gated.thresholds.largestP;
-  options.ksThreshold = sieved.gated.thresholds.smallestD;
+  options.pThreshold = sieved.gated.method.thresholds.largestP;
+  options.ksThreshold = sieved.gated.method.thresholds.smallestD;
   options.density |= arguments.density;
   options.commonScale |= arguments.commonScale;
   options.quantiles |= arguments.quantiles;

@@ -66,7 +66,7 @@ PlotContainer::PlotContainer(PlotContainer const& other)
       leftMargin(other.leftMargin), topMargin(other.topMargin), bottomMargin(other.bottomMargin),
       rightMargin(other.rightMargin), horizontalGutter(other.horizontalGutter),
       verticalGutter(other.verticalGutter), selectionUpdatePending(true),
-      useIndexForXSeries(other.useIndexForXSeries)
+      useIndexForXSeries(other.useIndexForXSeries), parameterOrder(other.parameterOrder)
 {
   metaData->setParent(this);
   metaData->rankedParametersValid = false; // the side tables do not come along

@@ -120,6 +120,9 @@ public:
   bool useIndexForXSeries = false;
   std::vector<KsStatistics>
       ksStatistics; ///< one per parameter; the last result stays when a selection is cleared
+  /// Positions of parameters in the order in which the composite view shows them, a host's own; the others
+  /// follow, and without any the order is that of metaData->parameterColumns. Counts from the next redraw on.
+  std::vector<int> parameterOrder;
   vtkSmartPointer<vtkTable> quartileTable;
 
   // ---- data, columns, scene (plot/PlotContainer.cpp)
@@ -228,6 +231,8 @@ public:
   /// parameter columns of a table. Index 0 reads one row per run, any other index the distinct values of all
   /// rows.
   void generateRankedParameters(vtkSmartPointer<vtkTable> table, std::size_t index);
+  /// Positions of the parameters that the composite view shows, cell by cell, the lowest row first.
+  [[nodiscard]] std::vector<int> shownParameters() const;
   /// Builds the composite view of runs and parameter distributions in a scene; redraw() calls it.
   void drawSelectionCdfPlot(vtkContextScene* scene);
   /// Renews quartileTable: minimum, quartiles and maximum over the runs of column yColumns[0], a row per time

@@ -47,8 +47,9 @@ ChartStage PlotContainer::Private::stage()
 
 StyleModel PlotContainer::Private::model()
 {
-  return {*plot.metaData,         plot.plotData,           plot.tables,      plot.typedColumnNames,
-          plot.ksStatistics,      plot.quartileTable,      plot.xTickLabels, plot.xTickPositions,
+  return {*plot.metaData,         plot.plotData,           plot.tables,
+          plot.typedColumnNames,  plot.ksStatistics,       plot.parameterOrder,
+          plot.quartileTable,     plot.xTickLabels,        plot.xTickPositions,
           plot.coordinateWindows, plot.useIndexForXSeries, stage()};
 }
 

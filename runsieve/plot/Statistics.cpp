@@ -6,6 +6,7 @@
 #include <runsieve/stats/RankedTest.h>
 #include <runsieve/stats/RunClusters.h>
 #include <runsieve/styles/ClusterLines.h>
+#include <runsieve/styles/ParametersToShow.h>
 #include <runsieve/tables/TableAccess.h>
 
 #include <vtkChart.h>
@@ -20,6 +21,12 @@ void PlotContainer::ksTestSelection(std::size_t first, std::size_t second)
 {
   auto at = [this](std::size_t i) { return i < tables.size() ? tables[i].GetPointer() : nullptr; };
   ksStatistics = compareRanked(at(first), at(second));
+}
+
+std::vector<int> PlotContainer::shownParameters() const
+{
+  return parametersToShow(ksStatistics, metaData->parameterColumns.size(), metaData->getPThreshold(),
+                          metaData->getKsThreshold(), parameterOrder);
 }
 
 void PlotContainer::generateRankedParameters(vtkSmartPointer<vtkTable> table, std::size_t index)

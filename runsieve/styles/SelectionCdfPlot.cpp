@@ -266,7 +266,7 @@ void build(StyleModel& model, vtkContextScene* scene)
   model.stage.item = model.stage.matrix;
   const std::vector<int> shown =
       parametersToShow(model.statistics, model.settings.parameterColumns.size(),
-                       model.settings.getPThreshold(), model.settings.getKsThreshold());
+                       model.settings.getPThreshold(), model.settings.getKsThreshold(), model.parameterOrder);
   const Layout layout(static_cast<int>(shown.size()));
   model.stage.layOutGrid(layout.size);
   setGridMargins(model.stage.matrix, model.stage.margins, smallChartTitleSpace);

@@ -30,6 +30,7 @@ struct StyleModel
   std::vector<vtkSmartPointer<vtkTable>> const& sideTables;
   std::vector<Kestrane::TypedConcentrationName> const& columnNames;
   std::vector<KsStatistics> const& statistics; ///< one per parameter, or fewer
+  std::vector<int> const& parameterOrder;      ///< positions of parameters; may be empty
   vtkTable* quartiles;                         ///< may be null
   vtkStringArray* tickTexts;                   ///< of the bottom axis; may be null, as the positions
   vtkDoubleArray* tickPositions;

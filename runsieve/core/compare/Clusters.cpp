@@ -1,11 +1,12 @@
 #include <runsieve/core/compare/Clusters.h>
 
-#include <runsieve/core/compare/ParameterComparer.h>
+#include <runsieve/core/compare/ComparedRuns.h>
+#include <runsieve/core/compare/FamilyOfTests.h>
 #include <runsieve/core/kernels/CurveSpectra.h>
 #include <runsieve/core/kernels/PearsonKMeans.h>
 
 #include <algorithm>
-#include <map>
+#include <cmath>
 #include <stdexcept>
 
 namespace runsieve {
@@ -28,6 +29,65 @@ RunSet runsOfCluster(std::vector<int> const& labels, int cluster)
   RunSet runs(labels.size());
   for (std::size_t run = 0; run < labels.size(); ++run) runs.set(run, labels[run] == cluster);
   return runs;
+}
+
+std::vector<std::uint32_t> classesOf(std::vector<int> const& labels)
+{
+  std::vector<std::uint32_t> classes;
+  classes.reserve(labels.size());
+  // A negative label becomes the number behind the last cluster.
+  auto const none = static_cast<std::uint32_t>(clusterSizes(labels).size());
+  for (int const label : labels) classes.push_back(label < 0 ? none : static_cast<std::uint32_t>(label));
+  return classes;
+}
+
+/// The share of the permutations whose largest difference reaches d, the observed one among them.
+double shareReaching(std::vector<double> const& maxima, double d)
+{
+  auto const reaching =
+      std::count_if(maxima.begin(), maxima.end(), [d](double m) { return m >= std::fabs(d); });
+  return (1.0 + static_cast<double>(reaching)) / (1.0 + static_cast<double>(maxima.size()));
+}
+
+/// The cluster in which a parameter differs most.
+ClusterDifference strongest(std::vector<std::vector<ParameterComparison>> const& clusters, std::size_t index)
+{
+  ClusterDifference best;
+  for (std::size_t k = 0; k < clusters.size(); ++k) {
+    if (index >= clusters[k].size()) continue;
+    ParameterComparison const& c = clusters[k][index];
+    best.name = c.name;
+    best.parameter = c.parameter;
+    if (!(std::fabs(c.d) > std::fabs(best.d))) continue;
+    best.d = c.d;
+    best.cluster = k;
+  }
+  return best;
+}
+
+/// Fills in what only permutations tell; the parameters of each cluster are in the order of `runs`.
+void permute(ClusterComparison& comparison, ComparedRuns const& runs, std::vector<int> const& labels,
+             ComparisonWork const& work)
+{
+  ComparisonMethod const& method = comparison.method;
+  const PermutationResult result =
+      permuted(PermutationTest(runs.parameters(), classesOf(labels), permutationOptions(method, work)), work);
+  comparison.permutations = result.permutations;
+  if (!result.permutable) return;
+  comparison.noiseFloor = result.noiseFloor;
+  comparison.isSettled = result.settled;
+  for (auto& cluster : comparison.clusters)
+    for (ParameterComparison& parameter : cluster) {
+      if (std::isnan(parameter.d)) continue;
+      parameter.pPermutation = forGatesTried(shareReaching(result.maxima, parameter.d), method);
+    }
+  for (std::size_t i = 0; i < runs.parameters().size(); ++i) {
+    ClusterDifference difference = strongest(comparison.clusters, i);
+    difference.p = result.alone[i];
+    difference.pPermutation = forGatesTried(result.p[i], method);
+    difference.significant = isSignificant(difference.pPermutation, difference.d, method.thresholds);
+    comparison.differences.push_back(difference);
+  }
 }
 
 } // namespace
@@ -63,37 +123,26 @@ std::vector<std::size_t> clusterSizes(std::vector<int> const& labels)
 }
 
 ClusterComparison compareClusters(Scan const& scan, std::vector<int> const& labels,
-                                  Thresholds const& thresholds)
+                                  ComparisonMethod const& method, ComparisonWork const& work)
 {
   checkLabels(labels, scan.runs.size());
-  const ParameterComparer comparer(scan, RunSet(scan.runs.size(), true));
+  checkMethod(method);
+  const ComparedRuns runs(scan, RunSet(scan.runs.size(), true));
   ClusterComparison comparison;
-  const auto clusters = static_cast<int>(clusterSizes(labels).size());
-  for (int k = 0; k < clusters; ++k) {
-    comparison.clusters.push_back(comparer.compare(runsOfCluster(labels, k), thresholds));
-    rankByDifference(comparison.clusters.back());
+  comparison.method = method;
+  comparison.leftOut = runs.leftOut();
+  std::vector<std::vector<ParameterComparison>*> all;
+  comparison.clusters.resize(clusterSizes(labels).size());
+  for (std::size_t k = 0; k < comparison.clusters.size(); ++k) {
+    const RunSet members = runsOfCluster(labels, static_cast<int>(k));
+    if (members.count() == 0) continue;
+    comparison.clusters[k] = runs.compare(runs.maskOf(members), work.threads);
+    all.push_back(&comparison.clusters[k]);
   }
-  comparison.differences = strongestDifferences(comparison.clusters);
-  comparison.leftOut = comparer.leftOut();
+  if (method.permutations > 0 && !runs.parameters().empty()) permute(comparison, runs, labels, work);
+  comparison.family = adjustFamily(all, runs.originals(), method);
+  for (auto* cluster : all) rankByDifference(*cluster, method.adjustment);
   return comparison;
-}
-
-std::vector<ClusterDifference>
-strongestDifferences(std::vector<std::vector<ParameterComparison>> const& clusters)
-{
-  std::map<std::size_t, ClusterDifference> strongest;
-  for (auto const& cluster : clusters)
-    for (ParameterComparison const& c : cluster) {
-      const auto [entry, isNew] = strongest.try_emplace(c.parameter);
-      ClusterDifference& best = entry->second;
-      if (isNew || c.p < best.p || (c.p == best.p && c.d > best.d)) best = {c.name, c.p, c.d, c.parameter};
-    }
-  std::vector<ClusterDifference> differences;
-  for (auto& [parameter, difference] : strongest) {
-    difference.p = std::min(1.0, difference.p * static_cast<double>(clusters.size()));
-    differences.push_back(difference);
-  }
-  return differences;
 }
 
 } // namespace runsieve

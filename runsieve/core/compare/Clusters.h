@@ -8,6 +8,7 @@
 #include <runsieve/core/scan/Scan.h>
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -32,34 +33,40 @@ clusterRuns(Scan const& scan, std::size_t output, ClusterMode mode, int clusters
 /// How much one parameter tells clusters apart.
 struct ClusterDifference
 {
-  std::string name; ///< without a type
-  /// The smallest p-value of all clusters times their number (Bonferroni's correction), at most 1.
-  double p;
-  double d;              ///< the statistic of the cluster that has that p-value, the largest if several have
-  std::size_t parameter; ///< position in Scan::parameters
+  std::string name;          ///< without a type
+  std::size_t parameter = 0; ///< position in Scan::parameters
+  std::size_t cluster = 0;   ///< the one that differs most from all others
+  double d = 0.0;            ///< its statistic, with the sign of ParameterComparison::d
+  double p = 0.0;            ///< by permutation, for this parameter alone in all clusters
+  double pPermutation = 0.0; ///< by permutation, for all parameters in all clusters
+  bool significant = false;
 };
 
 /// The parameters of a scan in each cluster.
 struct ClusterComparison
 {
-  /// Each cluster's runs against all others, as compareParameters() gives them; empty for a cluster without
-  /// runs.
+  /// Each cluster's runs against all others, as rankByDifference() orders them; empty for a cluster without
+  /// runs. Their adjusted p-values are for all parameters in all clusters.
   std::vector<std::vector<ParameterComparison>> clusters;
-  std::vector<ClusterDifference> differences; ///< in the order of the scan
-  std::vector<LeftOutParameter> leftOut;      ///< in the order of the scan
+  /// For each parameter the largest difference of any cluster, in the order of the scan; empty without
+  /// permutations.
+  std::vector<ClusterDifference> differences;
+  std::vector<LeftOutParameter> leftOut; ///< in the order of the scan
+  ComparisonMethod method;
+  std::size_t family = 0; ///< as in Comparison, as what follows
+  std::size_t permutations = 0;
+  double noiseFloor = std::numeric_limits<double>::quiet_NaN();
+  bool isSettled = true;
 };
 
 /// Compares the parameters of each cluster's runs with those of all others. Runs with a negative label are
-/// among the others.
-/// \param labels one per run, each less than the number of runs
-/// \throw std::invalid_argument if they are not, or if a parameter has not one value per run
+/// one more cluster, which is not told of. \param labels one per run, each less than the number of runs
+/// \throw std::invalid_argument if they are not, if a parameter has not one value per run, or as
+/// compareParameters()
+/// \throw ComparisonCancelled
 [[nodiscard]] RUNSIEVE_CORE_EXPORT ClusterComparison compareClusters(Scan const& scan,
                                                                      std::vector<int> const& labels,
-                                                                     Thresholds const& thresholds = {});
-
-/// For each parameter the comparison in which any cluster differs most, in the order of the parameters.
-/// \param clusters the comparisons of each cluster, in any order of parameters
-[[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<ClusterDifference>
-strongestDifferences(std::vector<std::vector<ParameterComparison>> const& clusters);
+                                                                     ComparisonMethod const& method = {},
+                                                                     ComparisonWork const& work = {});
 
 } // namespace runsieve

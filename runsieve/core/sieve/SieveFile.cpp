@@ -54,6 +54,16 @@ template <class Options, class Function> void eachOption(Options& read, Function
   option("exact_times", read.exactTimes);
 }
 
+/// The same of the method of comparison.
+template <class Method, class Function> void eachPart(Method& method, Function&& part)
+{
+  part("adjust", method.adjustment);
+  part("permutations", method.permutations);
+  part("most_permutations", method.mostPermutations);
+  part("seed", method.seed);
+  part("gates_tried", method.gatesTried);
+}
+
 /// What is as by default is left out.
 template <class Value> bool isDefault(Value const& value)
 {
@@ -81,6 +91,11 @@ WrittenJson jsonOf(double value)
   return std::isnan(value) ? "nan" : value < 0.0 ? "-inf" : "inf";
 }
 
+WrittenJson jsonOf(Adjustment adjustment)
+{
+  return adjustmentName(adjustment);
+}
+
 WrittenJson gatesOf(SieveFile const& sieve)
 {
   WrittenJson gates = WrittenJson::array();
@@ -100,6 +115,8 @@ WrittenJson objectOf(SieveFile const& sieve)
   json["join"] = sieve.join == GateJoin::Any ? "or" : "and";
   json["thresholds"] = WrittenJson::object();
   for (auto const& [name, value] : sieve.thresholds) json["thresholds"][name] = jsonOf(value);
+  if (sieve.method)
+    eachPart(*sieve.method, [&json](char const* name, auto const& value) { json["method"][name] = jsonOf(value); });
   json["read"] = WrittenJson::object();
   eachOption(sieve.read, [&json](char const* name, auto const& value) {
     if (!isDefault(value)) json["read"][name] = jsonOf(value);
@@ -177,6 +194,13 @@ void take(std::string const& path, Json const& json, GateJoin& join)
   join = json == "or" ? GateJoin::Any : GateJoin::All;
 }
 
+void take(std::string const& path, Json const& json, Adjustment& adjustment)
+{
+  auto const found = json.is_string() ? adjustmentNamed(json.get<std::string>()) : std::nullopt;
+  if (!found) fail(path, "\"permutation\", \"holm\", \"bh\" or \"none\"", json);
+  adjustment = *found;
+}
+
 void take(std::string const& path, Json const& json, std::map<std::string, double>& numbers)
 {
   if (!json.is_object()) fail(path, "an object", json);
@@ -226,6 +250,7 @@ SieveFile sieveOf(Json const& json)
   member("gates", sieve.gates);
   member("join", sieve.join);
   member("thresholds", sieve.thresholds);
+  if (json.contains("method")) eachPart(sieve.method.emplace(), Members("method", json["method"]));
   if (json.contains("read")) eachOption(sieve.read, Members("read", json["read"]));
   if (json.contains("data")) Members("data", json["data"])("fingerprint", sieve.fingerprint);
   if (!json.contains("counts")) return sieve;

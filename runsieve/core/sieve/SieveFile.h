@@ -1,5 +1,6 @@
 #pragma once
 
+#include <runsieve/core/compare/ComparisonMethod.h>
 #include <runsieve/core/gate/Gate.h>
 #include <runsieve/core/gate/GateRuns.h>
 #include <runsieve/core/read/ReadOptions.h>
@@ -8,6 +9,7 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +32,9 @@ struct SieveFile
   std::vector<Gate> gates;
   GateJoin join = GateJoin::All;
   std::map<std::string, double> thresholds; ///< by name: "p_threshold", "ks_threshold"
+  /// How parameters were compared, but for its thresholds, which stand above; nothing in files of programs
+  /// that had no choice.
+  std::optional<ComparisonMethod> method;
   ReadOptions read;                         ///< how the data were read; without threads and progress
   std::string fingerprint;                  ///< fingerprintOf() the data; empty if not known
   SieveCounts counts;
