@@ -1,6 +1,7 @@
 #include <runsieve/core/inference/SampleComparison.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
@@ -80,9 +81,12 @@ SampleComparison compareSamples(OrderedValues const& ordered, double const* valu
   SampleComparison result;
   if (ordered.order.empty()) return result;
 
-  Side passing;
-  Side others;
-  for (std::uint32_t const run : ordered.order) ++(passes[run] != 0 ? passing : others).size;
+  // Chosen by index: which side the next run is on cannot be predicted.
+  std::array<Side, 2> sides;
+  Side& others = sides[0];
+  Side& passing = sides[1];
+  for (std::uint32_t const run : ordered.order) passing.size += passes[run] != 0 ? 1 : 0;
+  others.size = static_cast<std::uint32_t>(ordered.order.size()) - passing.size;
   auto const product = static_cast<double>(passing.size) * static_cast<double>(others.size);
 
   Pooled const pooled(ordered.order, values);
@@ -95,7 +99,7 @@ SampleComparison compareSamples(OrderedValues const& ordered, double const* valu
     area += static_cast<double>(std::abs(difference)) / product * pooled.difference(valueBefore, value);
     for (; place < end; ++place) {
       std::uint32_t const run = ordered.order[place];
-      (passes[run] != 0 ? passing : others).meet(values[run]);
+      sides[passes[run] != 0 ? 1 : 0].meet(values[run]);
     }
     difference = std::int64_t{others.met} * passing.size - std::int64_t{passing.met} * others.size;
     if (std::abs(difference) > std::abs(result.difference)) {

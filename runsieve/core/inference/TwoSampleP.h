@@ -24,8 +24,8 @@ struct TwoSampleP
 };
 
 /// The probability that two samples differ at least as much if each split of the pooled runs into samples of
-/// these sizes is equally likely: exact wherever that takes at most 10,000,000 steps (some 10 ms), otherwise
-/// asymptotic.
+/// these sizes is equally likely: exact wherever that takes at most 10,000,000 steps, otherwise asymptotic.
+/// It takes some 5 ms, and 0.1 s for a few runs among millions.
 ///
 /// A split is a path from (0, 0) to (passing, others), and differs at least as much if it leaves the band
 /// |i * others - j * passing| < |difference| at the last run of a group of equal values (Hodges, Ark. Mat. 3,

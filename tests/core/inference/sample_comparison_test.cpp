@@ -176,6 +176,8 @@ TEST(SampleComparison, ordersInfiniteValuesButHasNoRangeToMeasureThemBy)
   // Infinite ends, finite quartiles.
   EXPECT_EQ(compare({-INFINITE, 1, 2, 3, INFINITE}, {0, 0, 0, 1, 0}).medianShift, 1.5 / 2.0);
   EXPECT_TRUE(std::isnan(compare({INFINITE, INFINITE}, {1, 0}).area));
+  // Finite values of the passing are no share of an infinite range.
+  EXPECT_TRUE(std::isnan(compare({-INFINITE, 1, 2}, {0, 1, 1}).rangeShare));
 }
 
 TEST(SampleComparison, holdsOverTheWholeRangeOfNumbers)
@@ -187,6 +189,17 @@ TEST(SampleComparison, holdsOverTheWholeRangeOfNumbers)
   EXPECT_EQ(found.rangeShare, 0.0);
   double const least = std::numeric_limits<double>::denorm_min();
   EXPECT_EQ(compare({0, least}, {0, 1}).area, 1.0);
+}
+
+TEST(SampleComparison, hasAnAreaOfAtMostOneThoughItsSumIsRounded)
+{
+  // A hundred steps of 3/4 of a unit in the last place of the sum, each of which counts as a whole one.
+  Values values{-3.0};
+  for (int step = 100; step > 0; --step) values.push_back(1.0 - 3.0 * step * 0x1p-53);
+  values.resize(values.size() + 100000, 1.0);
+  Mask passes(values.size(), 1);
+  passes.front() = 0;
+  EXPECT_EQ(compare(values, passes).area, 1.0);
 }
 
 TEST(SampleComparison, ofVeryUnequalSizesCountsEachRunOnce)
