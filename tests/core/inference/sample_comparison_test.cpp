@@ -194,7 +194,7 @@ TEST(SampleComparison, holdsOverTheWholeRangeOfNumbers)
 TEST(SampleComparison, hasAnAreaOfAtMostOneThoughItsSumIsRounded)
 {
   // A hundred steps of 3/4 of a unit in the last place of the sum, each of which counts as a whole one.
-  Values values{-3.0};
+  Values values{-2.0};
   for (int step = 100; step > 0; --step) values.push_back(1.0 - 3.0 * step * 0x1p-53);
   values.resize(values.size() + 100000, 1.0);
   Mask passes(values.size(), 1);
