@@ -18,35 +18,45 @@ BoxPath pathOf(BoxScan const& scan, PeelOptions const& options = {})
   return *findBoxPath(scan.table(), scan.sample(), options);
 }
 
-/// The best criterion of any peel of all runs of numbers, by trying each threshold.
+/// The runs up to a threshold, or from it on if `sign` is -1.
+BoxTally runsUpTo(BoxScan const& scan, std::vector<double> const& column, double threshold, double sign)
+{
+  BoxTally tally;
+  for (std::size_t run = 0; run < column.size(); ++run)
+    if (sign * column[run] <= sign * threshold) tally += {1, scan.passing[run]};
+  return tally;
+}
+
+/// The peel at one side of a parameter, by trying each of its values as threshold.
+BoxTally peelByTrial(BoxScan const& scan, std::vector<double> const& column, double sign, std::size_t most)
+{
+  BoxTally smallest{column.size(), 0};
+  BoxTally largest;
+  for (double const threshold : column) {
+    BoxTally const tally = runsUpTo(scan, column, threshold, sign);
+    if (tally.runs <= smallest.runs) smallest = tally;
+    if (tally.runs <= most && tally.runs > largest.runs) largest = tally;
+  }
+  return largest.runs > 0 ? largest : smallest;
+}
+
+/// The best criterion of any peel of all runs, each parameter being numbers.
 double bestScoreByTrial(BoxScan const& scan, PeelOptions const& options)
 {
-  double const n = static_cast<double>(scan.passing.size());
-  double const p = static_cast<double>(std::count(scan.passing.begin(), scan.passing.end(), 1));
-  double const k = static_cast<double>(options.runsOf(scan.passing.size()));
+  BoxTally const all = scan.sample().all();
+  auto const n = static_cast<double>(all.runs);
+  auto const k = static_cast<double>(options.runsOf(all.runs));
   double best = -INFINITE;
   for (auto const& column : scan.columns)
     for (double const sign : {1.0, -1.0}) {
-      double mostRuns = 0.0;
-      double score = -INFINITE;
-      double firstRuns = INFINITE; // of the first level
-      for (double const threshold : column) {
-        double runs = 0.0;
-        double passing = 0.0;
-        for (std::size_t run = 0; run < column.size(); ++run)
-          if (sign * column[run] <= sign * threshold) {
-            runs += 1.0;
-            passing += scan.passing[run];
-          }
-        firstRuns = std::min(firstRuns, runs);
-        bool const fits = runs <= std::max(k, firstRuns) && runs < n;
-        if (!fits || runs < mostRuns) continue;
-        mostRuns = runs;
-        score = ((p - passing) / (n - runs) - p / n) / std::max(runs, k);
-        if (n - runs < std::ceil(options.leastMass * n) || passing == p) score = -INFINITE;
-      }
-      // A level that is not the first in the column may have set the bound too high.
-      if (mostRuns <= std::max(k, firstRuns)) best = std::max(best, score);
+      BoxTally const peel = peelByTrial(scan, column, sign, options.runsOf(all.runs));
+      BoxTally left = all;
+      left -= peel;
+      if (left.passing == 0 || static_cast<double>(left.runs) < options.leastMass * n) continue;
+      BoxMeasures const before{all, all};
+      BoxMeasures const after{left, all};
+      double const taken = std::max(static_cast<double>(peel.runs), k);
+      best = std::max(best, (after.density() - before.density()) / taken);
     }
   return best;
 }

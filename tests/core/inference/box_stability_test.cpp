@@ -94,8 +94,7 @@ TEST(BoxStability, isTheSameForAnyNumberOfThreads)
 TEST(BoxStability, differsBySeed)
 {
   BoxScan const scan = scanWithBox();
-  EXPECT_NE(stabilityOf(scan, {20, 1, 1}).parameters[1].high.median,
-            stabilityOf(scan, {20, 2, 1}).parameters[1].high.median);
+  EXPECT_NE(stabilityOf(scan, {20, 1, 1}).coverage.median, stabilityOf(scan, {20, 2, 1}).coverage.median);
 }
 
 TEST(BoxStability, hasNoCoverageIfNoRunPasses)
