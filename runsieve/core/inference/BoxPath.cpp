@@ -17,9 +17,22 @@ void PeelOptions::check() const
     throw std::invalid_argument("the least mass of a box is not in 0 to 1");
 }
 
+// Products are rounded: 0.29 x 100 comes out below 29, and 0.07 x 100 above 7. Quotients of counts are what
+// callers compare with.
 std::size_t PeelOptions::runsOf(std::size_t inside) const
 {
-  return std::max<std::size_t>(1, static_cast<std::size_t>(fraction * static_cast<double>(inside)));
+  auto const runs = static_cast<double>(inside);
+  double share = std::floor(fraction * runs);
+  if ((share + 1.0) / runs <= fraction) share += 1.0;
+  return std::max<std::size_t>(1, static_cast<std::size_t>(share));
+}
+
+std::size_t PeelOptions::leastRunsOf(std::size_t all) const
+{
+  auto const runs = static_cast<double>(all);
+  double share = std::floor(leastMass * runs);
+  if (share / runs < leastMass) share += 1.0;
+  return std::max<std::size_t>(1, static_cast<std::size_t>(share));
 }
 
 void BoxPeel::applyTo(Box& box) const
@@ -59,8 +72,7 @@ BoxPeeler::BoxPeeler(BoxTable const& table, BoxSample const& sample, PeelOptions
 {
   options.check();
   checkSizes(table, sample);
-  leastInside = std::max<std::size_t>(
-      1, static_cast<std::size_t>(std::ceil(options.leastMass * static_cast<double>(inside.runs))));
+  leastInside = options.leastRunsOf(inside.runs);
   for (BoxColumn const& column : table.columns()) {
     if (column.categories > 0 || !column.missing.empty()) followed.push_back(extents.size());
     extents.push_back(extentOf(column));

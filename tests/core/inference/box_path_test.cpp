@@ -208,6 +208,19 @@ TEST(BoxPath, keepsTheLeastMass)
   EXPECT_EQ(pathOf(scan, options).steps.size(), 1u);
 }
 
+TEST(BoxPath, takesItsSharesOfRunsAsTheyAreWritten)
+{
+  EXPECT_EQ((PeelOptions{0.29, 0.05}).runsOf(100), 29u); // the product is 28.999...
+  EXPECT_EQ((PeelOptions{0.05, 0.05}).runsOf(19), 1u);
+  EXPECT_EQ((PeelOptions{0.05, 0.05}).runsOf(59), 2u);
+  EXPECT_EQ((PeelOptions{0.05, 0.05}).runsOf(0), 1u);
+  EXPECT_EQ((PeelOptions{0.05, 0.07}).leastRunsOf(100), 7u); // 7.000...1
+  EXPECT_EQ((PeelOptions{0.05, 0.29}).leastRunsOf(100), 29u);
+  EXPECT_EQ((PeelOptions{0.05, 0.05}).leastRunsOf(21), 2u);
+  EXPECT_EQ((PeelOptions{0.05, 0.0}).leastRunsOf(100), 1u);
+  EXPECT_EQ((PeelOptions{0.05, 0.05}).leastRunsOf(0), 1u);
+}
+
 TEST(BoxPath, isOneBoxIfAllRunsPass)
 {
   BoxScan scan = uniformScan(50, 2, 1);

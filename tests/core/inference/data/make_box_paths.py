@@ -139,7 +139,7 @@ def path(scan):
         for j, kind, value, limits in peels(scan, box, runs):
             smaller = {**box, j: limits}
             left = {run for run in runs if holds(limits, scan.rows[run][j])}
-            if len(left) < LEAST_MASS * len(scan.runs) or not left & scan.passing:
+            if len(left) / len(scan.runs) < LEAST_MASS or not left & scan.passing:
                 continue
             removed = len(runs) - len(left)
             score = (density(scan, left) - density(scan, runs)) / max(removed, share(scan.fraction, runs))
