@@ -100,6 +100,7 @@ ParameterStability stabilityOf(std::vector<HalfBox> const& boxes, std::size_t pa
 template <class Measure> BoxSpread spreadOf(std::vector<HalfBox> const& boxes, Measure const& measure)
 {
   std::vector<double> values;
+  values.reserve(boxes.size());
   for (HalfBox const& half : boxes) values.push_back(measure(half.elsewhere));
   return spreadOf(std::move(values));
 }
