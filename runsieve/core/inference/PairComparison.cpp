@@ -1,11 +1,13 @@
 #include <runsieve/core/inference/PairComparison.h>
 
+#include <runsieve/core/inference/NoiseFloor.h>
+#include <runsieve/core/inference/OrderedRuns.h>
 #include <runsieve/core/inference/RandomStream.h>
+#include <runsieve/core/inference/Shuffle.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <stdexcept>
 #include <utility>
 
 namespace runsieve {
@@ -14,13 +16,10 @@ namespace {
 
 constexpr double DESIGN_LEVEL = 0.01; ///< of all pairs together
 
-std::vector<unsigned char> const& checked(std::vector<OrderedValues> const& orders,
-                                          std::vector<unsigned char> const& passing)
+std::vector<OrderedValues> const& checked(std::vector<OrderedValues> const& orders, std::size_t runs)
 {
-  for (OrderedValues const& ordered : orders)
-    for (const std::uint32_t run : ordered.order)
-      if (run >= passing.size()) throw std::invalid_argument("a parameter has more runs than the set");
-  return passing;
+  checkRuns(orders, runs);
+  return orders;
 }
 
 /// |r| sqrt(n - 1), or NaN.
@@ -52,19 +51,13 @@ double largestStatistic(PairCorrelations const& correlations)
   return largest;
 }
 
-void shuffle(double* values, std::size_t count, RandomStream& random)
-{
-  for (std::size_t i = count; i > 1; --i)
-    std::swap(values[i - 1], values[random.below(static_cast<std::uint32_t>(i))]);
-}
-
 /// Shuffles the ranks of the runs that have one.
 void shufflePresent(double* ranks, double const* present, std::size_t rows, RandomStream& random)
 {
   std::vector<double> held;
   for (std::size_t row = 0; row < rows; ++row)
     if (present[row] > 0.0) held.push_back(ranks[row]);
-  shuffle(held.data(), held.size(), random);
+  shuffleToFront(held.data(), held.size(), held.size(), random);
   std::size_t next = 0;
   for (std::size_t row = 0; row < rows; ++row)
     if (present[row] > 0.0) ranks[row] = held[next++];
@@ -80,7 +73,7 @@ std::vector<unsigned char> complementOf(std::vector<unsigned char> mask)
 
 PairComparison::PairComparison(std::vector<OrderedValues> const& parameterOrders,
                                std::vector<unsigned char> passing, PairSettings const& pairSettings)
-    : orders(parameterOrders), passes(checked(parameterOrders, passing)), settings(pairSettings),
+    : orders(checked(parameterOrders, passing.size())), passes(std::move(passing)), settings(pairSettings),
       inPassing(rankCorrelations(orders, passes)), inOthers(rankCorrelations(orders, complementOf(passes))),
       inAll(rankCorrelations(orders, std::vector<unsigned char>(passes.size(), 1))),
       passingRanks(rankTable(orders, passes)), design(inAll.r.size()), expected(inAll.r.size()),
@@ -126,7 +119,7 @@ void PairComparison::permute(std::size_t permutation)
   RankTable shuffled = passingRanks;
   for (std::size_t p = 0; p < shuffled.columns; ++p)
     if (shuffled.present.empty())
-      shuffle(shuffled.column(p), shuffled.rows, random);
+      shuffleToFront(shuffled.column(p), shuffled.rows, shuffled.rows, random);
     else
       shufflePresent(shuffled.column(p), shuffled.presence(p), shuffled.rows, random);
   maxima[permutation] = largestStatistic(columnCorrelations(shuffled));
@@ -168,13 +161,7 @@ std::vector<PairResult> PairComparison::pairs() const
 
 double PairComparison::noiseFloor() const
 {
-  // So many permutations may reach a statistic whose p is at most the level.
-  const double allowed = std::floor(settings.level * (1.0 + static_cast<double>(maxima.size()))) - 1.0;
-  if (!(allowed >= 0.0)) return std::numeric_limits<double>::infinity();
-  if (allowed >= static_cast<double>(maxima.size())) return 0.0;
-  std::vector<double> sorted = maxima;
-  std::sort(sorted.begin(), sorted.end());
-  return sorted[sorted.size() - 1 - static_cast<std::size_t>(allowed)];
+  return noiseFloorOf(maxima, settings.level);
 }
 
 double PairComparison::correlationFloor() const

@@ -1,5 +1,7 @@
 #include <runsieve/core/inference/RankCorrelation.h>
 
+#include <runsieve/core/inference/OrderedRuns.h>
+
 #include <Eigen/Core>
 
 #include <algorithm>
@@ -111,9 +113,7 @@ double rankCorrelation(double const* x, double const* y, std::size_t runs)
 
 RankTable rankTable(std::vector<OrderedValues> const& orders, std::vector<unsigned char> const& members)
 {
-  std::vector<std::size_t> runs;
-  for (std::size_t run = 0; run < members.size(); ++run)
-    if (members[run]) runs.push_back(run);
+  const std::vector<std::uint32_t> runs = runsMarked(members, true);
   RankTable table;
   table.rows = runs.size();
   table.columns = orders.size();

@@ -1,14 +1,12 @@
 #include <runsieve/core/inference/RankCorrelation.h>
 
+#include "RecordedRuns.h"
 #include "UniformDraws.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <fstream>
 #include <limits>
-#include <sstream>
-#include <string>
 
 namespace runsieve::test {
 
@@ -16,42 +14,6 @@ namespace {
 
 constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
 constexpr double INFINITE = std::numeric_limits<double>::infinity();
-
-struct Truth
-{
-  std::string group;
-  std::size_t first;
-  std::size_t second;
-  double r;
-};
-
-/// Runs with values of four parameters, and what R found.
-struct RecordedRuns
-{
-  std::vector<unsigned char> passing;
-  std::vector<Column> columns = std::vector<Column>(4);
-  std::vector<Truth> truths;
-};
-
-RecordedRuns recordedRuns()
-{
-  RecordedRuns recorded;
-  std::ifstream file(RUNSIEVE_SOURCE_DIR "/tests/core/inference/data/rank_correlations.csv");
-  for (std::string line; std::getline(file, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    std::vector<std::string> fields;
-    std::istringstream split(line);
-    for (std::string field; std::getline(split, field, ',');) fields.push_back(field);
-    if (fields[0] == "run") {
-      recorded.passing.push_back(fields[1] == "1" ? 1 : 0);
-      for (std::size_t p = 0; p < 4; ++p) recorded.columns[p].push_back(std::stod(fields[2 + p]));
-    } else {
-      recorded.truths.push_back(
-          {fields[0], std::stoul(fields[1]), std::stoul(fields[2]), std::stod(fields[3])});
-    }
-  }
-  return recorded;
-}
 
 double correlated(Column const& x, Column const& y)
 {
@@ -63,10 +25,10 @@ double correlated(Column const& x, Column const& y)
 TEST(RankCorrelation, isThatOfRWithTiesMissingAndInfiniteValues)
 {
   const RecordedRuns recorded = recordedRuns();
-  ASSERT_EQ(recorded.truths.size(), 18u);
+  ASSERT_EQ(recorded.correlations.size(), 18u);
   const std::vector<OrderedValues> orders = ordersOf(recorded.columns);
   const std::size_t runs = recorded.passing.size();
-  for (Truth const& truth : recorded.truths) {
+  for (Truth const& truth : recorded.correlations) {
     const std::vector<unsigned char> members = runsWhere(runs, [&](std::size_t run) {
       return truth.group == "all" || (truth.group == "passing") == (recorded.passing[run] == 1);
     });
