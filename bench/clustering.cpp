@@ -3,8 +3,8 @@
 
 #include "BenchScan.h"
 
-#include <runsieve/core/kernels/PearsonKMeans.h>
 #include <runsieve/records/vtkKMeansPearson.h>
+#include <runsieve/core/kernels/PearsonKMeans.h>
 
 #include <benchmark/benchmark.h>
 #include <vtkDoubleArray.h>

@@ -6,9 +6,9 @@
 #include "app/render/OffscreenView.h"
 #include "app/view/ScanPlot.h"
 
-#include <runsieve/core/kernels/RunIntersection.h>
 #include <runsieve/plot/PlotContainer.h>
 #include <runsieve/selection/RowGather.h>
+#include <runsieve/core/kernels/RunIntersection.h>
 #include <runsieve/selection/vtkCombinedFilterAndSelectedRows.h>
 
 #include <vtkAnnotationLink.h>
