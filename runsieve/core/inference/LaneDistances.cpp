@@ -1,0 +1,129 @@
+#include <runsieve/core/inference/LaneDistances.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+// Clones give the loops the widest registers of the machine. All give the same: this file is compiled without
+// fused products and sums.
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)
+#define RUNSIEVE_VECTOR_CLONES __attribute__((target_clones("avx512f", "avx2", "default")))
+#else
+#define RUNSIEVE_VECTOR_CLONES
+#endif
+
+namespace runsieve {
+
+namespace {
+
+/// Writes the largest sum at the end of a group of equal values, and the largest change from the given one.
+/// \param scale makes a difference of shares of the sum
+RUNSIEVE_VECTOR_CLONES
+void walk(OrderedValues const& ordered, double const* steps, double const* scale, double const* given,
+          LaneDistances& found)
+{
+  double scales[LANES];
+  std::memcpy(scales, scale, sizeof scales);
+  double sum[LANES] = {};
+  double largest[LANES] = {};
+  double change[LANES] = {};
+  std::uint32_t const* run = ordered.order.data();
+  std::uint32_t const* const first = run;
+  for (const std::uint32_t end : ordered.groupEnds) {
+    for (; run != first + end; ++run) {
+      double const* step = steps + *run * LANES;
+      for (std::size_t lane = 0; lane < LANES; ++lane) sum[lane] += step[lane];
+    }
+    for (std::size_t lane = 0; lane < LANES; ++lane) {
+      const double size = std::abs(sum[lane]);
+      largest[lane] = size > largest[lane] ? size : largest[lane];
+      const double changed = std::abs(sum[lane] * scales[lane] - *given);
+      change[lane] = changed > change[lane] ? changed : change[lane];
+    }
+    ++given;
+  }
+  std::memcpy(found.distance, largest, sizeof largest);
+  std::memcpy(found.change, change, sizeof change);
+}
+
+/// Numbers of passing runs and others in each lane.
+struct LaneSizes
+{
+  double passing[LANES] = {};
+  double others[LANES] = {};
+
+  void add(double const* counts)
+  {
+    for (std::size_t lane = 0; lane < LANES; ++lane) {
+      passing[lane] += counts[lane] > 0.0 ? counts[lane] : 0.0;
+      others[lane] -= counts[lane] < 0.0 ? counts[lane] : 0.0;
+    }
+  }
+};
+
+LaneSteps stepsOf(LaneCounts const& counts, LaneSizes const& sizes)
+{
+  LaneSteps result;
+  result.steps.resize(counts.size());
+  for (std::size_t i = 0; i < counts.size(); i += LANES)
+    for (std::size_t lane = 0; lane < LANES; ++lane) {
+      const double count = counts[i + lane];
+      result.steps[i + lane] = count * (count > 0.0 ? sizes.others[lane] : sizes.passing[lane]);
+    }
+  for (std::size_t lane = 0; lane < LANES; ++lane)
+    result.product[lane] = sizes.passing[lane] * sizes.others[lane];
+  return result;
+}
+
+LaneDistances distancesOf(OrderedValues const& ordered, LaneSteps const& steps,
+                          std::vector<double> const& given)
+{
+  double scale[LANES];
+  for (std::size_t lane = 0; lane < LANES; ++lane)
+    scale[lane] = steps.product[lane] > 0.0 ? 1.0 / steps.product[lane] : 0.0;
+  LaneDistances found;
+  walk(ordered, steps.steps.data(), scale, given.data(), found);
+  for (std::size_t lane = 0; lane < LANES; ++lane) {
+    const bool defined = steps.product[lane] > 0.0;
+    found.distance[lane] = defined ? found.distance[lane] / steps.product[lane] : 0.0;
+    if (!defined) found.change[lane] = 1.0;
+  }
+  return found;
+}
+
+} // namespace
+
+LaneSteps laneSteps(LaneCounts const& counts)
+{
+  LaneSizes sizes;
+  for (std::size_t i = 0; i < counts.size(); i += LANES) sizes.add(counts.data() + i);
+  return stepsOf(counts, sizes);
+}
+
+LaneDistances laneDistances(OrderedValues const& ordered, LaneCounts const& counts, LaneSteps const& steps,
+                            std::vector<double> const& given)
+{
+  if (ordered.order.size() * LANES == counts.size()) return distancesOf(ordered, steps, given);
+  LaneSizes sizes;
+  for (const std::uint32_t run : ordered.order) sizes.add(counts.data() + run * LANES);
+  return distancesOf(ordered, stepsOf(counts, sizes), given);
+}
+
+std::vector<double> shareDifferences(OrderedValues const& ordered, std::vector<unsigned char> const& passing)
+{
+  double passingSize = 0.0;
+  for (const std::uint32_t run : ordered.order) passingSize += passing[run];
+  const double otherSize = static_cast<double>(ordered.order.size()) - passingSize;
+  const double product = passingSize * otherSize;
+  std::vector<double> differences;
+  differences.reserve(ordered.groupEnds.size());
+  double sum = 0.0;
+  std::size_t i = 0;
+  for (const std::uint32_t end : ordered.groupEnds) {
+    for (; i < end; ++i) sum += passing[ordered.order[i]] ? otherSize : -passingSize;
+    differences.push_back(product > 0.0 ? sum / product : 0.0);
+  }
+  return differences;
+}
+
+} // namespace runsieve

@@ -1,0 +1,152 @@
+#include <runsieve/core/inference/Stability.h>
+
+#include <runsieve/core/inference/OrderedRuns.h>
+#include <runsieve/core/inference/Quantile.h>
+#include <runsieve/core/inference/RandomStream.h>
+
+#include <boost/math/special_functions/erf.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <stdexcept>
+
+namespace runsieve {
+
+namespace {
+
+/// On either side; resamples of fewer hardly differ, which would pass for certainty.
+constexpr double LEAST_RUNS = 3.0;
+
+std::size_t piecesOf(std::size_t resamples)
+{
+  return (resamples + LANES - 1) / LANES;
+}
+
+/// Draws as many of the runs as there are, with replacement, adding `step` for each to a lane.
+void drawInto(double* lane, std::vector<std::uint32_t> const& runs, double step, RandomStream& random)
+{
+  const auto size = static_cast<std::uint32_t>(runs.size());
+  for (std::uint32_t i = 0; i < size; ++i) lane[runs[random.below(size)] * LANES] += step;
+}
+
+} // namespace
+
+Stability::Stability(std::vector<OrderedValues> const& parameterOrders,
+                     std::vector<unsigned char> const& passing, StabilitySettings const& stabilitySettings)
+    : orders(parameterOrders), settings(stabilitySettings), runs(passing.size()),
+      passingRuns(runsMarked(passing, true)), otherRuns(runsMarked(passing, false)),
+      work(piecesOf(settings.resamples), LANES * runs + runs * orders.size(), settings.threads)
+{
+  if (!(settings.confidence > 0.0 && settings.confidence < 1.0))
+    throw std::invalid_argument("the confidence must be between 0 and 1");
+  checkRuns(orders, runs);
+  for (OrderedValues const& ordered : orders) observed.push_back(observe(ordered, passing));
+  distances.resize(piecesOf(settings.resamples) * LANES * orders.size());
+  changes.resize(distances.size());
+}
+
+Stability::Observed Stability::observe(OrderedValues const& ordered,
+                                       std::vector<unsigned char> const& passing)
+{
+  Observed result;
+  result.differences = shareDifferences(ordered, passing);
+  double passingSize = 0.0;
+  for (const std::uint32_t run : ordered.order) passingSize += passing[run];
+  const double otherSize = static_cast<double>(ordered.order.size()) - passingSize;
+  result.defined = passingSize > 0.0 && otherSize > 0.0;
+  result.enough = passingSize >= LEAST_RUNS && otherSize >= LEAST_RUNS;
+  if (!result.defined) return result;
+  const auto most = std::max_element(result.differences.begin(), result.differences.end(),
+                                     [](double a, double b) { return std::abs(a) < std::abs(b); });
+  const std::uint32_t end = ordered.groupEnds[static_cast<std::size_t>(most - result.differences.begin())];
+  double below = 0.0;
+  for (std::uint32_t i = 0; i < end; ++i) below += passing[ordered.order[i]];
+  const double shareOfPassing = below / passingSize;
+  const double shareOfOthers = (end - below) / otherSize;
+  result.distance = std::abs(*most);
+  result.error = std::sqrt(shareOfPassing * (1.0 - shareOfPassing) / passingSize +
+                           shareOfOthers * (1.0 - shareOfOthers) / otherSize);
+  return result;
+}
+
+void Stability::advance(std::size_t pieces)
+{
+  work.advance(pieces, [this](std::size_t piece) { resample(piece); });
+}
+
+LaneCounts Stability::drawnCounts(std::size_t piece) const
+{
+  LaneCounts counts(runs * LANES);
+  for (std::size_t lane = 0; lane < LANES; ++lane) {
+    RandomStream random(settings.seed, piece * LANES + lane);
+    drawInto(counts.data() + lane, passingRuns, 1.0, random);
+    drawInto(counts.data() + lane, otherRuns, -1.0, random);
+  }
+  return counts;
+}
+
+void Stability::resample(std::size_t piece)
+{
+  const LaneCounts counts = drawnCounts(piece);
+  const LaneSteps steps = laneSteps(counts);
+  for (std::size_t p = 0; p < orders.size(); ++p) {
+    const LaneDistances found = laneDistances(orders[p], counts, steps, observed[p].differences);
+    for (std::size_t lane = 0; lane < LANES; ++lane) {
+      const std::size_t place = (piece * LANES + lane) * orders.size() + p;
+      distances[place] = found.distance[lane];
+      changes[place] = found.change[lane];
+    }
+  }
+}
+
+std::vector<std::size_t> Stability::timesAmongTop() const
+{
+  std::vector<std::size_t> times(orders.size());
+  const std::size_t top = std::min(settings.top, orders.size());
+  std::vector<std::size_t> ranked(orders.size());
+  for (std::size_t b = 0; b < settings.resamples; ++b) {
+    double const* of = distances.data() + b * orders.size();
+    std::iota(ranked.begin(), ranked.end(), std::size_t{0});
+    std::partial_sort(
+        ranked.begin(), ranked.begin() + static_cast<std::ptrdiff_t>(top), ranked.end(),
+        [of](std::size_t p, std::size_t q) { return of[p] > of[q] || (of[p] == of[q] && p < q); });
+    for (std::size_t i = 0; i < top; ++i) ++times[ranked[i]];
+  }
+  return times;
+}
+
+ParameterStability Stability::stabilityOf(std::size_t parameter) const
+{
+  ParameterStability result;
+  result.distance = observed[parameter].distance;
+  result.upper = 1.0;
+  if (!observed[parameter].defined || settings.resamples == 0) return result;
+  std::vector<double> sorted;
+  for (std::size_t b = 0; b < settings.resamples; ++b) {
+    sorted.push_back(changes[b * orders.size() + parameter]);
+    result.resampled += distances[b * orders.size() + parameter];
+  }
+  result.resampled /= static_cast<double>(settings.resamples);
+  std::sort(sorted.begin(), sorted.end());
+  if (!observed[parameter].enough) return result;
+  const double tail = 0.5 * (1.0 - settings.confidence);
+  const double normal = std::sqrt(2.0) * boost::math::erf_inv(settings.confidence);
+  result.lower = std::max(result.distance - quantileOf(sorted, 1.0 - tail), 0.0);
+  result.upper = std::min(result.distance + normal * observed[parameter].error, 1.0);
+  return result;
+}
+
+std::vector<ParameterStability> Stability::parameters() const
+{
+  const std::vector<std::size_t> times = timesAmongTop();
+  std::vector<ParameterStability> results;
+  for (std::size_t p = 0; p < orders.size(); ++p) {
+    results.push_back(stabilityOf(p));
+    if (settings.resamples > 0)
+      results.back().topShare = static_cast<double>(times[p]) / static_cast<double>(settings.resamples);
+  }
+  return results;
+}
+
+} // namespace runsieve
