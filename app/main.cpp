@@ -32,7 +32,7 @@ struct Runner
   int operator()(InfoArguments const& arguments) const { return runInfo(arguments); }
   int operator()(RankArguments const& arguments) const { return runRank(arguments); }
   int operator()(SelectArguments const& arguments) const { return runSelect(arguments); }
-  int operator()(RenderArguments const& arguments) const { return desk().render(arguments); }
+  int operator()(RenderArguments const& arguments) const { return runRender(arguments); }
   int operator()(ClusterArguments const& arguments) const { return runCluster(arguments); }
   int operator()(ConvertArguments const& arguments) const { return runConvert(arguments); }
   int operator()(ExploreArguments const& arguments) const { return desk().explore(arguments); }

@@ -2,9 +2,9 @@
 
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
+#include "app/cli/OutputFiles.h"
 #include "app/cli/RankReport.h"
 #include "app/desk/Desk.h"
-#include "app/store/FileEnding.h"
 
 #include <runsieve/core/compare/Clusters.h>
 #include <runsieve/core/files/SafeFile.h>
@@ -13,10 +13,8 @@
 #include <runsieve/core/write/WriteScan.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <iostream>
 #include <stdexcept>
-#include <system_error>
 
 namespace runsieve::app {
 
@@ -60,23 +58,11 @@ void print(ClusterComparison const& comparison, std::vector<int> const& labels)
   }
 }
 
-bool isSameFile(std::string const& a, std::string const& b)
-{
-  std::error_code failure; // such as that there is no such file
-  return a == b || std::filesystem::equivalent(a, b, failure);
-}
-
-/// One file must not be written over another one of the same command.
 void checkFiles(ClusterArguments const& arguments)
 {
-  const std::string ending = fileEnding(arguments.picture);
-  if (!arguments.picture.empty() && ending != ".png" && ending != ".pdf")
+  if (!arguments.picture.empty() && !isPictureName(arguments.picture))
     throw UsageError("cluster: the name of the picture must end in .png or .pdf");
-  for (std::string const& output : {arguments.output, arguments.picture})
-    if (!output.empty() && isSameFile(output, arguments.file))
-      throw UsageError("cluster: " + output + " is the file that is read");
-  if (!arguments.output.empty() && isSameFile(arguments.output, arguments.picture))
-    throw UsageError("cluster: output and picture are one file");
+  checkOutputs("cluster", arguments, {arguments.output, arguments.picture});
 }
 
 std::size_t chosenOutput(ClusterArguments const& arguments, OpenedScan const& opened)
@@ -95,8 +81,7 @@ int runCluster(ClusterArguments const& arguments)
   GatedScan gated = openGated(arguments);
   std::size_t const output = chosenOutput(arguments, gated.opened);
   if (arguments.hasGates()) {
-    if (gated.passed.runs.count() == 0)
-      throw std::runtime_error(arguments.file + ": no run passes through all gates");
+    if (gated.passed.runs.count() == 0) failWithoutRuns(gated, arguments.file);
     printGates(std::cerr, gated);
     gated.opened.scan = subsetOf(gated.scan(), gated.passed.runs);
   }

@@ -115,6 +115,7 @@ int runSimulate(SimulateArguments const& arguments);
 int runInfo(InfoArguments const& arguments);
 int runSelect(SelectArguments const& arguments);
 int runRank(RankArguments const& arguments);
+int runRender(RenderArguments const& arguments);
 int runCluster(ClusterArguments const& arguments);
 int runConvert(ConvertArguments const& arguments);
 

@@ -1,9 +1,12 @@
 #include "app/cli/GateReport.h"
 
 #include <runsieve/core/gate/GateJson.h>
+#include <runsieve/core/text/FieldText.h>
 
 #include <algorithm>
+#include <iterator>
 #include <ostream>
+#include <stdexcept>
 
 namespace runsieve::app {
 
@@ -24,6 +27,20 @@ void printGates(std::ostream& out, GatedScan const& gated)
   };
   for (std::string const& note : gated.notes)
     if (!isOfGate(note)) out << "note   " << note << '\n';
+}
+
+void failWithoutRuns(GatedScan const& gated, std::string const& file)
+{
+  std::vector<AppliedGate> const& gates = gated.passed.gates;
+  std::string message = file + ": no run passes through all gates";
+  if (gates.size() > 1 && gated.join == GateJoin::All) {
+    auto const last =
+        std::find_if(gates.begin(), gates.end(), [](AppliedGate const& g) { return g.left == 0; });
+    std::size_t const before = last == gates.begin() ? gated.scan().runs.size() : std::prev(last)->left;
+    message += ": " + runsieve::quoted(last->gate.text()) + " lets none of the " + std::to_string(before) +
+               " through that are left before it";
+  }
+  throw std::runtime_error(message);
 }
 
 nlohmann::ordered_json gatesAsJson(GatedScan const& gated)

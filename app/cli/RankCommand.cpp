@@ -2,6 +2,7 @@
 
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
+#include "app/cli/OutputFiles.h"
 #include "app/cli/RankReport.h"
 
 #include <runsieve/core/write/RowWriter.h>
@@ -66,14 +67,16 @@ void printJson(GatedScan const& gated, Comparison const& ranked, std::size_t lef
 
 int runRank(RankArguments const& arguments)
 {
+  checkOutputs("rank", arguments, {});
   GatedScan const gated = openGated(arguments);
-  if (!gated.sieves()) throw UsageError("rank: the stored plot has no selection; --gate is required");
+  if (!gated.sieves())
+    throw UsageError("rank: there is nothing to sieve by: neither gates nor the selection of a stored plot; "
+                     "--gate is required");
   RunSet const eligible = gated.eligible();
   RunSet compared(gated.passed.runs);
   compared &= eligible;
   Comparison const ranked = compareParameters(gated.scan(), compared, gated.thresholds, eligible);
-  if (gated.passed.runs.count() == 0)
-    throw std::runtime_error(arguments.file + ": no run passes through all gates");
+  if (gated.passed.runs.count() == 0) failWithoutRuns(gated, arguments.file);
   if (compared.count() == 0)
     throw std::runtime_error(arguments.file +
                              ": no run that passes is complete; a gate \"status complete, short, "

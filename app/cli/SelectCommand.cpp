@@ -2,6 +2,7 @@
 
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
+#include "app/cli/OutputFiles.h"
 #include "app/cli/RankReport.h"
 
 #include <runsieve/core/files/SafeFile.h>
@@ -110,8 +111,11 @@ std::string listOf(SelectArguments const& arguments, GatedScan const& gated, Run
 
 int runSelect(SelectArguments const& arguments)
 {
+  checkOutputs("select", arguments, {arguments.output});
   GatedScan const gated = openGated(arguments);
-  if (!gated.sieves()) throw UsageError("select: the stored plot has no selection; --gate is required");
+  if (!gated.sieves())
+    throw UsageError("select: there is nothing to sieve by: neither gates nor the selection of a stored "
+                     "plot; --gate is required");
   RunSet const selected = arguments.others ? gated.passed.runs.complement() : gated.passed.runs;
   bool const toOutput = arguments.output.empty() || arguments.output == "-";
   if (arguments.format == "scan" && selected.count() == 0)

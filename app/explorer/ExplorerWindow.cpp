@@ -203,6 +203,7 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
     } else {
       const ScanFile found = readScan(file, read);
       loaded.scan = linePlotTableOf(found.scan);
+      loaded.notes = notesOf(found.scan, loaded.scan);
       lines = readingLines(found.scan, found.report);
       toTell = remarks(found.scan, found.report);
     }
@@ -215,6 +216,7 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
 
   scan = loaded.scan;
   reading = lines;
+  notes = loaded.notes;
   readingNotes->setText(toTell == 1 ? QString("1 note on reading")
                                     : QString("%L1 notes on reading").arg(toTell));
   readingNotes->setVisible(toTell > 0);
@@ -248,7 +250,7 @@ void ExplorerWindow::setControls(ViewOptions const& view)
   commonScale->setChecked(view.commonScale);
   quantiles->setChecked(view.quantiles);
   logAxes->setChecked(view.logAxes);
-  points->setChecked(view.points);
+  points->setChecked(!container->metaData->getPlotLine());
   pThreshold->setValue(view.pThreshold);
   ksThreshold->setValue(view.ksThreshold);
 }
@@ -260,7 +262,9 @@ bool ExplorerWindow::savePlot(QString const& path, QString& error)
     return false;
   }
   try {
-    writePlot(storedPlot(*container, scan), QFile::encodeName(path).toStdString());
+    StoredPlot stored = storedPlot(*container, scan);
+    stored.notes = notes;
+    writePlot(stored, QFile::encodeName(path).toStdString());
     return true;
   } catch (std::exception const& failure) {
     error = QString::fromStdString(failure.what());

@@ -78,6 +78,7 @@ private:
   boost::shared_ptr<LinePlotTable> scan;
   std::vector<int> clusterOfRun;    ///< empty without clusters
   std::vector<std::string> reading; ///< how the file was read
+  ScanNotes notes;                  ///< what the file has and the record has not
 
   QMenu* clusterEntries = nullptr;
   QComboBox* outputs = nullptr;

@@ -1,5 +1,7 @@
 #include "app/render/SavePicture.h"
 
+#include <runsieve/core/files/SafeFile.h>
+
 #include <vtkGL2PSExporter.h>
 #include <vtkNew.h>
 #include <vtkPNGWriter.h>
@@ -8,7 +10,6 @@
 #include <vtkWindowToImageFilter.h>
 
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTemporaryDir>
 
 #include <stdexcept>
@@ -74,10 +75,10 @@ void savePicture(vtkRenderWindow* window, std::string const& path)
   if (extension != "png" && extension != "pdf")
     throw std::runtime_error(path + ": a picture is saved as .png or .pdf");
   const QByteArray bytes = extension == "png" ? pngOf(window) : pdfOf(window);
-  QSaveFile file(name);
   if (bytes.isEmpty()) throw std::runtime_error(path + ": the picture could not be made");
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-    throw std::runtime_error(path + ": " + file.errorString().toStdString());
+  SafeFile file(path);
+  file.write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+  file.commit();
 }
 
 } // namespace runsieve::app

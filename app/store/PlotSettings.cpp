@@ -96,6 +96,27 @@ void takeGates(Json const& json, PlotSettings& settings)
   settings.join = join == "or" ? GateJoin::Any : GateJoin::All;
 }
 
+Json jsonOf(ScanNotes const& notes)
+{
+  Json json = Json::object();
+  if (!notes.runs.empty()) json["runs"] = notes.runs;
+  if (!notes.failed.empty()) json["failed"] = notes.failed;
+  for (auto const& [position, texts] : notes.texts)
+    json["texts"].push_back({{"parameter", position}, {"texts", texts}});
+  return json;
+}
+
+void takeNotes(Json const& json, ScanNotes& notes)
+{
+  if (json.contains("runs")) notes.runs = json.at("runs").get<std::vector<std::string>>();
+  for (Json const& run : json.value("failed", Json::array())) take(run, notes.failed.emplace_back());
+  for (Json const& parameter : json.value("texts", Json::array())) {
+    std::size_t position = 0;
+    take(parameter.at("parameter"), position);
+    notes.texts.emplace_back(position, parameter.at("texts").get<std::vector<std::string>>());
+  }
+}
+
 /// The line without the digits of its checksum; the line itself if it has none.
 std::string withoutChecksum(std::string line)
 {
@@ -123,6 +144,8 @@ std::string toJson(PlotSettings const& settings)
                       numberOf(window.yMax)};
   for (Gate const& gate : settings.gates) json["gates"].push_back(Json::parse(runsieve::toJson(gate)));
   if (!settings.gates.empty()) json["join"] = settings.join == GateJoin::Any ? "or" : "and";
+  Json notes = jsonOf(settings.notes);
+  if (!notes.empty()) json["scan"] = std::move(notes);
   return json.dump();
 }
 
@@ -153,6 +176,7 @@ PlotSettings fromJson(std::string const& line)
     eachMember(settings.view, [&view](const char* name, auto& value) { takeMember(view, name, value); });
     if (json.contains("window")) takeWindow(json.at("window"), settings.window);
     if (json.contains("gates")) takeGates(json, settings);
+    if (json.contains("scan")) takeNotes(json.at("scan"), settings.notes);
   } catch (nlohmann::json::exception const& error) {
     throw std::runtime_error(std::string("the settings cannot be read: ") + error.what());
   }

@@ -19,6 +19,7 @@ struct PlotSettings
   std::uint32_t checksum = 0; ///< CRC-32, as in ZIP files, of this line without it and of the dump
   std::vector<Gate> gates;
   GateJoin join = GateJoin::All;
+  ScanNotes notes;
 };
 
 /// One line of JSON without a line end.

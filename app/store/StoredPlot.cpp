@@ -4,6 +4,8 @@
 #include "app/scan/ScanLayout.h"
 #include "app/store/PlotSettings.h"
 #include "app/view/QuietLibrary.h"
+
+#include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/files/MappedFile.h>
 #include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/scan/ParameterBounds.h>
@@ -120,6 +122,11 @@ StoredPlot parse(char const* begin, char const* end)
   stored.window = settings.window;
   stored.gates = settings.gates;
   stored.join = settings.join;
+  stored.notes = settings.notes;
+  if (!stored.notes.isEmpty()) {
+    Scan scan = runsieve::scanOf(stored.scan);
+    applyNotes(stored.notes, scan); // throws if they don't fit
+  }
   const auto outputs = scanLayout(*stored.scan).outputs;
   if (std::find(outputs.begin(), outputs.end(), stored.view.output) == outputs.end())
     throw std::runtime_error("the settings name an output that the dump does not hold");
@@ -146,8 +153,8 @@ void writePlot(StoredPlot const& stored, std::string const& path)
   }
   SafeFile file(path);
   const auto size = static_cast<std::size_t>(dump->size());
-  PlotSettings settings{stored.view,  stored.window, stored.scan->trajectoryLength, size, 0,
-                        stored.gates, stored.join};
+  PlotSettings settings{stored.view, stored.window, stored.scan->trajectoryLength, size, 0, stored.gates,
+                        stored.join, stored.notes};
   settings.checksum = checksumOf(toJson(settings), dump->constData(), size);
   file.write(toJson(settings) + '\n');
   file.write({dump->constData(), size});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/scan/OpenScan.h"
+#include "app/store/ScanNotes.h"
 #include "app/view/ScanPlot.h"
 
 #include <runsieve/core/gate/GateRuns.h>
@@ -20,6 +21,7 @@ struct StoredPlot
   CoordinateWindow window;             ///< of the runs' chart, if valid
   std::vector<Gate> gates;             ///< that selected the rows; none if they were marked with the mouse
   GateJoin join = GateJoin::All;
+  ScanNotes notes; ///< what the scan has besides
 };
 
 /// Writes a line of JSON with the settings, then the library's binary dump of the scan with the selection as

@@ -39,6 +39,16 @@ int lineOpacity(std::uint64_t runs)
   return static_cast<int>(std::clamp(opacity, 14.0, 170.0));
 }
 
+/// Room around the only time of a scan; the axis would have no length.
+void widenSingleTime(PlotContainer& plot)
+{
+  vtkAxis* bottom = plot.chartXY->GetAxis(vtkAxis::BOTTOM);
+  const double time = bottom->GetUnscaledMinimum();
+  if (plot.metaData->getStride() != 1 || bottom->GetUnscaledMaximum() - time > 0.02 * std::fabs(time)) return;
+  const double room = time == 0.0 ? 1.0 : 0.5 * std::fabs(time);
+  bottom->SetUnscaledRange(time - room, time + room);
+}
+
 } // namespace
 
 void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOptions const& options)
@@ -50,7 +60,8 @@ void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOp
   settings.setCommonDensityScale(options.commonScale);
   settings.setShowQuantiles(options.quantiles);
   settings.setLogParameterAxes(options.logAxes);
-  settings.setPlotLine(!options.points);
+  // Lines through one time are nothing.
+  settings.setPlotLine(!options.points && scan->trajectoryLength > 1);
   settings.setPThreshold(options.pThreshold);
   settings.setKsThreshold(options.ksThreshold);
   settings.useSolidColor = true;
@@ -75,6 +86,7 @@ void showOutput(PlotContainer& plot, std::size_t output)
 void polish(PlotContainer& plot)
 {
   if (plot.metaData->getPlotStyle() != selectionCdfPlot || !plot.chartXY) return;
+  widenSingleTime(plot);
   const vtkIdType plots = plot.chartXY->GetNumberOfPlots();
   if (plots > 0 && plot.metaData->getPlotLine()) plot.chartXY->GetPlot(plots - 1)->SetWidth(thinLine);
   if (!plot.metaData->getUseDensity() || !plot.metaData->getCommonDensityScale()) return;

@@ -33,6 +33,7 @@ OpenedScan openedOf(StoredPlot const& stored)
 {
   OpenedScan opened;
   opened.scan = scanOf(stored.scan);
+  applyNotes(stored.notes, opened.scan);
   opened.report.format = "stored plot";
   opened.output = stored.view.output;
   opened.thresholds = Thresholds{stored.view.pThreshold, stored.view.ksThreshold};
@@ -51,6 +52,7 @@ SievedScan::SievedScan(SieveArguments const& arguments)
   } else {
     gated = openGated(arguments);
     stored.scan = linePlotTableOf(gated.scan());
+    stored.notes = notesOf(gated.scan(), stored.scan);
   }
   stored.gates = gated.gates;
   stored.join = gated.join;

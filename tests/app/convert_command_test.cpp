@@ -1,5 +1,6 @@
 #include "app/cli/CommandLine.h"
 #include "app/desk/DeskCommands.h"
+#include "app/scan/OpenScan.h"
 #include "StoredPlots.h"
 #include "support/ShapedScan.h"
 #include "support/TableFile.h"
@@ -92,6 +93,30 @@ struct ConvertCommand : testing::Test
     return QImage(QString::fromStdString(arguments.output)).copy(0, 200, 500, 200);
   }
 };
+
+TEST_F(ConvertCommand, AStoredPlotKeepsNamesOfRunsTextsAndFailures)
+{
+  const std::string odd = folder.write("id,time,A,k,strain,status\n"
+                                       "r 1,0,1,0.5,wt,ok\nr 1,1,2,0.5,wt,ok\n"
+                                       "r 2,0,1,1.5,mu,failed\nr 2,1,5,1.5,mu,failed\n"
+                                       "r 3,0,1,2.5,,ok\nr 3,1,9,2.5,,ok\n",
+                                       "odd.csv");
+  convert(odd, folder.file("odd.rsd"));
+  convert(folder.file("odd.rsd"), folder.file("again.rsd"));
+  const OpenedScan before = openScan(odd);
+  const OpenedScan after = openScan(folder.file("again.rsd"));
+  ASSERT_EQ(after.scan.runs.size(), 3u);
+  for (std::size_t run = 0; run < 3; ++run) {
+    EXPECT_EQ(after.scan.runs[run].key, before.scan.runs[run].key);
+    EXPECT_EQ(after.scan.runs[run].status, before.scan.runs[run].status);
+  }
+  EXPECT_EQ(after.scan.runs[1].status, RunStatus::Failed);
+  const ScanParameter& strain = after.scan.parameters.at(after.scan.findParameter("strain").value());
+  EXPECT_THAT(strain.texts, ElementsAre("wt", "mu"));
+  EXPECT_TRUE(std::isnan(strain.values[2]));
+  convert(folder.file("again.rsd"), folder.file("text.csv"));
+  EXPECT_EQ(openScan(folder.file("text.csv")).scan.runs[1].status, RunStatus::Failed);
+}
 
 TEST_F(ConvertCommand, ThereAndBackGivesTheSameBytes)
 {

@@ -132,6 +132,23 @@ TEST_F(StoredPlotFault, SettingsThatDoNotFitTheDumpAreTold)
   }
 }
 
+TEST_F(StoredPlotFault, NotesOfAnotherScanAreTold)
+{
+  app::PlotSettings const settings = app::fromJson(content.substr(0, dump() - 1));
+  auto said = [&](app::ScanNotes const& notes) {
+    app::PlotSettings changed = settings;
+    changed.notes = notes;
+    changed.checksum = app::checksumOf(toJson(changed), content.data() + dump(), content.size() - dump());
+    return complaint(toJson(changed) + content.substr(dump() - 1));
+  };
+  EXPECT_THAT(said({{"only one"}, {}, {}}), HasSubstr("tell of other runs"));
+  EXPECT_THAT(said({std::vector<std::string>(plot.scan->trajectoryCount, "same"), {}, {}}),
+              HasSubstr("tell of other runs"));
+  EXPECT_THAT(said({{}, {1000000}, {}}), HasSubstr("tell of other runs"));
+  EXPECT_THAT(said({{}, {}, {{1000, {"a"}}}}), HasSubstr("tell of other runs"));
+  EXPECT_THAT(said({{}, {}, {{0, {}}}}), HasSubstr("tell of other runs")) << "more texts are needed";
+}
+
 // A stride that divides the rows but is not that of the runs would give other runs.
 TEST_F(StoredPlotFault, RunsOfAnotherLengthThanTheDumpHasAreTold)
 {
