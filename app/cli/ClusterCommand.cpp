@@ -9,10 +9,12 @@
 #include <runsieve/core/compare/Clusters.h>
 #include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/text/FieldText.h>
+#include <runsieve/core/text/ShownText.h>
 #include <runsieve/core/write/RowWriter.h>
 #include <runsieve/core/write/WriteScan.h>
 
 #include <algorithm>
+#include <iomanip>
 #include <iostream>
 #include <stdexcept>
 
@@ -48,14 +50,32 @@ void writeLabels(std::string const& path, std::string const& text)
   file.commit();
 }
 
+void printDifferences(ClusterComparison const& comparison)
+{
+  std::size_t width = 9;
+  for (ClusterDifference const& d : comparison.differences) width = std::max(width, shownWidth(d.name));
+  std::cout << "\nall clusters\nparameter" << std::string(width - 9, ' ')
+            << "  cluster       d          p      p adj\n";
+  for (ClusterDifference const& d : comparison.differences) {
+    std::cout << printable(d.name) << std::string(width - std::min(width, shownWidth(d.name)), ' ') << "  ";
+    std::cout << std::setw(7) << d.cluster << "  " << std::setw(6) << formatted(d.d, "%+.3f", "-") << "  "
+              << std::setw(9) << pText(d.p) << "  " << std::setw(9) << pText(d.pPermutation)
+              << (d.significant ? " *" : "") << '\n';
+  }
+}
+
 void print(ClusterComparison const& comparison, std::vector<int> const& labels)
 {
   const std::vector<std::size_t> sizes = clusterSizes(labels);
   for (std::size_t k = 0; k < comparison.clusters.size(); ++k) {
     if (sizes[k] == 0) continue;
     std::cout << "\ncluster " << k << ": " << sizes[k] << " of " << labels.size() << " runs\n";
-    printRankTable(std::cout, comparison.clusters[k]);
+    printRankTable(std::cout, comparison.clusters[k], comparison.method.adjustment);
   }
+  if (!comparison.differences.empty()) printDifferences(comparison);
+  std::cout << '\n';
+  printMethod(std::cout, comparison.method, comparison.family, comparison.permutations, comparison.noiseFloor,
+              comparison.isSettled);
 }
 
 void checkFiles(ClusterArguments const& arguments)
@@ -88,8 +108,9 @@ int runCluster(ClusterArguments const& arguments)
   Scan const& scan = gated.scan();
   const std::vector<int> labels = clusterRuns(scan, output, modeOf(arguments.mode), arguments.clusters);
   if (labels.empty()) throw std::runtime_error(arguments.file + ": the runs cannot be grouped");
-  ClusterComparison const comparison = compareClusters(scan, labels, gated.method);
-  if (arguments.rank && comparison.differences.empty())
+  ClusterComparison comparison;
+  if (arguments.rank) comparison = compareClusters(scan, labels, gated.method);
+  if (arguments.rank && comparison.leftOut.size() == scan.parameters.size())
     throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
   writeLabels(arguments.output, labelText(scan, labels));
   if (arguments.rank) print(comparison, labels);

@@ -161,7 +161,9 @@ void addGates(CLI::App& command, SieveArguments& arguments)
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   command.add_flag("--any", arguments.any, "A run must pass one of the gates, not all");
-  command.add_option("--sieve", arguments.sieve, "Sieve file, whose gates, thresholds and method are applied first")
+  command
+      .add_option("--sieve", arguments.sieve,
+                  "Sieve file, whose gates, thresholds and method are applied first")
       ->type_name("FILE");
 }
 
@@ -187,8 +189,9 @@ void addMethodOptions(CLI::App& command, SieveArguments& arguments)
       ->type_name("WAY")
       ->group(methodGroup);
   command
-      .add_option("--permutations", arguments.permutations,
-                  "Permutations of the runs; default: 1000, and up to 10000 where a p-value is near the threshold")
+      .add_option(
+          "--permutations", arguments.permutations,
+          "Permutations of the runs; default: 1000, and up to 10000 where a p-value is near the threshold")
       ->check(CLI::Range(std::size_t(0), std::size_t(1000000)).description(""))
       ->type_name("N")
       ->group(methodGroup);

@@ -5,8 +5,6 @@
 #include "app/cli/OutputFiles.h"
 #include "app/cli/RankReport.h"
 
-#include <runsieve/core/write/RowWriter.h>
-
 #include <nlohmann/json.hpp>
 
 #include <iostream>
@@ -16,50 +14,38 @@ namespace runsieve::app {
 
 namespace {
 
-/// All digits; nothing for NaN.
-std::string exact(double value)
-{
-  return formatted(value, "%.17g", "");
-}
-
-void printTable(GatedScan const& gated, Comparison const& ranked, std::size_t leftOut)
+void printTable(GatedScan const& gated, Comparison const& ranked, std::size_t notComplete)
 {
   printGates(std::cout, gated);
   std::cout << passingText(gated) << '\n';
-  if (leftOut > 0)
-    std::cout << leftOut << (leftOut == 1 ? " run is" : " runs are")
+  if (notComplete > 0)
+    std::cout << notComplete << (notComplete == 1 ? " run is" : " runs are")
               << " not complete and not compared (a gate on the status compares them too)\n";
-  for (LeftOutParameter const& parameter : ranked.leftOut)
-    if (parameter.reason == "is text")
-      std::cout << "parameter " << parameter.name << " is text and not compared\n";
   std::cout << '\n';
-  printRankTable(std::cout, ranked.parameters);
+  printRankTable(std::cout, ranked.parameters, ranked.method.adjustment);
+  std::cout << '\n';
+  printMethod(std::cout, ranked.method, ranked.family, ranked.permutations, ranked.noiseFloor,
+              ranked.isSettled);
+  printWarnings(std::cout, ranked.warnings);
 }
 
-void printCsv(std::vector<ParameterComparison> const& ranked)
-{
-  std::cout << "parameter,p,d,median_passing,median_others,significant\n";
-  for (ParameterComparison const& r : ranked)
-    std::cout << quotedField(r.name) << ',' << exact(r.p) << ',' << exact(r.d) << ','
-              << exact(r.medianPassing) << ',' << exact(r.medianOthers) << ','
-              << (r.significant ? "true" : "false") << '\n';
-}
-
-void printJson(GatedScan const& gated, Comparison const& ranked, std::size_t leftOut)
+void printJson(GatedScan const& gated, Comparison const& ranked, std::size_t notComplete)
 {
   nlohmann::ordered_json report;
+  report["version"] = RUNSIEVE_VERSION;
   report["runs"] = gated.scan().runs.size();
   report["passing"] = gated.passed.runs.count();
-  report["not_complete"] = leftOut;
+  report["not_complete"] = notComplete;
   report["gates"] = gatesAsJson(gated);
+  report["method"] =
+      methodJson(ranked.method, ranked.family, ranked.permutations, ranked.noiseFloor, ranked.isSettled);
   report["parameters"] = nlohmann::json::array();
   for (ParameterComparison const& r : ranked.parameters)
-    report["parameters"].push_back({{"name", r.name},
-                                    {"p", r.p},
-                                    {"d", r.d},
-                                    {"median_passing", r.medianPassing},
-                                    {"median_others", r.medianOthers},
-                                    {"significant", r.significant}});
+    report["parameters"].push_back(comparisonJson(r, ranked.method.adjustment));
+  report["left_out"] = nlohmann::json::array();
+  for (LeftOutParameter const& left : ranked.leftOut)
+    report["left_out"].push_back({{"name", left.name}, {"reason", left.reason}});
+  report["warnings"] = warningsJson(ranked.warnings);
   std::cout << report.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
 
@@ -75,7 +61,7 @@ int runRank(RankArguments const& arguments)
   RunSet const eligible = gated.eligible();
   RunSet compared(gated.passed.runs);
   compared &= eligible;
-  Comparison const ranked = compareParameters(gated.scan(), compared, gated.thresholds, eligible);
+  Comparison const ranked = compareParameters(gated.scan(), compared, eligible, gated.method);
   if (gated.passed.runs.count() == 0) failWithoutRuns(gated, arguments.file);
   if (compared.count() == 0)
     throw std::runtime_error(arguments.file +
@@ -92,7 +78,7 @@ int runRank(RankArguments const& arguments)
   if (arguments.format == "json")
     printJson(gated, ranked, leftOut);
   else if (arguments.format == "csv")
-    printCsv(ranked.parameters);
+    printRankCsv(std::cout, ranked);
   else
     printTable(gated, ranked, leftOut);
   return 0;

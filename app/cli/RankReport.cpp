@@ -1,12 +1,97 @@
 #include "app/cli/RankReport.h"
 
+#include <runsieve/core/text/ShownText.h>
+#include <runsieve/core/write/RowWriter.h>
+
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <iomanip>
 #include <ostream>
 
 namespace runsieve::app {
+
+namespace {
+
+constexpr std::size_t widest = 100;
+constexpr std::size_t gap = 2;
+
+struct Column
+{
+  char const* title;
+  int width;
+  bool optional; ///< left out of a table that would be too wide, the last first
+  std::string (*text)(ParameterComparison const&, Adjustment);
+};
+
+std::string rounded(double value)
+{
+  return formatted(value, "%.4g", "-");
+}
+
+std::string placeText(ParameterComparison const& c)
+{
+  constexpr std::size_t most = 9;
+  return c.isText ? shortened(printable(c.text), most) : rounded(c.value);
+}
+
+constexpr std::array<Column, 8> columns = {{
+    {"d", 6, false, [](ParameterComparison const& c, Adjustment) { return formatted(c.d, "%+.3f", "-"); }},
+    {"at", 9, true, [](ParameterComparison const& c, Adjustment) { return placeText(c); }},
+    {"p", 9, false, [](ParameterComparison const& c, Adjustment) { return pText(c.p, c.isBelow); }},
+    {"p adj", 9, false,
+     [](ParameterComparison const& c, Adjustment adjustment) {
+       return pText(adjustedP(c, adjustment)) + (c.significant ? " *" : "  ");
+     }},
+    {"med. passing", 12, false,
+     [](ParameterComparison const& c, Adjustment) { return rounded(c.medianPassing); }},
+    {"med. others", 11, false,
+     [](ParameterComparison const& c, Adjustment) { return rounded(c.medianOthers); }},
+    {"shift", 6, true,
+     [](ParameterComparison const& c, Adjustment) { return formatted(c.medianShift, "%+.2f", "-"); }},
+    {"kept", 5, true,
+     [](ParameterComparison const& c, Adjustment) { return formatted(100.0 * c.rangeShare, "%.0f%%", "-"); }},
+}};
+
+/// The columns that fit beside names of a width.
+std::vector<Column> columnsBeside(std::size_t nameWidth)
+{
+  std::vector<Column> chosen(columns.begin(), columns.end());
+  auto const width = [&] {
+    std::size_t sum = nameWidth;
+    for (Column const& column : chosen) sum += gap + static_cast<std::size_t>(column.width);
+    return sum;
+  };
+  while (width() > widest) {
+    auto const last =
+        std::find_if(chosen.rbegin(), chosen.rend(), [](Column const& column) { return column.optional; });
+    if (last == chosen.rend()) break;
+    chosen.erase(std::next(last).base());
+  }
+  return chosen;
+}
+
+/// Text in a field; longer ones stand out of it.
+void print(std::ostream& out, std::string const& text, std::size_t width, bool left)
+{
+  std::size_t const taken = shownWidth(text);
+  std::string const blanks(width > taken ? width - taken : 0, ' ');
+  out << (left ? text + blanks : blanks + text);
+}
+
+nlohmann::ordered_json numberJson(double value)
+{
+  return std::isnan(value) ? nlohmann::ordered_json() : nlohmann::ordered_json(value);
+}
+
+/// All digits; nothing for NaN.
+std::string exact(double value)
+{
+  return formatted(value, "%.17g", "");
+}
+
+} // namespace
 
 std::string formatted(double value, char const* format, char const* missing)
 {
@@ -16,21 +101,144 @@ std::string formatted(double value, char const* format, char const* missing)
   return text;
 }
 
-void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked)
+std::string pText(double p, bool isBelow)
 {
-  std::size_t width = 9;
-  for (ParameterComparison const& r : ranked) width = std::max(width, r.name.size());
-  auto row = [&](std::string const& name, std::string const& p, std::string const& d,
-                 std::string const& passing, std::string const& others, std::string const& mark) {
-    out << std::left << std::setw(static_cast<int>(width)) << name << std::right << "  " << std::setw(10) << p
-        << "  " << std::setw(7) << d << "  " << std::setw(14) << passing << "  " << std::setw(13) << others
-        << "  " << mark << '\n';
-  };
-  auto rounded = [](double value) { return formatted(value, "%.4g", "-"); };
-  row("parameter", "p", "d", "median passing", "median others", "");
+  if (isBelow) return "< " + formatted(p, "%.0e", "-");
+  return formatted(p, p < 1e-4 ? "%.1e" : "%.2g", "-");
+}
+
+void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment)
+{
+  constexpr std::size_t mostName = 45;
+  std::size_t nameWidth = 9;
   for (ParameterComparison const& r : ranked)
-    row(r.name, formatted(r.p, "%.3g", "-"), formatted(r.d, "%.3f", "-"), rounded(r.medianPassing),
-        rounded(r.medianOthers), r.significant ? "*" : "");
+    nameWidth = std::max(nameWidth, std::min(mostName, shownWidth(printable(r.name))));
+  std::vector<Column> const shown = columnsBeside(nameWidth);
+  print(out, "parameter", nameWidth, true);
+  for (Column const& column : shown) {
+    bool const starred = std::string(column.title) == "p adj";
+    out << std::string(gap, ' ');
+    print(out, column.title + std::string(starred ? "  " : ""), static_cast<std::size_t>(column.width),
+          false);
+  }
+  out << '\n';
+  for (ParameterComparison const& r : ranked) {
+    print(out, shortened(printable(r.name), mostName), nameWidth, true);
+    for (Column const& column : shown) {
+      out << std::string(gap, ' ');
+      print(out, column.text(r, adjustment), static_cast<std::size_t>(column.width), false);
+    }
+    out << '\n';
+  }
+}
+
+void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t tests,
+                 std::size_t permutations, double noiseFloor, bool isSettled)
+{
+  std::string const ofTests = " of " + std::to_string(tests) + (tests == 1 ? " test" : " tests");
+  std::string const tried = method.gatesTried > 1
+                                ? ", " + std::to_string(method.gatesTried) + " sets of gates tried"
+                                : std::string();
+  out << "d      largest distance of the distributions, each run counted once; + where passing runs are "
+         "larger\n"
+         "p      two-sample Kolmogorov-Smirnov test of this parameter alone\np adj  ";
+  switch (method.adjustment) {
+  case Adjustment::Permutation:
+    out << "largest |d|" << ofTests << " in " << permutations << " permutations (seed " << method.seed << ')';
+    break;
+  case Adjustment::Holm:
+    out << "Holm" << ofTests;
+    break;
+  case Adjustment::BenjaminiHochberg:
+    out << "false discovery rate (Benjamini-Hochberg)" << ofTests;
+    break;
+  case Adjustment::None:
+    out << "p, not adjusted" << ofTests;
+    break;
+  }
+  out << tried << '\n';
+  if (!std::isnan(noiseFloor))
+    out << "floor  chance alone reaches |d| = " << formatted(noiseFloor, "%.3f", "-") << " in "
+        << formatted(100.0 * method.thresholds.largestP / static_cast<double>(method.gatesTried), "%.3g", "-")
+        << " % of the permutations\n";
+  if (!isSettled && method.adjustment == Adjustment::Permutation)
+    out << "note   a p adj is close to the threshold; --permutations makes more\n";
+}
+
+void printWarnings(std::ostream& out, std::vector<ComparisonWarning> const& warnings)
+{
+  for (ComparisonWarning const& warning : warnings)
+    out << "warning: " << printable(warning.text) << "; " << printable(warning.advice) << '\n';
+}
+
+nlohmann::ordered_json warningsJson(std::vector<ComparisonWarning> const& warnings)
+{
+  nlohmann::ordered_json json = nlohmann::ordered_json::array();
+  for (ComparisonWarning const& warning : warnings)
+    json.push_back({{"kind", warning.kind}, {"text", warning.text}, {"advice", warning.advice}});
+  return json;
+}
+
+nlohmann::ordered_json methodJson(ComparisonMethod const& method, std::size_t family,
+                                  std::size_t permutations, double noiseFloor, bool isSettled)
+{
+  return {{"test", "two-sample Kolmogorov-Smirnov, two-sided, conditional on ties"},
+          {"adjust", adjustmentName(method.adjustment)},
+          {"p_threshold", method.thresholds.largestP},
+          {"ks_threshold", method.thresholds.smallestD},
+          {"family", family},
+          {"gates_tried", method.gatesTried},
+          {"permutations", permutations},
+          {"seed", method.seed},
+          {"noise_floor", numberJson(noiseFloor)},
+          {"settled", isSettled}};
+}
+
+nlohmann::ordered_json comparisonJson(ParameterComparison const& c, Adjustment adjustment)
+{
+  nlohmann::ordered_json json = {{"name", c.name},
+                                 {"type", c.isText ? "text" : "number"},
+                                 {"n_passing", c.passing},
+                                 {"n_others", c.others},
+                                 {"d", numberJson(c.d)}};
+  json["at"] = c.isText ? (c.text.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(c.text))
+                        : numberJson(c.value);
+  json["p"] = numberJson(c.p);
+  json["p_is_bound"] = c.isBelow;
+  json["p_method"] = pSourceName(c.source);
+  json["p_holm"] = numberJson(c.pHolm);
+  json["p_bh"] = numberJson(c.pBenjaminiHochberg);
+  json["p_perm"] = numberJson(c.pPermutation);
+  json["p_adjusted"] = numberJson(adjustedP(c, adjustment));
+  json["median_passing"] = numberJson(c.medianPassing);
+  json["median_others"] = numberJson(c.medianOthers);
+  json["area"] = numberJson(c.area);
+  json["median_shift"] = numberJson(c.medianShift);
+  json["range_kept"] = numberJson(c.rangeShare);
+  json["significant"] = c.significant;
+  return json;
+}
+
+void printRankCsv(std::ostream& out, Comparison const& comparison)
+{
+  ComparisonMethod const& method = comparison.method;
+  std::string const common = std::string(",") + adjustmentName(method.adjustment) + ',' +
+                             std::to_string(comparison.family) + ',' +
+                             std::to_string(comparison.permutations) + ',' + std::to_string(method.seed) +
+                             ',' + exact(comparison.noiseFloor) + "," RUNSIEVE_VERSION "\n";
+  out << "parameter,n_passing,n_others,d,at,p,p_is_bound,p_method,p_holm,p_bh,p_perm,p_adjusted,median_"
+         "passing,"
+         "median_others,area,median_shift,range_kept,significant,adjust,family,permutations,seed,noise_floor,"
+         "version\n";
+  for (ParameterComparison const& c : comparison.parameters) {
+    out << quotedField(c.name) << ',' << c.passing << ',' << c.others << ',' << exact(c.d) << ','
+        << (c.isText ? quotedField(c.text) : exact(c.value)) << ',' << exact(c.p) << ','
+        << (c.isBelow ? "true" : "false") << ',' << pSourceName(c.source);
+    for (double const value : {c.pHolm, c.pBenjaminiHochberg, c.pPermutation, adjustedP(c, method.adjustment),
+                               c.medianPassing, c.medianOthers, c.area, c.medianShift, c.rangeShare})
+      out << ',' << exact(value);
+    out << ',' << (c.significant ? "true" : "false") << common;
+  }
 }
 
 } // namespace runsieve::app

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <runsieve/core/compare/Clusters.h>
 #include <runsieve/core/compare/Comparison.h>
+
+#include <nlohmann/json.hpp>
 
 #include <iosfwd>
 #include <string>
@@ -11,7 +14,30 @@ namespace runsieve::app {
 /// A number for people. \param missing stands for NaN: there may be no other runs to compare with
 [[nodiscard]] std::string formatted(double value, char const* format, char const* missing);
 
-/// The parameters as a table of aligned columns; significant ones have a star.
-void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked);
+/// A p-value for people, of two digits: "0.031", "2.9e-25", "< 1e-300". \param isBelow whether it is a bound
+[[nodiscard]] std::string pText(double p, bool isBelow = false);
+
+/// The parameters as a table of aligned columns, at most 100 wide for names of at most 45; significant ones
+/// have a star.
+void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment);
+
+/// How the p-values of a table were found and what its noise floor is.
+void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t tests,
+                 std::size_t permutations, double noiseFloor, bool isSettled);
+
+/// A line per warning, with what to do about it.
+void printWarnings(std::ostream& out, std::vector<ComparisonWarning> const& warnings);
+[[nodiscard]] nlohmann::ordered_json warningsJson(std::vector<ComparisonWarning> const& warnings);
+
+/// The method with what came of it, for JSON.
+[[nodiscard]] nlohmann::ordered_json methodJson(ComparisonMethod const& method, std::size_t family,
+                                                std::size_t permutations, double noiseFloor, bool isSettled);
+
+/// All columns of a comparison with all digits.
+[[nodiscard]] nlohmann::ordered_json comparisonJson(ParameterComparison const& comparison,
+                                                    Adjustment adjustment);
+
+/// The header and the rows of a comparison as CSV, with the method in each row.
+void printRankCsv(std::ostream& out, Comparison const& comparison);
 
 } // namespace runsieve::app

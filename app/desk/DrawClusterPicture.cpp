@@ -5,6 +5,7 @@
 #include "app/view/QuietLibrary.h"
 #include "app/view/ScanClusters.h"
 #include "app/view/ScanPlot.h"
+#include "app/view/ShownComparison.h"
 
 #include <runsieve/adapters/ScanTable.h>
 
@@ -48,11 +49,13 @@ void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std
     showScan(plot, linePlotTableOf(scan), options);
   }
   const std::vector<int> labels = clusterRuns(plot, arguments.clusters, shapeOf(arguments.mode));
-  compareClusters(plot, labels);
+  const ClusterComparison comparison = compareClusters(scan, labels, method);
+  showClusterDistributions(plot, labels, comparison);
   plot.metaData->plotTitle = titleOf(labels, arguments.mode);
   plot.redraw(); // the lines that clustering has added go
   polish(plot);
   drawClusters(plot);
+  label(plot, comparison);
   view.save(arguments.picture);
   plot.setScene(nullptr); // a plot that outlived its view would let go of textures in a context that is gone
 }

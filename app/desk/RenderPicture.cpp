@@ -1,11 +1,13 @@
 #include "app/desk/DeskCommands.h"
 
 #include "app/render/OffscreenView.h"
+#include "app/view/ShownComparison.h"
 #include "app/view/SievedScan.h"
 
 #include <vtkContextScene.h>
 
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 
 namespace runsieve::app {
@@ -18,6 +20,17 @@ std::string titleOf(GatedScan const& gated)
   for (AppliedGate const& gate : gated.passed.gates) title += (title.empty() ? "" : ", ") + gate.gate.text();
   if (gated.sieves()) title += (title.empty() ? "" : " - ") + passingText(gated);
   return title;
+}
+
+/// As `rank` compares; nothing if no run passes that is compared.
+std::optional<ShownComparison> comparisonOf(GatedScan const& gated)
+{
+  ShownComparison shown{{}, gated.passed.runs, gated.eligible()};
+  RunSet compared(shown.passing);
+  compared &= shown.eligible;
+  if (compared.count() == 0) return std::nullopt;
+  shown.numbers = compareParameters(gated.scan(), shown.passing, shown.eligible, gated.method);
+  return shown;
 }
 
 std::size_t outputNamed(std::string const& name, Scan const& scan)
@@ -46,8 +59,12 @@ int renderPicture(RenderArguments const& arguments)
   view.scene()->AddItem(plot.getItem());
   sieved.applyTo(plot, options);
   plot.metaData->plotTitle = titleOf(sieved.gated);
+  std::optional<ShownComparison> shown;
+  if (sieved.gated.sieves()) shown = comparisonOf(sieved.gated);
+  if (shown) orderBy(plot, shown->numbers);
   plot.redraw();
   polish(plot);
+  if (shown) label(plot, sieved.gated.scan(), *shown);
   view.save(arguments.output);
   // A plot that outlived its view would let go of textures in a context that is gone.
   plot.setScene(nullptr);

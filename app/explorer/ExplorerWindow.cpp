@@ -3,7 +3,6 @@
 #include "app/render/SavePicture.h"
 #include "app/scan/ReadingText.h"
 #include "app/scan/ScanLayout.h"
-#include "app/view/RankTable.h"
 
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/read/ReadScan.h>
@@ -217,6 +216,9 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   scan = loaded.scan;
   reading = lines;
   notes = loaded.notes;
+  runs = scanOf(scan);
+  applyNotes(notes, runs);
+  comparison = {};
   readingNotes->setText(toTell == 1 ? QString("1 note on reading")
                                     : QString("%L1 notes on reading").arg(toTell));
   readingNotes->setVisible(toTell > 0);
@@ -386,7 +388,8 @@ void ExplorerWindow::showClusters()
 {
   comparingClusters = true;
   if (hasSelection(*container)) app::clearSelection(*container);
-  compareClusters(*container, clusterOfRun);
+  clusterComparison = compareClusters(runs, clusterOfRun, method());
+  showClusterDistributions(*container, clusterOfRun, clusterComparison);
   container->redraw(); // lines that clustering itself has added go
   comparingClusters = false;
 }
@@ -436,8 +439,25 @@ void ExplorerWindow::afterSelection()
   QTimer::singleShot(0, this, [this] {
     selectionChanged = false;
     if (container && !hasSelection(*container) && !container->ksStatistics.empty()) clearSelection();
+    compare();
     refresh();
   });
+}
+
+ComparisonMethod ExplorerWindow::method() const
+{
+  ComparisonMethod method;
+  method.thresholds = {pThreshold->value(), ksThreshold->value()};
+  return method;
+}
+
+/// The numbers of the present selection, in the charts as well.
+void ExplorerWindow::compare()
+{
+  comparison = {};
+  if (!container || !hasSelection(*container)) return;
+  comparison = compareSelection(*container, runs, method());
+  if (!comparison.numbers.parameters.empty()) orderBy(*container, comparison.numbers);
 }
 
 void ExplorerWindow::refresh()
@@ -445,6 +465,10 @@ void ExplorerWindow::refresh()
   if (container) {
     polish(*container);
     if (!clusterOfRun.empty()) drawClusters(*container);
+    if (hasSelection(*container))
+      label(*container, runs, comparison);
+    else if (!clusterOfRun.empty())
+      label(*container, clusterComparison);
   }
   widget->updatePlot(true);
   showStatus();
@@ -457,11 +481,13 @@ void ExplorerWindow::showStatus()
   if (hasSelection(*container)) {
     const std::size_t passing = survivingRuns(*container);
     text += QString("   |   %L1 runs pass through all places").arg(passing);
-    const auto ranked = rankedParameters(*container);
+    auto const& ranked = comparison.numbers.parameters;
     const auto significant =
         std::count_if(ranked.begin(), ranked.end(), [](auto const& r) { return r.significant; });
     if (!ranked.empty())
       text += QString("   |   %1 of %2 parameters differ").arg(significant).arg(ranked.size());
+    const std::size_t left = comparison.eligible.complement().count();
+    if (left > 0) text += QString("   |   %L1 not complete, not compared").arg(left);
   }
   if (!clusterOfRun.empty()) text += QString("   |   %1 clusters").arg(clusterSizes(clusterOfRun).size());
   status->setText(text);

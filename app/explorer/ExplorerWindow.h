@@ -2,6 +2,7 @@
 
 #include "app/store/StoredPlot.h"
 #include "app/view/ScanClusters.h"
+#include "app/view/ShownComparison.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -71,14 +72,19 @@ private:
   void afterSelection();
   void refresh();
   void showStatus();
+  void compare();
+  [[nodiscard]] ComparisonMethod method() const;
   ViewOptions options() const;
 
   VtkPlotWidget* widget = nullptr;
   QPointer<PlotContainer> container; ///< the plot of the open scan, null before the first
   boost::shared_ptr<LinePlotTable> scan;
-  std::vector<int> clusterOfRun;    ///< empty without clusters
-  std::vector<std::string> reading; ///< how the file was read
-  ScanNotes notes;                  ///< what the file has and the record has not
+  std::vector<int> clusterOfRun;       ///< empty without clusters
+  std::vector<std::string> reading;    ///< how the file was read
+  Scan runs;                           ///< the open scan; its outputs are those of the record
+  ShownComparison comparison;          ///< of the selection
+  ClusterComparison clusterComparison; ///< of the clusters
+  ScanNotes notes;                     ///< what the file has and the record has not
 
   QMenu* clusterEntries = nullptr;
   QComboBox* outputs = nullptr;

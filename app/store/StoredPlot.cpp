@@ -198,9 +198,7 @@ StoredPlot storedPlot(PlotContainer const& plot, boost::shared_ptr<LinePlotTable
   stored.view.ksThreshold = settings.getKsThreshold();
   auto window = plot.coordinateWindows.find(currentKey(plot));
   if (window != plot.coordinateWindows.end()) stored.window = window->second;
-  if (auto flags = vtkSmartPointer<vtkIntArray>::Take(plot.getCurrentSelection()))
-    for (vtkIdType row = 0; row < flags->GetNumberOfTuples(); ++row)
-      if (flags->GetValue(row) != 0) stored.selectedRows.push_back(row);
+  stored.selectedRows = selectedRows(plot);
   return stored;
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/view/QuietLibrary.h"
 #include "app/view/ScanPlot.h"
+#include "app/view/ShownComparison.h"
 
 #include <runsieve/records/ParameterSelection.h>
 
@@ -97,24 +98,19 @@ std::vector<long long> rowsOfCluster(std::vector<int> const& labels, int cluster
   return rows;
 }
 
-std::vector<std::vector<RankedParameter>> compareClusters(PlotContainer& plot, std::vector<int> const& labels)
+void showClusterDistributions(PlotContainer& plot, std::vector<int> const& labels,
+                              ClusterComparison const& comparison)
 {
   const QuietLibrary quiet;
-  std::vector<std::vector<RankedParameter>> comparisons;
-  if (plot.metaData->parameterColumns.empty()) return comparisons;
-  const std::size_t clusters = clusterSizes(labels).size();
+  if (plot.metaData->parameterColumns.empty()) return;
   std::vector<std::unique_ptr<ParameterSelection>> runs;
-  for (std::size_t k = 0; k < clusters; ++k) {
+  for (std::size_t k = 0; k < clusterSizes(labels).size(); ++k) {
     selectRows(plot, rowsOfCluster(labels, static_cast<int>(k), plot.metaData->getStride()));
-    comparisons.push_back(rankedParameters(plot));
     runs.emplace_back(plot.getSelection());
     clearSelection(plot);
   }
-  plot.ksStatistics.clear();
-  for (ClusterDifference const& difference : strongestDifferences(comparisons))
-    plot.ksStatistics.push_back({difference.p, difference.d});
+  orderBy(plot, comparison);
   for (auto const& selection : runs) plot.setExternalSelection(selection.get());
-  return comparisons;
 }
 
 void drawClusters(PlotContainer& plot)

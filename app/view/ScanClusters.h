@@ -1,7 +1,5 @@
 #pragma once
 
-#include "app/view/RankTable.h"
-
 #include <runsieve/core/compare/Clusters.h>
 #include <runsieve/plot/PlotContainer.h>
 
@@ -31,12 +29,9 @@ using runsieve::clusterSizes;
 [[nodiscard]] std::vector<long long> rowsOfCluster(std::vector<int> const& labels, int cluster, int stride,
                                                    bool allTimes = false);
 
-/// Compares the parameters of each cluster's runs with those of all others, by the thresholds of the plot,
-/// and shows the distribution of each parameter in each cluster. A selection goes. The parameters in which
-/// any cluster differs most come first, with the smallest p-value of all clusters times their number
-/// (Bonferroni's correction). Empty if no parameter varies.
-std::vector<std::vector<RankedParameter>> compareClusters(PlotContainer& plot,
-                                                          std::vector<int> const& labels);
+/// Shows the distribution of each parameter in each cluster, in the order of a comparison. A selection goes.
+void showClusterDistributions(PlotContainer& plot, std::vector<int> const& labels,
+                              ClusterComparison const& comparison);
 
 /// Draws the present clusters over the runs: a line per run, and a strong mean curve per cluster, named for
 /// the legend. With a selection the mean curves alone, so that the selected runs show. No effect without

@@ -4,13 +4,13 @@
 #include "app/scan/ScanLayout.h"
 
 #include <runsieve/adapters/ScanTable.h>
-#include <runsieve/records/ParameterSelection.h>
 
 #include <vtkAnnotationLink.h>
 #include <vtkAxis.h>
 #include <vtkChart.h>
 #include <vtkChartMatrix.h>
 #include <vtkIdTypeArray.h>
+#include <vtkIntArray.h>
 #include <vtkNew.h>
 #include <vtkPlot.h>
 #include <vtkSelection.h>
@@ -19,7 +19,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <stdexcept>
 
 namespace runsieve::app {
@@ -133,11 +132,40 @@ bool hasSelection(PlotContainer const& plot)
   return false;
 }
 
-std::size_t survivingRuns(PlotContainer& plot)
+RunSet runsThrough(std::vector<long long> const& rows, std::size_t runs, std::size_t times)
 {
-  if (!hasSelection(plot)) return 0;
-  const std::unique_ptr<ParameterSelection> selection(plot.getSelection());
-  return selection ? selection->selectedRuns.size() : 0;
+  RunSet passing(runs);
+  if (rows.empty()) return passing;
+  std::vector<unsigned char> demanded(times);
+  std::vector<std::size_t> hits(runs);
+  for (long long const row : rows) {
+    demanded[static_cast<std::size_t>(row) % times] = 1;
+    ++hits[static_cast<std::size_t>(row) / times];
+  }
+  auto const all = static_cast<std::size_t>(std::count(demanded.begin(), demanded.end(), 1));
+  for (std::size_t run = 0; run < runs; ++run) passing.set(run, hits[run] == all);
+  return passing;
+}
+
+std::vector<long long> selectedRows(PlotContainer const& plot)
+{
+  std::vector<long long> rows;
+  auto flags = vtkSmartPointer<vtkIntArray>::Take(plot.getCurrentSelection());
+  for (vtkIdType row = 0; flags && row < flags->GetNumberOfTuples(); ++row)
+    if (flags->GetValue(row) != 0) rows.push_back(row);
+  return rows;
+}
+
+RunSet passingRuns(PlotContainer const& plot)
+{
+  const auto times = static_cast<std::size_t>(std::max(plot.metaData->getStride(), 1));
+  const auto runs = static_cast<std::size_t>(plot.plotData->GetNumberOfRows()) / times;
+  return runsThrough(hasSelection(plot) ? selectedRows(plot) : std::vector<long long>(), runs, times);
+}
+
+std::size_t survivingRuns(PlotContainer const& plot)
+{
+  return passingRuns(plot).count();
 }
 
 } // namespace runsieve::app

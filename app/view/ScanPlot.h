@@ -1,5 +1,6 @@
 #pragma once
 
+#include <runsieve/core/scan/RunSet.h>
 #include <runsieve/plot/PlotContainer.h>
 #include <runsieve/records/LinePlotTable.h>
 
@@ -34,6 +35,9 @@ void showOutput(PlotContainer& plot, std::size_t output);
 /// show, and, if all densities share a scale, that scale on every chart.
 void polish(PlotContainer& plot);
 
+/// The selected rows, ascending.
+[[nodiscard]] std::vector<long long> selectedRows(PlotContainer const& plot);
+
 /// Selects rows as a drag does.
 void selectRows(PlotContainer& plot, std::vector<long long> const& rows);
 
@@ -44,7 +48,14 @@ void clearSelection(PlotContainer& plot);
 /// Whether any row is selected.
 bool hasSelection(PlotContainer const& plot);
 
-/// Runs that pass through all selected places.
-std::size_t survivingRuns(PlotContainer& plot);
+/// The runs that have a selected row at every time at which any row is selected; none without rows.
+/// \param rows of stacked runs of so many times
+[[nodiscard]] RunSet runsThrough(std::vector<long long> const& rows, std::size_t runs, std::size_t times);
+
+/// The runs that pass through all selected places, by their position; none without a selection.
+[[nodiscard]] RunSet passingRuns(PlotContainer const& plot);
+
+/// How many these are.
+[[nodiscard]] std::size_t survivingRuns(PlotContainer const& plot);
 
 } // namespace runsieve::app

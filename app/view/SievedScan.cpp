@@ -5,29 +5,9 @@
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/gate/GateRows.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace runsieve::app {
-
-namespace {
-
-/// The runs that have a selected row at every time at which any row is selected.
-RunSet survivors(std::vector<long long> const& rows, std::size_t runs, std::size_t times)
-{
-  std::vector<unsigned char> demanded(times);
-  std::vector<std::size_t> hits(runs);
-  for (long long const row : rows) {
-    demanded[static_cast<std::size_t>(row) % times] = 1;
-    ++hits[static_cast<std::size_t>(row) / times];
-  }
-  auto const all = static_cast<std::size_t>(std::count(demanded.begin(), demanded.end(), 1));
-  RunSet passing(runs);
-  for (std::size_t run = 0; run < runs; ++run) passing.set(run, hits[run] == all);
-  return passing;
-}
-
-} // namespace
 
 OpenedScan openedOf(StoredPlot const& stored)
 {
@@ -40,7 +20,7 @@ OpenedScan openedOf(StoredPlot const& stored)
   opened.gates = stored.gates;
   opened.join = stored.join;
   if (!stored.selectedRows.empty())
-    opened.selected = survivors(stored.selectedRows, opened.scan.runs.size(), opened.scan.times.size());
+    opened.selected = runsThrough(stored.selectedRows, opened.scan.runs.size(), opened.scan.times.size());
   return opened;
 }
 

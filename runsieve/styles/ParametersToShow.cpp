@@ -41,7 +41,11 @@ std::vector<int> parametersToShow(std::vector<KsStatistics> const& statistics, s
   for (std::size_t i = 0; i < reserve.size() && shown.size() < goal; ++i) shown.push_back(reserve[i]);
   for (std::size_t k = 0; k < positions.size() && shown.size() < goal; ++k)
     if (std::find(shown.begin(), shown.end(), positions[k]) == shown.end()) shown.push_back(positions[k]);
-  return shown;
+  if (order.empty()) return shown;
+  std::vector<int> ordered;
+  for (int const position : positions)
+    if (std::find(shown.begin(), shown.end(), position) != shown.end()) ordered.push_back(position);
+  return ordered;
 }
 
 } // namespace runsieve

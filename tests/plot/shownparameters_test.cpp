@@ -34,19 +34,19 @@ TEST_F(ShownParameters, AreThoseThatDifferAndFillersInTheOrderOfTheColumns)
 TEST_F(ShownParameters, TakeTheOrderOfAHost)
 {
   plot.parameterOrder = {5, 4, 3, 2, 1, 0};
-  EXPECT_THAT(plot.shownParameters(), ElementsAre(4, 1, 5, 3));
+  EXPECT_THAT(plot.shownParameters(), ElementsAre(5, 4, 3, 1));
 }
 
 TEST_F(ShownParameters, ThatAHostLeavesOutFollow)
 {
   plot.parameterOrder = {4, 3};
-  EXPECT_THAT(plot.shownParameters(), ElementsAre(4, 1, 3, 0));
+  EXPECT_THAT(plot.shownParameters(), ElementsAre(4, 3, 0, 1));
 }
 
 TEST_F(ShownParameters, PassOverWhatIsNoPosition)
 {
   plot.parameterOrder = {-1, 6, std::numeric_limits<int>::max(), std::numeric_limits<int>::min(), 4, 4};
-  EXPECT_THAT(plot.shownParameters(), ElementsAre(4, 1, 0, 2));
+  EXPECT_THAT(plot.shownParameters(), ElementsAre(4, 0, 1, 2));
 }
 
 TEST_F(ShownParameters, WithoutStatisticsFillARowInTheOrder)

@@ -22,7 +22,7 @@ BELOW = {
     "core/text": set(),
     "core/scan": {"core/text"},
     "core/files": {"core/text", "core/scan"},
-    "core/compare": {"core/kernels", "core/inference", "core/scan"},
+    "core/compare": {"core/text", "core/parallel", "core/kernels", "core/inference", "core/scan"},
     "core/inference": {"core/parallel"},
     "core/gate": {"core/text", "core/scan", "core/compare"},
     "core/read": {"core/text", "core/parallel", "core/scan", "core/files", "core/kernels"},

@@ -1,6 +1,7 @@
 #include <runsieve/core/compare/Clusters.h>
 
 #include <runsieve/core/compare/ComparedRuns.h>
+#include <runsieve/core/compare/ComparisonWarnings.h>
 #include <runsieve/core/compare/FamilyOfTests.h>
 #include <runsieve/core/kernels/CurveSpectra.h>
 #include <runsieve/core/kernels/PearsonKMeans.h>
@@ -140,7 +141,7 @@ ClusterComparison compareClusters(Scan const& scan, std::vector<int> const& labe
     all.push_back(&comparison.clusters[k]);
   }
   if (method.permutations > 0 && !runs.parameters().empty()) permute(comparison, runs, labels, work);
-  comparison.family = adjustFamily(all, runs.originals(), method);
+  comparison.family = adjustFamily(all, originalsOf(designOf(runs), runs.parameters().size()), method);
   for (auto* cluster : all) rankByDifference(*cluster, method.adjustment);
   return comparison;
 }

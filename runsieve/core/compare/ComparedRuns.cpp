@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <stdexcept>
 
 namespace runsieve {
@@ -53,18 +52,6 @@ void takeTexts(ParameterComparison& result, ScanParameter const& parameter, std:
   result.d = found.d;
   if (found.category >= 0) result.text = parameter.texts[static_cast<std::size_t>(found.category)];
   result.source = PSource::Permutation;
-}
-
-/// Places of the groups of equal values in the order of the runs, the same for any parameter that orders them
-/// alike.
-std::vector<std::uint32_t> groupOfRuns(OrderedValues const& ordered, std::size_t runs, bool falling)
-{
-  std::vector<std::uint32_t> group(runs);
-  auto const groups = static_cast<std::uint32_t>(ordered.groupEnds.size());
-  std::size_t place = 0;
-  for (std::uint32_t g = 0; g < groups; ++g)
-    for (; place < ordered.groupEnds[g]; ++place) group[ordered.order[place]] = falling ? groups - g : g + 1;
-  return group;
 }
 
 } // namespace
@@ -120,21 +107,6 @@ std::vector<ParameterComparison> ComparedRuns::compare(std::vector<std::uint8_t>
   inParallel(threadCount(threads), entries.size(),
              [&](std::size_t index) { results[index] = compareOne(index, mask); });
   return results;
-}
-
-std::vector<std::size_t> ComparedRuns::originals() const
-{
-  std::vector<std::size_t> first(entries.size());
-  std::map<std::vector<std::uint32_t>, std::size_t> seen;
-  for (std::size_t i = 0; i < entries.size(); ++i) {
-    first[i] = i;
-    if (parameterOf(i).isText()) continue;
-    // Of the two directions the one that comes first stands for both.
-    std::vector<std::uint32_t> const key = std::min(groupOfRuns(compared[i].values, runs.size(), false),
-                                                    groupOfRuns(compared[i].values, runs.size(), true));
-    first[i] = seen.try_emplace(key, i).first->second;
-  }
-  return first;
 }
 
 } // namespace runsieve

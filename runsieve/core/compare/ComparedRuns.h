@@ -38,10 +38,6 @@ public:
   [[nodiscard]] std::vector<ParameterComparison> compare(std::vector<std::uint8_t> const& mask,
                                                          unsigned threads) const;
 
-  /// For each compared parameter the first one that orders the runs as it does, rising or falling: itself if
-  /// there is none before it.
-  [[nodiscard]] std::vector<std::size_t> originals() const;
-
 private:
   struct Entry
   {

@@ -1,6 +1,7 @@
 #include <runsieve/core/compare/Comparison.h>
 
 #include <runsieve/core/compare/ComparedRuns.h>
+#include <runsieve/core/compare/ComparisonWarnings.h>
 #include <runsieve/core/compare/FamilyOfTests.h>
 
 #include <algorithm>
@@ -32,6 +33,7 @@ Comparison compareParameters(Scan const& scan, RunSet const& passing, RunSet con
   checkMethod(method);
   const ComparedRuns runs(scan, eligible);
   const std::vector<std::uint8_t> mask = runs.maskOf(passing);
+  const DesignOfRuns design = designOf(runs);
   Comparison comparison;
   comparison.method = method;
   comparison.passing = static_cast<std::size_t>(std::count(mask.begin(), mask.end(), 1));
@@ -43,7 +45,9 @@ Comparison compareParameters(Scan const& scan, RunSet const& passing, RunSet con
     takePermutations(
         comparison,
         permuted(PermutationTest(runs.parameters(), mask, permutationOptions(method, work)), work));
-  comparison.family = adjustFamily({&comparison.parameters}, runs.originals(), method);
+  comparison.family =
+      adjustFamily({&comparison.parameters}, originalsOf(design, runs.parameters().size()), method);
+  comparison.warnings = warningsOf(runs, design, comparison.passing, comparison.others);
   rankByDifference(comparison.parameters, method.adjustment);
   return comparison;
 }

@@ -1,0 +1,230 @@
+#include "app/view/ShownComparison.h"
+
+#include "app/cli/RankReport.h"
+#include "app/view/ScanPlot.h"
+
+#include <vtkChart.h>
+#include <vtkChartMatrix.h>
+#include <vtkDoubleArray.h>
+#include <vtkNew.h>
+#include <vtkPen.h>
+#include <vtkPlotLine.h>
+#include <vtkTable.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr char floorLabel[] = "noise floor";
+constexpr vtkIdType curvesOfSelection = 3; ///< all runs, passing runs, others
+
+/// For each parameter of the plot its position in Scan::parameters, which counts all columns of parameters.
+std::vector<std::size_t> positionsInScan(PlotContainer const& plot)
+{
+  std::vector<std::size_t> positions;
+  for (int const column : plot.metaData->parameterColumns) {
+    std::size_t before = 0;
+    for (int c = 0; c < column; ++c)
+      before += plot.typedColumnNames[static_cast<std::size_t>(c)].first == Kestrane::Parameter ? 1 : 0;
+    positions.push_back(before);
+  }
+  return positions;
+}
+
+/// The view fills its rows from below: the order in which the first row of the charts stands on top. A row
+/// that isn't full can only be the top one, so then the order stays.
+std::vector<int> firstRowOnTop(std::vector<int> const& shown)
+{
+  constexpr std::ptrdiff_t perRow = 4;
+  auto const count = static_cast<std::ptrdiff_t>(shown.size());
+  if (count % perRow != 0) return shown;
+  std::vector<int> order;
+  for (std::ptrdiff_t row = count - perRow; row >= 0; row -= perRow)
+    order.insert(order.end(), shown.begin() + row, shown.begin() + row + perRow);
+  return order;
+}
+
+/// Sets statistics and order of the plot; entries are in the order in which they are to be shown.
+template <class Entry, class P>
+void follow(PlotContainer& plot, std::vector<Entry> const& entries, P const& pOf)
+{
+  const std::vector<std::size_t> positions = positionsInScan(plot);
+  plot.ksStatistics.assign(positions.size(), {1.0, 0.0});
+  plot.parameterOrder.clear();
+  for (Entry const& entry : entries) {
+    auto const found = std::find(positions.begin(), positions.end(), entry.parameter);
+    if (found == positions.end()) continue;
+    auto const place = static_cast<std::size_t>(found - positions.begin());
+    plot.parameterOrder.push_back(static_cast<int>(place));
+    double const p = pOf(entry);
+    if (!std::isnan(p) && !std::isnan(entry.d)) plot.ksStatistics[place] = {p, std::fabs(entry.d)};
+  }
+  plot.parameterOrder = firstRowOnTop(plot.shownParameters());
+  plot.redraw();
+}
+
+/// Calls a function with each small chart and the position of its parameter in the scan.
+template <class Function> void eachChart(PlotContainer& plot, Function const& function)
+{
+  if (plot.metaData->getPlotStyle() != selectionCdfPlot || !plot.chartMatrix) return;
+  const std::vector<std::size_t> positions = positionsInScan(plot);
+  const std::vector<int> shown = plot.shownParameters();
+  const vtkVector2i size = plot.chartMatrix->GetSize();
+  for (std::size_t k = 0; k < shown.size(); ++k) {
+    const int cell = static_cast<int>(k);
+    const vtkVector2i place(cell % size.GetX(), cell / size.GetX());
+    if (place.GetY() < size.GetY())
+      function(plot.chartMatrix->GetChart(place), positions[static_cast<std::size_t>(shown[k])]);
+  }
+}
+
+using Curve = std::vector<std::pair<double, double>>;
+
+/// The distribution function of some runs: a point per value, with the share of the runs up to it.
+Curve distributionOf(std::vector<double> const& values, RunSet const& runs)
+{
+  std::vector<double> sorted;
+  for (std::size_t const run : runs.members())
+    if (!std::isnan(values[run])) sorted.push_back(values[run]);
+  std::sort(sorted.begin(), sorted.end());
+  Curve curve;
+  for (std::size_t i = 0; i < sorted.size(); ++i)
+    if (i + 1 == sorted.size() || sorted[i] != sorted[i + 1])
+      curve.emplace_back(sorted[i], static_cast<double>(i + 1) / static_cast<double>(sorted.size()));
+  return curve;
+}
+
+vtkSmartPointer<vtkTable> tableOf(Curve const& curve)
+{
+  vtkNew<vtkDoubleArray> x;
+  vtkNew<vtkDoubleArray> y;
+  x->SetName("value");
+  y->SetName("share of runs");
+  for (auto const& [value, share] : curve) {
+    x->InsertNextValue(value);
+    y->InsertNextValue(share);
+  }
+  auto table = vtkSmartPointer<vtkTable>::New();
+  table->AddColumn(x);
+  table->AddColumn(y);
+  return table;
+}
+
+/// The staircase of a distribution function, moved up or down, as far as it stays between 0 and 1.
+Curve shifted(Curve const& curve, double by)
+{
+  Curve corners;
+  double before = 0.0;
+  for (auto const& [value, share] : curve) {
+    corners.emplace_back(value, std::clamp(before + by, 0.0, 1.0));
+    corners.emplace_back(value, std::clamp(share + by, 0.0, 1.0));
+    before = share;
+  }
+  return corners;
+}
+
+void addFloor(vtkChart* chart, Curve const& others, double floor)
+{
+  constexpr unsigned char grey = 170;
+  for (double const by : {floor, -floor}) {
+    vtkNew<vtkPlotLine> line;
+    line->SetInputData(tableOf(shifted(others, by)), vtkIdType(0), vtkIdType(1));
+    line->SetLabel(floorLabel);
+    line->SetColor(grey, grey, grey, 255);
+    line->SetWidth(1.0f);
+    line->SetSelectable(false);
+    chart->AddPlot(line);
+  }
+}
+
+bool hasFloor(vtkChart* chart)
+{
+  const vtkIdType plots = chart->GetNumberOfPlots();
+  return plots > 0 && chart->GetPlot(plots - 1)->GetLabel() == floorLabel;
+}
+
+/// Counts each run once in the curves of a chart and draws the noise floor.
+void drawCurves(vtkChart* chart, ScanParameter const& parameter, ShownComparison const& shown)
+{
+  if (chart->GetNumberOfPlots() != curvesOfSelection) return;
+  RunSet passing(shown.passing);
+  passing &= shown.eligible;
+  RunSet others(shown.eligible);
+  others -= shown.passing;
+  const RunSet* const samples[] = {&shown.eligible, &passing, &others};
+  for (vtkIdType i = 0; i < curvesOfSelection; ++i) {
+    const Curve curve = distributionOf(parameter.values, *samples[i]);
+    if (curve.empty())
+      chart->GetPlot(i)->SetVisible(false);
+    else
+      chart->GetPlot(i)->SetInputData(tableOf(curve), vtkIdType(0), vtkIdType(1));
+  }
+  if (!std::isnan(shown.numbers.noiseFloor) && !parameter.isText())
+    addFloor(chart, distributionOf(parameter.values, others), shown.numbers.noiseFloor);
+  chart->RecalculateBounds();
+}
+
+} // namespace
+
+ShownComparison compareSelection(PlotContainer const& plot, Scan const& scan, ComparisonMethod const& method)
+{
+  ShownComparison shown;
+  shown.passing = passingRuns(plot);
+  shown.eligible = RunSet(scan.runs.size());
+  for (std::size_t run = 0; run < scan.runs.size(); ++run)
+    shown.eligible.set(run, scan.runs[run].status == RunStatus::Complete);
+  if (shown.passing.runs() == scan.runs.size() && shown.passing.count() > 0)
+    shown.numbers = compareParameters(scan, shown.passing, shown.eligible, method);
+  return shown;
+}
+
+void orderBy(PlotContainer& plot, Comparison const& comparison)
+{
+  follow(plot, comparison.parameters,
+         [&](ParameterComparison const& c) { return adjustedP(c, comparison.method.adjustment); });
+}
+
+void orderBy(PlotContainer& plot, ClusterComparison const& comparison)
+{
+  std::vector<ClusterDifference> differences = comparison.differences;
+  std::stable_sort(differences.begin(), differences.end(), [](auto const& a, auto const& b) {
+    return std::make_pair(a.pPermutation, -std::fabs(a.d)) < std::make_pair(b.pPermutation, -std::fabs(b.d));
+  });
+  follow(plot, differences, [](ClusterDifference const& difference) { return difference.pPermutation; });
+}
+
+void label(PlotContainer& plot, Scan const& scan, ShownComparison const& shown)
+{
+  const bool density = plot.metaData->getUseDensity();
+  eachChart(plot, [&](vtkChart* chart, std::size_t position) {
+    auto const& all = shown.numbers.parameters;
+    auto const found =
+        std::find_if(all.begin(), all.end(), [&](auto const& c) { return c.parameter == position; });
+    if (found == all.end()) return;
+    chart->SetTitle(
+        chartTitle(found->d, adjustedP(*found, shown.numbers.method.adjustment), found->significant));
+    if (!density && !hasFloor(chart)) drawCurves(chart, scan.parameters[position], shown);
+  });
+}
+
+void label(PlotContainer& plot, ClusterComparison const& comparison)
+{
+  eachChart(plot, [&](vtkChart* chart, std::size_t position) {
+    auto const& all = comparison.differences;
+    auto const found =
+        std::find_if(all.begin(), all.end(), [&](auto const& c) { return c.parameter == position; });
+    if (found != all.end()) chart->SetTitle(chartTitle(found->d, found->pPermutation, found->significant));
+  });
+}
+
+std::string chartTitle(double d, double p, bool significant)
+{
+  if (std::isnan(d)) return "";
+  std::string const sure = std::isnan(p) ? std::string() : ", p = " + pText(p);
+  return "d = " + formatted(d, "%+.2f", "-") + sure + (significant ? " *" : " (n.s.)");
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <runsieve/core/compare/Clusters.h>
+#include <runsieve/core/compare/Comparison.h>
+#include <runsieve/plot/PlotContainer.h>
+
+#include <string>
+#include <vector>
+
+namespace runsieve::app {
+
+/// A comparison with the runs that it is of, to be shown in the small charts of the composite view.
+struct ShownComparison
+{
+  Comparison numbers;
+  RunSet passing; ///< runs of the scan; those that are not eligible don't count
+  RunSet eligible;
+};
+
+/// Compares the runs that the selection of a plot lets through with all others, leaving out runs that are not
+/// complete. Nothing to show, and no numbers, without a selection or if it lets no run through.
+[[nodiscard]] ShownComparison compareSelection(PlotContainer const& plot, Scan const& scan,
+                                               ComparisonMethod const& method);
+
+/// Lets the small charts follow the numbers of the program in place of the library's own: which parameters
+/// are shown, and in which order. Redraws.
+void orderBy(PlotContainer& plot, Comparison const& comparison);
+void orderBy(PlotContainer& plot, ClusterComparison const& comparison);
+
+/// Writes d, adjusted p and a star over the small charts, counts each run once in their curves, and draws the
+/// noise floor: a band around the curve of the others that the curve of the passing runs leaves where the
+/// difference is more than chance makes. To be called after each redraw; twice does no harm.
+void label(PlotContainer& plot, Scan const& scan, ShownComparison const& shown);
+/// The same for clusters, without a noise floor.
+void label(PlotContainer& plot, ClusterComparison const& comparison);
+
+/// "d = +0.43, p = 0.002 *".
+[[nodiscard]] std::string chartTitle(double d, double p, bool significant);
+
+} // namespace runsieve::app

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <runsieve/core/compare/ComparedRuns.h>
+#include <runsieve/core/compare/ComparisonWarning.h>
+#include <runsieve/core/inference/SampleWarnings.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace runsieve {
+
+/// What is known of the parameters of all compared runs, whichever pass.
+struct DesignOfRuns
+{
+  SampleDesign design = SampleDesign::INDEPENDENT;
+  std::vector<FewLevels> levels;               ///< of number parameters; positions count `numbers`
+  std::vector<DesignCorrelation> correlations; ///< likewise
+  std::vector<std::size_t> numbers;            ///< positions of the number parameters in ComparedRuns
+};
+
+[[nodiscard]] DesignOfRuns designOf(ComparedRuns const& runs);
+
+/// For each compared parameter the first one of which it is a copy, or itself.
+[[nodiscard]] std::vector<std::size_t> originalsOf(DesignOfRuns const& design, std::size_t parameters);
+
+/// What makes the numbers of a comparison mean less than they seem to.
+[[nodiscard]] std::vector<ComparisonWarning> warningsOf(ComparedRuns const& runs, DesignOfRuns const& design,
+                                                        std::size_t passing, std::size_t others);
+
+} // namespace runsieve
