@@ -94,7 +94,6 @@ bool isLattice(std::vector<double const*> const& values, std::size_t runs)
     if (combinations > runs) return false;
     levels.push_back(ranksOf(ordered, runs, false));
   }
-  if (runs % combinations != 0) return false;
   std::map<std::vector<std::uint32_t>, std::size_t> counts;
   std::vector<std::uint32_t> point(values.size());
   for (std::size_t run = 0; run < runs; ++run) {
