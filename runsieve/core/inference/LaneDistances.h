@@ -10,16 +10,23 @@ namespace runsieve {
 /// Resamples of the runs of a scan that are compared in one pass, one per lane of a vector.
 constexpr std::size_t LANES = 8;
 
-/// How often each run is in each of LANES resamples: run after run, LANES numbers each; positive for runs
-/// that pass there, negative for others, 0 for runs that are not in it.
-using LaneCounts = std::vector<double>;
+/// A number of each lane, on a cache line of their own: runs are read in the order of a parameter's values.
+struct alignas(LANES * sizeof(double)) LaneNumbers
+{
+  double of[LANES] = {};
+};
+
+/// How often each run is in each of LANES resamples, one entry per run: positive for runs that pass there,
+/// negative for others, 0 for runs that are not in it.
+using LaneCounts = std::vector<LaneNumbers>;
 
 /// The counts of resamples as steps of a distance.
 struct LaneSteps
 {
-  /// Runs x LANES: a passing run's count times the number of others, and the reverse. Whole numbers, so that
-  /// sums are exact, and the same on all machines, as long as the product of the two numbers is below 2^53.
-  std::vector<double> steps;
+  /// One entry per run: a passing run's count times the number of others, and the reverse. Whole numbers, so
+  /// that sums are exact, and the same on all machines, as long as the product of the two numbers is below
+  /// 2^53.
+  std::vector<LaneNumbers> steps;
   double product[LANES] = {}; ///< of the numbers of passing runs and others
 };
 

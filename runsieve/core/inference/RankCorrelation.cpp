@@ -150,11 +150,16 @@ PairCorrelations rankCorrelations(std::vector<OrderedValues> const& orders,
                                   std::vector<unsigned char> const& members)
 {
   PairCorrelations result = columnCorrelations(rankTable(orders, members));
-  auto complete = [&](std::size_t p) { return orders[p].order.size() == members.size(); };
+  std::vector<double> sizes; // members with a value
+  for (OrderedValues const& ordered : orders) {
+    sizes.push_back(0.0);
+    for (const std::uint32_t run : ordered.order) sizes.back() += members[run];
+  }
+  // Where both parameters lack the same runs, their ranks are already those of the pair.
   for (std::size_t i = 1; i < orders.size(); ++i)
     for (std::size_t j = 0; j < i; ++j)
-      if (!complete(i) || !complete(j))
-        result.r[pairPlace(i, j)] = rankCorrelation(orders[i], orders[j], members);
+      if (const std::size_t place = pairPlace(i, j); result.n[place] < std::max(sizes[i], sizes[j]))
+        result.r[place] = rankCorrelation(orders[i], orders[j], members);
   return result;
 }
 

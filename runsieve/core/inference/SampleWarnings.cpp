@@ -14,7 +14,9 @@ namespace runsieve {
 namespace {
 
 constexpr std::size_t RUNS_OF_LATTICE_POINT = 5;
-constexpr std::size_t LEAST_RUNS_OF_HYPERCUBE = 16;
+// Fewer draws are even by chance too often.
+constexpr std::size_t LEAST_RUNS_OF_HYPERCUBE = 20;
+constexpr std::size_t LEAST_RUNS_OF_SEQUENCE = 64;
 /// Of the unevenness over the root of the number of runs, which is some 0.8 for independent draws.
 constexpr double EVEN = 0.15;
 
@@ -94,7 +96,6 @@ bool isLattice(std::vector<double const*> const& values, std::size_t runs)
     if (combinations > runs) return false;
     levels.push_back(ranksOf(ordered, runs, false));
   }
-  if (runs % combinations != 0) return false;
   std::map<std::vector<std::uint32_t>, std::size_t> counts;
   std::vector<std::uint32_t> point(values.size());
   for (std::size_t run = 0; run < runs; ++run) {
@@ -173,8 +174,7 @@ SampleDesign sampleDesign(std::vector<double const*> const& values, std::size_t 
   if (varying.size() == 1 && values.size() > 1) return SampleDesign::SWEEP;
   if (varying.size() > 1 && isLattice(varying, runs)) return SampleDesign::LATTICE;
   if (runs < LEAST_RUNS_OF_HYPERCUBE || !allEven(varying, runs)) return SampleDesign::INDEPENDENT;
-  const std::size_t half = runs / 2;
-  if (half >= LEAST_RUNS_OF_HYPERCUBE && allEven(varying, half)) return SampleDesign::SEQUENCE;
+  if (runs >= LEAST_RUNS_OF_SEQUENCE && allEven(varying, runs / 2)) return SampleDesign::SEQUENCE;
   return oneInEachStratum(varying, runs) ? SampleDesign::LATIN_HYPERCUBE : SampleDesign::INDEPENDENT;
 }
 

@@ -55,10 +55,10 @@ enum class SampleDesign
 };
 
 /// What kind of sample the runs are. Strata and evenness are found for parameters spread uniformly or with
-/// uniform logarithms between any two ends; other distributions are taken for independent draws. At least 16
-/// runs, all with finite values of all parameters, are needed for a hypercube or a sequence. Independent
-/// draws are taken for one of them less than once in 10,000 scans. \param values one array of `runs` values
-/// per parameter
+/// uniform logarithms between any two ends; other distributions are taken for independent draws. A hypercube
+/// needs at least 20 runs, a sequence 64, all with finite values of all parameters. Independent draws are
+/// taken for one of them less than once in 10,000 scans.
+/// \param values one array of `runs` values per parameter
 [[nodiscard]] SampleDesign sampleDesign(std::vector<double const*> const& values, std::size_t runs);
 
 /// Parameters whose values rise strictly, or fall strictly, from each run to the next: three runs or more,

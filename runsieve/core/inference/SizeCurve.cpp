@@ -23,7 +23,7 @@ std::size_t sizeOf(double share, std::size_t runs)
 
 void mark(LaneCounts& counts, std::size_t lane, std::uint32_t const* runs, std::size_t count, double step)
 {
-  for (std::size_t i = 0; i < count; ++i) counts[runs[i] * LANES + lane] = step;
+  for (std::size_t i = 0; i < count; ++i) counts[runs[i]].of[lane] = step;
 }
 
 } // namespace
@@ -51,7 +51,7 @@ SizeCurve::Drawn SizeCurve::drawn(std::size_t share, std::size_t first) const
 {
   const std::size_t passing = sizeOf(settings.shares[share], passingRuns.size());
   const std::size_t others = sizeOf(settings.shares[share], otherRuns.size());
-  Drawn result{LaneCounts(runs * LANES), LaneCounts(runs * LANES)};
+  Drawn result{LaneCounts(runs), LaneCounts(runs)};
   std::vector<std::uint32_t> fromPassing = passingRuns;
   std::vector<std::uint32_t> fromOthers = otherRuns;
   std::vector<std::uint32_t> both(passing + others);

@@ -23,11 +23,12 @@ std::size_t piecesOf(std::size_t resamples)
   return (resamples + LANES - 1) / LANES;
 }
 
-/// Draws as many of the runs as there are, with replacement, adding `step` for each to a lane.
-void drawInto(double* lane, std::vector<std::uint32_t> const& runs, double step, RandomStream& random)
+/// Draws as many of the runs as there are, with replacement, and tells how often each was drawn.
+void draw(std::vector<std::uint32_t> const& runs, RandomStream& random, std::vector<std::uint32_t>& times)
 {
+  std::fill(times.begin(), times.end(), 0u);
   const auto size = static_cast<std::uint32_t>(runs.size());
-  for (std::uint32_t i = 0; i < size; ++i) lane[runs[random.below(size)] * LANES] += step;
+  for (std::uint32_t i = 0; i < size; ++i) ++times[random.below(size)];
 }
 
 } // namespace
@@ -77,11 +78,15 @@ void Stability::advance(std::size_t pieces)
 
 LaneCounts Stability::drawnCounts(std::size_t piece) const
 {
-  LaneCounts counts(runs * LANES);
+  LaneCounts counts(runs);
+  std::vector<std::uint32_t> times(std::max(passingRuns.size(), otherRuns.size()));
   for (std::size_t lane = 0; lane < LANES; ++lane) {
     RandomStream random(settings.seed, piece * LANES + lane);
-    drawInto(counts.data() + lane, passingRuns, 1.0, random);
-    drawInto(counts.data() + lane, otherRuns, -1.0, random);
+    draw(passingRuns, random, times);
+    for (std::size_t i = 0; i < passingRuns.size(); ++i) counts[passingRuns[i]].of[lane] = times[i];
+    draw(otherRuns, random, times);
+    for (std::size_t i = 0; i < otherRuns.size(); ++i)
+      counts[otherRuns[i]].of[lane] = -static_cast<double>(times[i]);
   }
   return counts;
 }

@@ -18,7 +18,7 @@ double shareUpTo(Column const& values, LaneCounts const& counts, std::size_t lan
   double upTo = 0.0;
   double all = 0.0;
   for (std::size_t run = 0; run < values.size(); ++run) {
-    const double count = std::max(sign * counts[run * LANES + lane], 0.0);
+    const double count = std::max(sign * counts[run].of[lane], 0.0);
     if (std::isnan(values[run])) continue;
     all += count;
     if (values[run] <= value) upTo += count;
@@ -40,14 +40,15 @@ TEST(LaneDistances, areThoseOfCumulativeSharesCountedValueByValue)
   std::vector<Column> columns = uniformColumns(3, runs, 1);
   for (double& value : columns[1]) value = std::floor(5.0 * value);
   for (std::size_t run = 0; run < runs; run += 4) columns[2][run] = std::numeric_limits<double>::quiet_NaN();
-  LaneCounts counts(runs * LANES);
-  for (std::size_t i = 0; i < counts.size(); ++i) counts[i] = (i / LANES < 20 ? 1.0 : -1.0) * random.below(4);
+  LaneCounts counts(runs);
+  for (std::size_t run = 0; run < runs; ++run)
+    for (double& count : counts[run].of) count = (run < 20 ? 1.0 : -1.0) * random.below(4);
   const std::vector<unsigned char> passing = runsWhere(runs, [](std::size_t run) { return run < 20; });
   for (Column const& column : columns) {
     const OrderedValues ordered = orderedValues(column.data(), runs);
     const std::vector<double> given = shareDifferences(ordered, passing);
-    LaneCounts once(runs * LANES);
-    for (std::size_t run = 0; run < runs; ++run) once[run * LANES] = passing[run] ? 1.0 : -1.0;
+    LaneCounts once(runs);
+    for (std::size_t run = 0; run < runs; ++run) once[run].of[0] = passing[run] ? 1.0 : -1.0;
     const LaneDistances found = laneDistances(ordered, counts, laneSteps(counts), given);
     for (std::size_t lane = 0; lane < LANES; ++lane) {
       double distance = 0.0;
@@ -67,8 +68,8 @@ TEST(LaneDistances, areThoseOfCumulativeSharesCountedValueByValue)
 TEST(LaneDistances, areZeroWithTheLargestChangeWhereOneSideHasNoRuns)
 {
   const OrderedValues ordered = orderedValues(Column{1.0, 2.0}.data(), 2);
-  LaneCounts counts(2 * LANES);
-  counts[0] = 1.0;
+  LaneCounts counts(2);
+  counts[0].of[0] = 1.0;
   const LaneDistances found = laneDistances(ordered, counts, laneSteps(counts), {0.0, 0.0});
   for (std::size_t lane = 0; lane < LANES; ++lane) {
     EXPECT_EQ(found.distance[lane], 0.0);

@@ -90,6 +90,18 @@ TEST(RankCorrelations, countTheRunsThatHaveBothValues)
   EXPECT_EQ(all.r[0], -1.0);
 }
 
+TEST(RankCorrelations, ofParametersThatLackTheSameRunsAreThoseOfTheOthers)
+{
+  std::vector<Column> columns = uniformColumns(2, 50, 4);
+  const std::vector<unsigned char> some = runsWhere(50, [](std::size_t run) { return run % 5 > 0; });
+  const double expected = rankCorrelations(ordersOf(columns), some).r[0];
+  for (Column& column : columns)
+    for (std::size_t run = 0; run < 50; run += 5) column[run] = NONE;
+  const PairCorrelations all = rankCorrelations(ordersOf(columns), std::vector<unsigned char>(50, 1));
+  EXPECT_DOUBLE_EQ(all.r[0], expected);
+  EXPECT_EQ(all.n[0], 40.0);
+}
+
 TEST(RankCorrelations, ofOneParameterOrNoneAreNone)
 {
   EXPECT_TRUE(rankCorrelations({}, {}).r.empty());

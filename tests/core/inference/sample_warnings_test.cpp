@@ -169,7 +169,7 @@ TEST(SampleDesign, isAlmostNeverTakenForAnotherForDraws)
 {
   int others = 0;
   for (std::uint64_t scan = 0; scan < 2000; ++scan)
-    others += designOf(uniformColumns(1, 16 + scan % 50, scan)) != SampleDesign::INDEPENDENT;
+    others += designOf(uniformColumns(1, 20 + scan % 50, scan)) != SampleDesign::INDEPENDENT;
   EXPECT_LE(others, 1);
 }
 
