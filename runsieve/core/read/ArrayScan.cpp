@@ -1,6 +1,7 @@
 #include <runsieve/core/read/ArrayScan.h>
 
 #include <runsieve/core/read/ArrayRoles.h>
+#include <runsieve/core/read/Fields.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
@@ -122,6 +123,7 @@ public:
     leaveOutIgnored();
     readParameterTable();
     for (std::size_t const i : roles.parameters) readParameter(arrays[i]);
+    leaveOutMissing(options, result);
     finishScan(fileName, options, result.scan);
     return std::move(result);
   }
@@ -356,6 +358,26 @@ std::vector<ScanRun> countedRuns(std::size_t number, ReadReport& report)
   std::vector<ScanRun> runs(number);
   for (std::size_t run = 0; run < number; ++run) runs[run].key = std::to_string(run + 1);
   return runs;
+}
+
+void leaveOutMissing(ReadOptions const& options, ScanFile& file)
+{
+  std::vector<double> const none = missingNumbers(options.missing, '.');
+  if (none.empty()) return;
+  std::size_t left = 0;
+  auto const leaveOut = [&](double& value) {
+    if (std::find(none.begin(), none.end(), value) == none.end()) return;
+    value = nan;
+    ++left;
+  };
+  for (ScanOutput const& output : file.scan.outputs)
+    std::for_each(output.values.get(), output.values.get() + file.scan.rows(), leaveOut);
+  for (ScanParameter& parameter : file.scan.parameters)
+    if (!parameter.isText()) std::for_each(parameter.values.begin(), parameter.values.end(), leaveOut);
+  if (left > 0)
+    file.report.findings.push_back(
+        {std::to_string(left) + (left == 1 ? " value is missing" : " values are missing"),
+         "an option says that these numbers mean no value", false});
 }
 
 void tellProgress(ReadOptions const& options, double share)

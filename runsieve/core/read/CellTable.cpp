@@ -71,6 +71,7 @@ public:
     format.fields = dialect.fields;
     format.header = dialect.header;
     format.missing = options.missing;
+    format.missingNumbers = missingNumbers(options.missing, dialect.fields.decimal);
     for (std::size_t i = 0; i < dialect.names.size(); ++i) {
       std::string const& name = dialect.names[i];
       bool const dropped = name.empty() || std::find(options.ignore.begin(), options.ignore.end(), name) !=

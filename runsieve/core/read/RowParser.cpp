@@ -148,6 +148,7 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
   if (format.fields.decimal == '.') {
     auto [numberEnd, error] = std::from_chars(position, end, field.value);
     if (error == std::errc() && numberEnd < end && *numberEnd == stop) {
+      if (!format.missingNumbers.empty()) field.value = numberCell(field.value, index);
       finishField(field, numberEnd);
       if (!isLast) skipBlanks<atBlanks>();
       return true;
@@ -182,7 +183,7 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
 
 double RowParser::valueOf(std::string_view text, std::size_t field)
 {
-  if (auto const number = fieldNumber(text, format.fields.decimal)) return *number;
+  if (auto const number = fieldNumber(text, format.fields.decimal)) return numberCell(*number, field);
   std::string const plain = fieldText(text);
   std::string_view const word = trimmed(plain);
   if (isUsualMissing(word) ||
@@ -192,6 +193,14 @@ double RowParser::valueOf(std::string_view text, std::size_t field)
   }
   textSeen[field] = true;
   return textCell(trimmed(text));
+}
+
+double RowParser::numberCell(double number, std::size_t field)
+{
+  std::vector<double> const& none = format.missingNumbers;
+  if (std::find(none.begin(), none.end(), number) == none.end()) return number;
+  missingSeen[field] = true;
+  return cell::missing();
 }
 
 double RowParser::textCell(std::string_view text)

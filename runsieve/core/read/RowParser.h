@@ -23,9 +23,10 @@ struct RowFault
 struct RowFormat
 {
   FieldFormat fields;
-  std::vector<bool> wanted;         ///< one per field of a row; what stands in the others does not matter
-  std::vector<std::string> missing; ///< texts for "no value" besides the usual ones
-  std::string_view header;          ///< a line like this one between the rows is skipped, and ends a block
+  std::vector<bool> wanted;           ///< one per field of a row; what stands in the others does not matter
+  std::vector<std::string> missing;   ///< texts for "no value" besides the usual ones
+  std::vector<double> missingNumbers; ///< numbers that mean the same, however they are written
+  std::string_view header;            ///< a line like this one between the rows is skipped, and ends a block
 };
 
 /// Turns rows of text into columns of cells (Cell.h).
@@ -76,6 +77,7 @@ private:
   template <bool atBlanks> bool parseField(std::size_t index, bool isLast);
   template <bool atBlanks> void skipBlanks();
   double valueOf(std::string_view text, std::size_t field);
+  double numberCell(double number, std::size_t field);
   double textCell(std::string_view text);
   bool skipField(char stop);
   void finishField(Field& field, char const* fieldEnd);

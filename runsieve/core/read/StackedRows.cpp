@@ -218,7 +218,10 @@ private:
       scan.outputs.push_back({roles[column].label, data});
     }
     if (missing > 0)
-      tell(counted(missing, "missing value") + " among the outputs", "empty fields, or words such as NA");
+      tell(counted(missing, "missing value") + " among the outputs",
+           options.missing.empty()
+               ? "empty fields, or words such as NA"
+               : "empty fields, words such as NA, or what an option says to mean no value");
   }
 
   void addParameters()

@@ -190,6 +190,25 @@ TEST(Dialects, WordsForNoValueAreMissing)
   }
 }
 
+TEST(Dialects, ANumberCanMeanNoValueHoweverItIsWritten)
+{
+  ReadOptions options;
+  options.missing = {"-999", "7e0"};
+  ScanFile const file = readString("run,time,A,k\n0,0,-999.0,7.00\n0,1,-9.99e2,7.00\n0,2,\"-999\",7.00\n"
+                                   "1,0,4,-998\n1,1, -999 ,-998\n1,2,6,-998\n",
+                                   options);
+  for (double const value : valuesOf(file.scan, "A", 0)) EXPECT_TRUE(std::isnan(value));
+  EXPECT_TRUE(std::isnan(valuesOf(file.scan, "A", 1)[1]));
+  EXPECT_EQ(file.scan.runs[1].status, RunStatus::Failed);
+  EXPECT_TRUE(std::isnan(parameterOf(file.scan, "k").values[0]));
+  EXPECT_EQ(parameterOf(file.scan, "k").values[1], -998);
+  EXPECT_TRUE(tells(file.report, "4 missing values among the outputs"));
+  EXPECT_TRUE(tells(file.report, "what an option says"));
+
+  options.missing = {"-999,5"};
+  EXPECT_TRUE(std::isnan(valuesOf(readString("time;A\n0;1,5\n1;-999,50\n", options).scan, "A", 0)[1]));
+}
+
 TEST(Dialects, NoValueKeepsNoTraceInTheScan)
 {
   Scan const scan = readString("run,time,A\n0,0,1\n0,1,\n1,0,2\n1,1,3\n").scan;

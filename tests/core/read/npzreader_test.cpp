@@ -75,6 +75,15 @@ TEST(Npy, AnArrayOfTwoAxesIsOneOutput)
   EXPECT_EQ(file.scan.runs[1].end, 2u);
 }
 
+TEST(Npy, ANumberCanMeanNoValue)
+{
+  ReadOptions options;
+  options.missing = {"-999"};
+  const ScanFile file = readNpy("ATP.npy", npy({2, 3}, {1, 2, 3, 4, 5, -999}), options);
+  EXPECT_THAT(valuesOf(file.scan, "ATP", 1), ElementsAre(4, 5, IsNan()));
+  EXPECT_EQ(file.scan.runs[1].status, RunStatus::Short);
+}
+
 TEST(Npy, OutputsWithoutNamesAreCounted)
 {
   const ScanFile file = readNpy("a.npy", npy({2, 3, 2}, cube), {});
