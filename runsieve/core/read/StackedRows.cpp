@@ -177,12 +177,27 @@ private:
                counted(found.times().size(), "common time") + ", " + decimal(found.times().front()) + ".." +
                decimal(found.times().back()),
            "their times are not those of the others; --exact-times keeps every time", true);
+    tellCut(found.cutBefore(), "before " + decimal(found.times().front()), "the first", "begin with them");
+    tellCut(found.cutBehind(), "after " + decimal(found.times().back()), "the last", "reach them");
+    if (found.lateRuns() > 0)
+      tell(counted(found.lateRuns(), "run") + (found.lateRuns() == 1 ? " begins" : " begin") +
+               " after the first common time",
+           "the values before are missing");
     if (found.gaps() > 0 && !options.exactTimes)
       tell(counted(found.gaps(), "run") + (found.gaps() == 1 ? " lacks" : " lack") +
                " times between its first and its last",
            "other runs have them");
     if (found.kind() == CommonGrid::Kind::Gaps && options.exactTimes)
       tell("all times of all runs are kept; a run has gaps where only others have times", "by option");
+  }
+
+  void tellCut(CommonGrid::Cut const& cut, std::string const& where, std::string const& which,
+               std::string const& what)
+  {
+    if (cut.runs == 0) return;
+    tell("times " + where + " were left out: " + counted(cut.samples, "row") + " of " +
+             counted(cut.runs, "run") + ", " + which + " at " + decimal(cut.farthest),
+         "not all runs " + what + "; --exact-times keeps every time", true);
   }
 
   [[nodiscard]] std::vector<double> inOrder(std::size_t column) const

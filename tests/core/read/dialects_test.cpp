@@ -543,6 +543,72 @@ TEST(Dialects, AdaptiveStepsComeOntoEvenSteps)
   for (std::size_t run = 0; run < 3; ++run) EXPECT_EQ(valuesOf(file.scan, "A", run), (Values{0, 20, 40}));
 }
 
+/// Rows "run,time,A" with A = 10 time, at times that a solver took from `first` to the first behind `last`.
+std::string solverRun(int run, double first, double step, double last)
+{
+  std::string text;
+  double time = first;
+  for (int i = 0; time < last + step; ++i, time = first + step * i)
+    text += std::to_string(run) + ',' + plain(time) + ',' + plain(10 * time) + '\n';
+  return text;
+}
+
+TEST(Dialects, RunsWhoseSolversEndWithinAStepOfEachOtherAreComplete)
+{
+  std::string text = "run,time,A\n";
+  for (int run = 0; run < 40; ++run) text += solverRun(run, 0, 0.11 + 0.01 * run, 10);
+  text += solverRun(40, 0, 0.11, 5);
+  text += solverRun(41, 0, 0.5, 20);
+  ScanFile const file = readString(text);
+  EXPECT_GE(file.scan.times.back(), 10.0);
+  EXPECT_LT(file.scan.times.back(), 10.1);
+  for (std::size_t run = 0; run < 42; ++run)
+    EXPECT_EQ(file.scan.runs[run].status, run == 40 ? RunStatus::Short : RunStatus::Complete) << run;
+  EXPECT_NEAR(valuesOf(file.scan, "A", 41).back(), 10 * file.scan.times.back(), 1e-9);
+  EXPECT_TRUE(tells(file.report, "the last at 20; not all runs reach them")) << "what is left out";
+  EXPECT_TRUE(tells(file.report, "1 run ends early"));
+}
+
+TEST(Dialects, RunsThatBeginWithinAStepOfEachOtherAreComplete)
+{
+  std::string text = "run,time,A\n";
+  for (int run = 0; run < 30; ++run) text += solverRun(run, 0.001 * run, 1, 18);
+  ScanFile const file = readString(text);
+  EXPECT_DOUBLE_EQ(file.scan.times.front(), 0.029);
+  for (ScanRun const& run : file.scan.runs) EXPECT_EQ(run.status, RunStatus::Complete);
+  EXPECT_TRUE(tells(file.report, "times before 0.029 were left out: 29 rows of 29 runs, the first at 0"));
+}
+
+TEST(Dialects, ARunThatBeginsWithinAStepOfASharedGridIsComplete)
+{
+  std::string text = "run,time,A\n";
+  for (int run = 0; run < 3; ++run) text += solverRun(run, 0, 0.5, 10);
+  text += solverRun(3, 0.25, 0.5, 10) + solverRun(4, 5.25, 0.5, 10);
+  ScanFile const file = readString(text);
+  EXPECT_EQ(file.scan.times.front(), 0.5);
+  EXPECT_EQ(file.scan.runs[3].status, RunStatus::Complete);
+  EXPECT_EQ(file.scan.runs[4].status, RunStatus::Failed);
+  EXPECT_TRUE(tells(file.report, "1 run begins after the first common time"));
+}
+
+TEST(Dialects, RowsBehindACommonGridAreCounted)
+{
+  ScanFile const file =
+      readString("run,time,A\n1,0,1\n1,1,2\n1,2,3\n2,0,1\n2,1,2\n2,2,3\n3,0,1\n3,0.5,2\n3,2,3\n3,4,99\n");
+  EXPECT_EQ(file.scan.times, (Values{0, 1, 2}));
+  EXPECT_TRUE(tells(file.report, "times after 2 were left out: 1 row of 1 run, the last at 4"));
+}
+
+TEST(Dialects, RunsThatStopAtManyTimesDoNotShortenTheOthers)
+{
+  std::string text = "run,time,A\n";
+  for (int run = 0; run < 12; ++run) text += solverRun(run, 0, 0.1 + 0.001 * run, run < 8 ? 5 : 10);
+  ScanFile const file = readString(text);
+  EXPECT_GE(file.scan.times.back(), 10);
+  EXPECT_EQ(file.scan.runs[0].status, RunStatus::Short);
+  EXPECT_EQ(file.scan.runs[11].status, RunStatus::Complete);
+}
+
 TEST(Dialects, RunsThatEndEarlyAreKept)
 {
   ScanFile const file = readString("run,time,A\n0,0,1\n0,1,2\n0,2,3\n1,0,4\n1,1,5\n2,0,6\n2,1,7\n2,2,8\n");
