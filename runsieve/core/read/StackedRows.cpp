@@ -66,7 +66,7 @@ private:
       ColumnRole& role = roles[i];
       if (role.role != Role::Free && role.role != Role::Parameter && role.role != Role::Status) continue;
       std::size_t const change = firstChange(table, rows, i);
-      bool const constant = change == table.rows;
+      bool const constant = change == rows.rows();
       if (role.role == Role::Parameter && !constant)
         table.fail(rows.row(change), i, "a parameter must keep its value within a run");
       bool const isCode =
@@ -202,8 +202,8 @@ private:
 
   [[nodiscard]] std::vector<double> inOrder(std::size_t column) const
   {
-    std::vector<double> ordered(table.rows);
-    for (std::size_t at = 0; at < table.rows; ++at) ordered[at] = cells(column)[rows.row(at)];
+    std::vector<double> ordered(rows.rows());
+    for (std::size_t at = 0; at < rows.rows(); ++at) ordered[at] = cells(column)[rows.row(at)];
     return ordered;
   }
 

@@ -491,6 +491,61 @@ TEST(Dialects, RowsAreTakenInAnyOrder)
   EXPECT_TRUE(tells(apart.report, "rows of a run that stood apart were put together"));
 }
 
+TEST(Dialects, TheLastOfTwoRowsAtAnEventCounts)
+{
+  for (std::string const text : {"time,A\n0,1\n1,2\n1,3\n2,4\n", "run,time,A\n7,0,1\n7,1,2\n7,1,3\n7,2,4\n",
+                                 "sample,time,A\n7,0,1\n7,1,2\n7,1,3\n7,2,4\n"})
+    for (bool const exact : {false, true}) {
+      ReadOptions options;
+      options.exactTimes = exact;
+      ScanFile const file = readString(text, options);
+      ASSERT_EQ(file.scan.runs.size(), 1u) << text;
+      EXPECT_EQ(file.scan.times, (Values{0, 1, 2}));
+      EXPECT_EQ(valuesOf(file.scan, "A", 0), (Values{1, 3, 4}));
+      EXPECT_TRUE(tells(file.report, "1 row was left out, as the next row of the run has the same time"));
+      EXPECT_FALSE(tells(file.report, "in the order of time"));
+    }
+}
+
+TEST(Dialects, EventsInSeveralRunsBeginNoRuns)
+{
+  std::string const rows = "0\t1\n1\t2\n1\t3\n2\t4\n";
+  for (std::string const between : {"", "\n"}) {
+    ScanFile const file = readString("# Time\t[A]\n" + rows + between + rows + between + "2\t5\n3\t6\n");
+    ASSERT_EQ(file.scan.runs.size(), between.empty() ? 2u : 3u);
+    EXPECT_EQ(valuesOf(file.scan, "[A]", 0)[1], 3);
+    EXPECT_EQ(valuesOf(file.scan, "[A]", 1)[1], 3);
+  }
+  ScanFile const joined = readString("run,time,A\n2,0,1\n1,1,2\n1,1,3\n1,0,4\n2,1,5\n2,1,6\n");
+  EXPECT_EQ(valuesOf(joined.scan, "A", 0), (Values{4, 3}));
+  EXPECT_EQ(valuesOf(joined.scan, "A", 1), (Values{1, 6}));
+  EXPECT_TRUE(tells(joined.report, "2 rows were left out"));
+}
+
+TEST(Dialects, RunsOfOneTimeEachAreNoEvents)
+{
+  ReadOptions options;
+  options.outputs = {"A"};
+  EXPECT_EQ(readString("time,A,k\n10,1,1\n10,2,2\n10,3,3\n", options).scan.runs.size(), 3u);
+  EXPECT_THAT([&] { (void)readString("run,time,A\n1,10,1\n1,10,2\n1,10,3\n"); },
+              testing::ThrowsMessage<ScanError>(HasSubstr("time 10 stands twice in run 1")));
+}
+
+TEST(Dialects, ATableInTheOrderOfTimeHasRunsByTheirParameters)
+{
+  ScanFile const file = readString("time,k,m,A\n0,1,1,5\n0,1,2,6\n0,2,2,7\n1,1,1,8\n1,1,2,9\n1,2,2,10\n");
+  ASSERT_EQ(file.scan.runs.size(), 3u);
+  EXPECT_EQ(valuesOf(file.scan, "A", 1), (Values{6, 9}));
+  EXPECT_EQ(parameterOf(file.scan, "m").values, (Values{1, 2, 2}));
+  EXPECT_TRUE(tells(file.report, "each time has a row for each of 3 runs"));
+  for (std::string const text :
+       {"time,k,A\n0,1,5\n0,2,6\n0,2,7\n1,1,8\n1,2,9\n1,2,10\n",
+        "time,k,A\n0,1,5\n0,2,6\n0,3,7\n1,1,8\n1,3,9\n", "time,k,A\n0,1,5\n0,2,6\n1,2,7\n1,1,8\n"})
+    EXPECT_THAT([&] { (void)readString(text); },
+                testing::ThrowsMessage<ScanError>(HasSubstr("name the one that does with --run")))
+        << text;
+}
+
 TEST(Dialects, TimeMayFallWithinRunsWithoutARunColumn)
 {
   std::string text;
