@@ -94,6 +94,7 @@ public:
     parseRows();
     joinTexts();
     joinBlocks();
+    tellCutEnd();
     return std::move(table);
   }
 
@@ -268,6 +269,29 @@ private:
       findings.push_back({"passed over " + std::to_string(comments) +
                               (comments == 1 ? " comment" : " comments") + " between the rows",
                           "", false});
+  }
+
+  // A last field that the one above begins with was perhaps not written to its end.
+  void tellCutEnd()
+  {
+    if (table.rows < 2 || end[-1] == '\n') return;
+    char const* last = end;
+    while (last > begin && last[-1] != '\n') --last;
+    if (last == begin) return;
+    char const* above = last - 1;
+    while (above > begin && above[-1] != '\n') --above;
+    std::string_view const field = lastField(lineAt(last, end));
+    std::string_view const full = lastField(lineAt(above, end));
+    if (field.size() < full.size() && full.substr(0, field.size()) == field)
+      findings.push_back({"the file may be cut off: its last field is " + quoted(field) + ", and " +
+                              quoted(full) + " above it",
+                          "the last line has no end", true});
+  }
+
+  [[nodiscard]] std::string_view lastField(std::string_view line) const
+  {
+    char const delimiter = dialect.fields.delimiter;
+    return trimmed(line.substr(delimiter == ' ' ? line.find_last_of(" \t") + 1 : line.rfind(delimiter) + 1));
   }
 
   std::string_view text;

@@ -15,6 +15,7 @@ namespace runsieve {
 
 namespace {
 
+constexpr double relativeRounding = 1e-9;
 constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
 
 /// Consecutive rows of one key.
@@ -31,6 +32,12 @@ std::uint64_t keyBits(double value)
   if (value == 0.0) return 0;
   if (std::isnan(value) && !cell::isText(value)) return cell::missingMark;
   return cell::bitsOf(value);
+}
+
+bool differByRounding(double a, double b)
+{
+  return std::isfinite(a) && std::isfinite(b) &&
+         std::fabs(a - b) <= relativeRounding * std::max(std::fabs(a), std::fabs(b));
 }
 
 /// Whether rows that repeat a time are too many for events.
@@ -212,6 +219,16 @@ std::size_t countRepeats(CellTable const& table, std::size_t time)
   return count;
 }
 
+bool standsInFirstRowsOnly(CellTable const& table, RunRows const& runs, std::size_t column)
+{
+  if (!table.columns[column].hasMissing || runs.runs() < 2 || runs.rows() == runs.runs()) return false;
+  double const* const cells = table.columns[column].cells.get();
+  for (std::size_t i = 0; i < runs.runs(); ++i)
+    for (std::size_t at = runs.starts[i]; at < runs.starts[i + 1]; ++at)
+      if (cell::isMissing(cells[runs.row(at)]) != (at > runs.starts[i])) return false;
+  return true;
+}
+
 bool countsRuns(CellTable const& table, RunRows const& runs, double const* cells)
 {
   double last = cells[runs.row(0)];
@@ -322,17 +339,27 @@ std::optional<std::size_t> findRunCounter(CellTable const& table, RunRows const&
   return std::nullopt;
 }
 
-std::size_t firstChange(CellTable const& table, RunRows const& runs, std::size_t column)
+ColumnChanges changesWithinRuns(CellTable const& table, RunRows const& runs, std::size_t column)
 {
   double const* const cells = table.columns[column].cells.get();
+  ColumnChanges changes;
+  changes.first = runs.rows();
+  changes.inFirstRowOnly = standsInFirstRowsOnly(table, runs, column);
+  if (changes.inFirstRowOnly) return changes;
   for (std::size_t i = 0; i < runs.runs(); ++i) {
     double const value = cells[runs.row(runs.starts[i])];
     for (std::size_t at = runs.starts[i] + 1; at < runs.starts[i + 1]; ++at) {
       double const other = cells[runs.row(at)];
-      if (other != value && keyBits(other) != keyBits(value)) return at;
+      if (other == value || keyBits(other) == keyBits(value)) continue;
+      if (differByRounding(other, value)) {
+        changes.rounding = true;
+        continue;
+      }
+      if (changes.runs++ == 0) changes.first = at;
+      break;
     }
   }
-  return runs.rows();
+  return changes;
 }
 
 } // namespace runsieve

@@ -53,7 +53,15 @@ struct RunRows
 [[nodiscard]] std::optional<std::size_t> findRunCounter(CellTable const& table, RunRows const& runs,
                                                         std::vector<std::size_t> const& columns);
 
-/// The first position whose cell differs from the first of its run; the number of positions if there is none.
-[[nodiscard]] std::size_t firstChange(CellTable const& table, RunRows const& runs, std::size_t column);
+/// How the cells of a column differ from the first of their run.
+struct ColumnChanges
+{
+  std::size_t runs = 0;        ///< with a cell that differs
+  std::size_t first = 0;       ///< position of the first such cell; without any the number of positions
+  bool rounding = false;       ///< whether cells differ that count as equal: by a relative 1e-9 or less
+  bool inFirstRowOnly = false; ///< whether only the first rows of runs have a value, which counts for all
+};
+[[nodiscard]] ColumnChanges changesWithinRuns(CellTable const& table, RunRows const& runs,
+                                              std::size_t column);
 
 } // namespace runsieve

@@ -84,7 +84,7 @@ private:
   {
     std::vector<std::size_t> found;
     for (std::size_t const column : freeColumns())
-      if (firstChange(table, rows, column) == rows.rows() && differsBetweenRuns(column))
+      if (changesWithinRuns(table, rows, column).runs == 0 && differsBetweenRuns(column))
         found.push_back(column);
     return found;
   }

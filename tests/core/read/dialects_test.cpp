@@ -708,6 +708,82 @@ TEST(Dialects, CodesOfAStatusAreNotInterpreted)
   EXPECT_TRUE(tells(file.report, "not taken for the status of runs"));
 }
 
+TEST(Dialects, AStatusMayStandInOneRowOfEachRun)
+{
+  for (std::string const text : {"run,time,A,k,status\n1,0,1,7,\n1,1,2,7,ok\n2,0,3,9,\n2,1,4,9,failed\n",
+                                 "run,time,A,k,status\n1,0,1,7,ok\n1,1,2,7,\n2,0,3,9,failed\n2,1,4,9,\n"}) {
+    ScanFile const file = readString(text);
+    EXPECT_EQ(roleOf(file.report, "status"), "status");
+    EXPECT_EQ(file.scan.runs[0].status, RunStatus::Complete);
+    EXPECT_EQ(file.scan.runs[1].status, RunStatus::Failed);
+  }
+}
+
+/// Whether something that holds the words is told as a guess.
+bool guesses(ReadReport const& report, std::string const& words)
+{
+  ReadReport guesses;
+  for (Finding const& finding : report.findings)
+    if (finding.guess) guesses.findings.push_back(finding);
+  return tells(guesses, words);
+}
+
+TEST(Dialects, ValuesThatDifferByRoundingWithinARunAreAParameter)
+{
+  ScanFile const file =
+      readString("run,time,A,k\n1,0,1,0.1\n1,1,2,0.1\n2,0,1,0.3\n2,1,3,0.30000000000000004\n");
+  EXPECT_EQ(parameterOf(file.scan, "k").values, (Values{0.1, 0.3}));
+  EXPECT_TRUE(guesses(file.report, "its values within a run differ by rounding"));
+  ReadOptions options;
+  options.outputs = {"k"};
+  EXPECT_EQ(readString("run,time,A,k\n1,0,1,1\n1,1,2,1.0000000001\n", options).scan.outputs.size(), 2u);
+  options = {};
+  options.parameters = {"k"};
+  EXPECT_EQ(parameterOf(readString("run,time,A,k\n1,0,1,1\n1,1,2,1.0000000001\n", options).scan, "k").values,
+            Values{1});
+}
+
+TEST(Dialects, AValueInTheFirstRowOfEachRunOnlyIsAParameter)
+{
+  ScanFile const file =
+      readString("run,time,A,k,s\n1,0,1,7,WT\n1,1,2,,\n1,2,3,,\n2,0,3,9,KO\n2,1,4,,\n2,2,5,,\n");
+  EXPECT_EQ(parameterOf(file.scan, "k").values, (Values{7, 9}));
+  EXPECT_THAT(parameterOf(file.scan, "s").texts, ElementsAre("WT", "KO"));
+  EXPECT_TRUE(guesses(file.report, "its value stands in the first row of each run"));
+  EXPECT_EQ(roleOf(readString("run,time,A,k\n1,0,1,7\n1,1,2,\n2,0,3,9\n2,1,4,9\n").report, "k"), "output");
+}
+
+TEST(Dialects, AnOutputThatChangesInFewRunsIsToldAsAGuess)
+{
+  std::string text = "run,time,A,k\n";
+  for (int run = 0; run < 60; ++run)
+    for (int time = 0; time < 3; ++time)
+      text += joined({1.0 * run, 1.0 * time, 1.0 * time, run == 7 && time == 2 ? 0.3 : 0.4}, ",") + '\n';
+  ScanFile const file = readString(text);
+  EXPECT_EQ(roleOf(file.report, "k"), "output");
+  EXPECT_TRUE(guesses(file.report, "\"k\" is taken for an output: it changes within 1 of 60 runs"));
+  EXPECT_FALSE(tells(file.report, "\"A\" is taken"));
+}
+
+TEST(Dialects, AParameterThatCouldBeAConstantOutputIsToldAsAGuess)
+{
+  EXPECT_TRUE(guesses(readString("run,time,A,C\n1,0,1,5\n1,1,2,5\n2,0,1,6\n2,1,3,6\n").report,
+                      "\"C\" is taken for a parameter"));
+  std::string const rows = "1,0,1,5,1\n1,1,2,5,2\n1,2,4,5,3\n2,0,1,6,1\n2,1,3,6,2\n";
+  EXPECT_TRUE(guesses(readString("run,time,A,C,B\n" + rows).report, "though between outputs"));
+  EXPECT_FALSE(tells(readString("run,time,A,Parameter: C,B\n" + rows).report, "is taken for a parameter"));
+  EXPECT_FALSE(tells(readString("run,time,A,B,k\n" + rows, {}).report, "though of two rows"));
+}
+
+TEST(Dialects, ALastFieldThatMayBeCutIsTold)
+{
+  std::string const text = "run,time,A,k\n1,0,1,0.15\n1,1,2,0.15\n2,0,3,0.25\n2,1,4,0.2";
+  EXPECT_TRUE(guesses(readString(text).report, "its last field is \"0.2\", and \"0.25\" above it"));
+  EXPECT_FALSE(tells(readString(text + "5").report, "cut off"));
+  EXPECT_FALSE(tells(readString(text + "\n").report, "cut off"));
+  EXPECT_TRUE(guesses(readString("time A\n0 15\n1 1").report, "cut off"));
+}
+
 TEST(Dialects, AnyNameOfAnOutputWillDo)
 {
   ScanFile const file =
