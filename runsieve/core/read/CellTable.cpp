@@ -5,6 +5,7 @@
 #include <runsieve/core/parallel/Parallel.h>
 #include <runsieve/core/read/Cell.h>
 #include <runsieve/core/read/Lines.h>
+#include <runsieve/core/read/NameList.h>
 #include <runsieve/core/read/RowParser.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
@@ -38,6 +39,8 @@ struct Chunk
   std::vector<std::size_t> blockStarts;
   std::vector<bool> hasText;
   std::vector<bool> hasMissing;
+  std::vector<bool> hasRounded;
+  char const* otherHeader = nullptr;
   bool endsInBlank = false;
   std::size_t comments = 0;
 };
@@ -70,6 +73,7 @@ public:
     };
     format.fields = dialect.fields;
     format.header = dialect.header;
+    if (dialect.commentHeader) format.commentNames = dialect.names;
     format.missing = options.missing;
     format.missingNumbers = missingNumbers(options.missing, dialect.fields.decimal);
     for (std::size_t i = 0; i < dialect.names.size(); ++i) {
@@ -93,6 +97,7 @@ public:
     addColumns();
     parseRows();
     joinTexts();
+    tellRounding();
     joinBlocks();
     tellCutEnd();
     return std::move(table);
@@ -191,6 +196,13 @@ private:
     if (stopped) throw ReadCancelled();
     for (Chunk const& chunk : chunks)
       if (chunk.fault) fail(*chunk.fault);
+    for (Chunk const& chunk : chunks)
+      if (chunk.otherHeader != nullptr)
+        throw ScanError(
+            table.file,
+            {1 + static_cast<std::size_t>(std::count(text.data(), chunk.otherHeader, '\n')), 0, {}},
+            "the columns are named in another way than in line " + std::to_string(dialect.headerLine) +
+                "; give all rows the same columns");
   }
 
   void parseRows(Chunk& chunk, std::size_t index, std::vector<double*> const& targets)
@@ -208,9 +220,11 @@ private:
     chunk.blockStarts = parser.blockStarts();
     chunk.endsInBlank = parser.endsInBlank();
     chunk.comments = parser.commentLines();
+    chunk.otherHeader = parser.otherHeader();
     for (std::size_t i = 0; i < format.wanted.size(); ++i) {
       chunk.hasText.push_back(parser.hasText(i));
       chunk.hasMissing.push_back(parser.hasMissing(i));
+      chunk.hasRounded.push_back(parser.hasRounded(i));
     }
   }
 
@@ -238,6 +252,19 @@ private:
       }
       if (column.hasText) renumber(column, joined);
     }
+  }
+
+  void tellRounding()
+  {
+    NameList names;
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
+      if (std::any_of(chunks.begin(), chunks.end(), [i](Chunk const& chunk) { return chunk.hasRounded[i]; }))
+        names.add(quoted(table.columns[i].header));
+    if (names.count() > 0)
+      findings.push_back({"whole numbers of " + names.text() + " were rounded",
+                          "numbers are exact up to 2^53; write longer ones in the form of texts (s123) if "
+                          "different ones must stay different",
+                          true});
   }
 
   void renumber(CellColumn& column, std::vector<std::vector<std::uint64_t>> const& joined) const

@@ -9,6 +9,7 @@
 #include <cctype>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace runsieve {
 
@@ -53,6 +54,16 @@ bool hasDecimalComma(std::string_view field)
 bool hasDecimalPoint(std::string_view field)
 {
   return field.find('.') != std::string_view::npos && fieldNumber(field, '.').has_value();
+}
+
+// "1.000", "12.345": in some countries a thousand or more.
+bool hasThousands(std::string_view field)
+{
+  std::string_view const number = trimmed(field);
+  std::size_t const point = number.find('.');
+  auto const isDigit = [](char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; };
+  return point >= 1 && point <= 3 && number.size() == point + 4 && number.front() != '0' &&
+         std::all_of(number.begin() + static_cast<std::ptrdiff_t>(point) + 1, number.end(), isDigit);
 }
 
 std::string_view withoutMark(std::string_view comment)
@@ -278,16 +289,29 @@ private:
   char findDecimal()
   {
     if (dialect.fields.delimiter == ',') return '.';
-    std::size_t commas = 0;
-    std::size_t points = 0;
+    std::string_view comma; // the first field that has one
+    std::string_view point;
+    bool likeThousands = true;
     for (std::size_t row = division->firstLine() + 1; row < sample.rows.size(); ++row)
       for (std::string_view const field : division->split(row)) {
-        commas += hasDecimalComma(field) ? 1 : 0;
-        points += hasDecimalPoint(field) ? 1 : 0;
+        if (comma.empty() && hasDecimalComma(field)) comma = field;
+        if (!hasDecimalPoint(field)) continue;
+        if (point.empty()) point = field;
+        likeThousands = likeThousands && hasThousands(field);
       }
-    if (commas == 0 || points > 0) return '.';
-    findings.push_back({"numbers have a decimal comma", "no number has a point", true});
-    return ',';
+    if (point.empty() && !comma.empty()) {
+      findings.push_back({"numbers have a decimal comma", "no number has a point", true});
+      return ',';
+    }
+    if (!point.empty() && !comma.empty())
+      findings.push_back({"numbers have a decimal point, and " + quoted(trimmed(comma)) + " is a text",
+                          "other numbers have a point, such as " + quoted(trimmed(point)), true});
+    else if (!point.empty() && likeThousands && dialect.fields.delimiter == ';')
+      findings.push_back({"the point of " + quoted(trimmed(point)) + " is a decimal sign",
+                          "points that divide thousands are not read, though all numbers with one have three "
+                          "digits behind it",
+                          true});
+    return '.';
   }
 
   void findHeader()
@@ -428,12 +452,29 @@ private:
     auto const fields = splitFields(sample.rows[body].text, dialect.fields.delimiter);
     if (isEmpty(fields.back())) {
       dialect.names.emplace_back();
+    } else if (!beginsDifferently(body)) {
+      fail(sample.rows[body].number, std::to_string(width) + " fields, but the header has " +
+                                         std::to_string(width - 1) +
+                                         "; write the name of every column (the first fields are no names of "
+                                         "rows, as they are not all different)");
     } else {
       dialect.names.insert(dialect.names.begin(), "");
       findings.push_back({"the first field of each row is a row name and is left out",
                           "rows have a field more than the header", true});
     }
     if (!dialect.units.empty()) dialect.units.resize(width);
+  }
+
+  // Whether the first fields of all rows from `row` on are different, as names of rows are.
+  [[nodiscard]] bool beginsDifferently(std::size_t row) const
+  {
+    std::unordered_set<std::string_view> seen;
+    for (; row < sample.rows.size(); ++row) {
+      auto const first = splitFields(sample.rows[row].text, dialect.fields.delimiter, 1);
+      if (sample.rows[row].text != dialect.header && !seen.insert(trimmed(first.front())).second)
+        return false;
+    }
+    return true;
   }
 
   void checkNames() const

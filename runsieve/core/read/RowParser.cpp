@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstring>
 #include <utility>
 
@@ -14,6 +15,7 @@ namespace runsieve {
 namespace {
 
 constexpr std::size_t blockRows = 64;
+constexpr double lastExactWhole = 9007199254740992.0; ///< 2^53; from here on a double skips some
 
 bool sameText(char const* a, char const* b, std::size_t length)
 {
@@ -44,7 +46,7 @@ bool isHeaderAgain(char const* at, char const* end, std::string_view header)
 RowParser::RowParser(RowFormat const& rowFormat, std::uint64_t firstText)
     : format(rowFormat), nextText(firstText), above(format.wanted.size()),
       block(blockRows * format.wanted.size()), textSeen(format.wanted.size()),
-      missingSeen(format.wanted.size())
+      missingSeen(format.wanted.size()), roundedSeen(format.wanted.size())
 {}
 
 std::optional<RowFault> RowParser::parse(std::string_view text, std::size_t& row,
@@ -97,12 +99,33 @@ bool RowParser::isRow()
   bool const again = isHeaderAgain(position, end, format.header);
   LineKind const kind = mayBeOther(*position) ? lineKind(position, end) : LineKind::Row;
   if (kind == LineKind::Row && !again) return true;
-  if (kind == LineKind::Comment)
+  if (kind == LineKind::Comment) {
     ++comments;
-  else
+    if (otherNames == nullptr && isOtherHeader()) otherNames = position;
+  } else {
     blankBefore = true;
+  }
   position = nextLine(position, end);
   return false;
+}
+
+bool RowParser::isOtherHeader() const
+{
+  std::vector<std::string> const& names = format.commentNames;
+  if (names.empty()) return false;
+  constexpr std::string_view marks = " \t#%/";
+  std::string_view line = lineAt(position, end);
+  line.remove_prefix(std::min(line.find_first_not_of(marks), line.size()));
+  auto fields = splitFields(line, format.fields.delimiter, names.size() + 1);
+  while (!fields.empty() && trimmed(fields.back()).empty()) fields.pop_back();
+  std::size_t shared = 0;
+  bool same = true;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    std::string const name(trimmed(fieldText(trimmed(fields[i]))));
+    shared += std::find(names.begin(), names.end(), name) != names.end() ? 1 : 0;
+    same = same && i < names.size() && names[i] == name;
+  }
+  return !same && shared >= 2 && 2 * shared >= fields.size();
 }
 
 bool RowParser::parseRow(double* values)
@@ -148,6 +171,7 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
   if (format.fields.decimal == '.') {
     auto [numberEnd, error] = std::from_chars(position, end, field.value);
     if (error == std::errc() && numberEnd < end && *numberEnd == stop) {
+      if (std::fabs(field.value) >= lastExactWhole) noteRounding(between(position, numberEnd), index);
       if (!format.missingNumbers.empty()) field.value = numberCell(field.value, index);
       finishField(field, numberEnd);
       if (!isLast) skipBlanks<atBlanks>();
@@ -183,7 +207,10 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
 
 double RowParser::valueOf(std::string_view text, std::size_t field)
 {
-  if (auto const number = fieldNumber(text, format.fields.decimal)) return numberCell(*number, field);
+  if (auto const number = fieldNumber(text, format.fields.decimal)) {
+    if (std::fabs(*number) >= lastExactWhole) noteRounding(fieldText(text), field);
+    return numberCell(*number, field);
+  }
   std::string const plain = fieldText(text);
   std::string_view const word = trimmed(plain);
   if (isUsualMissing(word) ||
@@ -193,6 +220,19 @@ double RowParser::valueOf(std::string_view text, std::size_t field)
   }
   textSeen[field] = true;
   return textCell(trimmed(text));
+}
+
+void RowParser::noteRounding(std::string_view text, std::size_t field)
+{
+  if (roundedSeen[field]) return;
+  std::string_view digits = trimmed(text);
+  if (!digits.empty() && (digits.front() == '-' || digits.front() == '+')) digits.remove_prefix(1);
+  std::uint64_t whole = 0;
+  auto const [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), whole);
+  if (stop != digits.data() + digits.size()) return; // written as a number that is not exact anyway
+  constexpr double limit = 18446744073709551616.0;   // 2^64
+  auto const number = static_cast<double>(whole);
+  roundedSeen[field] = error != std::errc() || number >= limit || static_cast<std::uint64_t>(number) != whole;
 }
 
 double RowParser::numberCell(double number, std::size_t field)

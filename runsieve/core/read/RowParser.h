@@ -26,7 +26,8 @@ struct RowFormat
   std::vector<bool> wanted;           ///< one per field of a row; what stands in the others does not matter
   std::vector<std::string> missing;   ///< texts for "no value" besides the usual ones
   std::vector<double> missingNumbers; ///< numbers that mean the same, however they are written
-  std::string_view header;            ///< a line like this one between the rows is skipped, and ends a block
+  std::vector<std::string> commentNames; ///< of the columns, if the header is a comment
+  std::string_view header; ///< a line like this one between the rows is skipped, and ends a block
 };
 
 /// Turns rows of text into columns of cells (Cell.h).
@@ -62,6 +63,10 @@ public:
   /// Whether the last lines parsed were blank, so that the next row begins a block.
   [[nodiscard]] bool endsInBlank() const { return blankBefore; }
   [[nodiscard]] std::size_t commentLines() const { return comments; }
+  /// The first comment that looks like the header, but has other names or another order; null without any.
+  [[nodiscard]] char const* otherHeader() const { return otherNames; }
+  /// Whether a field held whole numbers that a double rounds.
+  [[nodiscard]] bool hasRounded(std::size_t field) const { return roundedSeen[field]; }
 
 private:
   struct Field
@@ -82,6 +87,8 @@ private:
   bool skipField(char stop);
   void finishField(Field& field, char const* fieldEnd);
   void flush(std::vector<double*> const& columns, std::size_t firstRow, std::size_t rows) const;
+  [[nodiscard]] bool isOtherHeader() const;
+  void noteRounding(std::string_view text, std::size_t field);
   [[nodiscard]] RowFault faultAt(std::size_t row) const;
 
   RowFormat format;
@@ -90,6 +97,8 @@ private:
   std::vector<double> block; ///< some rows, so that each column is written in pieces of a few cache lines
   std::vector<bool> textSeen;
   std::vector<bool> missingSeen;
+  std::vector<bool> roundedSeen;
+  char const* otherNames = nullptr;
   std::vector<std::string_view> foundTexts;
   std::unordered_map<std::string_view, std::uint64_t> textNumbers;
   std::vector<std::size_t> starts;

@@ -152,6 +152,26 @@ TEST(Dialects, RowNamesWithoutAHeaderAreLeftOut)
   EXPECT_TRUE(tells(file.report, "the first field of each row is a row name"));
 }
 
+TEST(Dialects, WholeNumbersThatAreRoundedAreTold)
+{
+  std::string const text = "run,time,A,seed\n1,0,1,12345678901234567890\n1,1,2,12345678901234567890\n";
+  EXPECT_TRUE(tells(readString(text).report, "whole numbers of \"seed\" were rounded"));
+  EXPECT_TRUE(tells(readString("time;A\n0;+9007199254740993\n1;0,5\n").report, "were rounded"));
+  EXPECT_FALSE(
+      tells(readString("time,A\n0,9007199254740994\n1,9007199254740992\n2,1.5e300\n").report, "rounded"))
+      << "a double holds these";
+}
+
+TEST(Dialects, NumbersOfSeveralCountriesAreToldAsAGuess)
+{
+  EXPECT_TRUE(tells(readString("run;time;A;k\n1;0;1.234;1,5\n1;1;2.345;1,5\n").report,
+                    "numbers have a decimal point, and \"1,5\" is a text"));
+  EXPECT_TRUE(
+      tells(readString("time;A\n0;1.000\n1;12.500\n").report, "the point of \"1.000\" is a decimal sign"));
+  EXPECT_FALSE(tells(readString("time;A\n0;1.000\n1;12.5\n").report, "decimal sign"));
+  EXPECT_FALSE(tells(readString("time,A\n0,1.000\n1,1.500\n").report, "decimal sign"));
+}
+
 TEST(Dialects, WhatIsLeftOutMayHoldAnything)
 {
   ScanFile const file = readString("run time A\n\"row one\" 0 0 1\n\"row two\" 0 1 2\nx 1 0 3\ny 1 1 4\n");
