@@ -39,6 +39,15 @@ bool contains(std::vector<std::string> const& names, ColumnLabel const& label)
                      [&](std::string const& name) { return name == label.name || name == label.fullName(); });
 }
 
+template <class Column> void requireDifferentNames(std::vector<Column> const& columns, char const* what)
+{
+  std::unordered_set<std::string> known;
+  for (Column const& column : columns)
+    if (!known.insert(column.label.fullName()).second)
+      throw std::invalid_argument("two " + std::string(what) + "s are named " +
+                                  quoted(column.label.fullName()) + "; names must differ");
+}
+
 /// Some places along one axis, and by how much one place moves in memory.
 struct Walk
 {
@@ -309,7 +318,8 @@ private:
 ScanFile scanOfArrays(std::string const& file, std::vector<NamedArray> const& arrays,
                       ReadOptions const& options, ReadReport report)
 {
-  return ArrayScan(file, arrays, options, std::move(report)).read();
+  std::vector<NamedArray> const plain = withPlainVectors(arrays);
+  return ArrayScan(file, plain, options, std::move(report)).read();
 }
 
 std::vector<double> commonTimes(std::string const& file, std::string const& name,
@@ -400,6 +410,8 @@ void finishScan(std::string const& file, ReadOptions const& options, Scan& scan)
                                }),
                 all.end());
     }
+    requireDifferentNames(scan.outputs, "output");
+    requireDifferentNames(scan.parameters, "parameter");
     scan.findStatus();
     scan.check();
   } catch (std::invalid_argument const& error) {
