@@ -51,8 +51,8 @@ std::size_t lineOfRow(std::string_view text, Dialect const& dialect, std::size_t
   std::size_t line = dialect.firstLine;
   std::size_t rows = 0;
   for (char const* at = dialect.dataBegin; at < end; at = nextLine(at, end), ++line) {
-    bool const isRow =
-        lineKind(at, end) == LineKind::Row && (dialect.header.empty() || lineAt(at, end) != dialect.header);
+    bool const isRow = lineKind(at, end, dialect.fields.delimiter) == LineKind::Row &&
+                       (dialect.header.empty() || lineAt(at, end) != dialect.header);
     if (isRow && rows++ == row) return line;
   }
   return line;
@@ -150,7 +150,7 @@ private:
   {
     for (char const* at = chunk.begin; at < chunk.end && !stopped;) {
       char const* const stop = nextLine(at + std::min(pieceSize, chunk.end - at) - 1, chunk.end);
-      chunk.rows += RowParser::countRows(between(at, stop), format.header);
+      chunk.rows += RowParser::countRows(between(at, stop), format);
       releaseUpTo(stop, chunk);
       tellProgress(stop - at, 0.1);
       at = stop;

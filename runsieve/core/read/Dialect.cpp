@@ -117,21 +117,26 @@ private:
   void findTable()
   {
     for (std::size_t i = 0; i < counts.size() && i < mostProse; ++i) {
-      if (!beginsTable(i)) continue;
-      first = i;
+      if (!beginsTable(i) || (found() && hasNumber(i))) continue;
       std::size_t const body = std::min(i + 1, counts.size() - 1);
-      width = counts[body];
-      std::size_t judged = 0;
-      double share = 0.0;
-      for (std::size_t row = body; row < counts.size() && counts[row] == width; ++row) {
-        ++alike;
-        if (judged == 20) continue;
-        ++judged;
-        share += numberShare(row);
-      }
-      numbers = share / static_cast<double>(judged);
-      return;
+      std::size_t end = body;
+      while (end < counts.size() && counts[end] == counts[body]) ++end;
+      if (end - body > alike) takeTable(i, body, end);
+      if (end == counts.size()) return;
+      i = end - 1; // a larger table may stand below a small one of settings, if it has names of its own
     }
+  }
+
+  void takeTable(std::size_t names, std::size_t body, std::size_t end)
+  {
+    first = names;
+    width = counts[body];
+    alike = end - body;
+    constexpr std::size_t mostJudged = 20;
+    std::size_t const judged = std::min(alike, mostJudged);
+    double share = 0.0;
+    for (std::size_t row = body; row < body + judged; ++row) share += numberShare(row);
+    numbers = share / static_cast<double>(judged);
   }
 
   [[nodiscard]] bool beginsTable(std::size_t row) const
@@ -191,6 +196,8 @@ public:
     dialect.fields.decimal = options.decimal != 0 ? options.decimal : findDecimal();
     findHeader();
     completeNames();
+    named = dialect.names.size();
+    dropEmptyColumns();
     checkNames();
     return dialect;
   }
@@ -477,13 +484,28 @@ private:
     return true;
   }
 
+  // Columns without a name at the end, as spreadsheets leave them, are none if they are empty.
+  void dropEmptyColumns()
+  {
+    while (named > 0 && dialect.names[named - 1].empty()) --named;
+    std::size_t const empty = dialect.names.size() - named;
+    if (empty < 2) return;
+    for (std::size_t row = division->firstLine() + 1; row < sample.rows.size(); ++row) {
+      auto const fields = division->split(row);
+      for (std::size_t i = named; i < fields.size(); ++i)
+        if (!isEmpty(fields[i])) fail(dialect.headerLine, "the column has no name", i + 1);
+    }
+    findings.push_back({std::to_string(empty) + " columns at the end were left out",
+                        "they have no name and are empty", false});
+  }
+
   void checkNames() const
   {
     std::unordered_map<std::string_view, std::size_t> seen;
     for (std::size_t i = 0; i < dialect.names.size(); ++i) {
       std::string const& name = dialect.names[i];
       bool const isEdge = i == 0 || i + 1 == dialect.names.size();
-      if (name.empty() && !isEdge) fail(dialect.headerLine, "the column has no name", i + 1);
+      if (name.empty() && !isEdge && i < named) fail(dialect.headerLine, "the column has no name", i + 1);
       auto const [former, isNew] = seen.emplace(name, i);
       if (!isNew && !name.empty())
         throw ScanError(file, {dialect.headerLine, i + 1, name},
@@ -498,6 +520,7 @@ private:
   bool hasNames;
   Sample sample;
   std::optional<Division> division;
+  std::size_t named = 0; ///< columns up to the last that has a name
   Dialect dialect;
 };
 

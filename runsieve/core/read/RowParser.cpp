@@ -31,8 +31,9 @@ bool isBlank(char c)
 }
 
 // Most rows begin with a digit or a sign: they need no further look.
-bool mayBeOther(char first)
+bool mayBeOther(char first, char delimiter)
 {
+  if (first == delimiter) return true;
   return first <= '/' && first != '-' && first != '+' && first != '.' && first != '"';
 }
 
@@ -81,13 +82,14 @@ std::optional<RowFault> RowParser::check(std::string_view text)
   return std::nullopt;
 }
 
-std::size_t RowParser::countRows(std::string_view text, std::string_view header)
+std::size_t RowParser::countRows(std::string_view text, RowFormat const& format)
 {
   std::size_t count = 0;
+  char const delimiter = format.fields.delimiter;
   char const* const end = text.data() + text.size();
   for (char const* at = text.data(); at < end; at = nextLine(at, end)) {
-    bool const isOther =
-        (mayBeOther(*at) && lineKind(at, end) != LineKind::Row) || isHeaderAgain(at, end, header);
+    bool const isOther = (mayBeOther(*at, delimiter) && lineKind(at, end, delimiter) != LineKind::Row) ||
+                         isHeaderAgain(at, end, format.header);
     if (!isOther) ++count;
   }
   return count;
@@ -97,7 +99,9 @@ std::size_t RowParser::countRows(std::string_view text, std::string_view header)
 bool RowParser::isRow()
 {
   bool const again = isHeaderAgain(position, end, format.header);
-  LineKind const kind = mayBeOther(*position) ? lineKind(position, end) : LineKind::Row;
+  LineKind const kind = mayBeOther(*position, format.fields.delimiter)
+                            ? lineKind(position, end, format.fields.delimiter)
+                            : LineKind::Row;
   if (kind == LineKind::Row && !again) return true;
   if (kind == LineKind::Comment) {
     ++comments;

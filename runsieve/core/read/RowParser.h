@@ -50,7 +50,7 @@ public:
   [[nodiscard]] std::optional<RowFault> check(std::string_view text);
 
   /// Rows in whole lines, as parse() will find them.
-  [[nodiscard]] static std::size_t countRows(std::string_view text, std::string_view header);
+  [[nodiscard]] static std::size_t countRows(std::string_view text, RowFormat const& format);
 
   /// The texts found, in the order of their numbers; they lie in the parsed text, quotes included.
   [[nodiscard]] std::vector<std::string_view> const& texts() const { return foundTexts; }

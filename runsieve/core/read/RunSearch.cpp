@@ -45,7 +45,7 @@ private:
       throw ScanError(
           table.file, {table.headerLine, 0, {}},
           "no time column: none is named \"time\", \"t\", \": Time [s]\" or the like; name the one that "
-          "is with --time");
+          "is with --time, or the outputs with --output if each row is a run without time");
     time = *column;
     for (std::size_t row = 0; row < table.rows; ++row)
       if (!std::isfinite(cells(time)[row])) failAtTime(row);

@@ -804,6 +804,46 @@ TEST(Dialects, ALastFieldThatMayBeCutIsTold)
   EXPECT_TRUE(guesses(readString("time A\n0 15\n1 1").report, "cut off"));
 }
 
+TEST(Dialects, EmptyColumnsAndRowsOfASpreadsheetAreLeftOut)
+{
+  for (std::string const d : {",", ";"}) {
+    ScanFile const file =
+        readString("run" + d + "time" + d + "A" + d + "B" + d + "k" + d + d + d + '\n' +
+                   small.rows([&](int run, double time) { return line(run, time, d) + d + d + d; }) + d + d +
+                   d + d + d + d + d + '\n');
+    expectSmallScan(file);
+    EXPECT_TRUE(tells(file.report, "3 columns at the end were left out"));
+  }
+  EXPECT_THAT([] { (void)readString("time,A,,\n0,1,,\n1,2,7,\n"); },
+              testing::ThrowsMessage<ScanError>(HasSubstr("column 3: the column has no name")));
+}
+
+TEST(Dialects, ATableOfSettingsAboveTheScanIsSkipped)
+{
+  std::string const settings =
+      "\"Results\"\n\"min-x\",\"max-x\",\"min-y\",\"max-y\"\n\"-25\",\"25\",\"-25\",\"25\"\n";
+  ScanFile const file = readString(
+      settings + "\"[run number]\",\"k\",\"[step]\",\"A\",\"B\"\n" + small.rows([](int run, double time) {
+        return '"' +
+               joined({1.0 * run, small.k(run), time, small.a(run, time), small.b(run, time)}, "\",\"") + '"';
+      }));
+  expectSmallScan(file);
+  EXPECT_EQ(file.scan.time.name, "step");
+  EXPECT_TRUE(tells(file.report, "skipped 3 lines of text before the table"));
+}
+
+TEST(Dialects, SteadyStatesNeedNamedOutputs)
+{
+  std::string const text = "# Values[k1]\tValues[k2]\t[A]_ss\n0.7\t1.6\t0.4\n1.1\t1.8\t0.6\n";
+  EXPECT_THAT([&] { (void)readString(text); }, testing::ThrowsMessage<ScanError>(HasSubstr(
+                                                   "with --output if each row is a run without time")));
+  ReadOptions options;
+  options.outputs = {"[A]_ss"};
+  ScanFile const file = readString(text, options);
+  EXPECT_EQ(valuesOf(file.scan, "[A]_ss", 1), Values{0.6});
+  EXPECT_EQ(parameterOf(file.scan, "Values[k2]").values, (Values{1.6, 1.8}));
+}
+
 TEST(Dialects, AnyNameOfAnOutputWillDo)
 {
   ScanFile const file =
