@@ -15,6 +15,7 @@ namespace runsieve {
 namespace {
 
 constexpr std::size_t blockRows = 64;
+constexpr std::ptrdiff_t digitsOfLastExact = 16;
 constexpr double lastExactWhole = 9007199254740992.0; ///< 2^53; from here on a double skips some
 
 bool sameText(char const* a, char const* b, std::size_t length)
@@ -45,9 +46,9 @@ bool isHeaderAgain(char const* at, char const* end, std::string_view header)
 } // namespace
 
 RowParser::RowParser(RowFormat const& rowFormat, std::uint64_t firstText)
-    : format(rowFormat), nextText(firstText), above(format.wanted.size()),
-      block(blockRows * format.wanted.size()), textSeen(format.wanted.size()),
-      missingSeen(format.wanted.size()), roundedSeen(format.wanted.size())
+    : format(rowFormat), shortestOdd(format.missingNumbers.empty() ? digitsOfLastExact : 0),
+      nextText(firstText), above(format.wanted.size()), block(blockRows * format.wanted.size()),
+      textSeen(format.wanted.size()), missingSeen(format.wanted.size()), roundedSeen(format.wanted.size())
 {}
 
 std::optional<RowFault> RowParser::parse(std::string_view text, std::size_t& row,
@@ -175,8 +176,8 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
   if (format.fields.decimal == '.') {
     auto [numberEnd, error] = std::from_chars(position, end, field.value);
     if (error == std::errc() && numberEnd < end && *numberEnd == stop) {
-      if (std::fabs(field.value) >= lastExactWhole) noteRounding(between(position, numberEnd), index);
-      if (!format.missingNumbers.empty()) field.value = numberCell(field.value, index);
+      if (numberEnd - position >= shortestOdd)
+        field.value = numberCell(field.value, between(position, numberEnd), index);
       finishField(field, numberEnd);
       if (!isLast) skipBlanks<atBlanks>();
       return true;
@@ -211,10 +212,7 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
 
 double RowParser::valueOf(std::string_view text, std::size_t field)
 {
-  if (auto const number = fieldNumber(text, format.fields.decimal)) {
-    if (std::fabs(*number) >= lastExactWhole) noteRounding(fieldText(text), field);
-    return numberCell(*number, field);
-  }
+  if (auto const number = fieldNumber(text, format.fields.decimal)) return numberCell(*number, text, field);
   std::string const plain = fieldText(text);
   std::string_view const word = trimmed(plain);
   if (isUsualMissing(word) ||
@@ -229,7 +227,8 @@ double RowParser::valueOf(std::string_view text, std::size_t field)
 void RowParser::noteRounding(std::string_view text, std::size_t field)
 {
   if (roundedSeen[field]) return;
-  std::string_view digits = trimmed(text);
+  std::string const plain = fieldText(text);
+  std::string_view digits = trimmed(plain);
   if (!digits.empty() && (digits.front() == '-' || digits.front() == '+')) digits.remove_prefix(1);
   std::uint64_t whole = 0;
   auto const [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), whole);
@@ -239,8 +238,9 @@ void RowParser::noteRounding(std::string_view text, std::size_t field)
   roundedSeen[field] = error != std::errc() || number >= limit || static_cast<std::uint64_t>(number) != whole;
 }
 
-double RowParser::numberCell(double number, std::size_t field)
+double RowParser::numberCell(double number, std::string_view text, std::size_t field)
 {
+  if (std::fabs(number) >= lastExactWhole) noteRounding(text, field);
   std::vector<double> const& none = format.missingNumbers;
   if (std::find(none.begin(), none.end(), number) == none.end()) return number;
   missingSeen[field] = true;

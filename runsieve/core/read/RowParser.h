@@ -82,7 +82,7 @@ private:
   template <bool atBlanks> bool parseField(std::size_t index, bool isLast);
   template <bool atBlanks> void skipBlanks();
   double valueOf(std::string_view text, std::size_t field);
-  double numberCell(double number, std::size_t field);
+  double numberCell(double number, std::string_view text, std::size_t field);
   double textCell(std::string_view text);
   bool skipField(char stop);
   void finishField(Field& field, char const* fieldEnd);
@@ -92,6 +92,7 @@ private:
   [[nodiscard]] RowFault faultAt(std::size_t row) const;
 
   RowFormat format;
+  std::ptrdiff_t shortestOdd; ///< length of the shortest text of a number that needs a second look
   std::uint64_t nextText;
   std::vector<Field> above;
   std::vector<double> block; ///< some rows, so that each column is written in pieces of a few cache lines

@@ -129,6 +129,13 @@ private:
     });
   }
 
+  [[nodiscard]] bool rises(RunRows const& runs, std::size_t begin, std::size_t end) const
+  {
+    for (std::size_t at = begin + 1; at < end; ++at)
+      if (!(time[runs.row(at)] > time[runs.row(at - 1)])) return false;
+    return true;
+  }
+
   // Numbers in their order, texts as they come.
   [[nodiscard]] std::vector<std::size_t> runOrder() const
   {
@@ -159,6 +166,7 @@ private:
     for (std::size_t i = 0; i < result.runs(); ++i) {
       std::size_t const begin = result.starts[i];
       std::size_t const end = result.starts[i + 1];
+      if (rises(result, begin, end)) continue;
       std::size_t const firstRepeat = repeated;
       bool inOrder = true;
       for (std::size_t at = begin + 1; at < end; ++at) {
