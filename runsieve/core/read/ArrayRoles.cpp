@@ -451,7 +451,10 @@ std::vector<NamedArray> withPlainVectors(std::vector<NamedArray> arrays)
     return array.kind == NamedArray::Kind::Numbers && array.shape.size() > 1 &&
            *std::min_element(array.shape.begin(), array.shape.end()) > 1;
   });
-  if (!hasLonger) return arrays;
+  bool const hasTimeOrCube = std::any_of(arrays.begin(), arrays.end(), [](NamedArray const& array) {
+    return isTimeName(array.name) || array.isNumbers(3);
+  });
+  if (!hasLonger || !hasTimeOrCube) return arrays;
   for (NamedArray& array : arrays) {
     if (!array.isNumbers(2) || isParameterTableName(array.name) ||
         std::min(array.shape[0], array.shape[1]) != 1)

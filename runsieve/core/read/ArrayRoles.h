@@ -43,7 +43,7 @@ struct ArrayRoles
 [[nodiscard]] bool isTimeName(std::string const& name);
 
 /// The arrays, but those of one column or one row as what they are, vectors: MATLAB has no others. Where no
-/// array has two longer axes they stay, and so do tables of parameters.
+/// array has two longer axes, or nothing tells of times, they stay, and so do tables of parameters.
 [[nodiscard]] std::vector<NamedArray> withPlainVectors(std::vector<NamedArray> arrays);
 
 /// Position of the array with a name or, if only one has it, with that bare name. \throw ScanError if there

@@ -99,6 +99,9 @@ TEST(Npz, StatesOfASolverCouldBeRuns)
 
 TEST(Npz, ARowOrAColumnIsAVector)
 {
+  EXPECT_THAT(faultOf({{"block0", npy({3, 2}, {1, 2, 3, 4, 5, 6})}, {"block1", npy({3, 1}, {1, 2, 3})}}),
+              HasSubstr("arrays of different shapes could hold the values"))
+      << "nothing tells that one of them is no output";
   const ScanFile file = readFiles({{"values", npy({2, 3, 2}, cube)},
                                    {"time", npy({3, 1}, {0, 1, 5})},
                                    {"k", npy({1, 2}, {7, 8})},
