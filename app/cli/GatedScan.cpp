@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <stdexcept>
 #include <utility>
 
 namespace runsieve::app {
@@ -42,7 +43,9 @@ ReadOptions joined(ReadOptions const& own, ReadOptions const& ofSieve)
 double threshold(std::optional<double> const& own, SieveFile const& sieve, char const* name, double otherwise)
 {
   auto const found = sieve.thresholds.find(name);
-  return own.value_or(found == sieve.thresholds.end() ? otherwise : found->second);
+  if (own || found == sieve.thresholds.end()) return own.value_or(otherwise);
+  if (found->second >= 0.0 && found->second <= 1.0) return found->second;
+  throw std::runtime_error(std::string("the sieve file has a ") + name + " that is not in 0..1");
 }
 
 /// How to compare: by the command, else by the sieve file, else by the stored plot, else as by default.

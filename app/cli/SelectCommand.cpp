@@ -7,6 +7,7 @@
 
 #include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/text/Decimal.h>
+#include <runsieve/core/text/ShownText.h>
 #include <runsieve/core/write/RowWriter.h>
 #include <runsieve/core/write/WriteScan.h>
 
@@ -48,10 +49,12 @@ void printAligned(std::ostream& out, std::vector<std::vector<std::string>> const
 {
   std::vector<std::size_t> widths(rows.front().size());
   for (auto const& row : rows)
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+    for (std::size_t i = 0; i < row.size(); ++i)
+      widths[i] = std::max(widths[i], shownWidth(printable(row[i])));
   for (auto const& row : rows) {
     for (std::size_t i = 0; i < row.size(); ++i)
-      out << (i > 0 ? "  " : "") << std::string(widths[i] - row[i].size(), ' ') << row[i];
+      out << (i > 0 ? "  " : "") << std::string(widths[i] - shownWidth(printable(row[i])), ' ')
+          << printable(row[i]);
     out << '\n';
   }
 }

@@ -218,7 +218,10 @@ TEST(CompareParameters, MethodsThatCannotBeFollowedAreRefused)
     EXPECT_THROW((void)compareParameters(scan, runSet(3, {0}), method), std::invalid_argument);
   };
   refused([](ComparisonMethod& m) { m.permutations = 0; });
+  refused([](ComparisonMethod& m) { m.permutations = 1000001; });
+  refused([](ComparisonMethod& m) { m.mostPermutations = 1000001; });
   refused([](ComparisonMethod& m) { m.gatesTried = 0; });
+  refused([](ComparisonMethod& m) { m.gatesTried = 1000001; });
   refused([](ComparisonMethod& m) { m.thresholds.largestP = nan; });
   refused([](ComparisonMethod& m) { m.thresholds.largestP = 1.5; });
 }
