@@ -31,7 +31,7 @@ BoxSpreads spreadsOf(BoxSpread const& spread)
 
 void checkMethod(BoxMethod const& method)
 {
-  if (!(method.largestQuasiP >= 0.0 && method.largestQuasiP <= 1.0))
+  if (method.largestQuasiP && !(*method.largestQuasiP >= 0.0 && *method.largestQuasiP <= 1.0))
     throw std::invalid_argument("the largest quasi-p-value of a box is not in 0 to 1");
 }
 
@@ -146,7 +146,7 @@ private:
         table, sample, options, rule, {method.resamples, method.seed, work.threads}, work.cancelled));
     for (std::size_t column = 0; column < found.parameters.size(); ++column) {
       BoxParameter& parameter = found.parameters[column];
-      ParameterStability const& of = stability.parameters[column];
+      RangeStability const& of = stability.parameters[column];
       parameter.restrictedIn = of.restricted;
       parameter.lows = spreadsOf(of.low);
       parameter.highs = spreadsOf(of.high);

@@ -24,7 +24,9 @@ struct BoxMethod
   /// Share of the passing runs that the box holds at least, in [0, 1]. If nothing, it is the box of the
   /// largest harmonic mean of coverage and density.
   std::optional<double> leastCoverage = 0.8;
-  double largestQuasiP = 0.05; ///< limits above it are taken out in the end, in [0, 1]
+  /// If given, limits of a larger quasi-p-value are taken out in the end; in [0, 1]. Of few runs a box can
+  /// lose all its limits, one after the other, although they matter together.
+  std::optional<double> largestQuasiP;
   std::size_t resamples = 100; ///< halves of the runs in which the box is looked for again; may be 0
   std::uint64_t seed = 1;
 };
@@ -127,8 +129,8 @@ struct BoxOfRuns
 ///    largest for each run that it takes.
 /// 2. *Choice*: of the boxes on this path the densest that covers enough passing runs.
 /// 3. *Pasting*: that box is widened as long as its density does not fall.
-/// 4. *Limits that don't matter* are taken out: those whose quasi-p-value is too large, the probability that
-///    as many runs pass in the box if its density were that of the box without the limit.
+/// 4. *Limits that don't matter* are told by their quasi-p-value, the probability that as many runs pass in
+///    the box if its density were that of the box without the limit. They are taken out if that is asked for.
 /// 5. *Stability*: all that is done again for random halves of the runs, and the boxes are tried on the other
 ///    halves.
 ///

@@ -9,6 +9,8 @@ namespace runsieve {
 
 namespace {
 
+constexpr double weakQuasiP = 0.05;
+
 std::vector<std::string> fewPassing(BoxOfRuns const& box)
 {
   std::size_t const passing = box.all.passing;
@@ -24,6 +26,24 @@ std::vector<std::string> withoutValues(BoxOfRuns const& box)
       things.push_back(std::to_string(parameter.missing) +
                        (parameter.missing == 1 ? " run has" : " runs have") + " no value of " +
                        quoted(parameter.name));
+  return things;
+}
+
+/// Limits that chance makes look as good.
+std::vector<std::string> weakLimits(BoxOfRuns const& box)
+{
+  std::vector<std::string> things;
+  auto const look = [&](std::string const& what, double quasiP) {
+    if (quasiP > weakQuasiP) things.push_back(what);
+  };
+  for (BoxParameter const& parameter : box.parameters) {
+    if (!parameter.isRestricted) continue;
+    std::string const of = " of " + quoted(parameter.name);
+    if (parameter.isText) look("the texts" + of, parameter.quasiP);
+    look("the lower limit" + of, parameter.quasiPLow);
+    look("the upper limit" + of, parameter.quasiPHigh);
+  }
+  if (!things.empty()) things.front().insert(0, "quasi-p above 0.05: ");
   return things;
 }
 
@@ -48,6 +68,8 @@ std::vector<ComparisonWarning> warningsOf(BoxOfRuns const& box)
              "the limits of a box of so few are those of single runs: other gates, or more runs");
   addWarning(warnings, "missing values", withoutValues(box),
              "they lie outside of each box that restricts it, and go with its first limit");
+  addWarning(warnings, "weak limits", weakLimits(box),
+             "chance makes such limits look as good; a box without them is easier to tell");
   addWarning(warnings, "not stable", unstable(box),
              "whether the box restricts it depends on the runs that happened to be drawn; simulate more");
   return warnings;
