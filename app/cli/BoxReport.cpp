@@ -154,9 +154,9 @@ void printQuality(std::ostream& out, BoxOfRuns const& box)
 void printExplanation(std::ostream& out, BoxOfRuns const& box)
 {
   if (box.restricted > 0)
-    out << "p       quasi-p: how likely as many runs pass if the limit does not matter; limits were sought, "
-           "so\n"
-           "        that small ones prove nothing\n";
+    out << "p       quasi-p: how likely as many runs inside pass if the limit makes no difference; no error "
+           "rate,\n"
+           "        since limits are sought that make it small\n";
   if (box.method.resamples > 0)
     out << "halves  " << box.method.resamples << " random halves of the runs (seed " << box.method.seed
         << "): how many restrict the parameter, 5..95 % of\n"
@@ -183,7 +183,8 @@ void printPath(std::ostream& out, BoxOfRuns const& box)
     rows.back().emplace_back(step == box.chosen ? "* chosen" : "");
   }
   rows.push_back(stepRow("box", box.restricted, box.quality));
-  rows.back().emplace_back("the chosen one, widened");
+  bool const isChosen = box.quality.runs == box.path[box.chosen].quality.runs;
+  rows.back().emplace_back(isChosen ? "" : "made of the chosen one");
   // The remarks begin at their left end.
   std::size_t longest = 0;
   for (Row const& row : rows) longest = std::max(longest, row.back().size());

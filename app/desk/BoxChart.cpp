@@ -57,7 +57,7 @@ public:
         letter(std::clamp(std::min(height / 45.0f, width / 60.0f), 8.0f, 80.0f)), area{5.0f * letter,
                                                                                        4.5f * letter,
                                                                                        width - 2.0f * letter,
-                                                                                       height - 8.0f * letter}
+                                                                                       height - 9.5f * letter}
   {}
 
   void paint(std::string const& title)
@@ -122,7 +122,7 @@ private:
   void paintTitle(std::string const& title)
   {
     text(ink, 1.1f, VTK_TEXT_CENTERED, VTK_TEXT_CENTERED);
-    painter->DrawString(0.5f * width, area.top + 6.4f * letter,
+    painter->DrawString(0.5f * width, area.top + 7.9f * letter,
                         fitted(printable(title), width - 2.0f * letter));
   }
 
@@ -165,7 +165,7 @@ private:
   /// A line of the legend, whose sign is drawn by a function of its middle.
   template <class Sign> void legendLine(float line, std::string const& words, Sign const& sign)
   {
-    float const atY = area.top + (4.8f - 1.5f * line) * letter;
+    float const atY = area.top + (6.3f - 1.5f * line) * letter;
     sign(area.left + 0.6f * letter, atY);
     text(ink, 0.95f, VTK_TEXT_LEFT, VTK_TEXT_CENTERED);
     painter->DrawString(area.left + 1.8f * letter, atY, fitted(words, width - area.left - 2.5f * letter));
@@ -181,8 +181,13 @@ private:
                    (box.restricted == 1 ? " parameter" : " parameters") + "; ring: step " +
                    std::to_string(box.chosen) + ", of which it was made",
                [&](float atX, float atY) { diamond(atX, atY, 0.55f * letter); });
+    legendLine(2, "base density " + share(box.all.density) + ": passing runs among all runs",
+               [&](float atX, float atY) {
+                 pen(baseColor, 0.12f, vtkPen::DASH_LINE);
+                 painter->DrawLine(atX - 0.7f * letter, atY, atX + 0.7f * letter, atY);
+               });
     if (!hasHalves()) return;
-    legendLine(2,
+    legendLine(3,
                "median and 5..95 % of " + std::to_string(box.method.resamples) +
                    " boxes of random halves, on the other half",
                [&](float atX, float atY) {
@@ -218,17 +223,12 @@ private:
     painter->DrawString(area.left - 3.7f * letter, y(0.5), "density: passing runs / runs inside");
   }
 
-  // The path begins at its right end.
   void paintBase()
   {
+    float const atY = y(box.all.density);
     pen(baseColor, 0.12f, vtkPen::DASH_LINE);
-    painter->DrawLine(area.left, y(box.all.density), area.right, y(box.all.density));
-    text(baseColor, 0.95f, VTK_TEXT_LEFT, VTK_TEXT_BOTTOM);
-    std::string const words = "base density " + share(box.all.density);
-    bool const isAbove = box.all.density < 0.9;
-    float const atY = y(box.all.density) + (isAbove ? 0.25f : -1.45f) * letter;
-    painter->DrawString(area.left + 0.4f * letter, atY, words);
-    taken.push_back({area.left, atY, area.left + 0.4f * letter + widthOf(words), atY + 1.2f * letter});
+    painter->DrawLine(area.left, atY, area.right, atY);
+    taken.push_back({area.left, atY, area.right, atY});
   }
 
   [[nodiscard]] float radiusOf(std::size_t restricted) const
@@ -300,15 +300,17 @@ private:
       float const atX = x(box.path[step].quality.coverage);
       float const atY = y(box.path[step].quality.density);
       std::string const number = std::to_string(box.path[step].restricted);
-      float const room = widthOf(number) + 0.2f * letter;
-      if (!paintNumber(number, room, atX + 0.35f * letter, atY + 0.25f * letter))
-        paintNumber(number, room, atX - 0.35f * letter - room, atY - 1.25f * letter);
+      float const room = widthOf(number);
+      float const away = radiusOf(box.path[step].restricted) + 0.2f * letter;
+      if (!paintNumber(number, room, atX + away, atY + 0.2f * letter))
+        paintNumber(number, room, atX - away - room, atY - 1.2f * letter);
     }
   }
 
   bool paintNumber(std::string const& number, float room, float left, float bottom)
   {
     Area const place = {left, bottom, left + room, bottom + letter};
+    if (place.bottom < area.bottom || place.left < area.left) return false;
     if (std::any_of(taken.begin(), taken.end(), [&](Area const& other) { return place.meets(other); }))
       return false;
     painter->DrawString(left, bottom, number);
