@@ -83,21 +83,6 @@ void takeStoredGates(GatedScan& result)
   }
 }
 
-void save(GatedScan const& gated, ReadOptions const& read, std::string const& path)
-{
-  SieveFile sieve;
-  sieve.program = "runsieve " RUNSIEVE_VERSION;
-  sieve.gates = gated.gates;
-  sieve.join = gated.join;
-  Thresholds const& thresholds = gated.method.thresholds;
-  sieve.thresholds = {{largestP, thresholds.largestP}, {smallestD, thresholds.smallestD}};
-  sieve.method = gated.method;
-  sieve.read = read;
-  sieve.fingerprint = fingerprintOf(gated.scan());
-  sieve.counts = countsOf(gated.passed);
-  writeSieve(path, sieve);
-}
-
 } // namespace
 
 RunSet GatedScan::eligible() const
@@ -128,6 +113,7 @@ GatedScan gated(OpenedScan opened, SieveArguments const& arguments)
 {
   GatedScan result;
   result.opened = std::move(opened);
+  result.read = arguments.read;
   SieveFile sieve;
   if (!arguments.sieve.empty()) {
     sieve = loadSieve(arguments.sieve);
@@ -143,8 +129,25 @@ GatedScan gated(OpenedScan opened, SieveArguments const& arguments)
   if (result.gates.empty() && result.opened.selected) result.passed.runs = *result.opened.selected;
   for (AppliedGate const& gate : result.passed.gates)
     if (!gate.gate.note.empty()) result.notes.push_back(gate.gate.text() + ": " + gate.gate.note);
-  if (!arguments.saveSieve.empty()) save(result, arguments.read, arguments.saveSieve);
+  if (!arguments.saveSieve.empty())
+    saveSieve(result, result.gates, result.join, result.passed, arguments.saveSieve);
   return result;
+}
+
+void saveSieve(GatedScan const& gated, std::vector<Gate> const& gates, GateJoin join,
+               GateResult const& passed, std::string const& path)
+{
+  SieveFile sieve;
+  sieve.program = "runsieve " RUNSIEVE_VERSION;
+  sieve.gates = gates;
+  sieve.join = join;
+  Thresholds const& thresholds = gated.method.thresholds;
+  sieve.thresholds = {{largestP, thresholds.largestP}, {smallestD, thresholds.smallestD}};
+  sieve.method = gated.method;
+  sieve.read = gated.read;
+  sieve.fingerprint = fingerprintOf(gated.scan());
+  sieve.counts = countsOf(passed);
+  writeSieve(path, sieve);
 }
 
 std::string passingText(GatedScan const& gated)

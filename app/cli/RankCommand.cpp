@@ -18,9 +18,7 @@ void printTable(GatedScan const& gated, Comparison const& ranked, std::size_t no
 {
   printGates(std::cout, gated);
   std::cout << passingText(gated) << '\n';
-  if (notComplete > 0)
-    std::cout << notComplete << (notComplete == 1 ? " run is" : " runs are")
-              << " not complete and not compared (a gate on the status compares them too)\n";
+  printNotCompared(std::cout, notComplete);
   std::cout << '\n';
   printRankTable(std::cout, ranked.parameters, ranked.method.adjustment);
   std::cout << '\n';
@@ -42,9 +40,7 @@ void printJson(GatedScan const& gated, Comparison const& ranked, std::size_t not
   report["parameters"] = nlohmann::json::array();
   for (ParameterComparison const& r : ranked.parameters)
     report["parameters"].push_back(comparisonJson(r, ranked.method.adjustment));
-  report["left_out"] = nlohmann::json::array();
-  for (LeftOutParameter const& left : ranked.leftOut)
-    report["left_out"].push_back({{"name", left.name}, {"reason", left.reason}});
+  report["left_out"] = leftOutJson(ranked.leftOut);
   report["warnings"] = warningsJson(ranked.warnings);
   std::cout << report.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
@@ -55,18 +51,13 @@ int runRank(RankArguments const& arguments)
 {
   checkOutputs("rank", arguments, {});
   GatedScan const gated = openGated(arguments);
-  if (!gated.sieves())
-    throw UsageError("rank: there is nothing to sieve by: neither gates nor the selection of a stored plot; "
-                     "--gate is required");
+  if (!gated.sieves()) failWithoutGates("rank");
   RunSet const eligible = gated.eligible();
   RunSet compared(gated.passed.runs);
   compared &= eligible;
   Comparison const ranked = compareParameters(gated.scan(), compared, eligible, gated.method);
   if (gated.passed.runs.count() == 0) failWithoutRuns(gated, arguments.file);
-  if (compared.count() == 0)
-    throw std::runtime_error(arguments.file +
-                             ": no run that passes is complete; a gate \"status complete, short, "
-                             "failed\" compares all");
+  if (compared.count() == 0) failWithoutCompleteRuns(arguments.file);
   if (ranked.leftOut.size() == gated.scan().parameters.size())
     throw std::runtime_error(
         arguments.file +

@@ -80,17 +80,6 @@ void print(std::ostream& out, std::string const& text, std::size_t width, bool l
   out << (left ? text + blanks : blanks + text);
 }
 
-nlohmann::ordered_json numberJson(double value)
-{
-  return std::isnan(value) ? nlohmann::ordered_json() : nlohmann::ordered_json(value);
-}
-
-/// All digits; nothing for NaN.
-std::string exact(double value)
-{
-  return formatted(value, "%.17g", "");
-}
-
 } // namespace
 
 std::string formatted(double value, char const* format, char const* missing)
@@ -99,6 +88,16 @@ std::string formatted(double value, char const* format, char const* missing)
   char text[32];
   std::snprintf(text, sizeof text, format, value);
   return text;
+}
+
+std::string exact(double value)
+{
+  return formatted(value, "%.17g", "");
+}
+
+nlohmann::ordered_json numberJson(double value)
+{
+  return std::isnan(value) ? nlohmann::ordered_json() : nlohmann::ordered_json(value);
 }
 
 std::string pText(double p, bool isBelow)
@@ -130,6 +129,13 @@ void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& r
     }
     out << '\n';
   }
+}
+
+void printNotCompared(std::ostream& out, std::size_t notComplete)
+{
+  if (notComplete > 0)
+    out << notComplete << (notComplete == 1 ? " run is" : " runs are")
+        << " not complete and not compared (a gate on the status compares them too)\n";
 }
 
 void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t tests,
@@ -176,6 +182,13 @@ nlohmann::ordered_json warningsJson(std::vector<ComparisonWarning> const& warnin
   nlohmann::ordered_json json = nlohmann::ordered_json::array();
   for (ComparisonWarning const& warning : warnings)
     json.push_back({{"kind", warning.kind}, {"text", warning.text}, {"advice", warning.advice}});
+  return json;
+}
+
+nlohmann::ordered_json leftOutJson(std::vector<LeftOutParameter> const& leftOut)
+{
+  nlohmann::ordered_json json = nlohmann::ordered_json::array();
+  for (LeftOutParameter const& left : leftOut) json.push_back({{"name", left.name}, {"reason", left.reason}});
   return json;
 }
 

@@ -17,9 +17,17 @@ namespace runsieve::app {
 /// A p-value for people, of two digits: "0.031", "2.9e-25", "< 1e-300". \param isBelow whether it is a bound
 [[nodiscard]] std::string pText(double p, bool isBelow = false);
 
+/// All digits; nothing for NaN.
+[[nodiscard]] std::string exact(double value);
+/// Null for NaN.
+[[nodiscard]] nlohmann::ordered_json numberJson(double value);
+
 /// The parameters as a table of aligned columns, at most 100 wide for names of at most 45; significant ones
 /// have a star.
 void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment);
+
+/// That runs took no part in a comparison; nothing for none.
+void printNotCompared(std::ostream& out, std::size_t notComplete);
 
 /// How the p-values of a table were found and what its noise floor is.
 void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t tests,
@@ -28,6 +36,8 @@ void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t 
 /// A line per warning, with what to do about it.
 void printWarnings(std::ostream& out, std::vector<ComparisonWarning> const& warnings);
 [[nodiscard]] nlohmann::ordered_json warningsJson(std::vector<ComparisonWarning> const& warnings);
+
+[[nodiscard]] nlohmann::ordered_json leftOutJson(std::vector<LeftOutParameter> const& leftOut);
 
 /// The method with what came of it, for JSON.
 [[nodiscard]] nlohmann::ordered_json methodJson(ComparisonMethod const& method, std::size_t family,

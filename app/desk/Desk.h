@@ -25,6 +25,9 @@ public:
   virtual void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
                             ComparisonMethod const& method) = 0;
 
+  /// Draws how coverage and density change along the path on which a box was found.
+  virtual void drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title) = 0;
+
   /// \throw ScanError for a file that is not a complete plot
   virtual OpenedScan readPlotScan(std::string const& path) = 0;
 };

@@ -15,4 +15,7 @@ int openExplorer(ExploreArguments const& arguments);
 void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
                         ComparisonMethod const& method);
 
+/// Draws how coverage and density change along the path on which a box was found.
+void drawBoxPicture(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title);
+
 } // namespace runsieve::app

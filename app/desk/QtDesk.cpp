@@ -26,6 +26,11 @@ void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, s
   drawClusterPicture(arguments, scan, output, method);
 }
 
+void QtDesk::drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title)
+{
+  drawBoxPicture(arguments, box, title);
+}
+
 OpenedScan QtDesk::readPlotScan(std::string const& path)
 {
   return openedOf(readPlot(path));

@@ -12,7 +12,6 @@ namespace runsieve {
 
 namespace {
 
-constexpr std::size_t smallGroup = 10;
 constexpr std::size_t mostOfAKind = 5;
 
 using Warnings = std::vector<ComparisonWarning>;
@@ -29,17 +28,6 @@ std::string rounded(double value)
   return text;
 }
 
-/// Several things of one kind are one warning, which names the first.
-void add(Warnings& warnings, char const* kind, std::vector<std::string> const& things, char const* advice)
-{
-  if (things.empty()) return;
-  std::string text;
-  for (std::size_t i = 0; i < std::min(things.size(), mostOfAKind); ++i)
-    text += (i > 0 ? ", " : "") + things[i];
-  if (things.size() > mostOfAKind) text += " and " + std::to_string(things.size() - mostOfAKind) + " more";
-  warnings.push_back({kind, text, advice});
-}
-
 void warnOfGroups(Warnings& warnings, std::size_t passing, std::size_t others)
 {
   auto const told = [](std::size_t count, char const* what) {
@@ -48,8 +36,8 @@ void warnOfGroups(Warnings& warnings, std::size_t passing, std::size_t others)
   std::vector<std::string> small;
   if (passing < smallGroup) small.push_back(told(passing, passing == 1 ? "passes" : "pass"));
   if (others < smallGroup) small.push_back(told(others, others == 1 ? "does not pass" : "do not pass"));
-  add(warnings, "small group", small,
-      "p-values hold, but only large differences can be found: other gates, or more runs");
+  addWarning(warnings, "small group", small,
+             "p-values hold, but only large differences can be found: other gates, or more runs");
 }
 
 void warnOfLevels(Warnings& warnings, ComparedRuns const& runs, DesignOfRuns const& design)
@@ -57,7 +45,8 @@ void warnOfLevels(Warnings& warnings, ComparedRuns const& runs, DesignOfRuns con
   std::vector<std::string> things;
   for (FewLevels const& few : design.levels)
     things.push_back(nameOf(runs, design, few.parameter) + " has " + std::to_string(few.levels) + " values");
-  add(warnings, "few levels", things, "d moves in steps; p-values and noise floor take that into account");
+  addWarning(warnings, "few levels", things,
+             "d moves in steps; p-values and noise floor take that into account");
 }
 
 void warnOfCorrelations(Warnings& warnings, ComparedRuns const& runs, DesignOfRuns const& design)
@@ -72,10 +61,10 @@ void warnOfCorrelations(Warnings& warnings, ComparedRuns const& runs, DesignOfRu
       correlated.push_back(names + " (" + rounded(pair.r) + ")");
   }
   for (std::string& names : copies) names += " order the runs alike";
-  add(warnings, "copies", copies, "they cannot be told apart, and count as one test");
+  addWarning(warnings, "copies", copies, "they cannot be told apart, and count as one test");
   if (!correlated.empty()) correlated.front().insert(0, "correlated by design: ");
-  add(warnings, "correlated by design", correlated,
-      "a difference in one can be that of the other; sample them independently to tell");
+  addWarning(warnings, "correlated by design", correlated,
+             "a difference in one can be that of the other; sample them independently to tell");
 }
 
 void warnOfDesign(Warnings& warnings, SampleDesign design)
@@ -102,6 +91,17 @@ void warnOfDesign(Warnings& warnings, SampleDesign design)
 
 } // namespace
 
+void addWarning(Warnings& warnings, char const* kind, std::vector<std::string> const& things,
+                char const* advice)
+{
+  if (things.empty()) return;
+  std::string text;
+  for (std::size_t i = 0; i < std::min(things.size(), mostOfAKind); ++i)
+    text += (i > 0 ? ", " : "") + things[i];
+  if (things.size() > mostOfAKind) text += " and " + std::to_string(things.size() - mostOfAKind) + " more";
+  warnings.push_back({kind, text, advice});
+}
+
 DesignOfRuns designOf(ComparedRuns const& runs)
 {
   DesignOfRuns design;
@@ -118,7 +118,8 @@ DesignOfRuns designOf(ComparedRuns const& runs)
   design.correlations = designCorrelations(orders, count);
   design.design = sampleDesign(values, count);
   // Parameters that don't vary are not among the compared ones.
-  if (design.numbers.size() == 1 && design.design != SampleDesign::INDEPENDENT) design.design = SampleDesign::SWEEP;
+  if (design.numbers.size() == 1 && design.design != SampleDesign::INDEPENDENT)
+    design.design = SampleDesign::SWEEP;
   return design;
 }
 

@@ -5,9 +5,13 @@
 #include <runsieve/core/inference/SampleWarnings.h>
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace runsieve {
+
+/// Fewer runs than these are too few on a side.
+inline constexpr std::size_t smallGroup = 10;
 
 /// What is known of the parameters of all compared runs, whichever pass.
 struct DesignOfRuns
@@ -22,6 +26,10 @@ struct DesignOfRuns
 
 /// For each compared parameter the first one of which it is a copy, or itself.
 [[nodiscard]] std::vector<std::size_t> originalsOf(DesignOfRuns const& design, std::size_t parameters);
+
+/// Several things of one kind are one warning, which names the first ones. None is no warning.
+void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
+                std::vector<std::string> const& things, char const* advice);
 
 /// What makes the numbers of a comparison mean less than they seem to.
 [[nodiscard]] std::vector<ComparisonWarning> warningsOf(ComparedRuns const& runs, DesignOfRuns const& design,
