@@ -3,6 +3,8 @@
 #include "app/cli/Commands.h"
 #include "app/scan/OpenScan.h"
 
+#include <runsieve/core/compare/StabilityOfComparison.h>
+
 #include <string>
 
 namespace runsieve::app {
@@ -24,6 +26,10 @@ public:
   /// is one.
   virtual void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
                             ComparisonMethod const& method) = 0;
+
+  /// Draws |d| of the first parameters of a comparison against the share of the runs.
+  virtual void drawStability(RankArguments const& arguments, Comparison const& comparison,
+                             ComparisonStability const& stability) = 0;
 
   /// \throw ScanError for a file that is not a complete plot
   virtual OpenedScan readPlotScan(std::string const& path) = 0;

@@ -2,7 +2,7 @@
 
 #include "app/cli/Commands.h"
 
-#include <runsieve/core/compare/Comparison.h>
+#include <runsieve/core/compare/StabilityOfComparison.h>
 #include <runsieve/core/scan/Scan.h>
 
 namespace runsieve::app {
@@ -14,5 +14,9 @@ int openExplorer(ExploreArguments const& arguments);
 /// Groups the runs of an output as the cluster command does, and draws them.
 void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
                         ComparisonMethod const& method);
+
+/// Draws |d| of the first parameters of a comparison against the share of the runs.
+void drawStabilityPicture(RankArguments const& arguments, Comparison const& comparison,
+                          ComparisonStability const& stability);
 
 } // namespace runsieve::app

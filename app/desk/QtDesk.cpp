@@ -26,6 +26,12 @@ void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, s
   drawClusterPicture(arguments, scan, output, method);
 }
 
+void QtDesk::drawStability(RankArguments const& arguments, Comparison const& comparison,
+                           ComparisonStability const& stability)
+{
+  drawStabilityPicture(arguments, comparison, stability);
+}
+
 OpenedScan QtDesk::readPlotScan(std::string const& path)
 {
   return openedOf(readPlot(path));

@@ -13,6 +13,8 @@ public:
   int explore(ExploreArguments const& arguments) override;
   void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
                     ComparisonMethod const& method) override;
+  void drawStability(RankArguments const& arguments, Comparison const& comparison,
+                     ComparisonStability const& stability) override;
   OpenedScan readPlotScan(std::string const& path) override;
 };
 

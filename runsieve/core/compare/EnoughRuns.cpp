@@ -58,10 +58,10 @@ Judgement nothingDiffers(ComparisonStability const& stability)
   std::string const text = "no parameter is significant";
   ComparisonAtSize const* const all = stability.sizes.empty() ? nullptr : &stability.sizes.back();
   if (all == nullptr || all->share < 1.0 || std::isnan(all->noiseFloor))
-    return {EnoughRuns::NothingDiffers, text + "; more runs would show smaller differences"};
-  return {EnoughRuns::NothingDiffers, text + "; |d| below the noise floor of " +
-                                          rounded(all->noiseFloor, "%.3f") +
-                                          " can't be told from chance with these runs, more would lower it"};
+    return {EnoughRuns::NothingDiffers, text + "; only more runs would show smaller differences"};
+  return {EnoughRuns::NothingDiffers,
+          text + "; d below the noise floor of " + rounded(all->noiseFloor, "%.3f") +
+              " can't be told from chance with these runs, only more would lower it"};
 }
 
 /// Those whose |d| is lost in the noise at a size.
@@ -90,13 +90,13 @@ Judgement judgementOf(ComparisonStability const& stability, Comparison const& co
                                        [](ComparisonAtSize const& size) { return size.share >= 1.0; });
   if (firstOfAll != sizes.end())
     if (Places const lost = lostAt(*firstOfAll, significant); !lost.empty())
-      return {EnoughRuns::WithinNoiseFloor, "|d| of " + someOf(lost, significant, comparison) +
+      return {EnoughRuns::WithinNoiseFloor, "d of " + someOf(lost, significant, comparison) +
                                                 " is not beyond the noise floor of all runs: a hint, which "
                                                 "more runs would confirm or not"};
   if (firstOfAll == sizes.begin()) return {EnoughRuns::Unknown, "no part of the runs was looked at"};
   auto size = std::prev(firstOfAll);
   if (Places const lost = lostAt(*size, significant); !lost.empty())
-    return {EnoughRuns::MoreWouldHelp, "at " + percent(size->share) + " of the runs |d| of " +
+    return {EnoughRuns::MoreWouldHelp, "at " + percent(size->share) + " of the runs d of " +
                                            someOf(lost, significant, comparison) +
                                            " still falls into the noise at times: more runs would help"};
   while (size != sizes.begin() && lostAt(*std::prev(size), significant).empty()) --size;
