@@ -53,6 +53,7 @@ std::string placeText(ParameterComparison const& c)
 
 std::string rangeText(SureDistance const& sure)
 {
+  if (std::isnan(sure.low)) return "-";
   return formatted(sure.low, "%.3f", "-") + ".." + formatted(sure.high, "%.3f", "-");
 }
 

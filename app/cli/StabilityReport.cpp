@@ -5,6 +5,7 @@
 #include <runsieve/core/text/ShownText.h>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <ostream>
 #include <string>
@@ -35,7 +36,8 @@ std::string distanceText(ComparisonAtSize const& size, std::size_t parameter)
 {
   DistanceAtSize const& d = size.parameters[parameter];
   std::string text = threeDigits(d.median);
-  if (isRange(size)) text += " (" + threeDigits(d.low) + ".." + threeDigits(d.high) + ')';
+  if (isRange(size) && !std::isnan(d.median))
+    text += " (" + threeDigits(d.low) + ".." + threeDigits(d.high) + ')';
   return text + (size.isBeyond(parameter) ? '*' : ' ');
 }
 
@@ -64,6 +66,10 @@ void printStabilityMethod(std::ostream& out, ComparisonStability const& stabilit
 
 void printEnoughRuns(std::ostream& out, Comparison const& comparison, ComparisonStability const& stability)
 {
+  if (stability.sizes.empty()) {
+    out << "enough runs?  " << printable(stability.verdictText) << '\n';
+    return;
+  }
   std::size_t const shown = std::min(mostCurves, comparison.parameters.size());
   std::vector<ComparisonAtSize> const& sizes = stability.sizes;
   std::size_t nameWidth = std::string("noise floor").size();
@@ -110,9 +116,9 @@ nlohmann::ordered_json enoughRunsJson(Comparison const& comparison, ComparisonSt
     entry["parameters"] = nlohmann::json::array();
     for (std::size_t i = 0; i < size.parameters.size(); ++i)
       entry["parameters"].push_back({{"name", comparison.parameters[i].name},
-                                     {"d_5", size.parameters[i].low},
-                                     {"d_median", size.parameters[i].median},
-                                     {"d_95", size.parameters[i].high},
+                                     {"d_5", numberJson(size.parameters[i].low)},
+                                     {"d_median", numberJson(size.parameters[i].median)},
+                                     {"d_95", numberJson(size.parameters[i].high)},
                                      {"beyond_noise", size.isBeyond(i)}});
     json["sizes"].push_back(std::move(entry));
   }

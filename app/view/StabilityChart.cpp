@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <sstream>
 
 namespace runsieve::app {
@@ -145,6 +144,7 @@ void StabilityChart::show(Comparison const& comparison, ComparisonStability cons
         {size.share, std::to_string(size.passing) + " + " + std::to_string(size.others), size.noiseFloor});
   for (std::size_t i = 0; i < std::min(mostCurves, comparison.parameters.size()); ++i) {
     ParameterComparison const& parameter = comparison.parameters[i];
+    if (std::isnan(parameter.d)) continue;
     Curve curve{printable(parameter.name) + (parameter.significant ? "" : " (n.s.)"),
                 parameter.significant ? colors[i] : notSignificant,
                 parameter.significant,
@@ -292,7 +292,6 @@ void StabilityChart::paintCurve(vtkContext2D* painter, Layout const& layout, std
 std::vector<StabilityChart::Label> StabilityChart::labels(Layout const& layout) const
 {
   std::vector<Label> labels;
-  if (sizes.empty()) return labels;
   for (Curve const& curve : curves)
     labels.push_back({curve.name, curve.color, up(layout, curve.points.back().median), 0.0f,
                       across(layout, sizes.size() - 1, labels.size())});
@@ -330,9 +329,9 @@ void StabilityChart::paintLabels(vtkContext2D* painter, Layout const& layout) co
 
 bool StabilityChart::Paint(vtkContext2D* painter)
 {
-  if (sizes.empty()) return true;
   Layout const layout = layoutFor(painter);
   paintHeader(painter, layout);
+  if (sizes.empty()) return true;
   paintFloor(painter, layout);
   paintAxes(painter, layout);
   for (std::size_t i = curves.size(); i-- > 0;) paintCurve(painter, layout, i); // the first one on top

@@ -56,11 +56,11 @@ std::string someOf(Places const& some, Places const& significant, Comparison con
 Judgement nothingDiffers(ComparisonStability const& stability)
 {
   std::string const text = "no parameter is significant";
-  ComparisonAtSize const* const all = stability.sizes.empty() ? nullptr : &stability.sizes.back();
-  if (all == nullptr || all->share < 1.0 || std::isnan(all->noiseFloor))
+  ComparisonAtSize const& last = stability.sizes.back();
+  if (last.share < 1.0 || std::isnan(last.noiseFloor))
     return {EnoughRuns::NothingDiffers, text + "; only more runs would show smaller differences"};
   return {EnoughRuns::NothingDiffers,
-          text + "; d below the noise floor of " + rounded(all->noiseFloor, "%.3f") +
+          text + "; d below the noise floor of " + rounded(last.noiseFloor, "%.3f") +
               " can't be told from chance with these runs, only more would lower it"};
 }
 
@@ -75,13 +75,12 @@ Places lostAt(ComparisonAtSize const& size, Places const& significant)
 
 Judgement judgementOf(ComparisonStability const& stability, Comparison const& comparison)
 {
-  if (comparison.passing == 0 || comparison.others == 0 || comparison.parameters.empty())
-    return {EnoughRuns::Unknown, "there is nothing to compare"};
+  std::vector<ComparisonAtSize> const& sizes = stability.sizes;
+  if (sizes.empty()) return {EnoughRuns::Unknown, "there is nothing to compare"};
   Places significant;
   for (std::size_t i = 0; i < comparison.parameters.size(); ++i)
     if (comparison.parameters[i].significant) significant.push_back(i);
   if (significant.empty()) return nothingDiffers(stability);
-  std::vector<ComparisonAtSize> const& sizes = stability.sizes;
   if (std::any_of(sizes.begin(), sizes.end(),
                   [](ComparisonAtSize const& size) { return std::isnan(size.noiseFloor); }))
     return {EnoughRuns::Unknown, "the threshold of p is too small for a noise floor from so few subsamples"};
@@ -93,7 +92,8 @@ Judgement judgementOf(ComparisonStability const& stability, Comparison const& co
       return {EnoughRuns::WithinNoiseFloor, "d of " + someOf(lost, significant, comparison) +
                                                 " is not beyond the noise floor of all runs: a hint, which "
                                                 "more runs would confirm or not"};
-  if (firstOfAll == sizes.begin()) return {EnoughRuns::Unknown, "no part of the runs was looked at"};
+  if (firstOfAll == sizes.begin())
+    return {EnoughRuns::Unknown, "there is no part of the runs to compare with all"};
   auto size = std::prev(firstOfAll);
   if (Places const lost = lostAt(*size, significant); !lost.empty())
     return {EnoughRuns::MoreWouldHelp, "at " + percent(size->share) + " of the runs d of " +

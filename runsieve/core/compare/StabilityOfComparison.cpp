@@ -112,13 +112,21 @@ std::size_t enoughSubsamples(std::size_t wanted, double level)
   return std::max(wanted, static_cast<std::size_t>(std::min(most, std::ceil(1.0 / level))));
 }
 
+/// In the order of a comparison; not defined where d is not.
 template <class Entry>
-std::vector<Entry> picked(std::vector<Entry> const& entries, std::vector<std::size_t> const& places)
+std::vector<Entry> picked(std::vector<Entry> const& entries, std::vector<std::size_t> const& places,
+                          Comparison const& comparison)
 {
-  std::vector<Entry> result;
-  result.reserve(places.size());
-  for (std::size_t const place : places) result.push_back(entries[place]);
+  std::vector<Entry> result(places.size());
+  for (std::size_t i = 0; i < places.size(); ++i)
+    if (!std::isnan(comparison.parameters[i].d)) result[i] = entries[places[i]];
   return result;
+}
+
+bool isComparable(Comparison const& comparison)
+{
+  return std::any_of(comparison.parameters.begin(), comparison.parameters.end(),
+                     [](ParameterComparison const& parameter) { return !std::isnan(parameter.d); });
 }
 
 } // namespace
@@ -136,10 +144,13 @@ ComparisonStability stabilityOfComparison(Scan const& scan, RunSet const& passin
   result.method = method;
   if (method.top == 0) result.method.top = std::max<std::size_t>(1, significantOnes(comparison));
   result.method.subsamples = enoughSubsamples(method.subsamples, level);
-  result.parameters = picked(sureDistances(runs, mask, result.method, work), places);
-  result.sizes = sizesOf(runs, mask, result.method, level, work);
+  result.parameters.resize(places.size());
+  if (isComparable(comparison)) {
+    result.parameters = picked(sureDistances(runs, mask, result.method, work), places, comparison);
+    result.sizes = sizesOf(runs, mask, result.method, level, work);
+  }
   for (ComparisonAtSize& size : result.sizes) {
-    size.parameters = picked(size.parameters, places);
+    size.parameters = picked(size.parameters, places, comparison);
     if (size.share == 1.0 && !std::isnan(comparison.noiseFloor)) size.noiseFloor = comparison.noiseFloor;
   }
   judge(result, comparison);

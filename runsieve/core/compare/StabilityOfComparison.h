@@ -27,21 +27,25 @@ struct StabilityMethod
   std::uint64_t seed = 1;
 };
 
-/// How sure the d of one parameter is.
+/// How sure the d of one parameter is; NaN if it has none.
 struct SureDistance
 {
-  /// Of the interval of |d|: see Stability. [0, 1] where fewer than 3 runs of a side have a value.
-  double low = 0.0;
-  double high = 1.0;
-  double topShare = 0.0; ///< share of resamples in which the parameter is among the top
+  /// Ends of the interval of |d|, each of which fails with half of 1 - confidence: d less what cumulative
+  /// shares anywhere change in resamples (Bickel and Krieger, J. Am. Stat. Assoc. 84, 1989), and d plus what
+  /// the difference of two proportions is off where it is largest. [0, 1] where fewer than 3 runs of a side
+  /// have a value.
+  double low = ParameterComparison::UNDEFINED;
+  double high = ParameterComparison::UNDEFINED;
+  /// Share of resamples (Efron, Ann. Stat. 7, 1979) in which the parameter is among the top.
+  double topShare = ParameterComparison::UNDEFINED;
 };
 
-/// |d| of a parameter in subsamples of one size.
+/// |d| of a parameter in subsamples of one size; NaN if it has none.
 struct DistanceAtSize
 {
-  double low = 0.0; ///< 5 % of the subsamples have less
-  double median = 0.0;
-  double high = 0.0; ///< 5 % of the subsamples have more
+  double low = ParameterComparison::UNDEFINED; ///< 5 % of the subsamples have less
+  double median = ParameterComparison::UNDEFINED;
+  double high = ParameterComparison::UNDEFINED; ///< 5 % of the subsamples have more
 };
 
 /// What a share of the runs would have told.
@@ -77,17 +81,16 @@ struct ComparisonStability
 {
   StabilityMethod method;               ///< `top` as it was used
   std::vector<SureDistance> parameters; ///< in the order of Comparison::parameters
-  std::vector<ComparisonAtSize> sizes;  ///< one for each share
+  std::vector<ComparisonAtSize> sizes;  ///< one for each share; none if one side is empty
   EnoughRuns verdict = EnoughRuns::Unknown;
   std::string verdictText; ///< a sentence without a full stop
 };
 
-/// Resamples and subsamples the runs of a comparison. Number parameters are looked at by their cumulative
-/// shares, texts by the shares of each text, as their d is.
-/// \param passing, eligible those that were compared
-/// \param comparison what compareParameters() found
-/// \throw std::invalid_argument if the comparison is not of the parameters of these runs, or the method is
-/// out of range \throw ComparisonCancelled
+/// Resamples the runs of a comparison, and takes subsamples, passing runs and others each. Number parameters
+/// are looked at by their cumulative shares, texts by the shares of each text, as their d is. \param passing,
+/// eligible those that were compared \param comparison what compareParameters() found \throw
+/// std::invalid_argument if the comparison is not of the parameters of these runs, or the method is out of
+/// range \throw ComparisonCancelled
 [[nodiscard]] RUNSIEVE_CORE_EXPORT ComparisonStability stabilityOfComparison(
     Scan const& scan, RunSet const& passing, RunSet const& eligible, Comparison const& comparison,
     StabilityMethod const& method = {}, ComparisonWork const& work = {});
