@@ -76,8 +76,7 @@ BoxRange const* rangeOf(Box const& box, std::size_t parameter)
   return range == box.ranges.end() ? nullptr : &*range;
 }
 
-RangeStability stabilityOf(std::vector<HalfBox> const& boxes, std::size_t parameter,
-                               std::size_t categories)
+RangeStability stabilityOf(std::vector<HalfBox> const& boxes, std::size_t parameter, std::size_t categories)
 {
   RangeStability result;
   result.leftOut.resize(categories);

@@ -42,7 +42,7 @@ Scan scanOf(std::size_t runs)
   Values faint = spread(runs, 2);
   for (std::size_t run = 0; run < runs / 4; ++run) {
     clear[run] *= 0.1;
-    faint[run] *= 0.72;
+    faint[run] *= 0.77;
   }
   return parameterScan(
       {{"noise", spread(runs, 3)}, {"clear", clear}, {"even", spread(runs, 4)}, {"faint", faint}});
@@ -206,7 +206,8 @@ TEST(StabilityOfComparison, LooksAtTextsByTheSharesOfEachText)
   ASSERT_EQ(f.comparison.parameters[0].name, "strain");
   EXPECT_EQ(f.stability.sizes.back().parameters[0].median, 1.0);
   EXPECT_EQ(f.stability.sizes.back().parameters[0].median, std::fabs(f.comparison.parameters[0].d));
-  EXPECT_EQ(f.stability.parameters[0].low, 1.0);
+  EXPECT_GT(f.stability.parameters[0].low, 0.7);
+  EXPECT_EQ(f.stability.parameters[0].high, 1.0);
 }
 
 TEST(StabilityOfComparison, LeavesOutRunsThatTakeNoPart)
@@ -298,7 +299,8 @@ TEST(StabilityOfComparison, TakesInfiniteValuesAndMassiveTies)
   const Scan scan = parameterScan({{"tied", tied}, {"infinite", infinite}});
   const Found f = found(scan, firstRuns(30, 120));
   ASSERT_EQ(f.comparison.parameters[0].name, "infinite");
-  EXPECT_EQ(f.stability.parameters[0].low, 1.0);
+  EXPECT_GT(f.stability.parameters[0].low, 0.7);
+  EXPECT_EQ(f.stability.parameters[0].high, 1.0);
   EXPECT_NEAR(f.stability.sizes.back().parameters[1].median, 0.5, 1e-14);
 }
 
