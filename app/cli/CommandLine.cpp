@@ -328,6 +328,21 @@ private:
         ->capture_default_str()
         ->check(CLI::IsMember({"table", "csv", "json"}).description(""))
         ->type_name("FORMAT");
+    auto* stability = command->add_flag(
+        "--stability", rank.stability,
+        "Tell how sure each d is, how often it stays among the largest, and whether there are enough runs");
+    command
+        ->add_option("--top", rank.top,
+                     "How many are the largest; default: as many as are significant, at least 1")
+        ->check(CLI::Range(std::size_t(1), std::size_t(1000000)).description(""))
+        ->type_name("K")
+        ->needs(stability);
+    command
+        ->add_option("--stability-picture", rank.stabilityPicture,
+                     "Picture of d against the share of the runs to write, .png or .pdf")
+        ->type_name("FILE")
+        ->needs(stability);
+    addPictureSize(*command, rank);
     command->footer("Example:\n  runsieve rank scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" --gate \"A @ "
                     "40 in 0..1\"");
   }

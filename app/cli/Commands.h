@@ -68,6 +68,11 @@ struct SieveArguments : CommonOptions
 struct RankArguments : SieveArguments
 {
   std::string format = "table"; ///< "table", "csv" or "json"
+  bool stability = false;       ///< tell how sure the distances are, and whether there are enough runs
+  std::size_t top = 0;          ///< whose membership is told; 0: as many as are significant
+  std::string stabilityPicture; ///< .png or .pdf; empty: none
+  int width = 1200;             ///< pixels
+  int height = 900;
 };
 
 struct SelectArguments : SieveArguments

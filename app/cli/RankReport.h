@@ -2,6 +2,7 @@
 
 #include <runsieve/core/compare/Clusters.h>
 #include <runsieve/core/compare/Comparison.h>
+#include <runsieve/core/compare/StabilityOfComparison.h>
 
 #include <nlohmann/json.hpp>
 
@@ -23,8 +24,12 @@ namespace runsieve::app {
 [[nodiscard]] nlohmann::ordered_json numberJson(double value);
 
 /// The parameters as a table of aligned columns, at most 100 wide for names of at most 45; significant ones
-/// have a star.
-void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment);
+/// have a star. \param stability of these parameters, or null: then its columns are left out
+void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment,
+                    std::vector<SureDistance> const* stability = nullptr);
+
+/// Text in a field of a table; longer ones stand out of it.
+void printField(std::ostream& out, std::string const& text, std::size_t width, bool left = false);
 
 /// That runs took no part in a comparison; nothing for none.
 void printNotCompared(std::ostream& out, std::size_t notComplete);
@@ -43,11 +48,16 @@ void printWarnings(std::ostream& out, std::vector<ComparisonWarning> const& warn
 [[nodiscard]] nlohmann::ordered_json methodJson(ComparisonMethod const& method, std::size_t family,
                                                 std::size_t permutations, double noiseFloor, bool isSettled);
 
-/// All columns of a comparison with all digits.
+/// All columns of a comparison with all digits. \param sure null: null in those columns
 [[nodiscard]] nlohmann::ordered_json comparisonJson(ParameterComparison const& comparison,
-                                                    Adjustment adjustment);
+                                                    Adjustment adjustment, SureDistance const* sure);
 
-/// The header and the rows of a comparison as CSV, with the method in each row.
-void printRankCsv(std::ostream& out, Comparison const& comparison);
+/// A number of JSON, null for NaN.
+[[nodiscard]] nlohmann::ordered_json numberJson(double value);
+
+/// The header and the rows of a comparison as CSV, with the method in each row. \param stability null: its
+/// columns, the last ones, are left out
+void printRankCsv(std::ostream& out, Comparison const& comparison,
+                  ComparisonStability const* stability = nullptr);
 
 } // namespace runsieve::app

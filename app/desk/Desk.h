@@ -3,6 +3,8 @@
 #include "app/cli/Commands.h"
 #include "app/scan/OpenScan.h"
 
+#include <runsieve/core/compare/StabilityOfComparison.h>
+
 #include <string>
 
 namespace runsieve::app {
@@ -27,6 +29,9 @@ public:
 
   /// Draws how coverage and density change along the path on which a box was found.
   virtual void drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title) = 0;
+  /// Draws |d| of the first parameters of a comparison against the share of the runs.
+  virtual void drawStability(RankArguments const& arguments, Comparison const& comparison,
+                             ComparisonStability const& stability) = 0;
 
   /// \throw ScanError for a file that is not a complete plot
   virtual OpenedScan readPlotScan(std::string const& path) = 0;

@@ -31,6 +31,12 @@ void QtDesk::drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::s
   drawBoxPicture(arguments, box, title);
 }
 
+void QtDesk::drawStability(RankArguments const& arguments, Comparison const& comparison,
+                           ComparisonStability const& stability)
+{
+  drawStabilityPicture(arguments, comparison, stability);
+}
+
 OpenedScan QtDesk::readPlotScan(std::string const& path)
 {
   return openedOf(readPlot(path));
