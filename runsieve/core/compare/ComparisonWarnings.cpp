@@ -22,42 +22,13 @@ std::string nameOf(ComparedRuns const& runs, DesignOfRuns const& design, std::si
   return quoted(runs.parameterOf(design.numbers[number]).label.name);
 }
 
-std::string rounded(double value)
-{
-  char text[32];
-  std::snprintf(text, sizeof text, "%.2f", value);
-  return text;
-}
-
-/// Several things of one kind are one warning, which names the first.
-void add(Warnings& warnings, char const* kind, std::vector<std::string> const& things, char const* advice)
-{
-  if (things.empty()) return;
-  std::string text;
-  for (std::size_t i = 0; i < std::min(things.size(), mostOfAKind); ++i)
-    text += (i > 0 ? ", " : "") + things[i];
-  if (things.size() > mostOfAKind) text += " and " + std::to_string(things.size() - mostOfAKind) + " more";
-  warnings.push_back({kind, text, advice});
-}
-
-void warnOfGroups(Warnings& warnings, std::size_t passing, std::size_t others)
-{
-  auto const told = [](std::size_t count, char const* what) {
-    return "only " + std::to_string(count) + (count == 1 ? " run " : " runs ") + what;
-  };
-  std::vector<std::string> small;
-  if (passing < smallGroup) small.push_back(told(passing, passing == 1 ? "passes" : "pass"));
-  if (others < smallGroup) small.push_back(told(others, others == 1 ? "does not pass" : "do not pass"));
-  add(warnings, "small group", small,
-      "p-values hold, but only large differences can be found: other gates, or more runs");
-}
-
 void warnOfLevels(Warnings& warnings, ComparedRuns const& runs, DesignOfRuns const& design)
 {
   std::vector<std::string> things;
   for (FewLevels const& few : design.levels)
     things.push_back(nameOf(runs, design, few.parameter) + " has " + std::to_string(few.levels) + " values");
-  add(warnings, "few levels", things, "d moves in steps; p-values and noise floor take that into account");
+  addWarning(warnings, "few levels", things,
+             "d moves in steps; p-values and noise floor take that into account");
 }
 
 void warnOfCorrelations(Warnings& warnings, ComparedRuns const& runs, DesignOfRuns const& design)
@@ -69,16 +40,41 @@ void warnOfCorrelations(Warnings& warnings, ComparedRuns const& runs, DesignOfRu
     if (pair.copy)
       copies.push_back(names);
     else
-      correlated.push_back(names + " (" + rounded(pair.r) + ")");
+      correlated.push_back(names + " (" + correlationText(pair.r) + ")");
   }
   for (std::string& names : copies) names += " order the runs alike";
-  add(warnings, "copies", copies, "they cannot be told apart, and count as one test");
+  addWarning(warnings, "copies", copies, "they cannot be told apart, and count as one test");
   if (!correlated.empty()) correlated.front().insert(0, "correlated by design: ");
-  add(warnings, "correlated by design", correlated,
-      "a difference in one can be that of the other; sample them independently to tell");
+  addWarning(warnings, "correlated by design", correlated,
+             "a difference in one can be that of the other; sample them independently to tell");
 }
 
-void warnOfDesign(Warnings& warnings, SampleDesign design)
+} // namespace
+
+void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
+                std::vector<std::string> const& things, char const* advice)
+{
+  if (things.empty()) return;
+  std::string text;
+  for (std::size_t i = 0; i < std::min(things.size(), mostOfAKind); ++i)
+    text += (i > 0 ? ", " : "") + things[i];
+  if (things.size() > mostOfAKind) text += " and " + std::to_string(things.size() - mostOfAKind) + " more";
+  warnings.push_back({kind, text, advice});
+}
+
+void warnOfGroups(std::vector<ComparisonWarning>& warnings, std::size_t passing, std::size_t others)
+{
+  auto const told = [](std::size_t count, char const* what) {
+    return "only " + std::to_string(count) + (count == 1 ? " run " : " runs ") + what;
+  };
+  std::vector<std::string> small;
+  if (passing < smallGroup) small.push_back(told(passing, passing == 1 ? "passes" : "pass"));
+  if (others < smallGroup) small.push_back(told(others, others == 1 ? "does not pass" : "do not pass"));
+  addWarning(warnings, "small group", small,
+             "p-values hold, but only large differences can be found: other gates, or more runs");
+}
+
+void warnOfDesign(std::vector<ComparisonWarning>& warnings, SampleDesign design)
 {
   switch (design) {
   case SampleDesign::SWEEP:
@@ -100,7 +96,12 @@ void warnOfDesign(Warnings& warnings, SampleDesign design)
   }
 }
 
-} // namespace
+std::string correlationText(double r)
+{
+  char text[32];
+  std::snprintf(text, sizeof text, "%.2f", r);
+  return text;
+}
 
 DesignOfRuns designOf(ComparedRuns const& runs)
 {
@@ -118,7 +119,8 @@ DesignOfRuns designOf(ComparedRuns const& runs)
   design.correlations = designCorrelations(orders, count);
   design.design = sampleDesign(values, count);
   // Parameters that don't vary are not among the compared ones.
-  if (design.numbers.size() == 1 && design.design != SampleDesign::INDEPENDENT) design.design = SampleDesign::SWEEP;
+  if (design.numbers.size() == 1 && design.design != SampleDesign::INDEPENDENT)
+    design.design = SampleDesign::SWEEP;
   return design;
 }
 
