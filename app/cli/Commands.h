@@ -69,6 +69,16 @@ struct RankArguments : SieveArguments
   std::string format = "table"; ///< "table", "csv" or "json"
 };
 
+struct PairsArguments : SieveArguments
+{
+  std::string format = "table"; ///< "table", "csv" or "json"
+  std::size_t top = 20;         ///< pairs in the table
+  std::string picture;          ///< .png or .pdf; empty: none
+  std::string pair;             ///< "A,B", the pair of the picture; empty: the strongest
+  int width = 1200;             ///< pixels
+  int height = 900;
+};
+
 struct SelectArguments : SieveArguments
 {
   std::string output;           ///< list of runs, or a scan; empty or "-": standard output
@@ -115,6 +125,7 @@ int runSimulate(SimulateArguments const& arguments);
 int runInfo(InfoArguments const& arguments);
 int runSelect(SelectArguments const& arguments);
 int runRank(RankArguments const& arguments);
+int runPairs(PairsArguments const& arguments);
 int runRender(RenderArguments const& arguments);
 int runCluster(ClusterArguments const& arguments);
 int runConvert(ConvertArguments const& arguments);

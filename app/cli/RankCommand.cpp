@@ -1,5 +1,6 @@
 #include "app/cli/Commands.h"
 
+#include "app/cli/ComparedSets.h"
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
 #include "app/cli/OutputFiles.h"
@@ -14,14 +15,9 @@ namespace runsieve::app {
 
 namespace {
 
-void printTable(GatedScan const& gated, Comparison const& ranked, std::size_t notComplete)
+void printTable(GatedScan const& gated, ComparedSets const& sets, Comparison const& ranked)
 {
-  printGates(std::cout, gated);
-  std::cout << passingText(gated) << '\n';
-  if (notComplete > 0)
-    std::cout << notComplete << (notComplete == 1 ? " run is" : " runs are")
-              << " not complete and not compared (a gate on the status compares them too)\n";
-  std::cout << '\n';
+  printSets(std::cout, gated, sets);
   printRankTable(std::cout, ranked.parameters, ranked.method.adjustment);
   std::cout << '\n';
   printMethod(std::cout, ranked.method, ranked.family, ranked.permutations, ranked.noiseFloor,
@@ -29,13 +25,13 @@ void printTable(GatedScan const& gated, Comparison const& ranked, std::size_t no
   printWarnings(std::cout, ranked.warnings);
 }
 
-void printJson(GatedScan const& gated, Comparison const& ranked, std::size_t notComplete)
+void printJson(GatedScan const& gated, ComparedSets const& sets, Comparison const& ranked)
 {
   nlohmann::ordered_json report;
   report["version"] = RUNSIEVE_VERSION;
   report["runs"] = gated.scan().runs.size();
   report["passing"] = gated.passed.runs.count();
-  report["not_complete"] = notComplete;
+  report["not_complete"] = sets.notComplete();
   report["gates"] = gatesAsJson(gated);
   report["method"] =
       methodJson(ranked.method, ranked.family, ranked.permutations, ranked.noiseFloor, ranked.isSettled);
@@ -55,32 +51,21 @@ int runRank(RankArguments const& arguments)
 {
   checkOutputs("rank", arguments, {});
   GatedScan const gated = openGated(arguments);
-  if (!gated.sieves())
-    throw UsageError("rank: there is nothing to sieve by: neither gates nor the selection of a stored plot; "
-                     "--gate is required");
-  RunSet const eligible = gated.eligible();
-  RunSet compared(gated.passed.runs);
-  compared &= eligible;
-  Comparison const ranked = compareParameters(gated.scan(), compared, eligible, gated.method);
-  if (gated.passed.runs.count() == 0) failWithoutRuns(gated, arguments.file);
-  if (compared.count() == 0)
-    throw std::runtime_error(arguments.file +
-                             ": no run that passes is complete; a gate \"status complete, short, "
-                             "failed\" compares all");
+  ComparedSets const sets = comparedSets(gated, "rank", arguments.file);
+  Comparison const ranked = compareParameters(gated.scan(), sets.passing, sets.eligible, gated.method);
   if (ranked.leftOut.size() == gated.scan().parameters.size())
     throw std::runtime_error(
         arguments.file +
-        (eligible.count() < 2 ? ": fewer than two runs are complete" : ": no parameter varies") +
+        (sets.eligible.count() < 2 ? ": fewer than two runs are complete" : ": no parameter varies") +
         ", so there is nothing to rank");
 
-  std::size_t const leftOut = eligible.complement().count();
   if (arguments.format != "table") printNotes(gated);
   if (arguments.format == "json")
-    printJson(gated, ranked, leftOut);
+    printJson(gated, sets, ranked);
   else if (arguments.format == "csv")
     printRankCsv(std::cout, ranked);
   else
-    printTable(gated, ranked, leftOut);
+    printTable(gated, sets, ranked);
   return 0;
 }
 

@@ -72,25 +72,6 @@ std::vector<Column> columnsBeside(std::size_t nameWidth)
   return chosen;
 }
 
-/// Text in a field; longer ones stand out of it.
-void print(std::ostream& out, std::string const& text, std::size_t width, bool left)
-{
-  std::size_t const taken = shownWidth(text);
-  std::string const blanks(width > taken ? width - taken : 0, ' ');
-  out << (left ? text + blanks : blanks + text);
-}
-
-nlohmann::ordered_json numberJson(double value)
-{
-  return std::isnan(value) ? nlohmann::ordered_json() : nlohmann::ordered_json(value);
-}
-
-/// All digits; nothing for NaN.
-std::string exact(double value)
-{
-  return formatted(value, "%.17g", "");
-}
-
 } // namespace
 
 std::string formatted(double value, char const* format, char const* missing)
@@ -107,6 +88,23 @@ std::string pText(double p, bool isBelow)
   return formatted(p, p < 1e-4 ? "%.1e" : "%.2g", "-");
 }
 
+std::string exactText(double value)
+{
+  return formatted(value, "%.17g", "");
+}
+
+nlohmann::ordered_json numberJson(double value)
+{
+  return std::isnan(value) ? nlohmann::ordered_json() : nlohmann::ordered_json(value);
+}
+
+void printField(std::ostream& out, std::string const& text, std::size_t width, bool left)
+{
+  std::size_t const taken = shownWidth(text);
+  std::string const blanks(width > taken ? width - taken : 0, ' ');
+  out << (left ? text + blanks : blanks + text);
+}
+
 void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment)
 {
   constexpr std::size_t mostName = 45;
@@ -114,19 +112,19 @@ void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& r
   for (ParameterComparison const& r : ranked)
     nameWidth = std::max(nameWidth, std::min(mostName, shownWidth(printable(r.name))));
   std::vector<Column> const shown = columnsBeside(nameWidth);
-  print(out, "parameter", nameWidth, true);
+  printField(out, "parameter", nameWidth, true);
   for (Column const& column : shown) {
     bool const starred = std::string(column.title) == "p adj";
     out << std::string(gap, ' ');
-    print(out, column.title + std::string(starred ? "  " : ""), static_cast<std::size_t>(column.width),
-          false);
+    printField(out, column.title + std::string(starred ? "  " : ""), static_cast<std::size_t>(column.width),
+               false);
   }
   out << '\n';
   for (ParameterComparison const& r : ranked) {
-    print(out, shortened(printable(r.name), mostName), nameWidth, true);
+    printField(out, shortened(printable(r.name), mostName), nameWidth, true);
     for (Column const& column : shown) {
       out << std::string(gap, ' ');
-      print(out, column.text(r, adjustment), static_cast<std::size_t>(column.width), false);
+      printField(out, column.text(r, adjustment), static_cast<std::size_t>(column.width), false);
     }
     out << '\n';
   }
@@ -225,18 +223,18 @@ void printRankCsv(std::ostream& out, Comparison const& comparison)
   std::string const common = std::string(",") + adjustmentName(method.adjustment) + ',' +
                              std::to_string(comparison.family) + ',' +
                              std::to_string(comparison.permutations) + ',' + std::to_string(method.seed) +
-                             ',' + exact(comparison.noiseFloor) + "," RUNSIEVE_VERSION "\n";
+                             ',' + exactText(comparison.noiseFloor) + "," RUNSIEVE_VERSION "\n";
   out << "parameter,n_passing,n_others,d,at,p,p_is_bound,p_method,p_holm,p_bh,p_perm,p_adjusted,median_"
          "passing,"
          "median_others,area,median_shift,range_kept,significant,adjust,family,permutations,seed,noise_floor,"
          "version\n";
   for (ParameterComparison const& c : comparison.parameters) {
-    out << quotedField(c.name) << ',' << c.passing << ',' << c.others << ',' << exact(c.d) << ','
-        << (c.isText ? quotedField(c.text) : exact(c.value)) << ',' << exact(c.p) << ','
+    out << quotedField(c.name) << ',' << c.passing << ',' << c.others << ',' << exactText(c.d) << ','
+        << (c.isText ? quotedField(c.text) : exactText(c.value)) << ',' << exactText(c.p) << ','
         << (c.isBelow ? "true" : "false") << ',' << pSourceName(c.source);
     for (double const value : {c.pHolm, c.pBenjaminiHochberg, c.pPermutation, adjustedP(c, method.adjustment),
                                c.medianPassing, c.medianOthers, c.area, c.medianShift, c.rangeShare})
-      out << ',' << exact(value);
+      out << ',' << exactText(value);
     out << ',' << (c.significant ? "true" : "false") << common;
   }
 }

@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -16,6 +17,15 @@ namespace runsieve::app {
 
 /// A p-value for people, of two digits: "0.031", "2.9e-25", "< 1e-300". \param isBelow whether it is a bound
 [[nodiscard]] std::string pText(double p, bool isBelow = false);
+
+/// All digits; nothing for NaN.
+[[nodiscard]] std::string exactText(double value);
+
+/// null for NaN.
+[[nodiscard]] nlohmann::ordered_json numberJson(double value);
+
+/// Text in a field of a table; what is longer stands out of it.
+void printField(std::ostream& out, std::string const& text, std::size_t width, bool left);
 
 /// The parameters as a table of aligned columns, at most 100 wide for names of at most 45; significant ones
 /// have a star.

@@ -26,6 +26,11 @@ void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, s
   drawClusterPicture(arguments, scan, output, method);
 }
 
+void QtDesk::drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture)
+{
+  drawPairPicture(arguments, scan, picture);
+}
+
 OpenedScan QtDesk::readPlotScan(std::string const& path)
 {
   return openedOf(readPlot(path));

@@ -13,6 +13,7 @@ public:
   int explore(ExploreArguments const& arguments) override;
   void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
                     ComparisonMethod const& method) override;
+  void drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture) override;
   OpenedScan readPlotScan(std::string const& path) override;
 };
 

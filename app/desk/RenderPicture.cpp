@@ -14,14 +14,6 @@ namespace runsieve::app {
 
 namespace {
 
-std::string titleOf(GatedScan const& gated)
-{
-  std::string title;
-  for (AppliedGate const& gate : gated.passed.gates) title += (title.empty() ? "" : ", ") + gate.gate.text();
-  if (gated.sieves()) title += (title.empty() ? "" : " - ") + passingText(gated);
-  return title;
-}
-
 /// As `rank` compares; nothing if no run passes that is compared.
 std::optional<ShownComparison> comparisonOf(GatedScan const& gated)
 {
