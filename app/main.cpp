@@ -31,6 +31,7 @@ struct Runner
   int operator()(SimulateArguments const& arguments) const { return runSimulate(arguments); }
   int operator()(InfoArguments const& arguments) const { return runInfo(arguments); }
   int operator()(RankArguments const& arguments) const { return runRank(arguments); }
+  int operator()(PairsArguments const& arguments) const { return runPairs(arguments); }
   int operator()(SelectArguments const& arguments) const { return runSelect(arguments); }
   int operator()(RenderArguments const& arguments) const { return runRender(arguments); }
   int operator()(ClusterArguments const& arguments) const { return runCluster(arguments); }

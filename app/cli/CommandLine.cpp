@@ -188,7 +188,7 @@ template <class Arguments> void addPictureSize(CLI::App& command, Arguments& arg
 
 constexpr char methodGroup[] = "How to compare parameters";
 
-void addMethodOptions(CLI::App& command, SieveArguments& arguments)
+void addAdjustment(CLI::App& command, SieveArguments& arguments)
 {
   command
       .add_option_function<std::string>(
@@ -197,11 +197,16 @@ void addMethodOptions(CLI::App& command, SieveArguments& arguments)
       ->check(CLI::IsMember({"permutation", "holm", "bh", "none"}).description(""))
       ->type_name("WAY")
       ->group(methodGroup);
+}
+
+/// \param leastPermutations 0 where p-values can do without
+void addPermutations(CLI::App& command, SieveArguments& arguments, std::size_t leastPermutations)
+{
   command
       .add_option(
           "--permutations", arguments.permutations,
           "Permutations of the runs; default: 1000, and up to 10000 where a p-value is near the threshold")
-      ->check(CLI::Range(std::size_t(0), std::size_t(1000000)).description(""))
+      ->check(CLI::Range(leastPermutations, std::size_t(1000000)).description(""))
       ->type_name("N")
       ->group(methodGroup);
   command.add_option("--seed", arguments.seed, "Start of the random numbers; default: 1")
@@ -216,26 +221,37 @@ void addMethodOptions(CLI::App& command, SieveArguments& arguments)
       ->group(methodGroup);
 }
 
-void addSelectionOptions(CLI::App& command, SieveArguments& arguments)
+void addSaveSieve(CLI::App& command, SieveArguments& arguments)
 {
-  addGates(command, arguments);
   command
       .add_option("--save-sieve", arguments.saveSieve,
                   "Write gates, thresholds, method and counts to this sieve file")
       ->type_name("FILE");
+}
+
+void addPThreshold(CLI::App& command, SieveArguments& arguments)
+{
   command
       .add_option("--p-threshold", arguments.pThreshold,
                   "Largest adjusted p-value that counts as significant; default: 0.05, or that of the file")
       ->check(CLI::Range(0.0, 1.0))
       ->check(CLI::Validator(checkNumber, ""))
       ->type_name("P");
+}
+
+void addSelectionOptions(CLI::App& command, SieveArguments& arguments)
+{
+  addGates(command, arguments);
+  addSaveSieve(command, arguments);
+  addPThreshold(command, arguments);
   command
       .add_option("--ks-threshold", arguments.ksThreshold,
                   "Smallest magnitude of d that counts as significant; default: 0.1, or that of the file")
       ->check(CLI::Range(0.0, 1.0))
       ->check(CLI::Validator(checkNumber, ""))
       ->type_name("D");
-  addMethodOptions(command, arguments);
+  addAdjustment(command, arguments);
+  addPermutations(command, arguments, 0);
 }
 
 constexpr char boxGroup[] = "How to look for the box";
@@ -254,6 +270,7 @@ public:
     addSimulate();
     addInfo();
     addRank();
+    addPairs();
     addSelect();
     addRender();
     addCluster();
@@ -345,6 +362,33 @@ private:
     addPictureSize(*command, rank);
     command->footer("Example:\n  runsieve rank scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" --gate \"A @ "
                     "40 in 0..1\"");
+  }
+
+  void addPairs()
+  {
+    auto* command = program.add_subcommand(
+        "pairs", "Find parameters that interact: pairs that are correlated in the runs that pass all gates");
+    addReadOptions(*command, pairs, true);
+    addGates(*command, pairs);
+    addSaveSieve(*command, pairs);
+    addPThreshold(*command, pairs);
+    addPermutations(*command, pairs, 1);
+    command->add_option("--format", pairs.format, "table, csv or json")
+        ->capture_default_str()
+        ->check(CLI::IsMember({"table", "csv", "json"}).description(""))
+        ->type_name("FORMAT");
+    command->add_option("--top", pairs.top, "Pairs in the table, the strongest; csv and json have all")
+        ->capture_default_str()
+        ->check(CLI::Range(std::size_t(1), std::size_t(1000000)).description(""))
+        ->type_name("N");
+    command
+        ->add_option("-p,--picture", pairs.picture,
+                     "Picture of the runs by the strongest pairs, up to 6, .png or .pdf")
+        ->type_name("FILE");
+    command->add_option("--pair", pairs.pair, "Names of two parameters: the only pair in the picture")
+        ->type_name("A,B");
+    addPictureSize(*command, pairs);
+    command->footer("Example:\n  runsieve pairs scan.csv --gate \"A @ 10..12 in 2..5\" -p pairs.png");
   }
 
   void addSelect()
@@ -506,6 +550,7 @@ private:
     if (program.got_subcommand("simulate")) return checked(simulate);
     if (program.got_subcommand("info")) return info;
     if (program.got_subcommand("rank")) return checked(rank);
+    if (program.got_subcommand("pairs")) return checked(pairs);
     if (program.got_subcommand("select")) return checked(select);
     if (program.got_subcommand("render")) return render;
     if (program.got_subcommand("cluster")) return cluster;
@@ -541,6 +586,14 @@ private:
     return arguments;
   }
 
+  static PairsArguments checked(PairsArguments const& arguments)
+  {
+    requireGates(arguments, "pairs");
+    if (!arguments.pair.empty() && arguments.picture.empty())
+      throw UsageError("pairs: --pair says what the picture shows, which needs -p");
+    return arguments;
+  }
+
   // The ending of the file says which format is meant, unless one is told.
   SelectArguments checked(SelectArguments arguments) const
   {
@@ -561,6 +614,7 @@ private:
   SimulateArguments simulate;
   InfoArguments info;
   RankArguments rank;
+  PairsArguments pairs;
   SelectArguments select;
   RenderArguments render;
   ClusterArguments cluster;

@@ -75,6 +75,16 @@ struct RankArguments : SieveArguments
   int height = 900;
 };
 
+struct PairsArguments : SieveArguments
+{
+  std::string format = "table"; ///< "table", "csv" or "json"
+  std::size_t top = 20;         ///< pairs in the table
+  std::string picture;          ///< .png or .pdf; empty: none
+  std::string pair;             ///< "A,B", the pair of the picture; empty: the strongest
+  int width = 1200;             ///< pixels
+  int height = 900;
+};
+
 struct SelectArguments : SieveArguments
 {
   std::string output;           ///< list of runs, or a scan; empty or "-": standard output
@@ -132,6 +142,7 @@ int runSimulate(SimulateArguments const& arguments);
 int runInfo(InfoArguments const& arguments);
 int runSelect(SelectArguments const& arguments);
 int runRank(RankArguments const& arguments);
+int runPairs(PairsArguments const& arguments);
 int runRender(RenderArguments const& arguments);
 int runCluster(ClusterArguments const& arguments);
 int runBox(BoxArguments const& arguments);

@@ -3,11 +3,22 @@
 #include "app/cli/Commands.h"
 #include "app/scan/OpenScan.h"
 
+#include <runsieve/core/compare/Pairs.h>
 #include <runsieve/core/compare/StabilityOfComparison.h>
 
 #include <string>
+#include <vector>
 
 namespace runsieve::app {
+
+/// What a picture of pairs of parameters shows.
+struct PairPicture
+{
+  std::vector<ParameterPair> pairs; ///< the first parameter of each on the horizontal axis
+  RunSet passing;                   ///< all of them eligible
+  RunSet eligible;                  ///< the runs that are drawn
+  std::string title;
+};
 
 /// The part of the program that needs Qt, VTK and OpenGL: pictures, stored plots, the explorer.
 class Desk
@@ -26,6 +37,8 @@ public:
   /// is one.
   virtual void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
                             ComparisonMethod const& method) = 0;
+  /// Draws the runs of a scan by pairs of their parameters, a chart for each pair.
+  virtual void drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture) = 0;
 
   /// Draws how coverage and density change along the path on which a box was found.
   virtual void drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title) = 0;

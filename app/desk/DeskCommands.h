@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/cli/Commands.h"
+#include "app/desk/Desk.h"
 
 #include <runsieve/core/compare/StabilityOfComparison.h>
 #include <runsieve/core/scan/Scan.h>
@@ -14,6 +15,8 @@ int openExplorer(ExploreArguments const& arguments);
 /// Groups the runs of an output as the cluster command does, and draws them.
 void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
                         ComparisonMethod const& method);
+/// Draws the runs of a scan by pairs of their parameters.
+void drawPairPicture(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture);
 
 /// Draws how coverage and density change along the path on which a box was found.
 void drawBoxPicture(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title);

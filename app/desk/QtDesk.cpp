@@ -37,6 +37,11 @@ void QtDesk::drawStability(RankArguments const& arguments, Comparison const& com
   drawStabilityPicture(arguments, comparison, stability);
 }
 
+void QtDesk::drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture)
+{
+  drawPairPicture(arguments, scan, picture);
+}
+
 OpenedScan QtDesk::readPlotScan(std::string const& path)
 {
   return openedOf(readPlot(path));

@@ -16,6 +16,7 @@ public:
   void drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title) override;
   void drawStability(RankArguments const& arguments, Comparison const& comparison,
                      ComparisonStability const& stability) override;
+  void drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture) override;
   OpenedScan readPlotScan(std::string const& path) override;
 };
 

@@ -21,25 +21,6 @@ std::string nameOf(ComparedRuns const& runs, DesignOfRuns const& design, std::si
   return quoted(runs.parameterOf(design.numbers[number]).label.name);
 }
 
-std::string rounded(double value)
-{
-  char text[32];
-  std::snprintf(text, sizeof text, "%.2f", value);
-  return text;
-}
-
-void warnOfGroups(Warnings& warnings, std::size_t passing, std::size_t others)
-{
-  auto const told = [](std::size_t count, char const* what) {
-    return "only " + std::to_string(count) + (count == 1 ? " run " : " runs ") + what;
-  };
-  std::vector<std::string> small;
-  if (passing < smallGroup) small.push_back(told(passing, passing == 1 ? "passes" : "pass"));
-  if (others < smallGroup) small.push_back(told(others, others == 1 ? "does not pass" : "do not pass"));
-  addWarning(warnings, "small group", small,
-             "p-values hold, but only large differences can be found: other gates, or more runs");
-}
-
 void warnOfLevels(Warnings& warnings, ComparedRuns const& runs, DesignOfRuns const& design)
 {
   std::vector<std::string> things;
@@ -58,7 +39,7 @@ void warnOfCorrelations(Warnings& warnings, ComparedRuns const& runs, DesignOfRu
     if (pair.copy)
       copies.push_back(names);
     else
-      correlated.push_back(names + " (" + rounded(pair.r) + ")");
+      correlated.push_back(names + " (" + correlationText(pair.r) + ")");
   }
   for (std::string& names : copies) names += " order the runs alike";
   addWarning(warnings, "copies", copies, "they cannot be told apart, and count as one test");
@@ -67,7 +48,32 @@ void warnOfCorrelations(Warnings& warnings, ComparedRuns const& runs, DesignOfRu
              "a difference in one can be that of the other; sample them independently to tell");
 }
 
-void warnOfDesign(Warnings& warnings, SampleDesign design)
+} // namespace
+
+void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
+                std::vector<std::string> const& things, char const* advice)
+{
+  if (things.empty()) return;
+  std::string text;
+  for (std::size_t i = 0; i < std::min(things.size(), mostOfAKind); ++i)
+    text += (i > 0 ? ", " : "") + things[i];
+  if (things.size() > mostOfAKind) text += " and " + std::to_string(things.size() - mostOfAKind) + " more";
+  warnings.push_back({kind, text, advice});
+}
+
+void warnOfGroups(std::vector<ComparisonWarning>& warnings, std::size_t passing, std::size_t others)
+{
+  auto const told = [](std::size_t count, char const* what) {
+    return "only " + std::to_string(count) + (count == 1 ? " run " : " runs ") + what;
+  };
+  std::vector<std::string> small;
+  if (passing < smallGroup) small.push_back(told(passing, passing == 1 ? "passes" : "pass"));
+  if (others < smallGroup) small.push_back(told(others, others == 1 ? "does not pass" : "do not pass"));
+  addWarning(warnings, "small group", small,
+             "p-values hold, but only large differences can be found: other gates, or more runs");
+}
+
+void warnOfDesign(std::vector<ComparisonWarning>& warnings, SampleDesign design)
 {
   switch (design) {
   case SampleDesign::SWEEP:
@@ -89,17 +95,11 @@ void warnOfDesign(Warnings& warnings, SampleDesign design)
   }
 }
 
-} // namespace
-
-void addWarning(Warnings& warnings, char const* kind, std::vector<std::string> const& things,
-                char const* advice)
+std::string correlationText(double r)
 {
-  if (things.empty()) return;
-  std::string text;
-  for (std::size_t i = 0; i < std::min(things.size(), mostOfAKind); ++i)
-    text += (i > 0 ? ", " : "") + things[i];
-  if (things.size() > mostOfAKind) text += " and " + std::to_string(things.size() - mostOfAKind) + " more";
-  warnings.push_back({kind, text, advice});
+  char text[32];
+  std::snprintf(text, sizeof text, "%.2f", r);
+  return text;
 }
 
 DesignOfRuns designOf(ComparedRuns const& runs)

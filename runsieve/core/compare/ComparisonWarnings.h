@@ -27,9 +27,18 @@ struct DesignOfRuns
 /// For each compared parameter the first one of which it is a copy, or itself.
 [[nodiscard]] std::vector<std::size_t> originalsOf(DesignOfRuns const& design, std::size_t parameters);
 
-/// Several things of one kind are one warning, which names the first ones. None is no warning.
+/// Several things of one kind are one warning, which names the first; none of none.
 void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
                 std::vector<std::string> const& things, char const* advice);
+
+/// Warns of small groups.
+void warnOfGroups(std::vector<ComparisonWarning>& warnings, std::size_t passing, std::size_t others);
+
+/// Warns of runs that are no independent draws, where that matters.
+void warnOfDesign(std::vector<ComparisonWarning>& warnings, SampleDesign design);
+
+/// A correlation in two digits.
+[[nodiscard]] std::string correlationText(double r);
 
 /// What makes the numbers of a comparison mean less than they seem to.
 [[nodiscard]] std::vector<ComparisonWarning> warningsOf(ComparedRuns const& runs, DesignOfRuns const& design,

@@ -154,6 +154,8 @@ std::vector<PairResult> PairComparison::pairs() const
                      ? result.statistic
                      : (1.0 + static_cast<double>(atLeast)) / (1.0 + static_cast<double>(sorted.size()));
       result.beyondFloor = result.statistic > floor;
+      result.passingRuns = static_cast<std::size_t>(inPassing.n[place]);
+      result.otherRuns = static_cast<std::size_t>(inOthers.n[place]);
       results.push_back(result);
     }
   return results;

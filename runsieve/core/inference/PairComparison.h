@@ -34,6 +34,8 @@ struct PairResult
   double statistic = 0.0; ///< see PairComparison; NaN where `passing` or `expected` is
   double p = 1.0;         ///< adjusted for all pairs; NaN where `statistic` is
   bool beyondFloor = false;
+  std::size_t passingRuns = 0; ///< that have both values
+  std::size_t otherRuns = 0;   ///< likewise
 
   [[nodiscard]] double difference() const { return passing - others; }
 };
