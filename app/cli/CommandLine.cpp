@@ -117,7 +117,7 @@ void addColumnOptions(CLI::App& command, ReadOptions& read)
 
 void addTextOptions(CLI::App& command, ReadOptions& read)
 {
-  addNames(command, "--missing", read.missing, "A text that means \"no value\"; may be repeated")
+  addNames(command, "--missing", read.missing, "A text or number that means \"no value\"; may be repeated")
       ->type_name("TEXT")
       ->group(readGroup);
   std::map<std::string, char> const decimals = {{".", '.'}, {",", ','}};

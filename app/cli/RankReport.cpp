@@ -168,7 +168,7 @@ void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t 
 void printWarnings(std::ostream& out, std::vector<ComparisonWarning> const& warnings)
 {
   for (ComparisonWarning const& warning : warnings)
-    out << "warning: " << printable(warning.text) << "; " << printable(warning.advice) << '\n';
+    out << "warning  " << printable(warning.text) << "\n         " << printable(warning.advice) << '\n';
 }
 
 nlohmann::ordered_json warningsJson(std::vector<ComparisonWarning> const& warnings)

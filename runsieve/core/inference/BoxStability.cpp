@@ -76,10 +76,9 @@ BoxRange const* rangeOf(Box const& box, std::size_t parameter)
   return range == box.ranges.end() ? nullptr : &*range;
 }
 
-ParameterStability stabilityOf(std::vector<HalfBox> const& boxes, std::size_t parameter,
-                               std::size_t categories)
+RangeStability stabilityOf(std::vector<HalfBox> const& boxes, std::size_t parameter, std::size_t categories)
 {
-  ParameterStability result;
+  RangeStability result;
   result.leftOut.resize(categories);
   std::vector<double> low;
   std::vector<double> high;

@@ -20,7 +20,7 @@ struct BoxSpread
 };
 
 /// How firmly one parameter belongs to a box.
-struct ParameterStability
+struct RangeStability
 {
   std::size_t restricted = 0;       ///< samples whose box restricts it
   BoxSpread low;                    ///< lower limits where there is one
@@ -32,7 +32,7 @@ struct ParameterStability
 struct BoxStability
 {
   std::size_t samples = 0;
-  std::vector<ParameterStability> parameters; ///< one per parameter of the table
+  std::vector<RangeStability> parameters; ///< one per parameter of the table
   /// Of the boxes on the runs that were not used to find them. Samples where a measure has no value are left
   /// out: density if no run left out lies inside, coverage if none of them passes.
   BoxSpread coverage, density, mass;
