@@ -24,6 +24,13 @@ std::string numberText(double value, int digits)
   return number.substr(0, e + 1) + sign + number.substr(first);
 }
 
+/// Also of decades that no number reaches.
+std::string decadeText(int decade)
+{
+  bool const isShort = decade >= -4 && decade <= 4;
+  return isShort ? numberText(std::pow(10.0, decade), 6) : "1e" + std::to_string(decade);
+}
+
 /// The smallest of 1, 2 and 5 times a power of 10 that is no less.
 double roundStep(double least)
 {
@@ -77,10 +84,11 @@ std::vector<AxisTick> AxisScale::decades(std::size_t most) const
 {
   int const first = static_cast<int>(std::ceil(begin));
   int const last = static_cast<int>(std::floor(begin + length));
-  int const step = 1 + (last - first) / static_cast<int>(most);
+  int const spans = static_cast<int>(most);
+  int const step = std::max(1, (last - first + spans - 1) / spans);
+  int decade = static_cast<int>(std::ceil(static_cast<double>(first) / step)) * step;
   std::vector<AxisTick> ticks;
-  for (int decade = first; decade <= last; decade += step)
-    ticks.push_back({(decade - begin) / length, numberText(std::pow(10.0, decade), 6)});
+  for (; decade <= last; decade += step) ticks.push_back({(decade - begin) / length, decadeText(decade)});
   return ticks;
 }
 
@@ -98,7 +106,10 @@ std::vector<AxisTick> AxisScale::steps(std::size_t most) const
     double const value = (first + static_cast<double>(i)) * step + 0.0; // not -0
     if (value > high) break;
     std::string const label = numberText(value, digits);
-    if (ticks.empty() || ticks.back().label != label) ticks.push_back({place(value), label});
+    bool const isNew = ticks.empty() || ticks.back().label != label;
+    bool const isWithin =
+        place(value) >= 0.0 && place(value) <= 1.0; // rounding moves it where steps are tiny
+    if (isNew && isWithin) ticks.push_back({place(value), label});
   }
   return ticks;
 }
