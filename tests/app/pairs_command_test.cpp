@@ -92,7 +92,7 @@ TEST_F(PairsCommand, ThePairThatTheGateMakesIsOnTopWithAStar)
   EXPECT_THAT(out, HasSubstr("    0.001 *\n"));
   EXPECT_EQ(std::count(out.begin(), out.end(), '*'), 1);
   EXPECT_THAT(out, HasSubstr("largest |r| of 3 pairs in "));
-  EXPECT_THAT(out, HasSubstr("(seed 1)\nfloor   chance alone reaches |r| = 0."));
+  EXPECT_THAT(out, HasSubstr("(seed 1)\nfloor   chance alone exceeds |r| = 0."));
   EXPECT_THAT(out, HasSubstr("unseen  what is not monotone"));
   EXPECT_EQ(err, "");
 }

@@ -3,6 +3,7 @@
 #include <runsieve/core/read/Fields.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
