@@ -125,7 +125,7 @@ void printPairMethod(std::ostream& out, PairComparisons const& comparison)
   if (method.gatesTried > 1) out << ", " << method.gatesTried << " sets of gates tried";
   out << '\n';
   if (!std::isnan(comparison.noiseFloor))
-    out << "floor   chance alone reaches |r| = " << formatted(comparison.noiseFloor, "%.3f", "-") << " in "
+    out << "floor   chance alone exceeds |r| = " << formatted(comparison.noiseFloor, "%.3f", "-") << " in "
         << percent(levelOf(method)) << " of the permutations\n";
   out << "unseen  " << unseen << '\n';
   if (!comparison.isSettled) out << "note    a p adj is close to the threshold; --permutations makes more\n";

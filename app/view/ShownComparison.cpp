@@ -228,8 +228,8 @@ void label(PlotContainer& plot, ClusterComparison const& comparison)
 std::string chartTitle(double d, double p, bool significant)
 {
   if (std::isnan(d)) return "";
-  std::string const sure = std::isnan(p) ? std::string() : ", p = " + pText(p);
-  return "d = " + formatted(d, "%+.2f", "-") + sure + (significant ? " *" : " (n.s.)");
+  std::string const sure = std::isnan(p) ? std::string() : ", p " + pText(p);
+  return "d " + formatted(d, "%+.2f", "-") + sure + (significant ? " *" : " n.s.");
 }
 
 } // namespace runsieve::app

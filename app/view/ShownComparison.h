@@ -34,7 +34,8 @@ void label(PlotContainer& plot, Scan const& scan, ShownComparison const& shown);
 /// The same for clusters, without a noise floor.
 void label(PlotContainer& plot, ClusterComparison const& comparison);
 
-/// "d = +0.43, p = 0.002 *".
+/// "d +0.43, p 0.002 *" or, if it is not significant, "d +0.05, p 0.9 n.s.": short, since charts can be
+/// small.
 [[nodiscard]] std::string chartTitle(double d, double p, bool significant);
 
 } // namespace runsieve::app

@@ -212,7 +212,7 @@ TEST_F(ClusterCommand, RanksTheParametersOfEachClusterAndOfAllTogether)
   const std::string tables = printed.substr(printed.find("\n\n") + 1);
   for (int k = 0; k < 3; ++k)
     EXPECT_THAT(tables, HasSubstr("\ncluster " + std::to_string(k) + ": 20 of 60 runs\nparameter "));
-  EXPECT_THAT(tables, HasSubstr("\nall clusters\nparameter  cluster"));
+  EXPECT_THAT(tables, HasSubstr("\nall clusters, by permutation\nparameter  cluster"));
   EXPECT_THAT(tables, HasSubstr("\np adj  largest |d| of 15 tests in 1000 permutations (seed 1)\n"));
   EXPECT_THAT(tables, HasSubstr("\nfloor  chance alone exceeds |d| = "));
 

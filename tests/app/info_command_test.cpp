@@ -74,18 +74,21 @@ TEST(InfoCommand, TellsWhatWasGuessedAndWhatWasLeftOut)
   arguments.read.ignore = {"note"};
   testing::internal::CaptureStdout();
   EXPECT_EQ(runInfo(arguments), 0);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            "runs       2\n"
-            "times      2, Time 0..1\n"
-            "outputs    1\n"
-            "  [A]  1..3 (1 value not finite)\n"
-            "parameters 0\n"
-            "short      1 run: 1\n"
-            "read as    tab separated text\n"
-            "ignored    note: by option\n"
-            "guessed    runs are split at blank lines, and counted from 0: no "
-            "column tells the runs apart\n"
-            "note       1 run ends early: before the last time of the scan\n");
+  EXPECT_EQ(
+      testing::internal::GetCapturedStdout(),
+      "runs       2\n"
+      "times      2, Time 0..1\n"
+      "outputs    1\n"
+      "  [A]  1..3 (1 value not finite)\n"
+      "parameters 0\n"
+      "short      1 run: 1\n"
+      "read as    tab separated text\n"
+      "ignored    note: by option\n"
+      "guessed    runs are split at blank lines, and counted from 0: no "
+      "column tells the runs apart\n"
+      "guessed    \"[A]\" is taken for an output: it changes within 1 of 2 runs: --parameter \"[A]\" says "
+      "otherwise\n"
+      "note       1 run ends early: before the last time of the scan\n");
 }
 
 TEST(InfoCommand, TellsTheSameAsJson)

@@ -124,10 +124,10 @@ TEST_F(ShownComparisonTest, TitlesTellDAdjustedPAndWhetherTheyDiffer)
 {
   show();
   compareFirst();
-  EXPECT_EQ(cell(0, 0)->GetTitle(), "d = +1.00, p = 0.001 *");
-  EXPECT_THAT(cell(3, 0)->GetTitle(), EndsWith("(n.s.)"));
-  EXPECT_EQ(app::chartTitle(-0.426, 1.234e-9, true), "d = -0.43, p = 1.2e-09 *");
-  EXPECT_EQ(app::chartTitle(0.1, nan, false), "d = +0.10 (n.s.)");
+  EXPECT_EQ(cell(0, 0)->GetTitle(), "d +1.00, p 0.001 *");
+  EXPECT_THAT(cell(3, 0)->GetTitle(), EndsWith(" n.s."));
+  EXPECT_EQ(app::chartTitle(-0.426, 1.234e-9, true), "d -0.43, p 1.2e-09 *");
+  EXPECT_EQ(app::chartTitle(0.1, nan, false), "d +0.10 n.s.");
   EXPECT_EQ(app::chartTitle(nan, nan, false), "");
 }
 
@@ -174,7 +174,7 @@ TEST_F(ShownComparisonTest, DensitiesStayAsTheyAreButForTheirTitle)
   show(options);
   compareFirst();
   EXPECT_EQ(cell(0, 0)->GetNumberOfPlots(), 3);
-  EXPECT_THAT(cell(0, 0)->GetTitle(), StartsWith("d = "));
+  EXPECT_THAT(cell(0, 0)->GetTitle(), StartsWith("d +"));
 }
 
 TEST_F(ShownComparisonTest, RunsWithoutAValueAreInNoCurve)

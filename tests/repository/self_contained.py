@@ -26,8 +26,10 @@ DOCUMENT = re.compile(r"(?<![\w*<])((?:[\w.-]+/)*[\w-]+\.md)\b")
 def text_files(root):
     """All text files of the project; build folders are left out wherever they stand."""
     for path in sorted(root.iterdir()):
+        if path.name in SKIPPED_FOLDERS:
+            continue  # .git is a file in a further working tree
         if path.is_dir():
-            if path.name not in SKIPPED_FOLDERS and not (path / "CMakeCache.txt").exists():
+            if not (path / "CMakeCache.txt").exists():
                 yield from text_files(path)
         elif path.suffix not in SKIPPED_SUFFIXES:
             yield path
