@@ -35,6 +35,7 @@ struct Runner
   int operator()(SelectArguments const& arguments) const { return runSelect(arguments); }
   int operator()(RenderArguments const& arguments) const { return runRender(arguments); }
   int operator()(ClusterArguments const& arguments) const { return runCluster(arguments); }
+  int operator()(BoxArguments const& arguments) const { return runBox(arguments); }
   int operator()(ConvertArguments const& arguments) const { return runConvert(arguments); }
   int operator()(ExploreArguments const& arguments) const { return desk().explore(arguments); }
 };

@@ -22,7 +22,7 @@ double uniform(RandomStream& random)
 /// Parameters whose passing runs, the first of all, reach up to 1 - distance, the others up to 1.
 struct Runs
 {
-  std::vector<OrderedValues> orders;
+  std::vector<ComparedParameter> compared;
   std::vector<unsigned char> passing;
 };
 
@@ -37,7 +37,7 @@ Runs cutRuns(std::size_t parameters, std::size_t passing, std::size_t runs, doub
     std::vector<double> column(runs);
     for (std::size_t run = 0; run < runs; ++run)
       column[run] = uniform(random) * (run < passing ? 1.0 - distance : 1.0);
-    result.orders.push_back(orderedValues(column.data(), runs));
+    result.compared.push_back({orderedValues(column.data(), runs)});
   }
   return result;
 }
@@ -49,7 +49,7 @@ void resamplesOfRuns(benchmark::State& state)
   StabilitySettings settings;
   settings.threads = 1;
   for (auto _ : state) {
-    Stability stability(runs.orders, runs.passing, settings);
+    Stability stability(runs.compared, runs.passing, settings);
     while (!stability.done()) stability.advance();
     benchmark::DoNotOptimize(stability.parameters());
   }
@@ -62,7 +62,7 @@ void curveOfRuns(benchmark::State& state)
   SizeCurveSettings settings;
   settings.threads = 1;
   for (auto _ : state) {
-    SizeCurve curve(runs.orders, runs.passing, settings);
+    SizeCurve curve(runs.compared, runs.passing, settings);
     while (!curve.done()) curve.advance();
     benchmark::DoNotOptimize(curve.points());
   }
@@ -85,9 +85,9 @@ void coverage(benchmark::State& state)
       settings.resamples = 400;
       settings.seed = scan;
       settings.threads = 1;
-      Stability stability(runs.orders, runs.passing, settings);
+      Stability stability(runs.compared, runs.passing, settings);
       while (!stability.done()) stability.advance();
-      const ParameterStability found = stability.parameters()[0];
+      const DistanceStability found = stability.parameters()[0];
       below += found.upper < distance;
       above += found.lower > distance;
       width += found.upper - found.lower;

@@ -47,6 +47,15 @@ std::string checkNumber(std::string const& text)
   return std::isnan(std::strtod(text.c_str(), nullptr)) ? text + " is no number" : std::string();
 }
 
+// A peel of no runs would never end, and one of all leaves nothing.
+std::string checkPeel(std::string const& text)
+{
+  char* end = nullptr;
+  double const share = std::strtod(text.c_str(), &end);
+  bool const isShare = *end == '\0' && share > 0.0 && share < 1.0;
+  return isShare ? std::string() : text + " is no share between 0 and 1";
+}
+
 CLI::Option* addNames(CLI::App& command, std::string const& flags, std::vector<std::string>& names,
                       std::string const& help)
 {
@@ -117,7 +126,7 @@ void addColumnOptions(CLI::App& command, ReadOptions& read)
 
 void addTextOptions(CLI::App& command, ReadOptions& read)
 {
-  addNames(command, "--missing", read.missing, "A text that means \"no value\"; may be repeated")
+  addNames(command, "--missing", read.missing, "A text or number that means \"no value\"; may be repeated")
       ->type_name("TEXT")
       ->group(readGroup);
   std::map<std::string, char> const decimals = {{".", '.'}, {",", ','}};
@@ -245,6 +254,8 @@ void addSelectionOptions(CLI::App& command, SieveArguments& arguments)
   addPermutations(command, arguments, 0);
 }
 
+constexpr char boxGroup[] = "How to look for the box";
+
 /// The grammar of the program, and the records that it fills.
 class Grammar
 {
@@ -263,6 +274,7 @@ public:
     addSelect();
     addRender();
     addCluster();
+    addBox();
     addConvert();
     addExplore();
   }
@@ -333,6 +345,21 @@ private:
         ->capture_default_str()
         ->check(CLI::IsMember({"table", "csv", "json"}).description(""))
         ->type_name("FORMAT");
+    auto* stability = command->add_flag(
+        "--stability", rank.stability,
+        "Tell how sure each d is, how often it stays among the largest, and whether there are enough runs");
+    command
+        ->add_option("--top", rank.top,
+                     "How many are the largest; default: as many as are significant, at least 1")
+        ->check(CLI::Range(std::size_t(1), std::size_t(1000000)).description(""))
+        ->type_name("K")
+        ->needs(stability);
+    command
+        ->add_option("--stability-picture", rank.stabilityPicture,
+                     "Picture of d against the share of the runs to write, .png or .pdf")
+        ->type_name("FILE")
+        ->needs(stability);
+    addPictureSize(*command, rank);
     command->footer("Example:\n  runsieve rank scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" --gate \"A @ "
                     "40 in 0..1\"");
   }
@@ -428,6 +455,71 @@ private:
     command->footer("Example:\n  runsieve cluster scan.csv -k 4 --rank -o clusters.csv -p clusters.png");
   }
 
+  void addBox()
+  {
+    auto* command = program.add_subcommand(
+        "box", "Find the ranges of parameters that hold most runs that pass and few others");
+    addReadOptions(*command, box, true);
+    addGates(*command, box);
+    command
+        ->add_option("--save-sieve", box.boxSieve,
+                     "Write the gates of the box, and no others, to this sieve file")
+        ->type_name("FILE");
+    addSearchOptions(*command);
+    command->add_option("--format", box.format, "table, csv (of the path) or json")
+        ->capture_default_str()
+        ->check(CLI::IsMember({"table", "csv", "json"}).description(""))
+        ->type_name("FORMAT");
+    command->add_option("-p,--picture", box.picture, "Picture of coverage and density to write, .png or .pdf")
+        ->type_name("FILE");
+    addPictureSize(*command, box);
+    command->footer("Example:\n  runsieve box scan.csv --gate \"A @ 10..12 in 2..5\" --coverage 0.9");
+  }
+
+  void addSearchOptions(CLI::App& command)
+  {
+    auto* coverage = command
+                         .add_option("--coverage", box.box.leastCoverage,
+                                     "Share of the passing runs that the box holds at least; default: 0.8")
+                         ->check(CLI::Range(0.0, 1.0))
+                         ->check(CLI::Validator(checkNumber, ""))
+                         ->type_name("SHARE")
+                         ->group(boxGroup);
+    command
+        .add_flag("--knee", box.knee, "The box of the largest harmonic mean of coverage and density instead")
+        ->excludes(coverage)
+        ->group(boxGroup);
+    command.add_option("--peel", box.box.peel, "Share of the runs inside that one peel takes away")
+        ->capture_default_str()
+        ->check(CLI::Validator(checkPeel, ""))
+        ->type_name("SHARE")
+        ->group(boxGroup);
+    command.add_option("--mass", box.box.leastMass, "Share of all runs that stays inside at least")
+        ->capture_default_str()
+        ->check(CLI::Range(0.0, 1.0))
+        ->check(CLI::Validator(checkNumber, ""))
+        ->type_name("SHARE")
+        ->group(boxGroup);
+    command
+        .add_option("--quasi-p", box.box.largestQuasiP,
+                    "Take out limits of a larger quasi-p-value; default: none")
+        ->check(CLI::Range(0.0, 1.0))
+        ->check(CLI::Validator(checkNumber, ""))
+        ->type_name("P")
+        ->group(boxGroup);
+    command
+        .add_option("--resamples", box.box.resamples,
+                    "Random halves of the runs in which the box is looked for again")
+        ->capture_default_str()
+        ->check(CLI::Range(std::size_t(0), std::size_t(100000)).description(""))
+        ->type_name("N")
+        ->group(boxGroup);
+    command.add_option("--seed", box.seed, "Start of the random numbers; default: 1")
+        ->check(CLI::Validator(checkSeed, ""))
+        ->type_name("SEED")
+        ->group(boxGroup);
+  }
+
   void addConvert()
   {
     auto* command = program.add_subcommand(
@@ -462,6 +554,7 @@ private:
     if (program.got_subcommand("select")) return checked(select);
     if (program.got_subcommand("render")) return render;
     if (program.got_subcommand("cluster")) return cluster;
+    if (program.got_subcommand("box")) return checked(box);
     if (program.got_subcommand("convert")) return convert;
     if (program.got_subcommand("explore")) return explore;
     return bare;
@@ -495,6 +588,12 @@ private:
     return arguments;
   }
 
+  static BoxArguments checked(BoxArguments const& arguments)
+  {
+    requireGates(arguments, "box");
+    return arguments;
+  }
+
   // The ending of the file says which format is meant, unless one is told.
   SelectArguments checked(SelectArguments arguments) const
   {
@@ -519,6 +618,7 @@ private:
   SelectArguments select;
   RenderArguments render;
   ClusterArguments cluster;
+  BoxArguments box;
   ConvertArguments convert;
   ExploreArguments explore;
   ExploreArguments bare;

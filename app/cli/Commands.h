@@ -2,6 +2,7 @@
 
 #include "app/simulate/Sampling.h"
 
+#include <runsieve/core/compare/BoxOfRuns.h>
 #include <runsieve/core/compare/ComparisonMethod.h>
 #include <runsieve/core/read/ReadOptions.h>
 
@@ -67,6 +68,11 @@ struct SieveArguments : CommonOptions
 struct RankArguments : SieveArguments
 {
   std::string format = "table"; ///< "table", "csv" or "json"
+  bool stability = false;       ///< tell how sure the distances are, and whether there are enough runs
+  std::size_t top = 0;          ///< whose membership is told; 0: as many as are significant
+  std::string stabilityPicture; ///< .png or .pdf; empty: none
+  int width = 1200;             ///< pixels
+  int height = 900;
 };
 
 struct PairsArguments : SieveArguments
@@ -112,6 +118,17 @@ struct ClusterArguments : SieveArguments
   bool rank = false; ///< compare the parameters of each cluster with those of all other runs
 };
 
+struct BoxArguments : SieveArguments
+{
+  BoxMethod box;                ///< its seed aside, which is that of the sieve options
+  bool knee = false;            ///< the box of the best trade-off, whatever it covers
+  std::string format = "table"; ///< "table", "csv" or "json"
+  std::string boxSieve;         ///< file to write the gates of the box to
+  std::string picture;          ///< .png or .pdf; empty: none
+  int width = 1200;             ///< pixels
+  int height = 900;
+};
+
 struct ConvertArguments : SieveArguments
 {
   std::string output; ///< .rsd or .csv
@@ -128,6 +145,7 @@ int runRank(RankArguments const& arguments);
 int runPairs(PairsArguments const& arguments);
 int runRender(RenderArguments const& arguments);
 int runCluster(ClusterArguments const& arguments);
+int runBox(BoxArguments const& arguments);
 int runConvert(ConvertArguments const& arguments);
 
 } // namespace runsieve::app

@@ -43,6 +43,26 @@ void failWithoutRuns(GatedScan const& gated, std::string const& file)
   throw std::runtime_error(message);
 }
 
+void failWithoutGates(std::string const& command)
+{
+  throw UsageError(command + ": there is nothing to sieve by: neither gates nor the selection of a stored "
+                             "plot; --gate is required");
+}
+
+void failWithoutCompleteRuns(std::string const& file)
+{
+  throw std::runtime_error(file + ": no run that passes is complete; a gate \"status complete, short, "
+                                  "failed\" compares all");
+}
+
+std::string pictureTitle(GatedScan const& gated)
+{
+  std::string title;
+  for (AppliedGate const& gate : gated.passed.gates) title += (title.empty() ? "" : ", ") + gate.gate.text();
+  if (gated.sieves()) title += (title.empty() ? "" : " - ") + passingText(gated);
+  return title;
+}
+
 nlohmann::ordered_json gatesAsJson(GatedScan const& gated)
 {
   nlohmann::ordered_json gates = nlohmann::ordered_json::array();

@@ -18,4 +18,13 @@ void printGates(std::ostream& out, GatedScan const& gated);
 /// Says that no run passes, and after which gate none was left. \throw std::runtime_error always
 [[noreturn]] void failWithoutRuns(GatedScan const& gated, std::string const& file);
 
+/// Says that there is nothing to sieve by. \throw UsageError always
+[[noreturn]] void failWithoutGates(std::string const& command);
+
+/// Says that all runs that pass are left out of the comparison. \throw std::runtime_error always
+[[noreturn]] void failWithoutCompleteRuns(std::string const& file);
+
+/// Gates and number of passing runs, as the title of a picture.
+[[nodiscard]] std::string pictureTitle(GatedScan const& gated);
+
 } // namespace runsieve::app

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <stdexcept>
 #include <utility>
 
 namespace runsieve::app {
@@ -42,7 +43,9 @@ ReadOptions joined(ReadOptions const& own, ReadOptions const& ofSieve)
 double threshold(std::optional<double> const& own, SieveFile const& sieve, char const* name, double otherwise)
 {
   auto const found = sieve.thresholds.find(name);
-  return own.value_or(found == sieve.thresholds.end() ? otherwise : found->second);
+  if (own || found == sieve.thresholds.end()) return own.value_or(otherwise);
+  if (found->second >= 0.0 && found->second <= 1.0) return found->second;
+  throw std::runtime_error(std::string("the sieve file has a ") + name + " that is not in 0..1");
 }
 
 /// How to compare: by the command, else by the sieve file, else by the stored plot, else as by default.
@@ -80,21 +83,6 @@ void takeStoredGates(GatedScan& result)
   }
 }
 
-void save(GatedScan const& gated, ReadOptions const& read, std::string const& path)
-{
-  SieveFile sieve;
-  sieve.program = "runsieve " RUNSIEVE_VERSION;
-  sieve.gates = gated.gates;
-  sieve.join = gated.join;
-  Thresholds const& thresholds = gated.method.thresholds;
-  sieve.thresholds = {{largestP, thresholds.largestP}, {smallestD, thresholds.smallestD}};
-  sieve.method = gated.method;
-  sieve.read = read;
-  sieve.fingerprint = fingerprintOf(gated.scan());
-  sieve.counts = countsOf(gated.passed);
-  writeSieve(path, sieve);
-}
-
 } // namespace
 
 RunSet GatedScan::eligible() const
@@ -125,6 +113,7 @@ GatedScan gated(OpenedScan opened, SieveArguments const& arguments)
 {
   GatedScan result;
   result.opened = std::move(opened);
+  result.read = arguments.read;
   SieveFile sieve;
   if (!arguments.sieve.empty()) {
     sieve = loadSieve(arguments.sieve);
@@ -140,22 +129,31 @@ GatedScan gated(OpenedScan opened, SieveArguments const& arguments)
   if (result.gates.empty() && result.opened.selected) result.passed.runs = *result.opened.selected;
   for (AppliedGate const& gate : result.passed.gates)
     if (!gate.gate.note.empty()) result.notes.push_back(gate.gate.text() + ": " + gate.gate.note);
-  if (!arguments.saveSieve.empty()) save(result, arguments.read, arguments.saveSieve);
+  if (!arguments.saveSieve.empty())
+    saveSieve(result, result.gates, result.join, result.passed, arguments.saveSieve);
   return result;
+}
+
+void saveSieve(GatedScan const& gated, std::vector<Gate> const& gates, GateJoin join,
+               GateResult const& passed, std::string const& path)
+{
+  SieveFile sieve;
+  sieve.program = "runsieve " RUNSIEVE_VERSION;
+  sieve.gates = gates;
+  sieve.join = join;
+  Thresholds const& thresholds = gated.method.thresholds;
+  sieve.thresholds = {{largestP, thresholds.largestP}, {smallestD, thresholds.smallestD}};
+  sieve.method = gated.method;
+  sieve.read = gated.read;
+  sieve.fingerprint = fingerprintOf(gated.scan());
+  sieve.counts = countsOf(passed);
+  writeSieve(path, sieve);
 }
 
 std::string passingText(GatedScan const& gated)
 {
   return std::to_string(gated.passed.runs.count()) + " of " + std::to_string(gated.scan().runs.size()) +
          " runs pass";
-}
-
-std::string titleOf(GatedScan const& gated)
-{
-  std::string title;
-  for (AppliedGate const& gate : gated.passed.gates) title += (title.empty() ? "" : ", ") + gate.gate.text();
-  if (gated.sieves()) title += (title.empty() ? "" : " - ") + passingText(gated);
-  return title;
 }
 
 std::string outputNames(Scan const& scan)

@@ -18,6 +18,7 @@ struct GatedScan
   std::vector<Gate> gates; ///< of the sieve file, then of the command
   GateJoin join = GateJoin::All;
   GateResult passed;              ///< all runs without gates, or those that a stored plot has selected
+  ReadOptions read;               ///< how the file was read
   ComparisonMethod method;        ///< of the command, the sieve file, or the defaults
   std::vector<std::string> notes; ///< what was snapped to the time grid, and how data and sieve file differ
 
@@ -35,11 +36,13 @@ struct GatedScan
 /// The same on a scan that is open already.
 [[nodiscard]] GatedScan gated(OpenedScan opened, SieveArguments const& arguments);
 
+/// Writes a sieve file of gates on the scan, with the method of the command. \param passed what they leave of
+/// it \throw ScanError
+void saveSieve(GatedScan const& gated, std::vector<Gate> const& gates, GateJoin join,
+               GateResult const& passed, std::string const& path);
+
 /// "38 of 101 runs pass".
 [[nodiscard]] std::string passingText(GatedScan const& gated);
-
-/// The gates and how many runs pass, in a line; nothing without anything to sieve by.
-[[nodiscard]] std::string titleOf(GatedScan const& gated);
 
 /// The notes on standard error, a line each.
 void printNotes(GatedScan const& gated);

@@ -3,6 +3,8 @@
 #include "app/scan/OpenScan.h"
 #include "app/scan/ReadingText.h"
 
+#include <runsieve/core/text/ShownText.h>
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -82,9 +84,10 @@ void print(char const* title, Lines const& lines)
 {
   std::cout << title << ' ' << lines.size() << '\n';
   std::size_t width = 0;
-  for (auto const& line : lines) width = std::max(width, line.first.size());
+  for (auto const& line : lines) width = std::max(width, shownWidth(printable(line.first)));
   for (auto const& [name, text] : lines)
-    std::cout << "  " << name << std::string(width - name.size(), ' ') << "  " << text << '\n';
+    std::cout << "  " << printable(name) << std::string(width - shownWidth(printable(name)), ' ') << "  "
+              << printable(text) << '\n';
 }
 
 std::string named(ColumnLabel const& label, std::string const& name)
@@ -107,7 +110,7 @@ void printText(OpenedScan const& opened)
   for (ScanParameter const& parameter : scan.parameters)
     parameters.emplace_back(named(parameter.label, parameter.label.name), describe(parameter));
   print("parameters", parameters);
-  for (std::string const& line : readingLines(scan, opened.report)) std::cout << line << '\n';
+  for (std::string const& line : readingLines(scan, opened.report)) std::cout << printable(line) << '\n';
 }
 
 nlohmann::ordered_json columnJson(ColumnLabel const& label, std::string const& name)

@@ -1,5 +1,6 @@
 #include "app/cli/PairReport.h"
 
+#include "app/cli/AlignedTable.h"
 #include "app/cli/RankReport.h"
 
 #include <runsieve/core/text/ShownText.h>
@@ -9,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <ostream>
+#include <utility>
 #include <vector>
 
 namespace runsieve::app {
@@ -83,28 +85,15 @@ void printPairTable(std::ostream& out, PairComparisons const& comparison, std::s
   auto const nameText = [most = mostName(chosen)](std::string const& name) {
     return shortened(printable(name), most);
   };
-  std::size_t first = 9;
-  std::size_t second = 4;
-  for (std::size_t i = 0; i < shown; ++i) {
-    first = std::max(first, shownWidth(nameText(comparison.pairs[i].first)));
-    second = std::max(second, shownWidth(nameText(comparison.pairs[i].second)));
-  }
-  auto const printRow = [&](std::string const& a, std::string const& b, auto const& textOf) {
-    printField(out, a, first, true);
-    out << std::string(gap, ' ');
-    printField(out, b, second, true);
-    for (Column const& column : chosen) {
-      out << std::string(gap, ' ');
-      printField(out, textOf(column), column.width, false);
-    }
-    out << '\n';
-  };
-  printRow("parameter", "with", [](Column const& column) { return std::string(column.title); });
+  std::vector<std::vector<std::string>> rows = {{"parameter", "with"}};
+  for (Column const& column : chosen) rows[0].emplace_back(column.title);
   for (std::size_t i = 0; i < shown; ++i) {
     ParameterPair const& pair = comparison.pairs[i];
-    printRow(nameText(pair.first), nameText(pair.second),
-             [&](Column const& column) { return column.text(pair); });
+    std::vector<std::string> row = {nameText(pair.first), nameText(pair.second)};
+    for (Column const& column : chosen) row.push_back(column.text(pair));
+    rows.push_back(std::move(row));
   }
+  printAligned(out, rows, 2);
   if (shown < comparison.pairs.size())
     out << "the strongest " << shown << " of " << comparison.pairs.size()
         << " pairs; --top shows more, --format csv all\n";
@@ -168,17 +157,17 @@ void printPairCsv(std::ostream& out, PairComparisons const& comparison)
   ComparisonMethod const& method = comparison.method;
   std::string const common = "," + std::to_string(comparison.pairs.size()) + ',' +
                              std::to_string(comparison.permutations) + ',' + std::to_string(method.seed) +
-                             ',' + std::to_string(method.gatesTried) + ',' +
-                             exactText(comparison.noiseFloor) + "," RUNSIEVE_VERSION "\n";
+                             ',' + std::to_string(method.gatesTried) + ',' + exact(comparison.noiseFloor) +
+                             "," RUNSIEVE_VERSION "\n";
   out << "first,second,n_passing,n_others,r_passing,r_others,difference,r_all,by_design,r_expected,statistic,"
          "p_adjusted,significant,family,permutations,seed,gates_tried,noise_floor,version\n";
   for (ParameterPair const& pair : comparison.pairs) {
     out << quotedField(pair.first) << ',' << quotedField(pair.second) << ',' << pair.passing << ','
         << pair.others;
     for (double const value : {pair.rPassing, pair.rOthers, pair.difference(), pair.rAll})
-      out << ',' << exactText(value);
+      out << ',' << exact(value);
     out << ',' << (pair.byDesign ? "true" : "false");
-    for (double const value : {pair.expected, pair.statistic, pair.p}) out << ',' << exactText(value);
+    for (double const value : {pair.expected, pair.statistic, pair.p}) out << ',' << exact(value);
     out << ',' << (pair.significant ? "true" : "false") << common;
   }
 }

@@ -1,71 +1,131 @@
 #include "app/cli/Commands.h"
 
-#include "app/cli/ComparedSets.h"
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
 #include "app/cli/OutputFiles.h"
 #include "app/cli/RankReport.h"
+#include "app/cli/StabilityReport.h"
+#include "app/desk/Desk.h"
+
+#include <runsieve/core/text/ShownText.h>
 
 #include <nlohmann/json.hpp>
 
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 
 namespace runsieve::app {
 
 namespace {
 
-void printTable(GatedScan const& gated, ComparedSets const& sets, Comparison const& ranked)
+/// What a rank command found out.
+struct Ranking
 {
-  printSets(std::cout, gated, sets);
-  printRankTable(std::cout, ranked.parameters, ranked.method.adjustment);
+  GatedScan const& gated;
+  Comparison compared;
+  std::optional<ComparisonStability> stability;
+  std::size_t notComplete = 0; ///< runs that are not compared
+};
+
+void printTable(Ranking const& ranking)
+{
+  Comparison const& compared = ranking.compared;
+  printGates(std::cout, ranking.gated);
+  std::cout << passingText(ranking.gated) << '\n';
+  printNotCompared(std::cout, ranking.notComplete);
   std::cout << '\n';
-  printMethod(std::cout, ranked.method, ranked.family, ranked.permutations, ranked.noiseFloor,
-              ranked.isSettled);
-  printWarnings(std::cout, ranked.warnings);
+  printRankTable(std::cout, compared.parameters, compared.method.adjustment,
+                 ranking.stability ? &ranking.stability->parameters : nullptr);
+  std::cout << '\n';
+  printMethod(std::cout, compared.method, compared.family, compared.permutations, compared.noiseFloor,
+              compared.isSettled);
+  if (ranking.stability) printStabilityMethod(std::cout, *ranking.stability);
+  printWarnings(std::cout, compared.warnings);
+  if (!ranking.stability) return;
+  std::cout << '\n';
+  printEnoughRuns(std::cout, compared, *ranking.stability);
 }
 
-void printJson(GatedScan const& gated, ComparedSets const& sets, Comparison const& ranked)
+void printJson(Ranking const& ranking)
 {
+  GatedScan const& gated = ranking.gated;
+  Comparison const& compared = ranking.compared;
   nlohmann::ordered_json report;
   report["version"] = RUNSIEVE_VERSION;
   report["runs"] = gated.scan().runs.size();
   report["passing"] = gated.passed.runs.count();
-  report["not_complete"] = sets.notComplete();
+  report["not_complete"] = ranking.notComplete;
   report["gates"] = gatesAsJson(gated);
-  report["method"] =
-      methodJson(ranked.method, ranked.family, ranked.permutations, ranked.noiseFloor, ranked.isSettled);
+  report["method"] = methodJson(compared.method, compared.family, compared.permutations, compared.noiseFloor,
+                                compared.isSettled);
+  report["stability"] = ranking.stability ? stabilityJson(*ranking.stability) : nlohmann::ordered_json();
   report["parameters"] = nlohmann::json::array();
-  for (ParameterComparison const& r : ranked.parameters)
-    report["parameters"].push_back(comparisonJson(r, ranked.method.adjustment));
-  report["left_out"] = nlohmann::json::array();
-  for (LeftOutParameter const& left : ranked.leftOut)
-    report["left_out"].push_back({{"name", left.name}, {"reason", left.reason}});
-  report["warnings"] = warningsJson(ranked.warnings);
+  for (std::size_t i = 0; i < compared.parameters.size(); ++i)
+    report["parameters"].push_back(
+        comparisonJson(compared.parameters[i], compared.method.adjustment,
+                       ranking.stability ? &ranking.stability->parameters[i] : nullptr));
+  report["left_out"] = leftOutJson(compared.leftOut);
+  report["warnings"] = warningsJson(compared.warnings);
+  report["enough_runs"] =
+      ranking.stability ? enoughRunsJson(compared, *ranking.stability) : nlohmann::ordered_json();
   std::cout << report.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+}
+
+/// The verdict has no place among the rows.
+void printCsv(Ranking const& ranking)
+{
+  printRankCsv(std::cout, ranking.compared, ranking.stability ? &*ranking.stability : nullptr);
+  if (ranking.stability)
+    std::cerr << "runsieve: enough runs? " << printable(ranking.stability->verdictText) << '\n';
+}
+
+void print(Ranking const& ranking, std::string const& format)
+{
+  if (format != "table") printNotes(ranking.gated);
+  if (format == "json")
+    printJson(ranking);
+  else if (format == "csv")
+    printCsv(ranking);
+  else
+    printTable(ranking);
+}
+
+void checkFiles(RankArguments const& arguments)
+{
+  if (!arguments.stabilityPicture.empty() && !isPictureName(arguments.stabilityPicture))
+    throw UsageError("rank: the name of the picture must end in .png or .pdf");
+  checkOutputs("rank", arguments, {arguments.stabilityPicture});
 }
 
 } // namespace
 
 int runRank(RankArguments const& arguments)
 {
-  checkOutputs("rank", arguments, {});
+  checkFiles(arguments);
   GatedScan const gated = openGated(arguments);
-  ComparedSets const sets = comparedSets(gated, "rank", arguments.file);
-  Comparison const ranked = compareParameters(gated.scan(), sets.passing, sets.eligible, gated.method);
-  if (ranked.leftOut.size() == gated.scan().parameters.size())
+  if (!gated.sieves()) failWithoutGates("rank");
+  RunSet const eligible = gated.eligible();
+  RunSet compared(gated.passed.runs);
+  compared &= eligible;
+  Ranking ranking{gated, compareParameters(gated.scan(), compared, eligible, gated.method), std::nullopt,
+                  eligible.complement().count()};
+  if (gated.passed.runs.count() == 0) failWithoutRuns(gated, arguments.file);
+  if (compared.count() == 0) failWithoutCompleteRuns(arguments.file);
+  if (ranking.compared.leftOut.size() == gated.scan().parameters.size())
     throw std::runtime_error(
         arguments.file +
-        (sets.eligible.count() < 2 ? ": fewer than two runs are complete" : ": no parameter varies") +
+        (eligible.count() < 2 ? ": fewer than two runs are complete" : ": no parameter varies") +
         ", so there is nothing to rank");
-
-  if (arguments.format != "table") printNotes(gated);
-  if (arguments.format == "json")
-    printJson(gated, sets, ranked);
-  else if (arguments.format == "csv")
-    printRankCsv(std::cout, ranked);
-  else
-    printTable(gated, sets, ranked);
+  if (arguments.stability) {
+    StabilityMethod method;
+    method.top = arguments.top;
+    method.seed = gated.method.seed;
+    ranking.stability = stabilityOfComparison(gated.scan(), compared, eligible, ranking.compared, method);
+  }
+  print(ranking, arguments.format);
+  if (!arguments.stabilityPicture.empty())
+    desk().drawStability(arguments, ranking.compared, *ranking.stability);
   return 0;
 }
 

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdio>
 #include <iomanip>
+#include <iterator>
 #include <ostream>
 
 namespace runsieve::app {
@@ -17,12 +18,26 @@ namespace {
 constexpr std::size_t widest = 100;
 constexpr std::size_t gap = 2;
 
+struct Row
+{
+  ParameterComparison const& comparison;
+  Adjustment adjustment;
+  SureDistance const* sure; ///< null without stability
+};
+
+enum class Shown
+{
+  Always,
+  IfRoom,       ///< left out of a table that would be too wide, the last first
+  WithStability ///< left out without
+};
+
 struct Column
 {
   char const* title;
   int width;
-  bool optional; ///< left out of a table that would be too wide, the last first
-  std::string (*text)(ParameterComparison const&, Adjustment);
+  Shown shown;
+  std::string (*text)(Row const&);
 };
 
 std::string rounded(double value)
@@ -36,36 +51,45 @@ std::string placeText(ParameterComparison const& c)
   return c.isText ? shortened(printable(c.text), most) : rounded(c.value);
 }
 
-constexpr std::array<Column, 8> columns = {{
-    {"d", 6, false, [](ParameterComparison const& c, Adjustment) { return formatted(c.d, "%+.3f", "-"); }},
-    {"at", 9, true, [](ParameterComparison const& c, Adjustment) { return placeText(c); }},
-    {"p", 9, false, [](ParameterComparison const& c, Adjustment) { return pText(c.p, c.isBelow); }},
-    {"p adj", 9, false,
-     [](ParameterComparison const& c, Adjustment adjustment) {
-       return pText(adjustedP(c, adjustment)) + (c.significant ? " *" : "  ");
+std::string rangeText(SureDistance const& sure)
+{
+  if (std::isnan(sure.low)) return "-";
+  return formatted(sure.low, "%.3f", "-") + ".." + formatted(sure.high, "%.3f", "-");
+}
+
+constexpr std::array<Column, 10> columns = {{
+    {"d", 6, Shown::Always, [](Row const& r) { return formatted(r.comparison.d, "%+.3f", "-"); }},
+    {"|d| 95 %", 12, Shown::WithStability, [](Row const& r) { return rangeText(*r.sure); }},
+    {"top", 5, Shown::WithStability,
+     [](Row const& r) { return formatted(100.0 * r.sure->topShare, "%.0f%%", "-"); }},
+    {"at", 9, Shown::IfRoom, [](Row const& r) { return placeText(r.comparison); }},
+    {"p", 9, Shown::Always, [](Row const& r) { return pText(r.comparison.p, r.comparison.isBelow); }},
+    {"p adj", 9, Shown::Always,
+     [](Row const& r) {
+       return pText(adjustedP(r.comparison, r.adjustment)) + (r.comparison.significant ? " *" : "  ");
      }},
-    {"med. passing", 12, false,
-     [](ParameterComparison const& c, Adjustment) { return rounded(c.medianPassing); }},
-    {"med. others", 11, false,
-     [](ParameterComparison const& c, Adjustment) { return rounded(c.medianOthers); }},
-    {"shift", 6, true,
-     [](ParameterComparison const& c, Adjustment) { return formatted(c.medianShift, "%+.2f", "-"); }},
-    {"kept", 5, true,
-     [](ParameterComparison const& c, Adjustment) { return formatted(100.0 * c.rangeShare, "%.0f%%", "-"); }},
+    {"med. passing", 12, Shown::Always, [](Row const& r) { return rounded(r.comparison.medianPassing); }},
+    {"med. others", 11, Shown::Always, [](Row const& r) { return rounded(r.comparison.medianOthers); }},
+    {"shift", 6, Shown::IfRoom,
+     [](Row const& r) { return formatted(r.comparison.medianShift, "%+.2f", "-"); }},
+    {"kept", 5, Shown::IfRoom,
+     [](Row const& r) { return formatted(100.0 * r.comparison.rangeShare, "%.0f%%", "-"); }},
 }};
 
 /// The columns that fit beside names of a width.
-std::vector<Column> columnsBeside(std::size_t nameWidth)
+std::vector<Column> columnsBeside(std::size_t nameWidth, bool withStability)
 {
-  std::vector<Column> chosen(columns.begin(), columns.end());
+  std::vector<Column> chosen;
+  std::copy_if(columns.begin(), columns.end(), std::back_inserter(chosen),
+               [&](Column const& column) { return withStability || column.shown != Shown::WithStability; });
   auto const width = [&] {
     std::size_t sum = nameWidth;
     for (Column const& column : chosen) sum += gap + static_cast<std::size_t>(column.width);
     return sum;
   };
   while (width() > widest) {
-    auto const last =
-        std::find_if(chosen.rbegin(), chosen.rend(), [](Column const& column) { return column.optional; });
+    auto const last = std::find_if(chosen.rbegin(), chosen.rend(),
+                                   [](Column const& column) { return column.shown == Shown::IfRoom; });
     if (last == chosen.rend()) break;
     chosen.erase(std::next(last).base());
   }
@@ -82,20 +106,9 @@ std::string formatted(double value, char const* format, char const* missing)
   return text;
 }
 
-std::string pText(double p, bool isBelow)
-{
-  if (isBelow) return "< " + formatted(p, "%.0e", "-");
-  return formatted(p, p < 1e-4 ? "%.1e" : "%.2g", "-");
-}
-
-std::string exactText(double value)
+std::string exact(double value)
 {
   return formatted(value, "%.17g", "");
-}
-
-nlohmann::ordered_json numberJson(double value)
-{
-  return std::isnan(value) ? nlohmann::ordered_json() : nlohmann::ordered_json(value);
 }
 
 void printField(std::ostream& out, std::string const& text, std::size_t width, bool left)
@@ -105,29 +118,48 @@ void printField(std::ostream& out, std::string const& text, std::size_t width, b
   out << (left ? text + blanks : blanks + text);
 }
 
-void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment)
+nlohmann::ordered_json numberJson(double value)
+{
+  return std::isnan(value) ? nlohmann::ordered_json() : nlohmann::ordered_json(value);
+}
+
+std::string pText(double p, bool isBelow)
+{
+  if (isBelow) return "< " + formatted(p, "%.0e", "-");
+  return formatted(p, p < 1e-4 ? "%.1e" : "%.2g", "-");
+}
+
+void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment,
+                    std::vector<SureDistance> const* stability)
 {
   constexpr std::size_t mostName = 45;
   std::size_t nameWidth = 9;
   for (ParameterComparison const& r : ranked)
     nameWidth = std::max(nameWidth, std::min(mostName, shownWidth(printable(r.name))));
-  std::vector<Column> const shown = columnsBeside(nameWidth);
+  std::vector<Column> const shown = columnsBeside(nameWidth, stability != nullptr);
   printField(out, "parameter", nameWidth, true);
   for (Column const& column : shown) {
     bool const starred = std::string(column.title) == "p adj";
     out << std::string(gap, ' ');
-    printField(out, column.title + std::string(starred ? "  " : ""), static_cast<std::size_t>(column.width),
-               false);
+    printField(out, column.title + std::string(starred ? "  " : ""), static_cast<std::size_t>(column.width));
   }
   out << '\n';
-  for (ParameterComparison const& r : ranked) {
-    printField(out, shortened(printable(r.name), mostName), nameWidth, true);
+  for (std::size_t i = 0; i < ranked.size(); ++i) {
+    printField(out, shortened(printable(ranked[i].name), mostName), nameWidth, true);
+    Row const row{ranked[i], adjustment, stability == nullptr ? nullptr : &(*stability)[i]};
     for (Column const& column : shown) {
       out << std::string(gap, ' ');
-      printField(out, column.text(r, adjustment), static_cast<std::size_t>(column.width), false);
+      printField(out, column.text(row), static_cast<std::size_t>(column.width));
     }
     out << '\n';
   }
+}
+
+void printNotCompared(std::ostream& out, std::size_t notComplete)
+{
+  if (notComplete > 0)
+    out << notComplete << (notComplete == 1 ? " run is" : " runs are")
+        << " not complete and not compared (a gate on the status compares them too)\n";
 }
 
 void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t tests,
@@ -166,7 +198,7 @@ void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t 
 void printWarnings(std::ostream& out, std::vector<ComparisonWarning> const& warnings)
 {
   for (ComparisonWarning const& warning : warnings)
-    out << "warning: " << printable(warning.text) << "; " << printable(warning.advice) << '\n';
+    out << "warning  " << printable(warning.text) << "\n         " << printable(warning.advice) << '\n';
 }
 
 nlohmann::ordered_json warningsJson(std::vector<ComparisonWarning> const& warnings)
@@ -174,6 +206,13 @@ nlohmann::ordered_json warningsJson(std::vector<ComparisonWarning> const& warnin
   nlohmann::ordered_json json = nlohmann::ordered_json::array();
   for (ComparisonWarning const& warning : warnings)
     json.push_back({{"kind", warning.kind}, {"text", warning.text}, {"advice", warning.advice}});
+  return json;
+}
+
+nlohmann::ordered_json leftOutJson(std::vector<LeftOutParameter> const& leftOut)
+{
+  nlohmann::ordered_json json = nlohmann::ordered_json::array();
+  for (LeftOutParameter const& left : leftOut) json.push_back({{"name", left.name}, {"reason", left.reason}});
   return json;
 }
 
@@ -192,7 +231,8 @@ nlohmann::ordered_json methodJson(ComparisonMethod const& method, std::size_t fa
           {"settled", isSettled}};
 }
 
-nlohmann::ordered_json comparisonJson(ParameterComparison const& c, Adjustment adjustment)
+nlohmann::ordered_json comparisonJson(ParameterComparison const& c, Adjustment adjustment,
+                                      SureDistance const* sure)
 {
   nlohmann::ordered_json json = {{"name", c.name},
                                  {"type", c.isText ? "text" : "number"},
@@ -214,28 +254,39 @@ nlohmann::ordered_json comparisonJson(ParameterComparison const& c, Adjustment a
   json["median_shift"] = numberJson(c.medianShift);
   json["range_kept"] = numberJson(c.rangeShare);
   json["significant"] = c.significant;
+  json["d_low"] = sure == nullptr ? nlohmann::ordered_json() : numberJson(sure->low);
+  json["d_high"] = sure == nullptr ? nlohmann::ordered_json() : numberJson(sure->high);
+  json["top_share"] = sure == nullptr ? nlohmann::ordered_json() : numberJson(sure->topShare);
   return json;
 }
 
-void printRankCsv(std::ostream& out, Comparison const& comparison)
+void printRankCsv(std::ostream& out, Comparison const& comparison, ComparisonStability const* stability)
 {
   ComparisonMethod const& method = comparison.method;
   std::string const common = std::string(",") + adjustmentName(method.adjustment) + ',' +
                              std::to_string(comparison.family) + ',' +
                              std::to_string(comparison.permutations) + ',' + std::to_string(method.seed) +
-                             ',' + exactText(comparison.noiseFloor) + "," RUNSIEVE_VERSION "\n";
+                             ',' + exact(comparison.noiseFloor) + "," RUNSIEVE_VERSION;
   out << "parameter,n_passing,n_others,d,at,p,p_is_bound,p_method,p_holm,p_bh,p_perm,p_adjusted,median_"
          "passing,"
          "median_others,area,median_shift,range_kept,significant,adjust,family,permutations,seed,noise_floor,"
-         "version\n";
-  for (ParameterComparison const& c : comparison.parameters) {
-    out << quotedField(c.name) << ',' << c.passing << ',' << c.others << ',' << exactText(c.d) << ','
-        << (c.isText ? quotedField(c.text) : exactText(c.value)) << ',' << exactText(c.p) << ','
+         "version"
+      << (stability == nullptr ? "\n" : ",d_low,d_high,top_share,top,resamples\n");
+  for (std::size_t i = 0; i < comparison.parameters.size(); ++i) {
+    ParameterComparison const& c = comparison.parameters[i];
+    out << quotedField(c.name) << ',' << c.passing << ',' << c.others << ',' << exact(c.d) << ','
+        << (c.isText ? quotedField(c.text) : exact(c.value)) << ',' << exact(c.p) << ','
         << (c.isBelow ? "true" : "false") << ',' << pSourceName(c.source);
     for (double const value : {c.pHolm, c.pBenjaminiHochberg, c.pPermutation, adjustedP(c, method.adjustment),
                                c.medianPassing, c.medianOthers, c.area, c.medianShift, c.rangeShare})
-      out << ',' << exactText(value);
+      out << ',' << exact(value);
     out << ',' << (c.significant ? "true" : "false") << common;
+    if (stability != nullptr) {
+      SureDistance const& sure = stability->parameters[i];
+      out << ',' << exact(sure.low) << ',' << exact(sure.high) << ',' << exact(sure.topShare) << ','
+          << stability->method.top << ',' << stability->method.resamples;
+    }
+    out << '\n';
   }
 }
 

@@ -2,10 +2,10 @@
 
 #include <runsieve/core/compare/Clusters.h>
 #include <runsieve/core/compare/Comparison.h>
+#include <runsieve/core/compare/StabilityOfComparison.h>
 
 #include <nlohmann/json.hpp>
 
-#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -19,17 +19,20 @@ namespace runsieve::app {
 [[nodiscard]] std::string pText(double p, bool isBelow = false);
 
 /// All digits; nothing for NaN.
-[[nodiscard]] std::string exactText(double value);
-
-/// null for NaN.
+[[nodiscard]] std::string exact(double value);
+/// Null for NaN.
 [[nodiscard]] nlohmann::ordered_json numberJson(double value);
 
-/// Text in a field of a table; what is longer stands out of it.
-void printField(std::ostream& out, std::string const& text, std::size_t width, bool left);
-
 /// The parameters as a table of aligned columns, at most 100 wide for names of at most 45; significant ones
-/// have a star.
-void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment);
+/// have a star. \param stability of these parameters, or null: then its columns are left out
+void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment,
+                    std::vector<SureDistance> const* stability = nullptr);
+
+/// Text in a field of a table; longer ones stand out of it.
+void printField(std::ostream& out, std::string const& text, std::size_t width, bool left = false);
+
+/// That runs took no part in a comparison; nothing for none.
+void printNotCompared(std::ostream& out, std::size_t notComplete);
 
 /// How the p-values of a table were found and what its noise floor is.
 void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t tests,
@@ -39,15 +42,19 @@ void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t 
 void printWarnings(std::ostream& out, std::vector<ComparisonWarning> const& warnings);
 [[nodiscard]] nlohmann::ordered_json warningsJson(std::vector<ComparisonWarning> const& warnings);
 
+[[nodiscard]] nlohmann::ordered_json leftOutJson(std::vector<LeftOutParameter> const& leftOut);
+
 /// The method with what came of it, for JSON.
 [[nodiscard]] nlohmann::ordered_json methodJson(ComparisonMethod const& method, std::size_t family,
                                                 std::size_t permutations, double noiseFloor, bool isSettled);
 
-/// All columns of a comparison with all digits.
+/// All columns of a comparison with all digits. \param sure null: null in those columns
 [[nodiscard]] nlohmann::ordered_json comparisonJson(ParameterComparison const& comparison,
-                                                    Adjustment adjustment);
+                                                    Adjustment adjustment, SureDistance const* sure);
 
-/// The header and the rows of a comparison as CSV, with the method in each row.
-void printRankCsv(std::ostream& out, Comparison const& comparison);
+/// The header and the rows of a comparison as CSV, with the method in each row. \param stability null: its
+/// columns, the last ones, are left out
+void printRankCsv(std::ostream& out, Comparison const& comparison,
+                  ComparisonStability const* stability = nullptr);
 
 } // namespace runsieve::app

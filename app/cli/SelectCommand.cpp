@@ -1,5 +1,6 @@
 #include "app/cli/Commands.h"
 
+#include "app/cli/AlignedTable.h"
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
 #include "app/cli/OutputFiles.h"
@@ -42,18 +43,6 @@ std::vector<std::vector<std::string>> cellsOf(Scan const& scan, std::vector<std:
       rows.back().push_back(valueText(parameter, run, allDigits));
   }
   return rows;
-}
-
-void printAligned(std::ostream& out, std::vector<std::vector<std::string>> const& rows)
-{
-  std::vector<std::size_t> widths(rows.front().size());
-  for (auto const& row : rows)
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
-  for (auto const& row : rows) {
-    for (std::size_t i = 0; i < row.size(); ++i)
-      out << (i > 0 ? "  " : "") << std::string(widths[i] - row[i].size(), ' ') << row[i];
-    out << '\n';
-  }
 }
 
 bool isNumberColumn(Scan const& scan, std::size_t column)
@@ -113,9 +102,7 @@ int runSelect(SelectArguments const& arguments)
 {
   checkOutputs("select", arguments, {arguments.output});
   GatedScan const gated = openGated(arguments);
-  if (!gated.sieves())
-    throw UsageError("select: there is nothing to sieve by: neither gates nor the selection of a stored "
-                     "plot; --gate is required");
+  if (!gated.sieves()) failWithoutGates("select");
   RunSet const selected = arguments.others ? gated.passed.runs.complement() : gated.passed.runs;
   bool const toOutput = arguments.output.empty() || arguments.output == "-";
   if (arguments.format == "scan" && selected.count() == 0)

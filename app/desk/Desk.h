@@ -4,6 +4,7 @@
 #include "app/scan/OpenScan.h"
 
 #include <runsieve/core/compare/Pairs.h>
+#include <runsieve/core/compare/StabilityOfComparison.h>
 
 #include <string>
 #include <vector>
@@ -38,6 +39,12 @@ public:
                             ComparisonMethod const& method) = 0;
   /// Draws the runs of a scan by pairs of their parameters, a chart for each pair.
   virtual void drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture) = 0;
+
+  /// Draws how coverage and density change along the path on which a box was found.
+  virtual void drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title) = 0;
+  /// Draws |d| of the first parameters of a comparison against the share of the runs.
+  virtual void drawStability(RankArguments const& arguments, Comparison const& comparison,
+                             ComparisonStability const& stability) = 0;
 
   /// \throw ScanError for a file that is not a complete plot
   virtual OpenedScan readPlotScan(std::string const& path) = 0;

@@ -3,7 +3,7 @@
 #include "app/cli/Commands.h"
 #include "app/desk/Desk.h"
 
-#include <runsieve/core/compare/Comparison.h>
+#include <runsieve/core/compare/StabilityOfComparison.h>
 #include <runsieve/core/scan/Scan.h>
 
 namespace runsieve::app {
@@ -17,5 +17,11 @@ void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std
                         ComparisonMethod const& method);
 /// Draws the runs of a scan by pairs of their parameters.
 void drawPairPicture(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture);
+
+/// Draws how coverage and density change along the path on which a box was found.
+void drawBoxPicture(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title);
+/// Draws |d| of the first parameters of a comparison against the share of the runs.
+void drawStabilityPicture(RankArguments const& arguments, Comparison const& comparison,
+                          ComparisonStability const& stability);
 
 } // namespace runsieve::app

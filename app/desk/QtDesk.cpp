@@ -31,6 +31,17 @@ void QtDesk::drawPairs(PairsArguments const& arguments, Scan const& scan, PairPi
   drawPairPicture(arguments, scan, picture);
 }
 
+void QtDesk::drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title)
+{
+  drawBoxPicture(arguments, box, title);
+}
+
+void QtDesk::drawStability(RankArguments const& arguments, Comparison const& comparison,
+                           ComparisonStability const& stability)
+{
+  drawStabilityPicture(arguments, comparison, stability);
+}
+
 OpenedScan QtDesk::readPlotScan(std::string const& path)
 {
   return openedOf(readPlot(path));

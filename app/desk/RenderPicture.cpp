@@ -1,5 +1,6 @@
 #include "app/desk/DeskCommands.h"
 
+#include "app/cli/GateReport.h"
 #include "app/render/OffscreenView.h"
 #include "app/view/ShownComparison.h"
 #include "app/view/SievedScan.h"
@@ -50,7 +51,7 @@ int renderPicture(RenderArguments const& arguments)
   PlotContainer plot(nullptr);
   view.scene()->AddItem(plot.getItem());
   sieved.applyTo(plot, options);
-  plot.metaData->plotTitle = titleOf(sieved.gated);
+  plot.metaData->plotTitle = pictureTitle(sieved.gated);
   std::optional<ShownComparison> shown;
   if (sieved.gated.sieves()) shown = comparisonOf(sieved.gated);
   if (shown) orderBy(plot, shown->numbers);

@@ -168,7 +168,13 @@ QDoubleSpinBox* ExplorerWindow::addThreshold(QFormLayout* layout, QString const&
   box->setValue(value);
   layout->addRow(text, box);
   connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this, set](double v) {
-    if (container) (container->metaData->*set)(v);
+    if (!container) return;
+    (container->metaData->*set)(v);
+    if (!hasSelection(*container) && !clusterOfRun.empty())
+      showClusters();
+    else
+      compare();
+    refresh();
   });
   return box;
 }
@@ -230,6 +236,7 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   showPlot(*container, loaded);
   delete former;
   setControls(loaded.view);
+  compare();
   connect(container->metaData, &PlotMetaData::redrawNeeded, this, &ExplorerWindow::refresh);
   container->annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, this,
                                          &ExplorerWindow::afterSelection, afterTheLibrary);

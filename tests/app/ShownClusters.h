@@ -4,8 +4,11 @@
 
 #include "app/view/ScanClusters.h"
 #include "app/view/ScanPlot.h"
+#include "app/view/ShownComparison.h"
 #include "support/PlotScene.h"
 #include "support/ShapedScan.h"
+
+#include <runsieve/adapters/ScanTable.h>
 
 #include <gtest/gtest.h>
 
@@ -29,11 +32,12 @@ struct ShownClusters : testing::Test, PlotScene
   /// Groups the runs; nothing of that is on show yet.
   void group(int count = clusters) { labels = app::clusterRuns(container, count, app::ShapeOf::Curves); }
 
-  std::vector<std::vector<app::RankedParameter>> compare()
+  ClusterComparison compare(ComparisonMethod const& method = {})
   {
-    auto comparisons = app::compareClusters(container, labels);
+    const ClusterComparison comparison = compareClusters(scanOf(shaped.scan), labels, method);
+    app::showClusterDistributions(container, labels, comparison);
     container.redraw();
-    return comparisons;
+    return comparison;
   }
 
   void selectCluster(int cluster)

@@ -87,21 +87,6 @@ struct ClusterCommand : testing::Test
     }
     return labels;
   }
-
-  /// What "rank" prints below its heading for the runs of a cluster, selected in a stored plot.
-  std::string rankTable(std::vector<int> const& labels, int cluster) const
-  {
-    StoredPlot plot;
-    plot.scan = shaped.scan;
-    plot.selectedRows = rowsOfCluster(labels, cluster, ShapedScan::times);
-    writePlot(plot, folder.file("cluster.rsd"));
-    RankArguments rank;
-    rank.file = folder.file("cluster.rsd");
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(runRank(rank), 0);
-    const std::string text = testing::internal::GetCapturedStdout();
-    return text.substr(text.find("\n\n") + 2);
-  }
 };
 
 TEST_F(ClusterCommand, PrintsRunNumbersOfTheFileWithClusters)
@@ -220,19 +205,19 @@ TEST_F(ClusterCommand, GroupsRunsOfTheExampleModels)
   }
 }
 
-TEST_F(ClusterCommand, RankTablesAreThoseOfASelectionOfTheClustersRuns)
+TEST_F(ClusterCommand, RanksTheParametersOfEachClusterAndOfAllTogether)
 {
   arguments.rank = true;
   const std::string printed = cluster();
-  const std::vector<int> labels = labelsIn(printed);
-  std::string expected;
+  const std::string tables = printed.substr(printed.find("\n\n") + 1);
   for (int k = 0; k < 3; ++k)
-    expected += "\ncluster " + std::to_string(k) + ": 20 of 60 runs\n" + rankTable(labels, k);
-  EXPECT_EQ(printed.substr(printed.find("\n\n") + 1), expected);
-  EXPECT_THAT(expected, HasSubstr("\nk4 ")) << "the parameter that tells the shape";
+    EXPECT_THAT(tables, HasSubstr("\ncluster " + std::to_string(k) + ": 20 of 60 runs\nparameter "));
+  EXPECT_THAT(tables, HasSubstr("\nall clusters\nparameter  cluster"));
+  EXPECT_THAT(tables, HasSubstr("\np adj  largest |d| of 15 tests in 1000 permutations (seed 1)\n"));
+  EXPECT_THAT(tables, HasSubstr("\nfloor  chance alone reaches |d| = "));
 
   arguments.output = folder.file("labels.csv");
-  EXPECT_EQ(cluster(), expected) << "the tables stay on standard output";
+  EXPECT_EQ(cluster(), tables) << "the tables stay on standard output";
 }
 
 TEST_F(ClusterCommand, TheParameterThatTellsTheShapeComesFirstInEachTable)
@@ -242,13 +227,24 @@ TEST_F(ClusterCommand, TheParameterThatTellsTheShapeComesFirstInEachTable)
   std::istringstream lines(cluster());
   int tables = 0;
   for (std::string line; std::getline(lines, line);) {
-    if (!testing::Matches(StartsWith("parameter "))(line)) continue;
+    if (line.rfind("parameter  cluster", 0) == 0) break;
+    if (line.rfind("parameter ", 0) != 0) continue;
     ++tables;
     std::getline(lines, line);
     EXPECT_TRUE(line.rfind("k4 ", 0) == 0 || line.rfind("k5 ", 0) == 0) << line;
-    EXPECT_EQ(line.back(), '*');
+    EXPECT_THAT(line, HasSubstr(" * "));
   }
   EXPECT_EQ(tables, 3);
+}
+
+TEST_F(ClusterCommand, TheStarGoesByTheAdjustmentThatIsAskedFor)
+{
+  arguments.rank = true;
+  arguments.adjust = Adjustment::Holm;
+  arguments.permutations = 0;
+  const std::string printed = cluster();
+  EXPECT_THAT(printed, HasSubstr("\np adj  Holm of 15 tests\n"));
+  EXPECT_THAT(printed, testing::Not(HasSubstr("all clusters"))) << "they need permutations";
 }
 
 TEST_F(ClusterCommand, NothingToRankIsAFailureThatLeavesNoFile)

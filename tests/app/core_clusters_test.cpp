@@ -26,31 +26,6 @@ constexpr Mode modes[] = {{ClusterMode::Curves, app::ShapeOf::Curves},
                           {ClusterMode::Phase, app::ShapeOf::Phase},
                           {ClusterMode::Magnitude, app::ShapeOf::Magnitude}};
 
-void expectSame(ParameterComparison const& found, app::RankedParameter const& expected)
-{
-  EXPECT_EQ(found.name, expected.name);
-  EXPECT_TRUE(sameNumber(found.p, expected.p)) << found.p << ", " << expected.p;
-  EXPECT_TRUE(sameNumber(found.d, expected.d)) << found.d << ", " << expected.d;
-  EXPECT_TRUE(sameNumber(found.medianPassing, expected.medianPassing));
-  EXPECT_TRUE(sameNumber(found.medianOthers, expected.medianOthers));
-  EXPECT_EQ(found.significant, expected.significant);
-}
-
-void expectSame(ClusterComparison const& found, PlotContainer const& plot,
-                std::vector<std::vector<app::RankedParameter>> const& expected)
-{
-  ASSERT_EQ(found.clusters.size(), expected.size());
-  for (std::size_t k = 0; k < expected.size(); ++k) {
-    ASSERT_EQ(found.clusters[k].size(), expected[k].size()) << k;
-    for (std::size_t i = 0; i < expected[k].size(); ++i) expectSame(found.clusters[k][i], expected[k][i]);
-  }
-  ASSERT_EQ(found.differences.size(), plot.ksStatistics.size());
-  for (std::size_t i = 0; i < found.differences.size(); ++i) {
-    EXPECT_TRUE(sameNumber(found.differences[i].p, plot.ksStatistics[i].p)) << i;
-    EXPECT_TRUE(sameNumber(found.differences[i].d, plot.ksStatistics[i].d)) << i;
-  }
-}
-
 TEST(CoreClusters, AreThoseOfThePlotInAllModes)
 {
   int severalClusters = 0;
@@ -93,31 +68,6 @@ TEST(CoreClusters, AreThoseOfThePlotWithAnyNumberOfStarts)
     }
   }
   EXPECT_GE(better, 5) << "further starts have been of use";
-}
-
-TEST(CoreClusters, TheirParametersCompareAsInThePlot)
-{
-  int compared = 0;
-  for (unsigned seed = 1; seed <= 100; ++seed) {
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    RandomScan random(seed);
-    app::ViewOptions options;
-    options.pThreshold = random.even();
-    PlotScene plot;
-    const app::QuietLibrary quiet;
-    app::showScan(plot.container, random.table, options);
-    const Scan scan = coreScan(*random.table);
-    std::vector<int> labels;
-    const int clusters = 1 + random.below(random.shape.runs);
-    for (int run = 0; run < random.shape.runs; ++run) labels.push_back(random.below(clusters + 1) - 1);
-    const auto expected = app::compareClusters(plot.container, labels);
-    const ClusterComparison found = compareClusters(scan, labels, {options.pThreshold, options.ksThreshold});
-    if (plot.settings().parameterColumns.empty()) continue;
-    expectSame(found, plot.container, expected);
-    if (HasFatalFailure()) return;
-    ++compared;
-  }
-  EXPECT_GE(compared, 50);
 }
 
 } // namespace

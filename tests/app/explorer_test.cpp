@@ -192,6 +192,7 @@ TEST_F(ExplorerTest, AThresholdRegroupsTheGrid)
     if (box->value() == 0.05) box->setValue(1.0);
   settle();
   EXPECT_EQ(window.plot()->chartMatrix->GetSize(), vtkVector2i(4, 4)); // all six parameters count
+  EXPECT_EQ(window.plot()->shownParameters().size(), 6u);
   EXPECT_NE(status().find("6 of 6 parameters differ"), std::string::npos) << status();
 }
 

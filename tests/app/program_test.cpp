@@ -110,7 +110,7 @@ TEST_F(Program, NotesGoToStandardErrorUnlessATableIsForPeople)
     EXPECT_EQ(ended.status, 0);
     EXPECT_THAT(ended.err, AllOf(StartsWith("runsieve: "), HasSubstr("16.1 -> 16")));
   }
-  EXPECT_THAT(as("csv").out, StartsWith("parameter,p,d,"));
+  EXPECT_THAT(as("csv").out, StartsWith("parameter,n_passing,"));
 }
 
 TEST_F(Program, WorkThatFailsEndsWithStatusOne)

@@ -2,16 +2,13 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace runsieve::test {
 namespace {
 
 using app::clusterRuns;
-using app::clusterSizes;
-using app::compareClusters;
-using app::RankedParameter;
 using app::rowsOfCluster;
 using app::ShapeOf;
 using testing::ElementsAre;
@@ -38,18 +35,6 @@ TEST(ScanClusters, FindsTheFirstRowOfEachRunOfACluster)
 }
 
 using ScanClusterRuns = ShownClusters;
-
-bool same(RankedParameter const& a, RankedParameter const& b)
-{
-  return a.name == b.name && a.p == b.p && a.d == b.d && a.medianPassing == b.medianPassing &&
-         a.medianOthers == b.medianOthers && a.significant == b.significant;
-}
-
-/// The entry of a parameter; its name must be among them.
-RankedParameter const& entryOf(std::string const& name, std::vector<RankedParameter> const& ranked)
-{
-  return *std::find_if(ranked.begin(), ranked.end(), [&](auto const& r) { return r.name == name; });
-}
 
 TEST_F(ScanClusterRuns, GroupsTheRunsOfTheOutputOnShow)
 {
@@ -91,54 +76,29 @@ TEST_F(ScanClusterRuns, TheRowsOfAClusterLetExactlyItsRunsSurvive)
   }
 }
 
-TEST_F(ScanClusterRuns, ComparesEachClusterAsASelectionOfItsRuns)
+TEST_F(ScanClusterRuns, TheChartsFollowTheLargestDifferenceOfAnyCluster)
 {
   group();
-  const auto comparisons = compare();
-  ASSERT_EQ(comparisons.size(), 3u);
-  for (int k = 0; k < clusters; ++k) {
-    PlotScene other;
-    app::showScan(other.container, shaped.scan, {});
-    app::selectRows(other.container, rowsOfCluster(labels, k, ShapedScan::times));
-    const std::vector<RankedParameter> expected = app::rankedParameters(other.container);
-    std::vector<RankedParameter> const& found = comparisons[static_cast<std::size_t>(k)];
-    ASSERT_EQ(expected.size(), 5u);
-    EXPECT_TRUE(std::equal(found.begin(), found.end(), expected.begin(), expected.end(), same)) << k;
-  }
-}
-
-TEST_F(ScanClusterRuns, ThePValueIsTheSmallestOfAllClustersTimesTheirNumber)
-{
-  group();
-  const auto comparisons = compare();
+  const ClusterComparison found = compare();
   ASSERT_EQ(container.ksStatistics.size(), 5u);
-  int capped = 0;
+  ASSERT_EQ(found.differences.size(), 5u);
   for (std::size_t i = 0; i < 5; ++i) {
-    const std::string name = "k" + std::to_string(i + 1);
-    double smallest = 1.0;
-    for (auto const& ranked : comparisons) smallest = std::min(smallest, entryOf(name, ranked).p);
-    EXPECT_DOUBLE_EQ(container.ksStatistics[i].p, std::min(1.0, 3.0 * smallest)) << name;
-    capped += 3.0 * smallest > 1.0;
+    EXPECT_EQ(container.ksStatistics[i].p, found.differences[i].pPermutation);
+    EXPECT_EQ(container.ksStatistics[i].d, std::fabs(found.differences[i].d));
   }
-  EXPECT_LT(container.ksStatistics[3].p, 1e-6);
-  group(20);
-  const auto finer = compare();
-  ASSERT_EQ(finer.size(), clusterSizes(labels).size());
-  for (auto const& statistics : container.ksStatistics) {
-    EXPECT_LE(statistics.p, 1.0);
-    capped += statistics.p == 1.0;
-  }
-  EXPECT_GT(capped, 0) << "the limit of 1 has been of use";
+  EXPECT_LT(container.ksStatistics[3].p, 0.01);
 }
 
-TEST_F(ScanClusterRuns, TheStatisticIsThatOfTheClusterThatDiffersMost)
+TEST_F(ScanClusterRuns, TheChartsAreNamedByDAndAdjustedP)
 {
   group();
-  const auto comparisons = compare();
-  RankedParameter best = entryOf("k4", comparisons[0]);
-  for (auto const& ranked : comparisons)
-    if (entryOf("k4", ranked).p < best.p) best = entryOf("k4", ranked);
-  EXPECT_EQ(container.ksStatistics[3].d, best.d);
+  const ClusterComparison found = compare();
+  app::label(container, found);
+  const std::vector<vtkChart*> charts = distributions();
+  ASSERT_EQ(charts.size(), 4u);
+  ClusterDifference const& k4 = found.differences[3];
+  EXPECT_EQ(charts[0]->GetTitle(), app::chartTitle(k4.d, k4.pPermutation, true)) << parametersOnShow()[0];
+  EXPECT_THAT(charts[3]->GetTitle(), testing::EndsWith("(n.s.)"));
 }
 
 TEST_F(ScanClusterRuns, ParametersInWhichClustersDifferComeFirst)
@@ -149,22 +109,6 @@ TEST_F(ScanClusterRuns, ParametersInWhichClustersDifferComeFirst)
   const std::vector<std::string> names = parametersOnShow();
   ASSERT_EQ(names.size(), 4u);
   EXPECT_THAT(std::vector<std::string>(names.begin(), names.begin() + 2), ElementsAre("k4", "k5"));
-}
-
-TEST_F(ScanClusterRuns, TheThresholdsOfThePlotCount)
-{
-  app::ViewOptions options;
-  options.pThreshold = 0.5;
-  options.ksThreshold = 0.3;
-  showScan(options);
-  group();
-  int bySize = 0;
-  for (auto const& ranked : compare())
-    for (RankedParameter const& parameter : ranked) {
-      EXPECT_EQ(parameter.significant, parameter.p <= 0.5 && parameter.d >= 0.3) << parameter.name;
-      bySize += parameter.p <= 0.5 && parameter.d < 0.3;
-    }
-  EXPECT_GT(bySize, 0) << "the second threshold has been of use";
 }
 
 TEST_F(ScanClusterRuns, ComparingTakesASelectionAway)
@@ -186,7 +130,8 @@ TEST_F(ScanClusterRuns, WithoutAParameterThatVariesThereIsNothingToCompare)
   shape.parameter = [](int, int) { return 1.0; };
   shape.bounds = {{1.0, 1.0}};
   app::showScan(container, makeScan(shape), {});
-  EXPECT_THAT(compareClusters(container, {0, 1, 0, 1, 0, 1}), IsEmpty());
+  app::showClusterDistributions(container, {0, 1, 0, 1, 0, 1}, {});
+  EXPECT_THAT(container.ksStatistics, IsEmpty());
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "app/cli/Commands.h"
 #include "app/desk/DeskCommands.h"
+#include "app/view/ShownComparison.h"
 #include "app/view/SievedScan.h"
 #include "support/ScanBuilder.h"
 
@@ -15,10 +16,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <sstream>
 
+using runsieve::test::writeTable;
 using testing::HasSubstr;
 using testing::StartsWith;
-using runsieve::test::writeTable;
 
 namespace runsieve::app {
 namespace {
@@ -86,24 +88,53 @@ TEST_F(SieveCommands, RankGivesWhatADragGives)
   PlotContainer plot(nullptr);
   scene->AddItem(plot.getItem());
   sieved.applyTo(plot, {});
-  ASSERT_EQ(plot.ksStatistics.size(), 3u);
+  const ShownComparison shown = compareSelection(plot, sieved.gated.scan(), sieved.gated.method);
+  ASSERT_EQ(shown.numbers.parameters.size(), 3u);
+  for (std::size_t i = 0; i < 3; ++i) {
+    ParameterComparison const& c = shown.numbers.parameters[i];
+    EXPECT_EQ(report["parameters"][i]["name"], c.name);
+    EXPECT_EQ(report["parameters"][i]["d"], c.d);
+    EXPECT_EQ(report["parameters"][i]["p"], c.p);
+    EXPECT_EQ(report["parameters"][i]["p_adjusted"], c.pPermutation);
+    EXPECT_EQ(report["parameters"][i]["significant"], c.significant);
+  }
   EXPECT_EQ(report["parameters"][0]["name"], "k1");
-  EXPECT_EQ(report["parameters"][0]["d"], plot.ksStatistics[0].d);
-  EXPECT_EQ(report["parameters"][0]["p"], plot.ksStatistics[0].p);
   EXPECT_EQ(report["parameters"][0]["significant"], true);
+}
+
+TEST_F(SieveCommands, JsonTellsTheMethod)
+{
+  const auto method = nlohmann::json::parse(rank("json", "A @ 2 in 0.5..1"))["method"];
+  EXPECT_EQ(method["adjust"], "permutation");
+  EXPECT_EQ(method["family"], 3);
+  EXPECT_EQ(method["permutations"], 1000);
+  EXPECT_EQ(method["seed"], 1);
+  EXPECT_GT(method["noise_floor"], 0.1);
 }
 
 TEST_F(SieveCommands, CsvHasOneLineAParameterAndNothingElse)
 {
   const std::string text = rank("csv", "A @ 2 in 0.5..1");
-  EXPECT_THAT(text, StartsWith("parameter,p,d,median_passing,median_others,significant\n\"k1\","));
+  EXPECT_THAT(text,
+              StartsWith("parameter,n_passing,n_others,d,at,p,p_is_bound,p_method,p_holm,p_bh,p_perm,"
+                         "p_adjusted,median_passing,median_others,area,median_shift,range_kept,"
+                         "significant,adjust,family,permutations,seed,noise_floor,version\n\"k1\",19,21,1,"));
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 4);
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) EXPECT_EQ(std::count(line.begin(), line.end(), ','), 23);
 }
 
-TEST_F(SieveCommands, AMissingMedianIsAnEmptyFieldInCsvAndADashInTheTable)
+TEST_F(SieveCommands, WhatIsNotDefinedIsAnEmptyFieldInCsvAndADashInTheTable)
 {
-  EXPECT_THAT(rank("csv", "A @ 2 in 0..1"), HasSubstr(",,false\n"));
+  EXPECT_THAT(rank("csv", "A @ 2 in 0..1"), HasSubstr("\"k1\",40,0,,,,false,exact,,,,,"));
   EXPECT_THAT(rank("table", "A @ 2 in 0..1"), HasSubstr(" - "));
+}
+
+TEST_F(SieveCommands, TheTableIsNoWiderThanAHundredColumns)
+{
+  const std::string text = rank("table", "A @ 2 in 0.5..1");
+  std::istringstream lines(text.substr(0, text.find("warning")));
+  for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 100u) << line;
 }
 
 TEST_F(SieveCommands, ATimeOffTheGridIsSnappedAndSaidSo)

@@ -1,7 +1,7 @@
 #include "app/cli/Commands.h"
 #include "app/store/StoredPlot.h"
-#include "support/TableFile.h"
 #include "support/ScanBuilder.h"
+#include "support/TableFile.h"
 #include "support/TempFile.h"
 
 #include <gmock/gmock.h>

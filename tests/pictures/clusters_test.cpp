@@ -3,6 +3,7 @@
 #include "support/ShapedScan.h"
 
 #include "app/view/ScanClusters.h"
+#include "app/view/ShownComparison.h"
 
 namespace runsieve::test {
 namespace {
@@ -12,6 +13,7 @@ struct ClusterPicture : ScanPicture
 {
   ShapedScan shaped;
   std::vector<int> labels;
+  ClusterComparison comparison;
 
   void showClusters(int clusters = ShapedScan::shapes)
   {
@@ -22,7 +24,8 @@ struct ClusterPicture : ScanPicture
     view->scene()->AddItem(plot->getItem());
     app::showScan(*plot, shaped.scan, {});
     labels = app::clusterRuns(*plot, clusters, app::ShapeOf::Curves);
-    app::compareClusters(*plot, labels);
+    comparison = compareClusters(scanOf(shaped.scan), labels);
+    app::showClusterDistributions(*plot, labels, comparison);
     plot->redraw();
     draw();
   }
@@ -31,6 +34,7 @@ struct ClusterPicture : ScanPicture
   {
     app::polish(*plot);
     app::drawClusters(*plot);
+    app::label(*plot, comparison);
   }
 };
 

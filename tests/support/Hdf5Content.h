@@ -85,6 +85,36 @@ public:
     writeAttribute(path, name, {value}, variable, H5Screate(H5S_SCALAR));
   }
 
+  void numberAttribute(std::string const& path, std::string const& name, double value)
+  {
+    const hid_t space = H5Screate(H5S_SCALAR);
+    const hid_t attribute = valid(H5Acreate_by_name(file, path.c_str(), name.c_str(), H5T_NATIVE_DOUBLE,
+                                                    space, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
+    valid(H5Awrite(attribute, H5T_NATIVE_DOUBLE, &value));
+    H5Aclose(attribute);
+    H5Sclose(space);
+  }
+
+  /// Makes other data sets the scales of the axes of one.
+  void scales(std::string const& path, std::vector<std::string> const& scalePaths)
+  {
+    std::vector<hobj_ref_t> references(scalePaths.size());
+    std::vector<hvl_t> lists;
+    for (std::size_t axis = 0; axis < scalePaths.size(); ++axis) {
+      valid(H5Rcreate(&references[axis], file, scalePaths[axis].c_str(), H5R_OBJECT, -1));
+      lists.push_back({1, &references[axis]});
+    }
+    const hsize_t axes = lists.size();
+    const hid_t space = H5Screate_simple(1, &axes, nullptr);
+    const hid_t type = H5Tvlen_create(H5T_STD_REF_OBJ);
+    const hid_t attribute = valid(H5Acreate_by_name(file, path.c_str(), "DIMENSION_LIST", type, space,
+                                                    H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
+    valid(H5Awrite(attribute, type, lists.data()));
+    H5Aclose(attribute);
+    H5Tclose(type);
+    H5Sclose(space);
+  }
+
 private:
   static hid_t valid(hid_t result)
   {

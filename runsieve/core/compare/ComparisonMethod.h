@@ -32,7 +32,8 @@ enum class Adjustment : std::uint8_t
 /// The reverse; nothing for other texts.
 [[nodiscard]] RUNSIEVE_CORE_EXPORT std::optional<Adjustment> adjustmentNamed(std::string_view name);
 
-/// How parameters are compared. The same method gives the same numbers on every machine.
+/// How parameters are compared. The same method gives the same numbers on every machine. Counts are at most a
+/// million.
 struct ComparisonMethod
 {
   Thresholds thresholds;

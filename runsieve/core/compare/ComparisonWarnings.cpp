@@ -12,7 +12,6 @@ namespace runsieve {
 
 namespace {
 
-constexpr std::size_t smallGroup = 10;
 constexpr std::size_t mostOfAKind = 5;
 
 using Warnings = std::vector<ComparisonWarning>;
@@ -51,8 +50,8 @@ void warnOfCorrelations(Warnings& warnings, ComparedRuns const& runs, DesignOfRu
 
 } // namespace
 
-void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
-                std::vector<std::string> const& things, char const* advice)
+void addWarning(Warnings& warnings, char const* kind, std::vector<std::string> const& things,
+                char const* advice)
 {
   if (things.empty()) return;
   std::string text;
@@ -62,7 +61,7 @@ void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
   warnings.push_back({kind, text, advice});
 }
 
-void warnOfGroups(std::vector<ComparisonWarning>& warnings, std::size_t passing, std::size_t others)
+void warnOfGroups(Warnings& warnings, std::size_t passing, std::size_t others)
 {
   auto const told = [](std::size_t count, char const* what) {
     return "only " + std::to_string(count) + (count == 1 ? " run " : " runs ") + what;
@@ -74,7 +73,7 @@ void warnOfGroups(std::vector<ComparisonWarning>& warnings, std::size_t passing,
              "p-values hold, but only large differences can be found: other gates, or more runs");
 }
 
-void warnOfDesign(std::vector<ComparisonWarning>& warnings, SampleDesign design)
+void warnOfDesign(Warnings& warnings, SampleDesign design)
 {
   switch (design) {
   case SampleDesign::SWEEP:
@@ -96,10 +95,10 @@ void warnOfDesign(std::vector<ComparisonWarning>& warnings, SampleDesign design)
   }
 }
 
-std::string correlationText(double r)
+std::string correlationText(double value)
 {
   char text[32];
-  std::snprintf(text, sizeof text, "%.2f", r);
+  std::snprintf(text, sizeof text, "%.2f", value);
   return text;
 }
 

@@ -10,6 +10,9 @@
 
 namespace runsieve {
 
+/// Fewer runs than these are too few on a side.
+inline constexpr std::size_t smallGroup = 10;
+
 /// What is known of the parameters of all compared runs, whichever pass.
 struct DesignOfRuns
 {
@@ -24,7 +27,7 @@ struct DesignOfRuns
 /// For each compared parameter the first one of which it is a copy, or itself.
 [[nodiscard]] std::vector<std::size_t> originalsOf(DesignOfRuns const& design, std::size_t parameters);
 
-/// Several things of one kind are one warning, which names the first; none of none.
+/// Several things of one kind are one warning, which names the first ones. None is no warning.
 void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
                 std::vector<std::string> const& things, char const* advice);
 

@@ -28,7 +28,11 @@ void checkMethod(ComparisonMethod const& method)
 {
   if (method.adjustment == Adjustment::Permutation && method.permutations == 0)
     throw std::invalid_argument("adjustment by permutation needs permutations");
-  if (method.gatesTried == 0) throw std::invalid_argument("at least one set of gates was tried");
+  constexpr std::size_t most = 1000000; // of anything that takes time or is multiplied
+  if (method.permutations > most || method.mostPermutations > most)
+    throw std::invalid_argument("more than a million permutations");
+  if (method.gatesTried == 0 || method.gatesTried > most)
+    throw std::invalid_argument("the number of sets of gates that were tried lies outside of 1..1000000");
   if (!(method.thresholds.largestP >= 0.0 && method.thresholds.largestP <= 1.0))
     throw std::invalid_argument("the threshold of p lies outside of 0..1");
 }

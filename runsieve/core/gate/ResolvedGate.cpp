@@ -2,6 +2,7 @@
 
 #include <runsieve/core/gate/GateText.h>
 #include <runsieve/core/gate/GateWords.h>
+#include <runsieve/core/gate/ParameterName.h>
 #include <runsieve/core/gate/TimeGrid.h>
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
@@ -15,8 +16,6 @@
 namespace runsieve {
 
 namespace {
-
-constexpr std::string_view parameterPrefix = "Parameter: ";
 
 using Position = std::optional<std::size_t>;
 
@@ -65,16 +64,6 @@ Position findParameter(Scan const& scan, std::string const& name)
     bool const prefixed = name.compare(0, parameterPrefix.size(), parameterPrefix) == 0;
     return found || !prefixed ? found : scan.findParameter(name.substr(parameterPrefix.size()));
   });
-}
-
-/// The name by which the parameter is found again beside all outputs.
-std::string nameOfParameter(Scan const& scan, std::size_t parameter)
-{
-  std::string name = scan.parameters[parameter].label.fullName();
-  bool const isUnique = std::none_of(scan.outputs.begin(), scan.outputs.end(), [&](ScanOutput const& output) {
-    return output.label.name == name || output.label.fullName() == name;
-  });
-  return isUnique ? name : std::string(parameterPrefix) + name;
 }
 
 /// If the words of the gate were part of a name: "; the output "never A" is written in quotes".

@@ -21,9 +21,9 @@ constexpr std::ptrdiff_t AHEAD = 24; ///< runs to prefetch
 
 /// Writes the largest sum at the end of a group of equal values, and the largest change from the given one.
 /// \param scale makes a difference of shares of the sum
-RUNSIEVE_VECTOR_CLONES
-void walk(OrderedValues const& ordered, LaneNumbers const* steps, double const* scale, double const* given,
-          LaneDistances& found)
+template <Steps way>
+[[gnu::always_inline]] inline void walk(OrderedValues const& ordered, LaneRow const* steps,
+                                        double const* scale, double const* given, LaneDistances& found)
 {
   double scales[LANES];
   std::memcpy(scales, scale, sizeof scales);
@@ -34,6 +34,7 @@ void walk(OrderedValues const& ordered, LaneNumbers const* steps, double const* 
   std::uint32_t const* const first = run;
   std::uint32_t const* const last = run + ordered.order.size();
   for (const std::uint32_t end : ordered.groupEnds) {
+    if (way == Steps::EACH_GROUP) std::memset(sum, 0, sizeof sum);
     for (; run != first + end; ++run) {
       // Beyond some 30,000 runs the steps outgrow the cache.
       __builtin_prefetch(steps + run[last - run > AHEAD ? AHEAD : 0]);
@@ -52,13 +53,27 @@ void walk(OrderedValues const& ordered, LaneNumbers const* steps, double const* 
   std::memcpy(found.change, change, sizeof change);
 }
 
+RUNSIEVE_VECTOR_CLONES
+void walkUpToGroups(OrderedValues const& ordered, LaneRow const* steps, double const* scale,
+                    double const* given, LaneDistances& found)
+{
+  walk<Steps::CUMULATIVE>(ordered, steps, scale, given, found);
+}
+
+RUNSIEVE_VECTOR_CLONES
+void walkEachGroup(OrderedValues const& ordered, LaneRow const* steps, double const* scale,
+                   double const* given, LaneDistances& found)
+{
+  walk<Steps::EACH_GROUP>(ordered, steps, scale, given, found);
+}
+
 /// Numbers of passing runs and others in each lane.
 struct LaneSizes
 {
   double passing[LANES] = {};
   double others[LANES] = {};
 
-  void add(LaneNumbers const& counts)
+  void add(LaneRow const& counts)
   {
     for (std::size_t lane = 0; lane < LANES; ++lane) {
       passing[lane] += counts.of[lane] > 0.0 ? counts.of[lane] : 0.0;
@@ -81,14 +96,17 @@ LaneSteps stepsOf(LaneCounts const& counts, LaneSizes const& sizes)
   return result;
 }
 
-LaneDistances distancesOf(OrderedValues const& ordered, LaneSteps const& steps,
+LaneDistances distancesOf(ComparedParameter const& parameter, LaneSteps const& steps,
                           std::vector<double> const& given)
 {
   double scale[LANES];
   for (std::size_t lane = 0; lane < LANES; ++lane)
     scale[lane] = steps.product[lane] > 0.0 ? 1.0 / steps.product[lane] : 0.0;
   LaneDistances found;
-  walk(ordered, steps.steps.data(), scale, given.data(), found);
+  if (parameter.steps == Steps::CUMULATIVE)
+    walkUpToGroups(parameter.values, steps.steps.data(), scale, given.data(), found);
+  else
+    walkEachGroup(parameter.values, steps.steps.data(), scale, given.data(), found);
   for (std::size_t lane = 0; lane < LANES; ++lane) {
     const bool defined = steps.product[lane] > 0.0;
     found.distance[lane] = defined ? found.distance[lane] / steps.product[lane] : 0.0;
@@ -102,21 +120,23 @@ LaneDistances distancesOf(OrderedValues const& ordered, LaneSteps const& steps,
 LaneSteps laneSteps(LaneCounts const& counts)
 {
   LaneSizes sizes;
-  for (LaneNumbers const& run : counts) sizes.add(run);
+  for (LaneRow const& run : counts) sizes.add(run);
   return stepsOf(counts, sizes);
 }
 
-LaneDistances laneDistances(OrderedValues const& ordered, LaneCounts const& counts, LaneSteps const& steps,
-                            std::vector<double> const& given)
+LaneDistances laneDistances(ComparedParameter const& parameter, LaneCounts const& counts,
+                            LaneSteps const& steps, std::vector<double> const& given)
 {
-  if (ordered.order.size() == counts.size()) return distancesOf(ordered, steps, given);
+  if (parameter.values.order.size() == counts.size()) return distancesOf(parameter, steps, given);
   LaneSizes sizes;
-  for (const std::uint32_t run : ordered.order) sizes.add(counts[run]);
-  return distancesOf(ordered, stepsOf(counts, sizes), given);
+  for (const std::uint32_t run : parameter.values.order) sizes.add(counts[run]);
+  return distancesOf(parameter, stepsOf(counts, sizes), given);
 }
 
-std::vector<double> shareDifferences(OrderedValues const& ordered, std::vector<unsigned char> const& passing)
+std::vector<double> shareDifferences(ComparedParameter const& parameter,
+                                     std::vector<unsigned char> const& passing)
 {
+  OrderedValues const& ordered = parameter.values;
   double passingSize = 0.0;
   for (const std::uint32_t run : ordered.order) passingSize += passing[run];
   const double otherSize = static_cast<double>(ordered.order.size()) - passingSize;
@@ -126,6 +146,7 @@ std::vector<double> shareDifferences(OrderedValues const& ordered, std::vector<u
   double sum = 0.0;
   std::size_t i = 0;
   for (const std::uint32_t end : ordered.groupEnds) {
+    if (parameter.steps == Steps::EACH_GROUP) sum = 0.0;
     for (; i < end; ++i) sum += passing[ordered.order[i]] ? otherSize : -passingSize;
     differences.push_back(product > 0.0 ? sum / product : 0.0);
   }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <runsieve/core/inference/OrderedValues.h>
+#include <runsieve/core/inference/ComparedParameter.h>
 
 #include <cstddef>
 #include <vector>
@@ -11,14 +11,14 @@ namespace runsieve {
 constexpr std::size_t LANES = 8;
 
 /// A number of each lane, on a cache line of their own: runs are read in the order of a parameter's values.
-struct alignas(LANES * sizeof(double)) LaneNumbers
+struct alignas(LANES * sizeof(double)) LaneRow
 {
   double of[LANES] = {};
 };
 
 /// How often each run is in each of LANES resamples, one entry per run: positive for runs that pass there,
 /// negative for others, 0 for runs that are not in it.
-using LaneCounts = std::vector<LaneNumbers>;
+using LaneCounts = std::vector<LaneRow>;
 
 /// The counts of resamples as steps of a distance.
 struct LaneSteps
@@ -26,7 +26,7 @@ struct LaneSteps
   /// One entry per run: a passing run's count times the number of others, and the reverse. Whole numbers, so
   /// that sums are exact, and the same on all machines, as long as the product of the two numbers is below
   /// 2^53.
-  std::vector<LaneNumbers> steps;
+  std::vector<LaneRow> steps;
   double product[LANES] = {}; ///< of the numbers of passing runs and others
 };
 
@@ -36,8 +36,9 @@ struct LaneSteps
 /// What one pass finds for each lane.
 struct LaneDistances
 {
-  /// The two-sample Kolmogorov-Smirnov statistic: the largest distance between the cumulative shares of
-  /// passing runs and of others, both stepped over all runs of equal value at once.
+  /// The largest distance between the shares of passing runs and of others: between the cumulative ones, both
+  /// stepped over all runs of equal value at once, the two-sample Kolmogorov-Smirnov statistic; between those
+  /// of each group of equal values for Steps::EACH_GROUP.
   double distance[LANES] = {};
   /// The largest change of that distance, with its sign, from the given one at the same value.
   double change[LANES] = {};
@@ -49,14 +50,14 @@ struct LaneDistances
 ///
 /// One pass over the runs in the order of the values, and a few more for a parameter that not all runs have.
 /// \param steps laneSteps(counts)
-/// \param given cumulative share of passing runs less that of others, one per group of equal values
-[[nodiscard]] LaneDistances laneDistances(OrderedValues const& ordered, LaneCounts const& counts,
+/// \param given shareDifferences() of the data, or as many zeros
+[[nodiscard]] LaneDistances laneDistances(ComparedParameter const& parameter, LaneCounts const& counts,
                                           LaneSteps const& steps, std::vector<double> const& given);
 
-/// Cumulative share of passing runs less that of others, one per group of equal values; all 0 if no passing
-/// run, or no other, has a value.
+/// Share of passing runs less that of others, one per group of equal values, cumulative or of each group; all
+/// 0 if no passing run, or no other, has a value.
 /// \param passing 0 or 1 per run
-[[nodiscard]] std::vector<double> shareDifferences(OrderedValues const& ordered,
+[[nodiscard]] std::vector<double> shareDifferences(ComparedParameter const& parameter,
                                                    std::vector<unsigned char> const& passing);
 
 } // namespace runsieve

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <runsieve/core/inference/OrderedValues.h>
+#include <runsieve/core/inference/ComparedParameter.h>
 
 #include <array>
 #include <cstddef>
@@ -18,13 +18,6 @@ using LaneBits = std::uint16_t;
 
 /// A number for each lane.
 using LaneNumbers = std::array<std::uint64_t, laneCount>;
-
-/// What is compared along the runs of a parameter.
-enum class Steps
-{
-  CUMULATIVE, ///< shares of the runs up to each value (Kolmogorov-Smirnov)
-  EACH_GROUP, ///< shares of the runs with each value (categories)
-};
 
 /// What the lanes count in; both are exact as far as they are chosen by countsFor().
 enum class Counts

@@ -10,11 +10,15 @@
 namespace runsieve {
 
 /// \throw std::invalid_argument if an order names a run beyond `runs`
+inline void checkRuns(OrderedValues const& ordered, std::size_t runs)
+{
+  for (const std::uint32_t run : ordered.order)
+    if (run >= runs) throw std::invalid_argument("a parameter has more runs than the set");
+}
+
 inline void checkRuns(std::vector<OrderedValues> const& orders, std::size_t runs)
 {
-  for (OrderedValues const& ordered : orders)
-    for (const std::uint32_t run : ordered.order)
-      if (run >= runs) throw std::invalid_argument("a parameter has more runs than the set");
+  for (OrderedValues const& ordered : orders) checkRuns(ordered, runs);
 }
 
 /// Positions of the runs whose mark is 1, or of those whose mark is 0, ascending.

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <runsieve/core/inference/ComparedParameter.h>
 #include <runsieve/core/inference/Fraction.h>
 #include <runsieve/core/inference/LaneWalk.h>
-#include <runsieve/core/inference/OrderedValues.h>
 
 #include <array>
 #include <cstddef>
@@ -11,13 +11,6 @@
 #include <vector>
 
 namespace runsieve {
-
-/// A parameter whose values may differ between sides.
-struct ComparedParameter
-{
-  OrderedValues values;            ///< runs without a value are left out, of both sides
-  Steps steps = Steps::CUMULATIVE; ///< Steps::EACH_GROUP for texts, whose order says nothing
-};
 
 /// How many permutations to make, and how.
 struct PermutationOptions

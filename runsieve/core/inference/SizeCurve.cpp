@@ -28,18 +28,18 @@ void mark(LaneCounts& counts, std::size_t lane, std::uint32_t const* runs, std::
 
 } // namespace
 
-SizeCurve::SizeCurve(std::vector<OrderedValues> const& parameterOrders,
+SizeCurve::SizeCurve(std::vector<ComparedParameter> const& parameters,
                      std::vector<unsigned char> const& passing, SizeCurveSettings const& curveSettings)
-    : orders(parameterOrders), settings(curveSettings), runs(passing.size()),
+    : compared(parameters), settings(curveSettings), runs(passing.size()),
       passingRuns(runsMarked(passing, true)), otherRuns(runsMarked(passing, false)),
       blocks((settings.subsamples + LANES - 1) / LANES), given(runs),
-      work(settings.shares.size() * blocks, 2 * runs * (LANES + orders.size()), settings.threads)
+      work(settings.shares.size() * blocks, 2 * runs * (LANES + compared.size()), settings.threads)
 {
   for (const double share : settings.shares)
     if (!(share > 0.0 && share <= 1.0)) throw std::invalid_argument("a share must be above 0 and at most 1");
-  checkRuns(orders, runs);
+  for (ComparedParameter const& parameter : compared) checkRuns(parameter.values, runs);
   maxima.resize(settings.shares.size() * blocks * LANES);
-  distances.resize(maxima.size() * orders.size());
+  distances.resize(maxima.size() * compared.size());
 }
 
 void SizeCurve::advance(std::size_t pieces)
@@ -77,11 +77,11 @@ void SizeCurve::subsample(std::size_t piece)
   const Drawn counts = drawn(piece / blocks, first);
   const LaneSteps steps = laneSteps(counts.subsamples);
   const LaneSteps noiseSteps = laneSteps(counts.shuffled);
-  for (std::size_t p = 0; p < orders.size(); ++p) {
-    const LaneDistances found = laneDistances(orders[p], counts.subsamples, steps, given);
-    const LaneDistances noise = laneDistances(orders[p], counts.shuffled, noiseSteps, given);
+  for (std::size_t p = 0; p < compared.size(); ++p) {
+    const LaneDistances found = laneDistances(compared[p], counts.subsamples, steps, given);
+    const LaneDistances noise = laneDistances(compared[p], counts.shuffled, noiseSteps, given);
     for (std::size_t lane = 0; lane < LANES; ++lane) {
-      distances[(first + lane) * orders.size() + p] = found.distance[lane];
+      distances[(first + lane) * compared.size() + p] = found.distance[lane];
       maxima[first + lane] = std::max(maxima[first + lane], noise.distance[lane]);
     }
   }
@@ -92,7 +92,7 @@ DistanceRange SizeCurve::rangeOf(std::size_t share, std::size_t parameter) const
   if (settings.subsamples == 0) return {};
   std::vector<double> sorted;
   for (std::size_t i = 0; i < settings.subsamples; ++i)
-    sorted.push_back(distances[(share * blocks * LANES + i) * orders.size() + parameter]);
+    sorted.push_back(distances[(share * blocks * LANES + i) * compared.size() + parameter]);
   std::sort(sorted.begin(), sorted.end());
   return {quantileOf(sorted, 0.05), quantileOf(sorted, 0.5), quantileOf(sorted, 0.95)};
 }
@@ -108,7 +108,7 @@ std::vector<SizePoint> SizeCurve::points() const
     const auto first = maxima.begin() + static_cast<std::ptrdiff_t>(share * blocks * LANES);
     point.floor =
         noiseFloorOf({first, first + static_cast<std::ptrdiff_t>(settings.subsamples)}, settings.level);
-    for (std::size_t p = 0; p < orders.size(); ++p) point.parameters.push_back(rangeOf(share, p));
+    for (std::size_t p = 0; p < compared.size(); ++p) point.parameters.push_back(rangeOf(share, p));
     points.push_back(point);
   }
   return points;

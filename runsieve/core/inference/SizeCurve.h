@@ -1,7 +1,7 @@
 #pragma once
 
+#include <runsieve/core/inference/ComparedParameter.h>
 #include <runsieve/core/inference/LaneDistances.h>
-#include <runsieve/core/inference/OrderedValues.h>
 #include <runsieve/core/inference/PieceWork.h>
 
 #include <cstddef>
@@ -47,10 +47,10 @@ struct SizePoint
 class SizeCurve
 {
 public:
-  /// \param orders one per parameter, of the runs that take part; kept by reference
+  /// \param compared parameters of the runs that take part; kept by reference
   /// \param passing 0 or 1 per run
-  /// \throw std::invalid_argument if an order names a run that there is not, or a share is not in (0, 1]
-  SizeCurve(std::vector<OrderedValues> const& orders, std::vector<unsigned char> const& passing,
+  /// \throw std::invalid_argument if a parameter names a run that there is not, or a share is not in (0, 1]
+  SizeCurve(std::vector<ComparedParameter> const& compared, std::vector<unsigned char> const& passing,
             SizeCurveSettings const& settings = {});
 
   /// Does the next pieces of the work, of LANES subsamples each; 0 for some 50 ms of it. The results depend
@@ -73,7 +73,7 @@ private:
   [[nodiscard]] Drawn drawn(std::size_t share, std::size_t first) const;
   [[nodiscard]] DistanceRange rangeOf(std::size_t share, std::size_t parameter) const;
 
-  std::vector<OrderedValues> const& orders;
+  std::vector<ComparedParameter> const& compared;
   SizeCurveSettings settings;
   std::size_t runs;
   std::vector<std::uint32_t> passingRuns;

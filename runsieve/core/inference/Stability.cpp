@@ -33,25 +33,28 @@ void draw(std::vector<std::uint32_t> const& runs, RandomStream& random, std::vec
 
 } // namespace
 
-Stability::Stability(std::vector<OrderedValues> const& parameterOrders,
+Stability::Stability(std::vector<ComparedParameter> const& parameters,
                      std::vector<unsigned char> const& passing, StabilitySettings const& stabilitySettings)
-    : orders(parameterOrders), settings(stabilitySettings), runs(passing.size()),
+    : compared(parameters), settings(stabilitySettings), runs(passing.size()),
       passingRuns(runsMarked(passing, true)), otherRuns(runsMarked(passing, false)),
-      work(piecesOf(settings.resamples), LANES * runs + runs * orders.size(), settings.threads)
+      work(piecesOf(settings.resamples), LANES * runs + runs * compared.size(), settings.threads)
 {
   if (!(settings.confidence > 0.0 && settings.confidence < 1.0))
     throw std::invalid_argument("the confidence must be between 0 and 1");
-  checkRuns(orders, runs);
-  for (OrderedValues const& ordered : orders) observed.push_back(observe(ordered, passing));
-  distances.resize(piecesOf(settings.resamples) * LANES * orders.size());
+  for (ComparedParameter const& parameter : compared) {
+    checkRuns(parameter.values, runs);
+    observed.push_back(observe(parameter, passing));
+  }
+  distances.resize(piecesOf(settings.resamples) * LANES * compared.size());
   changes.resize(distances.size());
 }
 
-Stability::Observed Stability::observe(OrderedValues const& ordered,
+Stability::Observed Stability::observe(ComparedParameter const& parameter,
                                        std::vector<unsigned char> const& passing)
 {
+  OrderedValues const& ordered = parameter.values;
   Observed result;
-  result.differences = shareDifferences(ordered, passing);
+  result.differences = shareDifferences(parameter, passing);
   double passingSize = 0.0;
   for (const std::uint32_t run : ordered.order) passingSize += passing[run];
   const double otherSize = static_cast<double>(ordered.order.size()) - passingSize;
@@ -60,11 +63,14 @@ Stability::Observed Stability::observe(OrderedValues const& ordered,
   if (!result.defined) return result;
   const auto most = std::max_element(result.differences.begin(), result.differences.end(),
                                      [](double a, double b) { return std::abs(a) < std::abs(b); });
-  const std::uint32_t end = ordered.groupEnds[static_cast<std::size_t>(most - result.differences.begin())];
-  double below = 0.0;
-  for (std::uint32_t i = 0; i < end; ++i) below += passing[ordered.order[i]];
-  const double shareOfPassing = below / passingSize;
-  const double shareOfOthers = (end - below) / otherSize;
+  const auto group = static_cast<std::size_t>(most - result.differences.begin());
+  const std::uint32_t end = ordered.groupEnds[group];
+  const bool fromFirst = parameter.steps == Steps::CUMULATIVE || group == 0;
+  const std::uint32_t begin = fromFirst ? 0 : ordered.groupEnds[group - 1];
+  double inGroups = 0.0;
+  for (std::uint32_t i = begin; i < end; ++i) inGroups += passing[ordered.order[i]];
+  const double shareOfPassing = inGroups / passingSize;
+  const double shareOfOthers = (end - begin - inGroups) / otherSize;
   result.distance = std::abs(*most);
   result.error = std::sqrt(shareOfPassing * (1.0 - shareOfPassing) / passingSize +
                            shareOfOthers * (1.0 - shareOfOthers) / otherSize);
@@ -95,10 +101,10 @@ void Stability::resample(std::size_t piece)
 {
   const LaneCounts counts = drawnCounts(piece);
   const LaneSteps steps = laneSteps(counts);
-  for (std::size_t p = 0; p < orders.size(); ++p) {
-    const LaneDistances found = laneDistances(orders[p], counts, steps, observed[p].differences);
+  for (std::size_t p = 0; p < compared.size(); ++p) {
+    const LaneDistances found = laneDistances(compared[p], counts, steps, observed[p].differences);
     for (std::size_t lane = 0; lane < LANES; ++lane) {
-      const std::size_t place = (piece * LANES + lane) * orders.size() + p;
+      const std::size_t place = (piece * LANES + lane) * compared.size() + p;
       distances[place] = found.distance[lane];
       changes[place] = found.change[lane];
     }
@@ -107,11 +113,11 @@ void Stability::resample(std::size_t piece)
 
 std::vector<std::size_t> Stability::timesAmongTop() const
 {
-  std::vector<std::size_t> times(orders.size());
-  const std::size_t top = std::min(settings.top, orders.size());
-  std::vector<std::size_t> ranked(orders.size());
+  std::vector<std::size_t> times(compared.size());
+  const std::size_t top = std::min(settings.top, compared.size());
+  std::vector<std::size_t> ranked(compared.size());
   for (std::size_t b = 0; b < settings.resamples; ++b) {
-    double const* of = distances.data() + b * orders.size();
+    double const* of = distances.data() + b * compared.size();
     std::iota(ranked.begin(), ranked.end(), std::size_t{0});
     std::partial_sort(
         ranked.begin(), ranked.begin() + static_cast<std::ptrdiff_t>(top), ranked.end(),
@@ -121,16 +127,16 @@ std::vector<std::size_t> Stability::timesAmongTop() const
   return times;
 }
 
-ParameterStability Stability::stabilityOf(std::size_t parameter) const
+DistanceStability Stability::stabilityOf(std::size_t parameter) const
 {
-  ParameterStability result;
+  DistanceStability result;
   result.distance = observed[parameter].distance;
   result.upper = 1.0;
   if (!observed[parameter].defined || settings.resamples == 0) return result;
   std::vector<double> sorted;
   for (std::size_t b = 0; b < settings.resamples; ++b) {
-    sorted.push_back(changes[b * orders.size() + parameter]);
-    result.resampled += distances[b * orders.size() + parameter];
+    sorted.push_back(changes[b * compared.size() + parameter]);
+    result.resampled += distances[b * compared.size() + parameter];
   }
   result.resampled /= static_cast<double>(settings.resamples);
   std::sort(sorted.begin(), sorted.end());
@@ -142,11 +148,11 @@ ParameterStability Stability::stabilityOf(std::size_t parameter) const
   return result;
 }
 
-std::vector<ParameterStability> Stability::parameters() const
+std::vector<DistanceStability> Stability::parameters() const
 {
   const std::vector<std::size_t> times = timesAmongTop();
-  std::vector<ParameterStability> results;
-  for (std::size_t p = 0; p < orders.size(); ++p) {
+  std::vector<DistanceStability> results;
+  for (std::size_t p = 0; p < compared.size(); ++p) {
     results.push_back(stabilityOf(p));
     if (settings.resamples > 0)
       results.back().topShare = static_cast<double>(times[p]) / static_cast<double>(settings.resamples);

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <runsieve/core/inference/ComparedParameter.h>
 #include <runsieve/core/inference/LaneDistances.h>
-#include <runsieve/core/inference/OrderedValues.h>
 #include <runsieve/core/inference/PieceWork.h>
 
 #include <cstddef>
@@ -20,9 +20,9 @@ struct StabilitySettings
 };
 
 /// How sure the distance of one parameter is.
-struct ParameterStability
+struct DistanceStability
 {
-  double distance = 0.0; ///< two-sample Kolmogorov-Smirnov statistic of passing runs and others
+  double distance = 0.0; ///< of passing runs and others, see LaneDistances
   double lower = 0.0;    ///< of its interval
   double upper = 0.0;
   /// Mean of the distance of resamples. It is above `distance`, which itself is above the true one in the
@@ -36,9 +36,9 @@ struct ParameterStability
 /// to tell how much of the distances of parameters is due to the runs at hand.
 ///
 /// **The interval.** The distance d is the largest |F - G| of the cumulative shares of passing runs and
-/// others. Percentile intervals fail, as d is biased upwards and its resamples more so; those turned round d
-/// (basic) fail near d = 0. The two ends are therefore found separately, each with an error of half of 1 -
-/// confidence:
+/// others, or of their shares in each category (Steps::EACH_GROUP). Percentile intervals fail, as d is biased
+/// upwards and its resamples more so; those turned round d (basic) fail near d = 0. The two ends are
+/// therefore found separately, each with an error of half of 1 - confidence:
 ///
 /// - lower: d - c, where c is the quantile of the largest change of F - G from the data to a resample. Since
 /// d
@@ -57,11 +57,11 @@ struct ParameterStability
 class Stability
 {
 public:
-  /// \param orders one per parameter, of the runs that take part; kept by reference
+  /// \param compared parameters of the runs that take part; kept by reference
   /// \param passing 0 or 1 per run
-  /// \throw std::invalid_argument if an order names a run that there is not, or the confidence is not in (0,
-  /// 1)
-  Stability(std::vector<OrderedValues> const& orders, std::vector<unsigned char> const& passing,
+  /// \throw std::invalid_argument if a parameter names a run that there is not, or the confidence is not in
+  /// (0, 1)
+  Stability(std::vector<ComparedParameter> const& compared, std::vector<unsigned char> const& passing,
             StabilitySettings const& settings = {});
 
   /// Does the next pieces of the work, of LANES resamples each; 0 for some 50 ms of it. The results depend
@@ -71,12 +71,12 @@ public:
   [[nodiscard]] double progress() const { return work.progress(); }
 
   /// When done: one entry per parameter.
-  [[nodiscard]] std::vector<ParameterStability> parameters() const;
+  [[nodiscard]] std::vector<DistanceStability> parameters() const;
 
 private:
   void resample(std::size_t piece);
   [[nodiscard]] LaneCounts drawnCounts(std::size_t piece) const;
-  [[nodiscard]] ParameterStability stabilityOf(std::size_t parameter) const;
+  [[nodiscard]] DistanceStability stabilityOf(std::size_t parameter) const;
   [[nodiscard]] std::vector<std::size_t> timesAmongTop() const;
 
   /// The distance in the data.
@@ -88,10 +88,10 @@ private:
     bool defined = false; ///< whether there are passing runs and others with a value
     bool enough = false;  ///< whether there are enough for an interval
   };
-  [[nodiscard]] static Observed observe(OrderedValues const& ordered,
+  [[nodiscard]] static Observed observe(ComparedParameter const& parameter,
                                         std::vector<unsigned char> const& passing);
 
-  std::vector<OrderedValues> const& orders;
+  std::vector<ComparedParameter> const& compared;
   StabilitySettings settings;
   std::size_t runs;
   std::vector<std::uint32_t> passingRuns;

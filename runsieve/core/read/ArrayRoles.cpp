@@ -258,6 +258,17 @@ private:
     return time.size() == 1 || time.front() == ValueAxes::length(shape, axes.runs);
   }
 
+  /// Whether the dimensions that are named like times or runs are those.
+  [[nodiscard]] bool agreesWithNames(ValueAxes const& axes, std::vector<std::string> const& names) const
+  {
+    for (std::size_t axis = 0; axis < names.size(); ++axis) {
+      bool const isTime = isTimeName(names[axis]) || (roles.time && names[axis] == arrays[*roles.time].name);
+      if (isTime && axes.times != axis) return false;
+      if (isRunName(names[axis]) && axes.runs != axis) return false;
+    }
+    return true;
+  }
+
   /// Arrays with one value per run, if the runs lie along that axis.
   [[nodiscard]] std::size_t arraysPerRun(ValueAxes const& axes, Shape const& shape) const
   {
@@ -291,6 +302,10 @@ private:
     if (!agreesWithTime(ways.front(), shape))
       fail("the time " + shown(*roles.time) + " fits no axis of the values " + shown(values) +
            "; ignore it if it is something else");
+    std::size_t const ofThatLength = ways.size();
+    ways = narrowed(ways,
+                    [&](ValueAxes const& axes) { return agreesWithNames(axes, arrays[values].axisNames); });
+    bool const areNamed = ways.size() == 1 && ofThatLength > 1;
     std::size_t const outputs = namedOutputs();
     ways = narrowed(ways,
                     [&](ValueAxes const& axes) { return ValueAxes::length(shape, axes.outputs) == outputs; });
@@ -302,10 +317,19 @@ private:
       fail("the axes of the values " + shown(values) +
            " could be runs, times and outputs in more than one way" + axisAdvice);
     roles.axes = ways.front();
-    tellAxes(ways.size() < all, ways.size() > 1, usual);
+    if (areNamed)
+      report.findings.push_back(
+          {"the axes of the values are " + axesText(), "their dimensions are named so", false});
+    else if (shape.size() == 2 && roles.values.size() == 1 && most == 0 && namedOutputs() == 0)
+      report.findings.push_back(
+          {"the axes of the values are " + axesText(),
+           "if the " + std::to_string(runs()) + " runs are outputs of a single run, name them with --names",
+           true});
+    else
+      tellAxes(ways.size() < all, ways.size() > 1, usual);
   }
 
-  void tellAxes(bool lengthsTell, bool othersFit, bool usual)
+  [[nodiscard]] std::string axesText() const
   {
     std::vector<std::string> words(arrays[roles.values.front()].shape.size());
     if (roles.axes.runs) words[*roles.axes.runs] = "runs";
@@ -313,10 +337,15 @@ private:
     if (roles.axes.outputs) words[*roles.axes.outputs] = "outputs";
     std::string text = words.front();
     for (std::size_t axis = 1; axis < words.size(); ++axis) text += " x " + words[axis];
+    return text;
+  }
+
+  void tellAxes(bool lengthsTell, bool othersFit, bool usual)
+  {
     std::string why = "no other order fits the lengths of the other arrays";
     if (othersFit)
       why = lengthsTell ? "the usual order among those that fit" : "the usual order; no array tells another";
-    report.findings.push_back({"the axes of the values are " + text, why, othersFit || !usual});
+    report.findings.push_back({"the axes of the values are " + axesText(), why, othersFit || !usual});
   }
 
   /// Names of another number than the outputs are none.
@@ -414,6 +443,34 @@ private:
 bool isTimeName(std::string const& name)
 {
   return isOneOf(name, {"time", "times", "t", "timepoint", "timepoints", "timecourse", "tspan"});
+}
+
+std::vector<NamedArray> withPlainVectors(std::vector<NamedArray> arrays)
+{
+  bool const hasLonger = std::any_of(arrays.begin(), arrays.end(), [](NamedArray const& array) {
+    return array.kind == NamedArray::Kind::Numbers && array.shape.size() > 1 &&
+           *std::min_element(array.shape.begin(), array.shape.end()) > 1;
+  });
+  bool const hasTimeOrCube = std::any_of(arrays.begin(), arrays.end(), [](NamedArray const& array) {
+    return isTimeName(array.name) || array.isNumbers(3);
+  });
+  if (!hasLonger || !hasTimeOrCube) return arrays;
+  for (NamedArray& array : arrays) {
+    if (!array.isNumbers(2) || isParameterTableName(array.name) ||
+        std::min(array.shape[0], array.shape[1]) != 1)
+      continue;
+    bool const isRow = array.shape[0] == 1;
+    array.shape = {std::max(array.shape[0], array.shape[1])};
+    if (!isRow) continue;
+    array.grain = 1;
+    array.numbers = [row = array.numbers, length = array.shape[0]](std::size_t first, std::size_t count,
+                                                                   double* to) {
+      std::vector<double> values(length);
+      row(0, 1, values.data());
+      std::copy_n(values.begin() + static_cast<std::ptrdiff_t>(first), count, to);
+    };
+  }
+  return arrays;
 }
 
 std::size_t findArray(std::string const& file, std::vector<NamedArray> const& arrays, std::string const& name)

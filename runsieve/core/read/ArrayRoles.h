@@ -42,6 +42,10 @@ struct ArrayRoles
 /// Whether a name is one of those that mean the time: "time", "t", "Times" and the like.
 [[nodiscard]] bool isTimeName(std::string const& name);
 
+/// The arrays, but those of one column or one row as what they are, vectors: MATLAB has no others. Where no
+/// array has two longer axes, or nothing tells of times, they stay, and so do tables of parameters.
+[[nodiscard]] std::vector<NamedArray> withPlainVectors(std::vector<NamedArray> arrays);
+
 /// Position of the array with a name or, if only one has it, with that bare name. \throw ScanError if there
 /// is none
 [[nodiscard]] std::size_t findArray(std::string const& file, std::vector<NamedArray> const& arrays,

@@ -1,6 +1,7 @@
 #include <runsieve/core/read/ArrayScan.h>
 
 #include <runsieve/core/read/ArrayRoles.h>
+#include <runsieve/core/read/Fields.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
@@ -36,6 +37,15 @@ bool contains(std::vector<std::string> const& names, ColumnLabel const& label)
 {
   return std::any_of(names.begin(), names.end(),
                      [&](std::string const& name) { return name == label.name || name == label.fullName(); });
+}
+
+template <class Column> void requireDifferentNames(std::vector<Column> const& columns, char const* what)
+{
+  std::unordered_set<std::string> known;
+  for (Column const& column : columns)
+    if (!known.insert(column.label.fullName()).second)
+      throw std::invalid_argument("two " + std::string(what) + "s are named " +
+                                  quoted(column.label.fullName()) + "; names must differ");
 }
 
 /// Some places along one axis, and by how much one place moves in memory.
@@ -122,6 +132,7 @@ public:
     leaveOutIgnored();
     readParameterTable();
     for (std::size_t const i : roles.parameters) readParameter(arrays[i]);
+    leaveOutMissing(options, result);
     finishScan(fileName, options, result.scan);
     return std::move(result);
   }
@@ -307,7 +318,8 @@ private:
 ScanFile scanOfArrays(std::string const& file, std::vector<NamedArray> const& arrays,
                       ReadOptions const& options, ReadReport report)
 {
-  return ArrayScan(file, arrays, options, std::move(report)).read();
+  std::vector<NamedArray> const plain = withPlainVectors(arrays);
+  return ArrayScan(file, plain, options, std::move(report)).read();
 }
 
 std::vector<double> commonTimes(std::string const& file, std::string const& name,
@@ -358,6 +370,26 @@ std::vector<ScanRun> countedRuns(std::size_t number, ReadReport& report)
   return runs;
 }
 
+void leaveOutMissing(ReadOptions const& options, ScanFile& file)
+{
+  std::vector<double> const none = missingNumbers(options.missing, '.');
+  if (none.empty()) return;
+  std::size_t left = 0;
+  auto const leaveOut = [&](double& value) {
+    if (std::find(none.begin(), none.end(), value) == none.end()) return;
+    value = nan;
+    ++left;
+  };
+  for (ScanOutput const& output : file.scan.outputs)
+    std::for_each(output.values.get(), output.values.get() + file.scan.rows(), leaveOut);
+  for (ScanParameter& parameter : file.scan.parameters)
+    if (!parameter.isText()) std::for_each(parameter.values.begin(), parameter.values.end(), leaveOut);
+  if (left > 0)
+    file.report.findings.push_back(
+        {std::to_string(left) + (left == 1 ? " value is missing" : " values are missing"),
+         "an option says that these numbers mean no value", false});
+}
+
 void tellProgress(ReadOptions const& options, double share)
 {
   if (options.progress && !options.progress(share)) throw ReadCancelled();
@@ -378,6 +410,8 @@ void finishScan(std::string const& file, ReadOptions const& options, Scan& scan)
                                }),
                 all.end());
     }
+    requireDifferentNames(scan.outputs, "output");
+    requireDifferentNames(scan.parameters, "parameter");
     scan.findStatus();
     scan.check();
   } catch (std::invalid_argument const& error) {

@@ -30,6 +30,9 @@ namespace runsieve {
 /// Runs with the keys "1", "2" ..., which is told.
 [[nodiscard]] std::vector<ScanRun> countedRuns(std::size_t number, ReadReport& report);
 
+/// Takes the numbers that an option says to mean "no value" for missing ones, which is told.
+void leaveOutMissing(ReadOptions const& options, ScanFile& file);
+
 /// Calls the progress callback. \throw ReadCancelled if it asks to stop
 void tellProgress(ReadOptions const& options, double share);
 

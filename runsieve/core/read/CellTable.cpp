@@ -5,6 +5,7 @@
 #include <runsieve/core/parallel/Parallel.h>
 #include <runsieve/core/read/Cell.h>
 #include <runsieve/core/read/Lines.h>
+#include <runsieve/core/read/NameList.h>
 #include <runsieve/core/read/RowParser.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
@@ -38,6 +39,8 @@ struct Chunk
   std::vector<std::size_t> blockStarts;
   std::vector<bool> hasText;
   std::vector<bool> hasMissing;
+  std::vector<bool> hasRounded;
+  char const* otherHeader = nullptr;
   bool endsInBlank = false;
   std::size_t comments = 0;
 };
@@ -48,8 +51,8 @@ std::size_t lineOfRow(std::string_view text, Dialect const& dialect, std::size_t
   std::size_t line = dialect.firstLine;
   std::size_t rows = 0;
   for (char const* at = dialect.dataBegin; at < end; at = nextLine(at, end), ++line) {
-    bool const isRow =
-        lineKind(at, end) == LineKind::Row && (dialect.header.empty() || lineAt(at, end) != dialect.header);
+    bool const isRow = lineKind(at, end, dialect.fields.delimiter) == LineKind::Row &&
+                       (dialect.header.empty() || lineAt(at, end) != dialect.header);
     if (isRow && rows++ == row) return line;
   }
   return line;
@@ -70,7 +73,9 @@ public:
     };
     format.fields = dialect.fields;
     format.header = dialect.header;
+    if (dialect.commentHeader) format.commentNames = dialect.names;
     format.missing = options.missing;
+    format.missingNumbers = missingNumbers(options.missing, dialect.fields.decimal);
     for (std::size_t i = 0; i < dialect.names.size(); ++i) {
       std::string const& name = dialect.names[i];
       bool const dropped = name.empty() || std::find(options.ignore.begin(), options.ignore.end(), name) !=
@@ -92,7 +97,9 @@ public:
     addColumns();
     parseRows();
     joinTexts();
+    tellRounding();
     joinBlocks();
+    tellCutEnd();
     return std::move(table);
   }
 
@@ -143,7 +150,7 @@ private:
   {
     for (char const* at = chunk.begin; at < chunk.end && !stopped;) {
       char const* const stop = nextLine(at + std::min(pieceSize, chunk.end - at) - 1, chunk.end);
-      chunk.rows += RowParser::countRows(between(at, stop), format.header);
+      chunk.rows += RowParser::countRows(between(at, stop), format);
       releaseUpTo(stop, chunk);
       tellProgress(stop - at, 0.1);
       at = stop;
@@ -189,6 +196,13 @@ private:
     if (stopped) throw ReadCancelled();
     for (Chunk const& chunk : chunks)
       if (chunk.fault) fail(*chunk.fault);
+    for (Chunk const& chunk : chunks)
+      if (chunk.otherHeader != nullptr)
+        throw ScanError(
+            table.file,
+            {1 + static_cast<std::size_t>(std::count(text.data(), chunk.otherHeader, '\n')), 0, {}},
+            "the columns are named in another way than in line " + std::to_string(dialect.headerLine) +
+                "; give all rows the same columns");
   }
 
   void parseRows(Chunk& chunk, std::size_t index, std::vector<double*> const& targets)
@@ -206,9 +220,11 @@ private:
     chunk.blockStarts = parser.blockStarts();
     chunk.endsInBlank = parser.endsInBlank();
     chunk.comments = parser.commentLines();
+    chunk.otherHeader = parser.otherHeader();
     for (std::size_t i = 0; i < format.wanted.size(); ++i) {
       chunk.hasText.push_back(parser.hasText(i));
       chunk.hasMissing.push_back(parser.hasMissing(i));
+      chunk.hasRounded.push_back(parser.hasRounded(i));
     }
   }
 
@@ -236,6 +252,19 @@ private:
       }
       if (column.hasText) renumber(column, joined);
     }
+  }
+
+  void tellRounding()
+  {
+    NameList names;
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
+      if (std::any_of(chunks.begin(), chunks.end(), [i](Chunk const& chunk) { return chunk.hasRounded[i]; }))
+        names.add(quoted(table.columns[i].header));
+    if (names.count() > 0)
+      findings.push_back({"whole numbers of " + names.text() + " were rounded",
+                          "numbers are exact up to 2^53; write longer ones in the form of texts (s123) if "
+                          "different ones must stay different",
+                          true});
   }
 
   void renumber(CellColumn& column, std::vector<std::vector<std::uint64_t>> const& joined) const
@@ -267,6 +296,29 @@ private:
       findings.push_back({"passed over " + std::to_string(comments) +
                               (comments == 1 ? " comment" : " comments") + " between the rows",
                           "", false});
+  }
+
+  // A last field that the one above begins with was perhaps not written to its end.
+  void tellCutEnd()
+  {
+    if (table.rows < 2 || end[-1] == '\n') return;
+    char const* last = end;
+    while (last > begin && last[-1] != '\n') --last;
+    if (last == begin) return;
+    char const* above = last - 1;
+    while (above > begin && above[-1] != '\n') --above;
+    std::string_view const field = lastField(lineAt(last, end));
+    std::string_view const full = lastField(lineAt(above, end));
+    if (field.size() < full.size() && full.substr(0, field.size()) == field)
+      findings.push_back({"the file may be cut off: its last field is " + quoted(field) + ", and " +
+                              quoted(full) + " above it",
+                          "the last line has no end", true});
+  }
+
+  [[nodiscard]] std::string_view lastField(std::string_view line) const
+  {
+    char const delimiter = dialect.fields.delimiter;
+    return trimmed(line.substr(delimiter == ' ' ? line.find_last_of(" \t") + 1 : line.rfind(delimiter) + 1));
   }
 
   std::string_view text;

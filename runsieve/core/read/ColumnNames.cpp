@@ -57,6 +57,7 @@ std::optional<ColumnLabel> timeLabel(std::string_view header)
 {
   std::string_view const name = trimmed(header);
   std::string const lower = lowerCase(name);
+  if (lower == "[step]") return ColumnLabel{"step", "", "", ""};
   std::size_t const stem = startsWith(lower, "time") ? 4 : (startsWith(lower, "t") ? 1 : 0);
   if (stem == 0) return std::nullopt;
   std::string_view const rest = trimmed(name.substr(stem));
@@ -90,6 +91,7 @@ RunName runName(std::string_view header)
       "experiment", "experimentid", "condition", "conditionid", "simulationconditionid",
       "cell"};
   std::string const plain = plainName(header);
+  if (plain == "[runnumber]") return RunName::Surely; // of agent-based models, with "[step]"
   if (isOneOf(plain, sure)) return RunName::Surely;
   return isOneOf(plain, likely) ? RunName::Likely : RunName::No;
 }

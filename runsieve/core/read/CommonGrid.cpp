@@ -1,5 +1,7 @@
 #include <runsieve/core/read/CommonGrid.h>
 
+#include <runsieve/core/read/CommonSpan.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -117,31 +119,66 @@ std::size_t CommonGrid::mostShared() const
 void CommonGrid::takeCommon()
 {
   gridKind = Kind::Interpolated;
+  grid.clear();
   std::size_t const shared = mostShared();
-  if (shared < runs.runs()) {
-    grid.assign(runs.of(shared), runs.of(shared) + runs.length(shared));
-    for (std::size_t run = 0; run < runs.runs(); ++run)
-      if (!sameTimes(runs, shared, run)) ++resampled;
-    return;
-  }
+  if (shared < runs.runs())
+    takeShared(shared);
+  else
+    takeEvenSteps();
+  countCut();
+}
+
+void CommonGrid::takeShared(std::size_t shared)
+{
+  double const from = commonSpan(runs).from;
+  for (std::size_t i = 0; i < runs.length(shared); ++i)
+    if (double const time = runs.of(shared)[i]; time >= from || sameTime(time, from)) grid.push_back(time);
+  if (grid.empty()) grid.assign(runs.of(shared), runs.of(shared) + runs.length(shared));
+  for (std::size_t run = 0; run < runs.runs(); ++run)
+    if (!sameTimes(runs, shared, run)) ++resampled;
+}
+
+void CommonGrid::takeEvenSteps()
+{
   std::vector<std::size_t> lengths;
-  double first = std::numeric_limits<double>::infinity();
-  double last = -first;
+  TimeSpan whole = {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
   for (std::size_t run = 0; run < runs.runs(); ++run) {
     lengths.push_back(runs.length(run));
-    first = std::min(first, runs.of(run)[0]);
-    last = std::max(last, runs.of(run)[runs.length(run) - 1]);
+    whole.from = std::min(whole.from, runs.first(run));
+    whole.to = std::max(whole.to, runs.last(run));
   }
+  TimeSpan span = commonSpan(runs);
+  if (!(span.from < span.to)) span = whole;
   std::nth_element(lengths.begin(), lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2),
                    lengths.end());
   std::size_t const count = std::clamp(lengths[lengths.size() / 2], std::size_t(2), mostEvenSteps);
-  grid.clear();
   for (std::size_t i = 0; i < count; ++i) {
     double const share = static_cast<double>(i) / static_cast<double>(count - 1);
-    double const time = i + 1 == count ? last : first + share * (last - first);
+    double const time = i + 1 == count ? span.to : span.from + share * (span.to - span.from);
     if (grid.empty() || time > grid.back()) grid.push_back(time);
   }
   resampled = runs.runs();
+}
+
+void CommonGrid::countCut()
+{
+  before.farthest = grid.front();
+  behind.farthest = grid.back();
+  for (std::size_t run = 0; run < runs.runs(); ++run) {
+    double const* const times = runs.of(run);
+    std::size_t const count = runs.length(run);
+    std::size_t begin = 0;
+    while (begin < count && times[begin] < grid.front() && !sameTime(times[begin], grid.front())) ++begin;
+    std::size_t end = count;
+    while (end > begin && times[end - 1] > grid.back() && !sameTime(times[end - 1], grid.back())) --end;
+    before.runs += begin > 0 ? 1 : 0;
+    before.samples += begin;
+    before.farthest = std::min(before.farthest, times[0]);
+    behind.runs += end < count ? 1 : 0;
+    behind.samples += count - end;
+    behind.farthest = std::max(behind.farthest, times[count - 1]);
+    runsBeginningLate += times[0] > grid.front() && !sameTime(times[0], grid.front()) ? 1 : 0;
+  }
 }
 
 void CommonGrid::place(std::size_t run, double const* samples, double* target) const

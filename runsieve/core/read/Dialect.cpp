@@ -9,6 +9,7 @@
 #include <cctype>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace runsieve {
 
@@ -53,6 +54,16 @@ bool hasDecimalComma(std::string_view field)
 bool hasDecimalPoint(std::string_view field)
 {
   return field.find('.') != std::string_view::npos && fieldNumber(field, '.').has_value();
+}
+
+// "1.000", "12.345": in some countries a thousand or more.
+bool hasThousands(std::string_view field)
+{
+  std::string_view const number = trimmed(field);
+  std::size_t const point = number.find('.');
+  auto const isDigit = [](char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; };
+  return point >= 1 && point <= 3 && number.size() == point + 4 && number.front() != '0' &&
+         std::all_of(number.begin() + static_cast<std::ptrdiff_t>(point) + 1, number.end(), isDigit);
 }
 
 std::string_view withoutMark(std::string_view comment)
@@ -106,21 +117,26 @@ private:
   void findTable()
   {
     for (std::size_t i = 0; i < counts.size() && i < mostProse; ++i) {
-      if (!beginsTable(i)) continue;
-      first = i;
+      if (!beginsTable(i) || (found() && hasNumber(i))) continue;
       std::size_t const body = std::min(i + 1, counts.size() - 1);
-      width = counts[body];
-      std::size_t judged = 0;
-      double share = 0.0;
-      for (std::size_t row = body; row < counts.size() && counts[row] == width; ++row) {
-        ++alike;
-        if (judged == 20) continue;
-        ++judged;
-        share += numberShare(row);
-      }
-      numbers = share / static_cast<double>(judged);
-      return;
+      std::size_t end = body;
+      while (end < counts.size() && counts[end] == counts[body]) ++end;
+      if (end - body > alike) takeTable(i, body, end);
+      if (end == counts.size()) return;
+      i = end - 1; // a larger table may stand below a small one of settings, if it has names of its own
     }
+  }
+
+  void takeTable(std::size_t names, std::size_t body, std::size_t end)
+  {
+    first = names;
+    width = counts[body];
+    alike = end - body;
+    constexpr std::size_t mostJudged = 20;
+    std::size_t const judged = std::min(alike, mostJudged);
+    double share = 0.0;
+    for (std::size_t row = body; row < body + judged; ++row) share += numberShare(row);
+    numbers = share / static_cast<double>(judged);
   }
 
   [[nodiscard]] bool beginsTable(std::size_t row) const
@@ -180,6 +196,8 @@ public:
     dialect.fields.decimal = options.decimal != 0 ? options.decimal : findDecimal();
     findHeader();
     completeNames();
+    named = dialect.names.size();
+    dropEmptyColumns();
     checkNames();
     return dialect;
   }
@@ -278,16 +296,29 @@ private:
   char findDecimal()
   {
     if (dialect.fields.delimiter == ',') return '.';
-    std::size_t commas = 0;
-    std::size_t points = 0;
+    std::string_view comma; // the first field that has one
+    std::string_view point;
+    bool likeThousands = true;
     for (std::size_t row = division->firstLine() + 1; row < sample.rows.size(); ++row)
       for (std::string_view const field : division->split(row)) {
-        commas += hasDecimalComma(field) ? 1 : 0;
-        points += hasDecimalPoint(field) ? 1 : 0;
+        if (comma.empty() && hasDecimalComma(field)) comma = field;
+        if (!hasDecimalPoint(field)) continue;
+        if (point.empty()) point = field;
+        likeThousands = likeThousands && hasThousands(field);
       }
-    if (commas == 0 || points > 0) return '.';
-    findings.push_back({"numbers have a decimal comma", "no number has a point", true});
-    return ',';
+    if (point.empty() && !comma.empty()) {
+      findings.push_back({"numbers have a decimal comma", "no number has a point", true});
+      return ',';
+    }
+    if (!point.empty() && !comma.empty())
+      findings.push_back({"numbers have a decimal point, and " + quoted(trimmed(comma)) + " is a text",
+                          "other numbers have a point, such as " + quoted(trimmed(point)), true});
+    else if (!point.empty() && likeThousands && dialect.fields.delimiter == ';')
+      findings.push_back({"the point of " + quoted(trimmed(point)) + " is a decimal sign",
+                          "points that divide thousands are not read, though all numbers with one have three "
+                          "digits behind it",
+                          true});
+    return '.';
   }
 
   void findHeader()
@@ -428,6 +459,11 @@ private:
     auto const fields = splitFields(sample.rows[body].text, dialect.fields.delimiter);
     if (isEmpty(fields.back())) {
       dialect.names.emplace_back();
+    } else if (!beginsDifferently(body)) {
+      fail(sample.rows[body].number, std::to_string(width) + " fields, but the header has " +
+                                         std::to_string(width - 1) +
+                                         "; write the name of every column (the first fields are no names of "
+                                         "rows, as they are not all different)");
     } else {
       dialect.names.insert(dialect.names.begin(), "");
       findings.push_back({"the first field of each row is a row name and is left out",
@@ -436,13 +472,40 @@ private:
     if (!dialect.units.empty()) dialect.units.resize(width);
   }
 
+  // Whether the first fields of all rows from `row` on are different, as names of rows are.
+  [[nodiscard]] bool beginsDifferently(std::size_t row) const
+  {
+    std::unordered_set<std::string_view> seen;
+    for (; row < sample.rows.size(); ++row) {
+      auto const first = splitFields(sample.rows[row].text, dialect.fields.delimiter, 1);
+      if (sample.rows[row].text != dialect.header && !seen.insert(trimmed(first.front())).second)
+        return false;
+    }
+    return true;
+  }
+
+  // Columns without a name at the end, as spreadsheets leave them, are none if they are empty.
+  void dropEmptyColumns()
+  {
+    while (named > 0 && dialect.names[named - 1].empty()) --named;
+    std::size_t const empty = dialect.names.size() - named;
+    if (empty < 2) return;
+    for (std::size_t row = division->firstLine() + 1; row < sample.rows.size(); ++row) {
+      auto const fields = division->split(row);
+      for (std::size_t i = named; i < fields.size(); ++i)
+        if (!isEmpty(fields[i])) fail(dialect.headerLine, "the column has no name", i + 1);
+    }
+    findings.push_back({std::to_string(empty) + " columns at the end were left out",
+                        "they have no name and are empty", false});
+  }
+
   void checkNames() const
   {
     std::unordered_map<std::string_view, std::size_t> seen;
     for (std::size_t i = 0; i < dialect.names.size(); ++i) {
       std::string const& name = dialect.names[i];
       bool const isEdge = i == 0 || i + 1 == dialect.names.size();
-      if (name.empty() && !isEdge) fail(dialect.headerLine, "the column has no name", i + 1);
+      if (name.empty() && !isEdge && i < named) fail(dialect.headerLine, "the column has no name", i + 1);
       auto const [former, isNew] = seen.emplace(name, i);
       if (!isNew && !name.empty())
         throw ScanError(file, {dialect.headerLine, i + 1, name},
@@ -457,6 +520,7 @@ private:
   bool hasNames;
   Sample sample;
   std::optional<Division> division;
+  std::size_t named = 0; ///< columns up to the last that has a name
   Dialect dialect;
 };
 

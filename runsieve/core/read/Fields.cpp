@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cmath>
 #include <limits>
 
 namespace runsieve {
@@ -127,6 +128,15 @@ bool isUsualMissing(std::string_view text)
   constexpr std::array<std::string_view, 6> words = {"", "na", "n/a", "none", "null", "#n/a"};
   return std::any_of(words.begin(), words.end(),
                      [&](std::string_view word) { return sameIgnoringCase(text, word); });
+}
+
+std::vector<double> missingNumbers(std::vector<std::string> const& missing, char decimal)
+{
+  std::vector<double> numbers;
+  for (std::string const& text : missing)
+    if (auto const number = fieldNumber(text, decimal); number && !std::isnan(*number))
+      numbers.push_back(*number);
+  return numbers;
 }
 
 std::string toUtf8(std::string_view text, bool& converted)

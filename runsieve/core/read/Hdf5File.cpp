@@ -243,6 +243,35 @@ Hdf5Handle openForReading(std::string const& file)
   return {::H5Fopen(file.c_str(), H5F_ACC_RDONLY, access.get()), ::H5Fclose};
 }
 
+/// The bare names of the data sets that are the scales of the axes of another, as netCDF and xarray write
+/// them; none if it has no scales or they cannot be read.
+std::vector<std::string> axisNamesOf(hid_t dataSet, std::size_t axes)
+{
+  constexpr char list[] = "DIMENSION_LIST";
+  if (axes == 0 || ::H5Aexists(dataSet, list) <= 0) return {};
+  Hdf5Handle const attribute(::H5Aopen(dataSet, list, H5P_DEFAULT), ::H5Aclose);
+  if (!attribute) return {};
+  Hdf5Handle const type(::H5Aget_type(attribute.get()), ::H5Tclose);
+  Hdf5Handle const space(::H5Aget_space(attribute.get()), ::H5Sclose);
+  if (!type || !space || ::H5Tget_class(type.get()) != H5T_VLEN || shapeOf(space.get()) != Shape{axes})
+    return {};
+  Hdf5Handle const item(::H5Tget_super(type.get()), ::H5Tclose);
+  if (!item || ::H5Tequal(item.get(), H5T_STD_REF_OBJ) <= 0) return {};
+  std::vector<hvl_t> scales(axes, hvl_t{0, nullptr});
+  if (::H5Aread(attribute.get(), type.get(), scales.data()) < 0) return {};
+  std::vector<std::string> names(axes);
+  for (std::size_t axis = 0; axis < axes; ++axis) {
+    if (scales[axis].len == 0) continue;
+    Hdf5Handle const scale(::H5Rdereference2(dataSet, H5P_DEFAULT, H5R_OBJECT, scales[axis].p), ::H5Oclose);
+    constexpr std::size_t longest = 1024;
+    std::string path(longest, '\0');
+    if (!scale || ::H5Iget_name(scale.get(), path.data(), path.size()) <= 0) continue;
+    names[axis] = bareName(path.substr(0, path.find('\0')));
+  }
+  ::H5Dvlen_reclaim(type.get(), space.get(), H5P_DEFAULT, scales.data());
+  return names;
+}
+
 struct Attribute
 {
   Hdf5Handle handle;
@@ -309,6 +338,7 @@ NamedArray Hdf5File::describe(std::string path, Hdf5Handle dataSet) const
     return array;
   }
 
+  array.axisNames = axisNamesOf(dataSet.get(), shape->size());
   auto const fail = [file = fileName, name = array.name] {
     throw ScanError(file, "the values of " + quoted(name) + " cannot be read; the file is damaged");
   };
@@ -328,6 +358,27 @@ NamedArray Hdf5File::describe(std::string path, Hdf5Handle dataSet) const
     return texts;
   };
   return array;
+}
+
+std::vector<std::pair<std::string, double>> Hdf5File::numberAttributes(std::string const& dataSet) const
+{
+  Hdf5Handle const object(::H5Oopen(handle->get(), dataSet.c_str(), H5P_DEFAULT), ::H5Oclose);
+  std::vector<std::string> names;
+  if (object) ::H5Aiterate2(object.get(), H5_INDEX_NAME, H5_ITER_INC, nullptr, collectName, &names);
+  std::vector<std::pair<std::string, double>> numbers;
+  for (std::string const& name : names) {
+    Hdf5Handle const attribute(::H5Aopen(object.get(), name.c_str(), H5P_DEFAULT), ::H5Aclose);
+    if (!attribute) continue;
+    Hdf5Handle const type(::H5Aget_type(attribute.get()), ::H5Tclose);
+    Hdf5Handle const space(::H5Aget_space(attribute.get()), ::H5Sclose);
+    std::string why;
+    auto const shape = space ? shapeOf(space.get()) : std::nullopt;
+    if (!type || !shape || product(*shape) != 1 || kindOf(type.get(), why) != NamedArray::Kind::Numbers)
+      continue;
+    double value = 0.0;
+    if (::H5Aread(attribute.get(), H5T_NATIVE_DOUBLE, &value) >= 0) numbers.emplace_back(name, value);
+  }
+  return numbers;
 }
 
 std::vector<NamedArray> Hdf5File::textAttributes(std::string const& dataSet) const

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace runsieve {
@@ -36,6 +37,10 @@ public:
   /// The texts of an attribute; one if it is a single text. Nothing if there is no such attribute.
   [[nodiscard]] std::optional<std::vector<std::string>> texts(std::string const& dataSet,
                                                               std::string const& attribute) const;
+
+  /// The attributes of a data set that are single numbers, by their names.
+  [[nodiscard]] std::vector<std::pair<std::string, double>>
+  numberAttributes(std::string const& dataSet) const;
 
 private:
   /// Keeps the library quiet.

@@ -3,6 +3,7 @@
 #include <runsieve/core/files/MappedFile.h>
 #include <runsieve/core/read/ArrayRoles.h>
 #include <runsieve/core/read/ArrayScan.h>
+#include <runsieve/core/read/ArrayTables.h>
 #include <runsieve/core/read/Hdf5File.h>
 #include <runsieve/core/read/NamedArray.h>
 #include <runsieve/core/read/SedmlReport.h>
@@ -51,6 +52,7 @@ public:
     if (!options.dataset.empty()) {
       NamedArray const& chosen = all[findArray(fileName, all, options.dataset)];
       if (sedmlKind(hdf5, chosen) != SedmlKind::None) return readSedmlReport(fileName, hdf5, chosen, options);
+      if (auto table = scanOfTables(fileName, hdf5, {chosen}, options)) return std::move(*table);
       return readGroup(groupOf(chosen.name), &chosen);
     }
     if (auto const report = findReport()) return readSedmlReport(fileName, hdf5, all[*report], options);
@@ -103,6 +105,10 @@ private:
 
   ScanFile readArrays()
   {
+    Arrays wanted;
+    for (NamedArray const& array : all)
+      if (isWanted(array)) wanted.push_back(array);
+    if (auto tables = scanOfTables(fileName, hdf5, wanted, options)) return std::move(*tables);
     auto const cubes = numbersWith(3);
     if (cubes.size() > 1)
       fail("several data sets could hold the values: " + listed(cubes) + "; name one of them");

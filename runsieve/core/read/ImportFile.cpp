@@ -21,6 +21,17 @@ std::vector<std::string> texts(ReadJson const& value)
   return value.get<std::vector<std::string>>();
 }
 
+// Numbers may stand for what a field reads as.
+std::vector<std::string> textsOrNumbers(ReadJson const& value)
+{
+  if (value.is_number()) return {value.dump()};
+  if (!value.is_array()) return texts(value);
+  std::vector<std::string> found;
+  for (ReadJson const& item : value)
+    found.push_back(item.is_number() ? item.dump() : item.get<std::string>());
+  return found;
+}
+
 char character(ReadJson const& value)
 {
   auto const text = value.get<std::string>();
@@ -60,7 +71,10 @@ void fill(ReadOptions& options, std::string const& name, ReadJson const& value)
       {"parameter", [&] { fillParameters(options, value); }},
       {"output", [&] { fill(options.outputs, value); }},
       {"ignore", [&] { fill(options.ignore, value); }},
-      {"missing", [&] { fill(options.missing, value); }},
+      {"missing",
+       [&] {
+         if (options.missing.empty()) options.missing = textsOrNumbers(value);
+       }},
       {"names", [&] { fill(options.names, value); }},
       {"decimal", [&] { fill(options.decimal, value); }},
       {"delimiter", [&] { fill(options.delimiter, value); }},

@@ -94,7 +94,7 @@ void JoinedRows::add(std::string const& key, CellTable const& table, TableRuns c
   for (auto const& [header, column] : places) leaveOut(std::string(header));
   if (found.namedRun) ++replaced;
   addRuns(key, table, found.rows);
-  rows += table.rows;
+  rows += found.rows.rows();
 }
 
 void JoinedRows::append(Column& column, CellTable const& table, std::size_t from, TableRuns const& found)
@@ -111,7 +111,7 @@ void JoinedRows::append(Column& column, CellTable const& table, std::size_t from
   if (!column.isWanted) return;
   column.like.hasText = column.like.hasText || source.hasText;
   column.like.hasMissing = column.like.hasMissing || source.hasMissing;
-  for (std::size_t position = 0; position < table.rows; ++position) {
+  for (std::size_t position = 0; position < found.rows.rows(); ++position) {
     double const value = source.cells[found.rows.row(position)];
     column.cells.push_back(source.hasText && cell::isText(value)
                                ? cell::text(textNumbers(table)[cell::textNumber(value)])

@@ -19,7 +19,8 @@ namespace runsieve {
 [[nodiscard]] CellTable unrolledRuns(CellTable table, ReadOptions const& options, ReadReport& report);
 
 /// A row per run, without any time: the ends of simulations. The first column is a parameter, the others are
-/// outputs. \param certain whether the table is known to be of that kind
+/// outputs, unless options name these. \param certain whether the table is known to be of that kind; if it is
+/// not, the outputs must be named
 [[nodiscard]] CellTable withoutTime(CellTable table, ReadOptions const& options, bool certain,
                                     ReadReport& report);
 

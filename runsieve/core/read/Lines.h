@@ -34,16 +34,22 @@ inline constexpr std::size_t longestLine = std::size_t(16) << 20;
 enum class LineKind
 {
   Row,
-  Blank,  ///< nothing but blanks: a block of rows ends
+  Blank,  ///< nothing but blanks, and fields without any content: a block of rows ends
   Comment ///< begins with '#', '%' or "//"
 };
 
-[[nodiscard]] inline LineKind lineKind(char const* at, char const* end)
+/// \param delimiter of fields, if it is known
+[[nodiscard]] inline LineKind lineKind(char const* at, char const* end, char delimiter = ' ')
 {
+  bool isFirst = true;
   for (; at < end && *at != '\n'; ++at) {
-    if (*at == ' ' || *at == '\t' || *at == '\r') continue; // a row of empty fields only is as good as blank
+    if (*at == ' ' || *at == '\t' || *at == '\r') continue;
+    if (*at == delimiter) {
+      isFirst = false;
+      continue;
+    }
     bool const slashes = *at == '/' && at + 1 < end && at[1] == '/';
-    return *at == '#' || *at == '%' || slashes ? LineKind::Comment : LineKind::Row;
+    return isFirst && (*at == '#' || *at == '%' || slashes) ? LineKind::Comment : LineKind::Row;
   }
   return LineKind::Blank;
 }

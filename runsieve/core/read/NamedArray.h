@@ -20,6 +20,7 @@ struct NamedArray
   std::string name; ///< as people call it; a path in HDF5
   Kind kind = Kind::Unreadable;
   std::vector<std::size_t> shape;
+  std::vector<std::string> axisNames; ///< of the dimensions, one per axis; empty if the file names none
 
   /// Writes the numbers of `count` places of the first axis from `first` on, the last axis in a row.
   std::function<void(std::size_t first, std::size_t count, double* to)> numbers;

@@ -17,7 +17,7 @@ struct ReadOptions
   std::optional<std::vector<std::string>> parameters; ///< these columns and no others
   std::vector<std::string> outputs;                   ///< outputs even if they never change within a run
   std::vector<std::string> ignore;                    ///< not part of the scan
-  std::vector<std::string> missing;                   ///< texts that mean "no value", besides the usual ones
+  std::vector<std::string> missing;                   ///< texts or numbers for "no value", besides the usual
   std::vector<std::string> names;                     ///< of all columns, for a file without a header
   char decimal = 0;                                   ///< '.' or ','
   char delimiter = 0;                                 ///< ' ' means any run of blanks and tabs

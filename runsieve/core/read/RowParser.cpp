@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstring>
 #include <utility>
 
@@ -14,6 +15,8 @@ namespace runsieve {
 namespace {
 
 constexpr std::size_t blockRows = 64;
+constexpr std::ptrdiff_t digitsOfLastExact = 16;
+constexpr double lastExactWhole = 9007199254740992.0; ///< 2^53; from here on a double skips some
 
 bool sameText(char const* a, char const* b, std::size_t length)
 {
@@ -29,8 +32,9 @@ bool isBlank(char c)
 }
 
 // Most rows begin with a digit or a sign: they need no further look.
-bool mayBeOther(char first)
+bool mayBeOther(char first, char delimiter)
 {
+  if (first == delimiter) return true;
   return first <= '/' && first != '-' && first != '+' && first != '.' && first != '"';
 }
 
@@ -42,9 +46,9 @@ bool isHeaderAgain(char const* at, char const* end, std::string_view header)
 } // namespace
 
 RowParser::RowParser(RowFormat const& rowFormat, std::uint64_t firstText)
-    : format(rowFormat), nextText(firstText), above(format.wanted.size()),
-      block(blockRows * format.wanted.size()), textSeen(format.wanted.size()),
-      missingSeen(format.wanted.size())
+    : format(rowFormat), shortestOdd(format.missingNumbers.empty() ? digitsOfLastExact : 0),
+      nextText(firstText), above(format.wanted.size()), block(blockRows * format.wanted.size()),
+      textSeen(format.wanted.size()), missingSeen(format.wanted.size()), roundedSeen(format.wanted.size())
 {}
 
 std::optional<RowFault> RowParser::parse(std::string_view text, std::size_t& row,
@@ -79,13 +83,14 @@ std::optional<RowFault> RowParser::check(std::string_view text)
   return std::nullopt;
 }
 
-std::size_t RowParser::countRows(std::string_view text, std::string_view header)
+std::size_t RowParser::countRows(std::string_view text, RowFormat const& format)
 {
   std::size_t count = 0;
+  char const delimiter = format.fields.delimiter;
   char const* const end = text.data() + text.size();
   for (char const* at = text.data(); at < end; at = nextLine(at, end)) {
-    bool const isOther =
-        (mayBeOther(*at) && lineKind(at, end) != LineKind::Row) || isHeaderAgain(at, end, header);
+    bool const isOther = (mayBeOther(*at, delimiter) && lineKind(at, end, delimiter) != LineKind::Row) ||
+                         isHeaderAgain(at, end, format.header);
     if (!isOther) ++count;
   }
   return count;
@@ -95,14 +100,37 @@ std::size_t RowParser::countRows(std::string_view text, std::string_view header)
 bool RowParser::isRow()
 {
   bool const again = isHeaderAgain(position, end, format.header);
-  LineKind const kind = mayBeOther(*position) ? lineKind(position, end) : LineKind::Row;
+  LineKind const kind = mayBeOther(*position, format.fields.delimiter)
+                            ? lineKind(position, end, format.fields.delimiter)
+                            : LineKind::Row;
   if (kind == LineKind::Row && !again) return true;
-  if (kind == LineKind::Comment)
+  if (kind == LineKind::Comment) {
     ++comments;
-  else
+    if (otherNames == nullptr && isOtherHeader()) otherNames = position;
+  } else {
     blankBefore = true;
+  }
   position = nextLine(position, end);
   return false;
+}
+
+bool RowParser::isOtherHeader() const
+{
+  std::vector<std::string> const& names = format.commentNames;
+  if (names.empty()) return false;
+  constexpr std::string_view marks = " \t#%/";
+  std::string_view line = lineAt(position, end);
+  line.remove_prefix(std::min(line.find_first_not_of(marks), line.size()));
+  auto fields = splitFields(line, format.fields.delimiter, names.size() + 1);
+  while (!fields.empty() && trimmed(fields.back()).empty()) fields.pop_back();
+  std::size_t shared = 0;
+  bool same = true;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    std::string const name(trimmed(fieldText(trimmed(fields[i]))));
+    shared += std::find(names.begin(), names.end(), name) != names.end() ? 1 : 0;
+    same = same && i < names.size() && names[i] == name;
+  }
+  return !same && shared >= 2 && 2 * shared >= fields.size();
 }
 
 bool RowParser::parseRow(double* values)
@@ -148,6 +176,8 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
   if (format.fields.decimal == '.') {
     auto [numberEnd, error] = std::from_chars(position, end, field.value);
     if (error == std::errc() && numberEnd < end && *numberEnd == stop) {
+      if (numberEnd - position >= shortestOdd)
+        field.value = numberCell(field.value, between(position, numberEnd), index);
       finishField(field, numberEnd);
       if (!isLast) skipBlanks<atBlanks>();
       return true;
@@ -182,7 +212,7 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
 
 double RowParser::valueOf(std::string_view text, std::size_t field)
 {
-  if (auto const number = fieldNumber(text, format.fields.decimal)) return *number;
+  if (auto const number = fieldNumber(text, format.fields.decimal)) return numberCell(*number, text, field);
   std::string const plain = fieldText(text);
   std::string_view const word = trimmed(plain);
   if (isUsualMissing(word) ||
@@ -192,6 +222,29 @@ double RowParser::valueOf(std::string_view text, std::size_t field)
   }
   textSeen[field] = true;
   return textCell(trimmed(text));
+}
+
+void RowParser::noteRounding(std::string_view text, std::size_t field)
+{
+  if (roundedSeen[field]) return;
+  std::string const plain = fieldText(text);
+  std::string_view digits = trimmed(plain);
+  if (!digits.empty() && (digits.front() == '-' || digits.front() == '+')) digits.remove_prefix(1);
+  std::uint64_t whole = 0;
+  auto const [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), whole);
+  if (stop != digits.data() + digits.size()) return; // written as a number that is not exact anyway
+  constexpr double limit = 18446744073709551616.0;   // 2^64
+  auto const number = static_cast<double>(whole);
+  roundedSeen[field] = error != std::errc() || number >= limit || static_cast<std::uint64_t>(number) != whole;
+}
+
+double RowParser::numberCell(double number, std::string_view text, std::size_t field)
+{
+  if (std::fabs(number) >= lastExactWhole) noteRounding(text, field);
+  std::vector<double> const& none = format.missingNumbers;
+  if (std::find(none.begin(), none.end(), number) == none.end()) return number;
+  missingSeen[field] = true;
+  return cell::missing();
 }
 
 double RowParser::textCell(std::string_view text)

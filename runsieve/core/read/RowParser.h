@@ -23,9 +23,11 @@ struct RowFault
 struct RowFormat
 {
   FieldFormat fields;
-  std::vector<bool> wanted;         ///< one per field of a row; what stands in the others does not matter
-  std::vector<std::string> missing; ///< texts for "no value" besides the usual ones
-  std::string_view header;          ///< a line like this one between the rows is skipped, and ends a block
+  std::vector<bool> wanted;           ///< one per field of a row; what stands in the others does not matter
+  std::vector<std::string> missing;   ///< texts for "no value" besides the usual ones
+  std::vector<double> missingNumbers; ///< numbers that mean the same, however they are written
+  std::vector<std::string> commentNames; ///< of the columns, if the header is a comment
+  std::string_view header; ///< a line like this one between the rows is skipped, and ends a block
 };
 
 /// Turns rows of text into columns of cells (Cell.h).
@@ -48,7 +50,7 @@ public:
   [[nodiscard]] std::optional<RowFault> check(std::string_view text);
 
   /// Rows in whole lines, as parse() will find them.
-  [[nodiscard]] static std::size_t countRows(std::string_view text, std::string_view header);
+  [[nodiscard]] static std::size_t countRows(std::string_view text, RowFormat const& format);
 
   /// The texts found, in the order of their numbers; they lie in the parsed text, quotes included.
   [[nodiscard]] std::vector<std::string_view> const& texts() const { return foundTexts; }
@@ -61,6 +63,10 @@ public:
   /// Whether the last lines parsed were blank, so that the next row begins a block.
   [[nodiscard]] bool endsInBlank() const { return blankBefore; }
   [[nodiscard]] std::size_t commentLines() const { return comments; }
+  /// The first comment that looks like the header, but has other names or another order; null without any.
+  [[nodiscard]] char const* otherHeader() const { return otherNames; }
+  /// Whether a field held whole numbers that a double rounds.
+  [[nodiscard]] bool hasRounded(std::size_t field) const { return roundedSeen[field]; }
 
 private:
   struct Field
@@ -76,18 +82,24 @@ private:
   template <bool atBlanks> bool parseField(std::size_t index, bool isLast);
   template <bool atBlanks> void skipBlanks();
   double valueOf(std::string_view text, std::size_t field);
+  double numberCell(double number, std::string_view text, std::size_t field);
   double textCell(std::string_view text);
   bool skipField(char stop);
   void finishField(Field& field, char const* fieldEnd);
   void flush(std::vector<double*> const& columns, std::size_t firstRow, std::size_t rows) const;
+  [[nodiscard]] bool isOtherHeader() const;
+  void noteRounding(std::string_view text, std::size_t field);
   [[nodiscard]] RowFault faultAt(std::size_t row) const;
 
   RowFormat format;
+  std::ptrdiff_t shortestOdd; ///< length of the shortest text of a number that needs a second look
   std::uint64_t nextText;
   std::vector<Field> above;
   std::vector<double> block; ///< some rows, so that each column is written in pieces of a few cache lines
   std::vector<bool> textSeen;
   std::vector<bool> missingSeen;
+  std::vector<bool> roundedSeen;
+  char const* otherNames = nullptr;
   std::vector<std::string_view> foundTexts;
   std::unordered_map<std::string_view, std::uint64_t> textNumbers;
   std::vector<std::size_t> starts;

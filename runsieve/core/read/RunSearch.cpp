@@ -45,7 +45,7 @@ private:
       throw ScanError(
           table.file, {table.headerLine, 0, {}},
           "no time column: none is named \"time\", \"t\", \": Time [s]\" or the like; name the one that "
-          "is with --time");
+          "is with --time, or the outputs with --output if each row is a run without time");
     time = *column;
     for (std::size_t row = 0; row < table.rows; ++row)
       if (!std::isfinite(cells(time)[row])) failAtTime(row);
@@ -84,7 +84,7 @@ private:
   {
     std::vector<std::size_t> found;
     for (std::size_t const column : freeColumns())
-      if (firstChange(table, rows, column) == table.rows && differsBetweenRuns(column))
+      if (changesWithinRuns(table, rows, column).runs == 0 && differsBetweenRuns(column))
         found.push_back(column);
     return found;
   }
@@ -105,6 +105,7 @@ private:
       takeRun(*run);
       return;
     }
+    if (takeRunsByPosition()) return;
     rows = runsByRestart(table, time);
     std::vector<std::size_t> const varied = variedColumns();
     // A parameter that was scanned in steps of one counts the runs as well. Where it is the only one, it
@@ -127,6 +128,27 @@ private:
                ", and counted from 0",
            "no column tells the runs apart", true);
     tellOrder("time");
+  }
+
+  // A table in the order of time, with a row of every run for each.
+  bool takeRunsByPosition()
+  {
+    if (!repeatsTimes(table, time)) return false;
+    double const* const times = cells(time);
+    auto const isOther = [&](double value) { return value != times[0]; };
+    if (std::none_of(times, times + table.rows, isOther)) return false; // a time per run
+    std::vector<std::size_t> columns;
+    for (std::size_t i = 0; i < roles.size(); ++i)
+      if (roles[i].role == Role::Free || roles[i].role == Role::Parameter) columns.push_back(i);
+    auto found = runsByPosition(table, time, columns);
+    if (!found)
+      throw ScanError(table.file, {table.headerLine, 0, {}},
+                      "many rows have the time of the row before, and no column tells which runs they belong "
+                      "to; name the one that does with --run, or add one");
+    rows = std::move(*found);
+    tell("each time has a row for each of " + std::to_string(rows.runs()) + " runs, which are counted from 0",
+         "no column counts them, but others tell them apart", true);
+    return true;
   }
 
   // Of the columns named like a run the first whose values fit.
@@ -160,6 +182,10 @@ private:
            "column " + quoted(run) + " says where they belong");
     if (rows.sortedRuns) tell("runs were put in the order of their numbers");
     if (rows.sortedTimes) tell("rows were put in the order of time");
+    if (rows.repeatedRows > 0)
+      tell(std::to_string(rows.repeatedRows) + (rows.repeatedRows == 1 ? " row was" : " rows were") +
+               " left out, as the next row of the run has the same time",
+           "the last of them tells the state after an event");
   }
 
   CellTable const& table;

@@ -98,6 +98,7 @@ public:
       result.report.columns.push_back(std::move(finding));
       tellProgress(options, static_cast<double>(i + 1) / static_cast<double>(number));
     }
+    leaveOutMissing(options, result);
     finishScan(fileName, options, result.scan);
     return std::move(result);
   }

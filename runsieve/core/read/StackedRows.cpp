@@ -6,6 +6,7 @@
 #include <runsieve/core/read/ColumnNames.h>
 #include <runsieve/core/read/ColumnRoles.h>
 #include <runsieve/core/read/CommonGrid.h>
+#include <runsieve/core/read/NameList.h>
 #include <runsieve/core/read/RunSearch.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
@@ -63,25 +64,10 @@ private:
   void settleColumns()
   {
     for (std::size_t i = 0; i < roles.size(); ++i) {
-      ColumnRole& role = roles[i];
-      if (role.role != Role::Free && role.role != Role::Parameter && role.role != Role::Status) continue;
-      std::size_t const change = firstChange(table, rows, i);
-      bool const constant = change == table.rows;
-      if (role.role == Role::Parameter && !constant)
-        table.fail(rows.row(change), i, "a parameter must keep its value within a run");
-      bool const isCode =
-          plainName(role.label.name).find("status") != std::string::npos && !table.columns[i].hasText;
-      if (role.role == Role::Status && isCode)
-        tell("column " + quoted(table.columns[i].header) + " is not taken for the status of runs",
-             "it holds numbers, whose meaning is not known; write words such as ok and failed");
-      if (role.role == Role::Status && (!constant || isCode)) role = {Role::Free, role.label, {}};
-      if (role.role != Role::Free) continue;
-      if (constant && !isNamedAsOutput(role.label.name))
-        role = {Role::Parameter, role.label, "constant within every run"};
-      else
-        role = {Role::Output, role.label,
-                constant ? "its name is that of a concentration" : "it changes within runs"};
+      if (roles[i].role == Role::Status) settleStatus(i);
+      if (roles[i].role == Role::Free || roles[i].role == Role::Parameter) settleColumn(i);
     }
+    tellWeakParameters();
     for (std::size_t i = 0; i < roles.size(); ++i)
       if (roles[i].role == Role::Output) requireNumbers(i);
     if (!columnOf(roles, Role::Output))
@@ -90,6 +76,82 @@ private:
           "no output column: besides time and run there are only parameters, as no column changes within "
           "a run (name outputs with --output)");
     checkNames();
+  }
+
+  void settleColumn(std::size_t i)
+  {
+    ColumnRole& role = roles[i];
+    ColumnChanges const changes = changesWithinRuns(table, rows, i);
+    std::string const name = quoted(table.columns[i].header);
+    if (role.role == Role::Parameter && changes.runs > 0)
+      table.fail(rows.row(changes.first), i, "a parameter must keep its value within a run");
+    if (changes.inFirstRowOnly)
+      tell(name + " is taken for a parameter: its value stands in the first row of each run",
+           "the other rows have none", true);
+    if (changes.runs == 0 && changes.rounding)
+      tell(name + " is taken for a parameter: its values within a run differ by rounding",
+           "the first of each run stands; --output " + name + " says otherwise", true);
+    if (role.role == Role::Parameter) return;
+    if (changes.runs == 0 && !isNamedAsOutput(role.label.name)) {
+      role = {Role::Parameter, role.label, "constant within every run"};
+      if (!changes.rounding && !changes.inFirstRowOnly) found.push_back(i);
+      return;
+    }
+    role = {Role::Output, role.label,
+            changes.runs == 0 ? "its name is that of a concentration" : "it changes within runs"};
+    if (changes.runs > 0 && 2 * changes.runs <= rows.runs())
+      tell(name + " is taken for an output: it changes within " + std::to_string(changes.runs) + " of " +
+               counted(rows.runs(), "run"),
+           "--parameter " + name + " says otherwise", true);
+  }
+
+  // Of two rows, or beside outputs on either side, an output may happen to be constant.
+  void tellWeakParameters()
+  {
+    std::size_t longest = 0;
+    for (std::size_t run = 0; run < rows.runs(); ++run)
+      longest = std::max(longest, rows.starts[run + 1] - rows.starts[run]);
+    if (longest < 2) return;
+    auto const isOutput = [](ColumnRole const& role) { return role.role == Role::Output; };
+    NameList weak;
+    for (std::size_t const i : found) {
+      auto const here = roles.begin() + static_cast<std::ptrdiff_t>(i);
+      if (longest == 2 ||
+          (std::any_of(roles.begin(), here, isOutput) && std::any_of(here, roles.end(), isOutput)))
+        weak.add(quoted(table.columns[i].header));
+    }
+    if (weak.count() > 0)
+      tell(weak.text() + (weak.count() == 1 ? " is taken for a parameter" : " are taken for parameters"),
+           std::string("constant within every run, ") +
+               (longest == 2 ? "though of two rows at most" : "though between outputs") +
+               "; --output NAME says otherwise",
+           true);
+  }
+
+  // A run may tell its status in one row only.
+  void settleStatus(std::size_t i)
+  {
+    ColumnRole& role = roles[i];
+    bool const isCode =
+        plainName(role.label.name).find("status") != std::string::npos && !table.columns[i].hasText;
+    if (isCode)
+      tell("column " + quoted(table.columns[i].header) + " is not taken for the status of runs",
+           "it holds numbers, whose meaning is not known; write words such as ok and failed");
+    bool isOne = !isCode;
+    for (std::size_t run = 0; run < rows.runs() && isOne; ++run)
+      for (std::size_t at = rows.starts[run]; at < rows.starts[run + 1] && isOne; ++at) {
+        double const value = cells(i)[rows.row(at)];
+        isOne = cell::isMissing(value) || cell::bitsOf(value) == cell::bitsOf(statusOf(run, i));
+      }
+    if (!isOne) role = {Role::Free, role.label, {}};
+  }
+
+  // What the first row that has any says.
+  [[nodiscard]] double statusOf(std::size_t run, std::size_t column) const
+  {
+    for (std::size_t at = rows.starts[run]; at < rows.starts[run + 1]; ++at)
+      if (!cell::isMissing(cells(column)[rows.row(at)])) return cells(column)[rows.row(at)];
+    return cell::missing();
   }
 
   // "[S]", a concentration in the names of COPASI and tellurium, also where it is held constant.
@@ -177,6 +239,12 @@ private:
                counted(found.times().size(), "common time") + ", " + decimal(found.times().front()) + ".." +
                decimal(found.times().back()),
            "their times are not those of the others; --exact-times keeps every time", true);
+    tellCut(found.cutBefore(), "before " + decimal(found.times().front()), "the first", "begin with them");
+    tellCut(found.cutBehind(), "after " + decimal(found.times().back()), "the last", "reach them");
+    if (found.lateRuns() > 0)
+      tell(counted(found.lateRuns(), "run") + (found.lateRuns() == 1 ? " begins" : " begin") +
+               " after the first common time",
+           "the values before are missing");
     if (found.gaps() > 0 && !options.exactTimes)
       tell(counted(found.gaps(), "run") + (found.gaps() == 1 ? " lacks" : " lack") +
                " times between its first and its last",
@@ -185,10 +253,19 @@ private:
       tell("all times of all runs are kept; a run has gaps where only others have times", "by option");
   }
 
+  void tellCut(CommonGrid::Cut const& cut, std::string const& where, std::string const& which,
+               std::string const& what)
+  {
+    if (cut.runs == 0) return;
+    tell("times " + where + " were left out: " + counted(cut.samples, "row") + " of " +
+             counted(cut.runs, "run") + ", " + which + " at " + decimal(cut.farthest),
+         "not all runs " + what + "; --exact-times keeps every time", true);
+  }
+
   [[nodiscard]] std::vector<double> inOrder(std::size_t column) const
   {
-    std::vector<double> ordered(table.rows);
-    for (std::size_t at = 0; at < table.rows; ++at) ordered[at] = cells(column)[rows.row(at)];
+    std::vector<double> ordered(rows.rows());
+    for (std::size_t at = 0; at < rows.rows(); ++at) ordered[at] = cells(column)[rows.row(at)];
     return ordered;
   }
 
@@ -218,7 +295,10 @@ private:
       scan.outputs.push_back({roles[column].label, data});
     }
     if (missing > 0)
-      tell(counted(missing, "missing value") + " among the outputs", "empty fields, or words such as NA");
+      tell(counted(missing, "missing value") + " among the outputs",
+           options.missing.empty()
+               ? "empty fields, or words such as NA"
+               : "empty fields, words such as NA, or what an option says to mean no value");
   }
 
   void addParameters()
@@ -241,7 +321,7 @@ private:
     for (std::size_t i = 0; i < roles.size(); ++i) {
       if (roles[i].role != Role::Status) continue;
       for (std::size_t run = 0; run < rows.runs(); ++run)
-        if (saysFailed(cells(i)[rows.row(rows.starts[run])])) scan.runs[run].status = RunStatus::Failed;
+        if (saysFailed(statusOf(run, i))) scan.runs[run].status = RunStatus::Failed;
     }
   }
 
@@ -277,6 +357,7 @@ private:
   std::vector<ColumnRole> roles;
   std::size_t time = 0;
   RunRows rows;
+  std::vector<std::size_t> found; ///< parameters that no name or option tells, by column
   std::map<std::size_t, std::shared_ptr<double[]>> values; ///< of the outputs, by column
   Scan scan;
 };

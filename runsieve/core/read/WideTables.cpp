@@ -47,6 +47,14 @@ bool hasTime(CellTable const& table, ReadOptions const& options)
   });
 }
 
+bool hasRun(CellTable const& table, ReadOptions const& options)
+{
+  return std::any_of(table.columns.begin(), table.columns.end(), [&](CellColumn const& column) {
+    return options.run.empty() ? runName(describeColumn(column.header).label.name) != RunName::No
+                               : column.header == options.run;
+  });
+}
+
 std::optional<double> plainNumber(std::string_view text)
 {
   if (text.empty() || (std::isdigit(static_cast<unsigned char>(text.front())) == 0 && text.front() != '-' &&
@@ -167,11 +175,11 @@ public:
     fill([each](std::size_t position, std::size_t row) { return row * each + position; });
     double* const time = add({"Time", "", nullptr, false, false, false});
     for (std::size_t row = 0; row < result.rows; ++row) time[row] = found.positions[row % each];
-    bool const hasRun = std::any_of(found.others.begin(), found.others.end(), [&](std::size_t i) {
+    bool const isNumbered = std::any_of(found.others.begin(), found.others.end(), [&](std::size_t i) {
       std::string const& header = table.columns[i].header;
       return options.run.empty() ? runName(header) != RunName::No : header == options.run;
     });
-    if (!hasRun) {
+    if (!isNumbered) {
       double* const run = add({": Run Index", "", nullptr, false, false, false});
       for (std::size_t row = 0; row < result.rows; ++row) run[row] = static_cast<double>(row / each);
     }
@@ -265,12 +273,13 @@ CellTable unrolledRuns(CellTable table, ReadOptions const& options, ReadReport& 
 
 CellTable withoutTime(CellTable table, ReadOptions const& options, bool certain, ReadReport& report)
 {
-  if (!certain || hasTime(table, options) || table.columns.size() < 2) return table;
+  bool const isAsked = !options.outputs.empty() && options.time.empty() && !hasRun(table, options);
+  if ((!certain && !isAsked) || hasTime(table, options) || table.columns.size() < 2) return table;
   CellTable result = std::move(table);
   bool isFirst = true;
   for (CellColumn& column : result.columns) {
     if (!column.cells) continue;
-    column.isOutput = !isFirst;
+    column.isOutput = !isAsked && !isFirst;
     isFirst = false;
   }
   CellColumn time{"Time", "", std::shared_ptr<double[]>(new double[result.rows]), false, false, false};
@@ -281,10 +290,14 @@ CellTable withoutTime(CellTable table, ReadOptions const& options, bool certain,
   }
   result.columns.push_back(std::move(time));
   result.columns.push_back(std::move(run));
-  report.findings.push_back(
-      {"each row is a run with one time; the first column is a parameter, the others are outputs",
-       "no column is one of time, and the names stand in a comment, as in the scans of rule-based models",
-       true});
+  if (isAsked)
+    report.findings.push_back(
+        {"each row is a run with one time", "no column is one of time, and outputs are named", true});
+  else
+    report.findings.push_back(
+        {"each row is a run with one time; the first column is a parameter, the others are outputs",
+         "no column is one of time, and the names stand in a comment, as in the scans of rule-based models",
+         true});
   return result;
 }
 

@@ -106,28 +106,106 @@ TEST(ClusterSizes, CountsTheRunsOfEachCluster)
   EXPECT_EQ(clusterSizes({-1, 0, -1}), Sizes({1})) << "runs without a cluster";
 }
 
+ComparisonMethod methodOf(double largestP, double smallestD)
+{
+  ComparisonMethod method;
+  method.thresholds = {largestP, smallestD};
+  return method;
+}
+
 TEST(CompareClusters, ComparesEachClusterAsASetOfItsRuns)
 {
   const Scan scan =
       parameterScan({{"a", {1, 2, 3, 11, 12, 13, 21, 22, 23}}, {"b", {5, 1, 9, 4, 7, 2, 3, 8, 6}}});
   const std::vector<int> labels = {0, 0, 0, 3, 3, 3, 1, 1, -1};
-  const Thresholds thresholds{0.5, 0.2};
-  const ClusterComparison found = compareClusters(scan, labels, thresholds);
+  const ComparisonMethod method = methodOf(0.5, 0.2);
+  const ClusterComparison found = compareClusters(scan, labels, method);
   ASSERT_EQ(found.clusters.size(), 4u);
   EXPECT_THAT(found.clusters[2], IsEmpty()) << "it has no runs";
+  EXPECT_EQ(found.family, 6u) << "two parameters in three clusters";
   for (int k : {0, 1, 3}) {
     RunSet runs(9);
     for (std::size_t run = 0; run < 9; ++run) runs.set(run, labels[run] == k);
-    const Comparison expected = compareParameters(scan, runs, thresholds);
-    auto const& cluster = found.clusters[static_cast<std::size_t>(k)];
-    ASSERT_EQ(cluster.size(), 2u);
-    for (std::size_t i = 0; i < 2; ++i) {
-      EXPECT_EQ(cluster[i].name, expected.parameters[i].name);
-      EXPECT_EQ(cluster[i].p, expected.parameters[i].p);
-      EXPECT_EQ(cluster[i].d, expected.parameters[i].d);
-      EXPECT_EQ(cluster[i].significant, expected.parameters[i].significant);
+    const Comparison expected = compareParameters(scan, runs, method);
+    for (ParameterComparison const& c : found.clusters[static_cast<std::size_t>(k)]) {
+      auto const same = std::find_if(expected.parameters.begin(), expected.parameters.end(),
+                                     [&](ParameterComparison const& e) { return e.name == c.name; });
+      ASSERT_NE(same, expected.parameters.end());
+      EXPECT_EQ(c.p, same->p);
+      EXPECT_EQ(c.d, same->d);
+      EXPECT_EQ(c.medianPassing, same->medianPassing);
+      EXPECT_GE(c.pHolm, same->pHolm) << "the family is larger";
+      EXPECT_EQ(c.significant, isSignificant(c.pPermutation, c.d, method.thresholds));
     }
   }
+}
+
+/// 60 runs in three clusters, of which the last has larger values of "a".
+struct ThreeClusters : testing::Test
+{
+  Scan scan;
+  std::vector<int> labels;
+
+  ThreeClusters()
+  {
+    Values a;
+    Values b;
+    for (int run = 0; run < 60; ++run) {
+      labels.push_back(run % 3);
+      a.push_back((run * 37) % 60 + (run % 3 == 2 ? 60.0 : 0.0));
+      b.push_back((run * 23) % 60);
+    }
+    scan = parameterScan({{"b", b}, {"same", Values(60, 1.0)}, {"a", a}});
+  }
+};
+
+TEST_F(ThreeClusters, TheLargestDifferenceOfEachParameterIsTold)
+{
+  const ClusterComparison found = compareClusters(scan, labels);
+  ASSERT_EQ(found.differences.size(), 2u);
+  ClusterDifference const& b = found.differences[0];
+  ClusterDifference const& a = found.differences[1];
+  EXPECT_EQ(b.name, "b");
+  EXPECT_EQ(b.parameter, 0u);
+  EXPECT_EQ(a.name, "a");
+  EXPECT_EQ(a.parameter, 2u);
+  EXPECT_EQ(a.cluster, 2u);
+  EXPECT_EQ(a.d, 1.0);
+  EXPECT_DOUBLE_EQ(a.pPermutation, 1.0 / (1.0 + static_cast<double>(found.permutations)));
+  EXPECT_TRUE(a.significant);
+  EXPECT_GT(b.pPermutation, 0.05);
+  EXPECT_FALSE(b.significant);
+  EXPECT_LE(b.p, b.pPermutation) << "alone it is less of a surprise to be had";
+}
+
+TEST_F(ThreeClusters, AParameterInAClusterIsJudgedAmongAllOfThem)
+{
+  const ClusterComparison found = compareClusters(scan, labels);
+  for (auto const& cluster : found.clusters)
+    for (ParameterComparison const& c : cluster)
+      EXPECT_EQ(c.pPermutation <= 0.05, std::fabs(c.d) > found.noiseFloor) << c.name;
+  ClusterDifference const& a = found.differences[1];
+  EXPECT_EQ(found.clusters[2].front().name, "a");
+  EXPECT_EQ(found.clusters[2].front().pPermutation, a.pPermutation) << "it is the largest";
+}
+
+TEST_F(ThreeClusters, WithoutPermutationsHolmDecides)
+{
+  ComparisonMethod method;
+  method.permutations = 0;
+  method.adjustment = Adjustment::Holm;
+  const ClusterComparison found = compareClusters(scan, labels, method);
+  EXPECT_THAT(found.differences, IsEmpty());
+  EXPECT_TRUE(found.clusters[2].front().significant);
+  EXPECT_EQ(found.clusters[2].front().name, "a");
+}
+
+TEST(CompareClusters, ASingleClusterDiffersFromNothing)
+{
+  const ClusterComparison found = compareClusters(parameterScan({{"a", {1, 2, 3}}}), {0, 0, 0});
+  ASSERT_EQ(found.clusters.size(), 1u);
+  EXPECT_TRUE(std::isnan(found.clusters[0].at(0).d));
+  EXPECT_THAT(found.differences, IsEmpty());
 }
 
 TEST(CompareClusters, TellsWhatIsLeftOut)
@@ -146,24 +224,6 @@ TEST(CompareClusters, LabelsOfAnotherScanAreRefused)
   EXPECT_THROW((void)compareClusters(scan, {0, 1}), std::invalid_argument);
   EXPECT_THROW((void)compareClusters(scan, {0, 1, 3}), std::invalid_argument);
   EXPECT_THROW((void)compareClusters(scan, {0, 1, std::numeric_limits<int>::max()}), std::invalid_argument);
-}
-
-TEST(StrongestDifferences, HoldTheSmallestPOfAllClustersTimesTheirNumber)
-{
-  auto entry = [](std::string const& name, double p, double d, std::size_t parameter) {
-    return ParameterComparison{name, p, d, 0.0, 0.0, false, parameter};
-  };
-  const auto found = strongestDifferences({{entry("b", 0.2, 0.5, 4), entry("a", 0.6, 0.1, 1)},
-                                           {},
-                                           {entry("a", 0.5, 0.2, 1), entry("b", 0.2, 0.7, 4)}});
-  ASSERT_EQ(found.size(), 2u);
-  EXPECT_EQ(found[0].name, "a");
-  EXPECT_EQ(found[0].p, 1.0) << "no more than 1";
-  EXPECT_EQ(found[0].d, 0.2);
-  EXPECT_EQ(found[1].name, "b");
-  EXPECT_DOUBLE_EQ(found[1].p, 0.6) << "an empty cluster counts";
-  EXPECT_EQ(found[1].d, 0.7) << "the largest of equal p";
-  EXPECT_EQ(found[1].parameter, 4u);
 }
 
 } // namespace

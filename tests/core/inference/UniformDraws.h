@@ -1,6 +1,6 @@
 #pragma once
 
-#include <runsieve/core/inference/OrderedValues.h>
+#include <runsieve/core/inference/ComparedParameter.h>
 #include <runsieve/core/inference/RandomStream.h>
 
 #include <cstddef>
@@ -32,6 +32,14 @@ inline std::vector<OrderedValues> ordersOf(std::vector<Column> const& columns)
   std::vector<OrderedValues> orders;
   for (Column const& column : columns) orders.push_back(orderedValues(column.data(), column.size()));
   return orders;
+}
+
+/// Numbers, which differ by their cumulative shares.
+inline std::vector<ComparedParameter> comparedNumbers(std::vector<Column> const& columns)
+{
+  std::vector<ComparedParameter> compared;
+  for (Column const& column : columns) compared.push_back({orderedValues(column.data(), column.size())});
+  return compared;
 }
 
 /// 1 for each run of which the condition holds.

@@ -27,8 +27,8 @@ SizeCurveSettings settingsOf(std::size_t subsamples, std::vector<double> shares 
 Found curveOf(std::vector<Column> const& columns, Marks const& passing, SizeCurveSettings const& settings,
               std::size_t slice = 0)
 {
-  const std::vector<OrderedValues> orders = ordersOf(columns);
-  SizeCurve curve(orders, passing, settings);
+  const std::vector<ComparedParameter> compared = comparedNumbers(columns);
+  SizeCurve curve(compared, passing, settings);
   while (!curve.done()) curve.advance(slice);
   return curve.points();
 }
@@ -148,9 +148,9 @@ TEST(SizeCurve, ofNoRunsParametersSharesOrSubsamplesIsEmpty)
 
 TEST(SizeCurve, refusesSharesOutsideZeroToOne)
 {
-  const std::vector<OrderedValues> orders = ordersOf(columnsOf(1, 8));
+  const std::vector<ComparedParameter> compared = comparedNumbers(columnsOf(1, 8));
   for (const double share : {0.0, -0.5, 1.5, std::numeric_limits<double>::quiet_NaN()})
-    EXPECT_THROW(SizeCurve(orders, firstQuarter(8), settingsOf(8, {share})), std::invalid_argument);
+    EXPECT_THROW(SizeCurve(compared, firstQuarter(8), settingsOf(8, {share})), std::invalid_argument);
 }
 
 } // namespace runsieve::test

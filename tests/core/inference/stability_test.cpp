@@ -15,7 +15,7 @@ namespace {
 
 constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
 using Marks = std::vector<unsigned char>;
-using Found = std::vector<ParameterStability>;
+using Found = std::vector<DistanceStability>;
 
 StabilitySettings settingsOf(std::size_t resamples, std::size_t top = 0, unsigned threads = 1)
 {
@@ -29,8 +29,8 @@ StabilitySettings settingsOf(std::size_t resamples, std::size_t top = 0, unsigne
 Found stabilityOf(std::vector<Column> const& columns, Marks const& passing, StabilitySettings const& settings,
                   std::size_t slice = 0)
 {
-  const std::vector<OrderedValues> orders = ordersOf(columns);
-  Stability stability(orders, passing, settings);
+  const std::vector<ComparedParameter> compared = comparedNumbers(columns);
+  Stability stability(compared, passing, settings);
   while (!stability.done()) stability.advance(slice);
   return stability.parameters();
 }
@@ -64,7 +64,7 @@ int misses(std::size_t passing, std::size_t runs, double distance)
 {
   int missed = 0;
   for (std::uint64_t scan = 0; scan < 200; ++scan) {
-    const ParameterStability found =
+    const DistanceStability found =
         stabilityOf({cutColumn(passing, runs, distance, scan)}, firstRuns(passing, runs), settingsOf(200))[0];
     missed += found.lower > distance || found.upper < distance;
   }
@@ -94,7 +94,7 @@ TEST(Stability, hasNarrowerIntervalsForMoreRunsAndWiderOnesForMoreConfidence)
   auto widthOf = [](std::size_t runs, double confidence) {
     StabilitySettings settings = settingsOf(400);
     settings.confidence = confidence;
-    const ParameterStability found =
+    const DistanceStability found =
         stabilityOf({cutColumn(runs / 4, runs, 0.3, 1)}, firstRuns(runs / 4, runs), settings)[0];
     EXPECT_LT(found.lower, found.distance);
     EXPECT_GT(found.upper, found.distance);
@@ -144,7 +144,7 @@ TEST(Stability, putsTheFormerOfEqualParametersAmongTheTop)
 
 TEST(Stability, putsAllAmongATopOfMoreParametersThanThereAre)
 {
-  for (ParameterStability const& found :
+  for (DistanceStability const& found :
        stabilityOf(uniformColumns(3, 40, 5), firstRuns(10, 40), settingsOf(20, 99)))
     EXPECT_EQ(found.topShare, 1.0);
 }
@@ -178,7 +178,7 @@ TEST(Stability, ofSeparateRangesIsSure)
 {
   Column column = uniformColumns(1, 60, 9)[0];
   for (std::size_t run = 0; run < 30; ++run) column[run] += 2.0;
-  const ParameterStability found = stabilityOf({column}, firstRuns(30, 60), settingsOf(100))[0];
+  const DistanceStability found = stabilityOf({column}, firstRuns(30, 60), settingsOf(100))[0];
   EXPECT_EQ(found.distance, 1.0);
   EXPECT_EQ(found.resampled, 1.0);
   EXPECT_EQ(found.upper, 1.0);
@@ -187,7 +187,7 @@ TEST(Stability, ofSeparateRangesIsSure)
 
 TEST(Stability, ofEqualValuesIsNoDistance)
 {
-  const ParameterStability found = stabilityOf({Column(50, 3.0)}, firstRuns(20, 50), settingsOf(50))[0];
+  const DistanceStability found = stabilityOf({Column(50, 3.0)}, firstRuns(20, 50), settingsOf(50))[0];
   EXPECT_EQ(found.distance, 0.0);
   EXPECT_EQ(found.resampled, 0.0);
   EXPECT_EQ(found.lower, 0.0);
@@ -196,7 +196,7 @@ TEST(Stability, ofEqualValuesIsNoDistance)
 TEST(Stability, knowsNothingIfAllOrNoRunsPass)
 {
   for (const std::size_t passing : {0u, 40u}) {
-    const ParameterStability found =
+    const DistanceStability found =
         stabilityOf(uniformColumns(1, 40, 10), firstRuns(passing, 40), settingsOf(20))[0];
     EXPECT_EQ(found.distance, 0.0);
     EXPECT_EQ(found.lower, 0.0);
@@ -207,11 +207,36 @@ TEST(Stability, knowsNothingIfAllOrNoRunsPass)
 TEST(Stability, knowsNothingOfFewerThanThreeRunsOnASide)
 {
   for (const std::size_t passing : {1u, 2u, 38u, 39u}) {
-    const ParameterStability found =
+    const DistanceStability found =
         stabilityOf({cutColumn(passing, 40, 0.5, 11)}, firstRuns(passing, 40), settingsOf(100))[0];
     EXPECT_EQ(found.lower, 0.0) << passing;
     EXPECT_EQ(found.upper, 1.0) << passing;
   }
+}
+
+TEST(Stability, ofTextsDoesNotDependOnTheirOrder)
+{
+  // 23 of 30 passing runs have one text, and 30 of 90 others, all of which have one of three.
+  Column column(120);
+  for (std::size_t run = 0; run < 120; ++run) column[run] = static_cast<double>(run % 3);
+  for (std::size_t run = 0; run < 30; ++run) column[run] = run % 2 == 0 ? 1.0 : static_cast<double>(run % 4);
+  auto found = [&](std::vector<double> const& numbers) {
+    Column numbered(120);
+    for (std::size_t run = 0; run < 120; ++run)
+      numbered[run] = numbers[static_cast<std::size_t>(column[run])];
+    const std::vector<ComparedParameter> compared = {
+        {orderedValues(numbered.data(), numbered.size()), Steps::EACH_GROUP}};
+    Stability stability(compared, firstRuns(30, 120), settingsOf(200, 1));
+    while (!stability.done()) stability.advance();
+    return stability.parameters();
+  };
+  const Found first = found({0.0, 1.0, 2.0, 3.0});
+  expectSame(first, found({2.0, 0.0, 3.0, 1.0}));
+  const double share = 23.0 / 30.0;
+  EXPECT_NEAR(first[0].distance, share - 1.0 / 3.0, 1e-14);
+  EXPECT_LT(first[0].lower, first[0].distance);
+  const double error = std::sqrt(share * (1.0 - share) / 30.0 + 2.0 / 9.0 / 90.0);
+  EXPECT_NEAR(first[0].upper, first[0].distance + 1.959963985 * error, 1e-8);
 }
 
 TEST(Stability, leavesOutRunsWithoutAValue)
@@ -224,8 +249,8 @@ TEST(Stability, leavesOutRunsWithoutAValue)
     else
       shorter.push_back(with[run]);
   }
-  const ParameterStability all = stabilityOf({with}, firstRuns(30, 90), settingsOf(800))[0];
-  const ParameterStability some = stabilityOf({shorter}, firstRuns(20, 60), settingsOf(800))[0];
+  const DistanceStability all = stabilityOf({with}, firstRuns(30, 90), settingsOf(800))[0];
+  const DistanceStability some = stabilityOf({shorter}, firstRuns(20, 60), settingsOf(800))[0];
   EXPECT_EQ(all.distance, some.distance);
   EXPECT_EQ(all.upper, some.upper);
   EXPECT_NEAR(all.lower, some.lower, 0.05);
@@ -234,7 +259,7 @@ TEST(Stability, leavesOutRunsWithoutAValue)
 
 TEST(Stability, ofAParameterWithoutValuesIsNotKnown)
 {
-  const ParameterStability found = stabilityOf({Column(20, NONE)}, firstRuns(10, 20), settingsOf(8, 1))[0];
+  const DistanceStability found = stabilityOf({Column(20, NONE)}, firstRuns(10, 20), settingsOf(8, 1))[0];
   EXPECT_EQ(found.distance, 0.0);
   EXPECT_EQ(found.upper, 1.0);
 }
@@ -256,13 +281,13 @@ TEST(Stability, withoutResamplesKnowsTheDistanceOnly)
 
 TEST(Stability, refusesAConfidenceOutsideZeroToOneAndOrdersOfMoreRuns)
 {
-  const std::vector<OrderedValues> orders = ordersOf(uniformColumns(1, 5, 1));
+  const std::vector<ComparedParameter> compared = comparedNumbers(uniformColumns(1, 5, 1));
   for (const double confidence : {0.0, 1.0, -1.0, NONE}) {
     StabilitySettings settings;
     settings.confidence = confidence;
-    EXPECT_THROW(Stability(orders, Marks(5, 1), settings), std::invalid_argument);
+    EXPECT_THROW(Stability(compared, Marks(5, 1), settings), std::invalid_argument);
   }
-  EXPECT_THROW(Stability(orders, Marks(4, 1)), std::invalid_argument);
+  EXPECT_THROW(Stability(compared, Marks(4, 1)), std::invalid_argument);
 }
 
 } // namespace runsieve::test

@@ -152,6 +152,26 @@ TEST(Dialects, RowNamesWithoutAHeaderAreLeftOut)
   EXPECT_TRUE(tells(file.report, "the first field of each row is a row name"));
 }
 
+TEST(Dialects, WholeNumbersThatAreRoundedAreTold)
+{
+  std::string const text = "run,time,A,seed\n1,0,1,12345678901234567890\n1,1,2,12345678901234567890\n";
+  EXPECT_TRUE(tells(readString(text).report, "whole numbers of \"seed\" were rounded"));
+  EXPECT_TRUE(tells(readString("time;A\n0;+9007199254740993\n1;0,5\n").report, "were rounded"));
+  EXPECT_FALSE(
+      tells(readString("time,A\n0,9007199254740994\n1,9007199254740992\n2,1.5e300\n").report, "rounded"))
+      << "a double holds these";
+}
+
+TEST(Dialects, NumbersOfSeveralCountriesAreToldAsAGuess)
+{
+  EXPECT_TRUE(tells(readString("run;time;A;k\n1;0;1.234;1,5\n1;1;2.345;1,5\n").report,
+                    "numbers have a decimal point, and \"1,5\" is a text"));
+  EXPECT_TRUE(
+      tells(readString("time;A\n0;1.000\n1;12.500\n").report, "the point of \"1.000\" is a decimal sign"));
+  EXPECT_FALSE(tells(readString("time;A\n0;1.000\n1;12.5\n").report, "decimal sign"));
+  EXPECT_FALSE(tells(readString("time,A\n0,1.000\n1,1.500\n").report, "decimal sign"));
+}
+
 TEST(Dialects, WhatIsLeftOutMayHoldAnything)
 {
   ScanFile const file = readString("run time A\n\"row one\" 0 0 1\n\"row two\" 0 1 2\nx 1 0 3\ny 1 1 4\n");
@@ -188,6 +208,25 @@ TEST(Dialects, WordsForNoValueAreMissing)
     EXPECT_TRUE(tells(file.report, "1 failed run")) << word;
     if (word != "NaN") EXPECT_TRUE(tells(file.report, "1 missing value")) << word;
   }
+}
+
+TEST(Dialects, ANumberCanMeanNoValueHoweverItIsWritten)
+{
+  ReadOptions options;
+  options.missing = {"-999", "7e0"};
+  ScanFile const file = readString("run,time,A,k\n0,0,-999.0,7.00\n0,1,-9.99e2,7.00\n0,2,\"-999\",7.00\n"
+                                   "1,0,4,-998\n1,1, -999 ,-998\n1,2,6,-998\n",
+                                   options);
+  for (double const value : valuesOf(file.scan, "A", 0)) EXPECT_TRUE(std::isnan(value));
+  EXPECT_TRUE(std::isnan(valuesOf(file.scan, "A", 1)[1]));
+  EXPECT_EQ(file.scan.runs[1].status, RunStatus::Failed);
+  EXPECT_TRUE(std::isnan(parameterOf(file.scan, "k").values[0]));
+  EXPECT_EQ(parameterOf(file.scan, "k").values[1], -998);
+  EXPECT_TRUE(tells(file.report, "4 missing values among the outputs"));
+  EXPECT_TRUE(tells(file.report, "what an option says"));
+
+  options.missing = {"-999,5"};
+  EXPECT_TRUE(std::isnan(valuesOf(readString("time;A\n0;1,5\n1;-999,50\n", options).scan, "A", 0)[1]));
 }
 
 TEST(Dialects, NoValueKeepsNoTraceInTheScan)
@@ -472,6 +511,61 @@ TEST(Dialects, RowsAreTakenInAnyOrder)
   EXPECT_TRUE(tells(apart.report, "rows of a run that stood apart were put together"));
 }
 
+TEST(Dialects, TheLastOfTwoRowsAtAnEventCounts)
+{
+  for (std::string const text : {"time,A\n0,1\n1,2\n1,3\n2,4\n", "run,time,A\n7,0,1\n7,1,2\n7,1,3\n7,2,4\n",
+                                 "sample,time,A\n7,0,1\n7,1,2\n7,1,3\n7,2,4\n"})
+    for (bool const exact : {false, true}) {
+      ReadOptions options;
+      options.exactTimes = exact;
+      ScanFile const file = readString(text, options);
+      ASSERT_EQ(file.scan.runs.size(), 1u) << text;
+      EXPECT_EQ(file.scan.times, (Values{0, 1, 2}));
+      EXPECT_EQ(valuesOf(file.scan, "A", 0), (Values{1, 3, 4}));
+      EXPECT_TRUE(tells(file.report, "1 row was left out, as the next row of the run has the same time"));
+      EXPECT_FALSE(tells(file.report, "in the order of time"));
+    }
+}
+
+TEST(Dialects, EventsInSeveralRunsBeginNoRuns)
+{
+  std::string const rows = "0\t1\n1\t2\n1\t3\n2\t4\n";
+  for (std::string const between : {"", "\n"}) {
+    ScanFile const file = readString("# Time\t[A]\n" + rows + between + rows + between + "2\t5\n3\t6\n");
+    ASSERT_EQ(file.scan.runs.size(), between.empty() ? 2u : 3u);
+    EXPECT_EQ(valuesOf(file.scan, "[A]", 0)[1], 3);
+    EXPECT_EQ(valuesOf(file.scan, "[A]", 1)[1], 3);
+  }
+  ScanFile const joined = readString("run,time,A\n2,0,1\n1,1,2\n1,1,3\n1,0,4\n2,1,5\n2,1,6\n");
+  EXPECT_EQ(valuesOf(joined.scan, "A", 0), (Values{4, 3}));
+  EXPECT_EQ(valuesOf(joined.scan, "A", 1), (Values{1, 6}));
+  EXPECT_TRUE(tells(joined.report, "2 rows were left out"));
+}
+
+TEST(Dialects, RunsOfOneTimeEachAreNoEvents)
+{
+  ReadOptions options;
+  options.outputs = {"A"};
+  EXPECT_EQ(readString("time,A,k\n10,1,1\n10,2,2\n10,3,3\n", options).scan.runs.size(), 3u);
+  EXPECT_THAT([&] { (void)readString("run,time,A\n1,10,1\n1,10,2\n1,10,3\n"); },
+              testing::ThrowsMessage<ScanError>(HasSubstr("time 10 stands twice in run 1")));
+}
+
+TEST(Dialects, ATableInTheOrderOfTimeHasRunsByTheirParameters)
+{
+  ScanFile const file = readString("time,k,m,A\n0,1,1,5\n0,1,2,6\n0,2,2,7\n1,1,1,8\n1,1,2,9\n1,2,2,10\n");
+  ASSERT_EQ(file.scan.runs.size(), 3u);
+  EXPECT_EQ(valuesOf(file.scan, "A", 1), (Values{6, 9}));
+  EXPECT_EQ(parameterOf(file.scan, "m").values, (Values{1, 2, 2}));
+  EXPECT_TRUE(tells(file.report, "each time has a row for each of 3 runs"));
+  for (std::string const text :
+       {"time,k,A\n0,1,5\n0,2,6\n0,2,7\n1,1,8\n1,2,9\n1,2,10\n",
+        "time,k,A\n0,1,5\n0,2,6\n0,3,7\n1,1,8\n1,3,9\n", "time,k,A\n0,1,5\n0,2,6\n1,2,7\n1,1,8\n"})
+    EXPECT_THAT([&] { (void)readString(text); },
+                testing::ThrowsMessage<ScanError>(HasSubstr("name the one that does with --run")))
+        << text;
+}
+
 TEST(Dialects, TimeMayFallWithinRunsWithoutARunColumn)
 {
   std::string text;
@@ -524,6 +618,72 @@ TEST(Dialects, AdaptiveStepsComeOntoEvenSteps)
   for (std::size_t run = 0; run < 3; ++run) EXPECT_EQ(valuesOf(file.scan, "A", run), (Values{0, 20, 40}));
 }
 
+/// Rows "run,time,A" with A = 10 time, at times that a solver took from `first` to the first behind `last`.
+std::string solverRun(int run, double first, double step, double last)
+{
+  std::string text;
+  double time = first;
+  for (int i = 0; time < last + step; ++i, time = first + step * i)
+    text += std::to_string(run) + ',' + plain(time) + ',' + plain(10 * time) + '\n';
+  return text;
+}
+
+TEST(Dialects, RunsWhoseSolversEndWithinAStepOfEachOtherAreComplete)
+{
+  std::string text = "run,time,A\n";
+  for (int run = 0; run < 40; ++run) text += solverRun(run, 0, 0.11 + 0.01 * run, 10);
+  text += solverRun(40, 0, 0.11, 5);
+  text += solverRun(41, 0, 0.5, 20);
+  ScanFile const file = readString(text);
+  EXPECT_GE(file.scan.times.back(), 10.0);
+  EXPECT_LT(file.scan.times.back(), 10.1);
+  for (std::size_t run = 0; run < 42; ++run)
+    EXPECT_EQ(file.scan.runs[run].status, run == 40 ? RunStatus::Short : RunStatus::Complete) << run;
+  EXPECT_NEAR(valuesOf(file.scan, "A", 41).back(), 10 * file.scan.times.back(), 1e-9);
+  EXPECT_TRUE(tells(file.report, "the last at 20; not all runs reach them")) << "what is left out";
+  EXPECT_TRUE(tells(file.report, "1 run ends early"));
+}
+
+TEST(Dialects, RunsThatBeginWithinAStepOfEachOtherAreComplete)
+{
+  std::string text = "run,time,A\n";
+  for (int run = 0; run < 30; ++run) text += solverRun(run, 0.001 * run, 1, 18);
+  ScanFile const file = readString(text);
+  EXPECT_DOUBLE_EQ(file.scan.times.front(), 0.029);
+  for (ScanRun const& run : file.scan.runs) EXPECT_EQ(run.status, RunStatus::Complete);
+  EXPECT_TRUE(tells(file.report, "times before 0.029 were left out: 29 rows of 29 runs, the first at 0"));
+}
+
+TEST(Dialects, ARunThatBeginsWithinAStepOfASharedGridIsComplete)
+{
+  std::string text = "run,time,A\n";
+  for (int run = 0; run < 3; ++run) text += solverRun(run, 0, 0.5, 10);
+  text += solverRun(3, 0.25, 0.5, 10) + solverRun(4, 5.25, 0.5, 10);
+  ScanFile const file = readString(text);
+  EXPECT_EQ(file.scan.times.front(), 0.5);
+  EXPECT_EQ(file.scan.runs[3].status, RunStatus::Complete);
+  EXPECT_EQ(file.scan.runs[4].status, RunStatus::Failed);
+  EXPECT_TRUE(tells(file.report, "1 run begins after the first common time"));
+}
+
+TEST(Dialects, RowsBehindACommonGridAreCounted)
+{
+  ScanFile const file =
+      readString("run,time,A\n1,0,1\n1,1,2\n1,2,3\n2,0,1\n2,1,2\n2,2,3\n3,0,1\n3,0.5,2\n3,2,3\n3,4,99\n");
+  EXPECT_EQ(file.scan.times, (Values{0, 1, 2}));
+  EXPECT_TRUE(tells(file.report, "times after 2 were left out: 1 row of 1 run, the last at 4"));
+}
+
+TEST(Dialects, RunsThatStopAtManyTimesDoNotShortenTheOthers)
+{
+  std::string text = "run,time,A\n";
+  for (int run = 0; run < 12; ++run) text += solverRun(run, 0, 0.1 + 0.001 * run, run < 8 ? 5 : 10);
+  ScanFile const file = readString(text);
+  EXPECT_GE(file.scan.times.back(), 10);
+  EXPECT_EQ(file.scan.runs[0].status, RunStatus::Short);
+  EXPECT_EQ(file.scan.runs[11].status, RunStatus::Complete);
+}
+
 TEST(Dialects, RunsThatEndEarlyAreKept)
 {
   ScanFile const file = readString("run,time,A\n0,0,1\n0,1,2\n0,2,3\n1,0,4\n1,1,5\n2,0,6\n2,1,7\n2,2,8\n");
@@ -566,6 +726,122 @@ TEST(Dialects, CodesOfAStatusAreNotInterpreted)
   EXPECT_EQ(file.scan.runs[1].status, RunStatus::Complete);
   EXPECT_EQ(roleOf(file.report, "status"), "parameter");
   EXPECT_TRUE(tells(file.report, "not taken for the status of runs"));
+}
+
+TEST(Dialects, AStatusMayStandInOneRowOfEachRun)
+{
+  for (std::string const text : {"run,time,A,k,status\n1,0,1,7,\n1,1,2,7,ok\n2,0,3,9,\n2,1,4,9,failed\n",
+                                 "run,time,A,k,status\n1,0,1,7,ok\n1,1,2,7,\n2,0,3,9,failed\n2,1,4,9,\n"}) {
+    ScanFile const file = readString(text);
+    EXPECT_EQ(roleOf(file.report, "status"), "status");
+    EXPECT_EQ(file.scan.runs[0].status, RunStatus::Complete);
+    EXPECT_EQ(file.scan.runs[1].status, RunStatus::Failed);
+  }
+}
+
+/// Whether something that holds the words is told as a guess.
+bool guesses(ReadReport const& report, std::string const& words)
+{
+  ReadReport guesses;
+  for (Finding const& finding : report.findings)
+    if (finding.guess) guesses.findings.push_back(finding);
+  return tells(guesses, words);
+}
+
+TEST(Dialects, ValuesThatDifferByRoundingWithinARunAreAParameter)
+{
+  ScanFile const file =
+      readString("run,time,A,k\n1,0,1,0.1\n1,1,2,0.1\n2,0,1,0.3\n2,1,3,0.30000000000000004\n");
+  EXPECT_EQ(parameterOf(file.scan, "k").values, (Values{0.1, 0.3}));
+  EXPECT_TRUE(guesses(file.report, "its values within a run differ by rounding"));
+  ReadOptions options;
+  options.outputs = {"k"};
+  EXPECT_EQ(readString("run,time,A,k\n1,0,1,1\n1,1,2,1.0000000001\n", options).scan.outputs.size(), 2u);
+  options = {};
+  options.parameters = {"k"};
+  EXPECT_EQ(parameterOf(readString("run,time,A,k\n1,0,1,1\n1,1,2,1.0000000001\n", options).scan, "k").values,
+            Values{1});
+}
+
+TEST(Dialects, AValueInTheFirstRowOfEachRunOnlyIsAParameter)
+{
+  ScanFile const file =
+      readString("run,time,A,k,s\n1,0,1,7,WT\n1,1,2,,\n1,2,3,,\n2,0,3,9,KO\n2,1,4,,\n2,2,5,,\n");
+  EXPECT_EQ(parameterOf(file.scan, "k").values, (Values{7, 9}));
+  EXPECT_THAT(parameterOf(file.scan, "s").texts, ElementsAre("WT", "KO"));
+  EXPECT_TRUE(guesses(file.report, "its value stands in the first row of each run"));
+  EXPECT_EQ(roleOf(readString("run,time,A,k\n1,0,1,7\n1,1,2,\n2,0,3,9\n2,1,4,9\n").report, "k"), "output");
+}
+
+TEST(Dialects, AnOutputThatChangesInFewRunsIsToldAsAGuess)
+{
+  std::string text = "run,time,A,k\n";
+  for (int run = 0; run < 60; ++run)
+    for (int time = 0; time < 3; ++time)
+      text += joined({1.0 * run, 1.0 * time, 1.0 * time, run == 7 && time == 2 ? 0.3 : 0.4}, ",") + '\n';
+  ScanFile const file = readString(text);
+  EXPECT_EQ(roleOf(file.report, "k"), "output");
+  EXPECT_TRUE(guesses(file.report, "\"k\" is taken for an output: it changes within 1 of 60 runs"));
+  EXPECT_FALSE(tells(file.report, "\"A\" is taken"));
+}
+
+TEST(Dialects, AParameterThatCouldBeAConstantOutputIsToldAsAGuess)
+{
+  EXPECT_TRUE(guesses(readString("run,time,A,C\n1,0,1,5\n1,1,2,5\n2,0,1,6\n2,1,3,6\n").report,
+                      "\"C\" is taken for a parameter"));
+  std::string const rows = "1,0,1,5,1\n1,1,2,5,2\n1,2,4,5,3\n2,0,1,6,1\n2,1,3,6,2\n";
+  EXPECT_TRUE(guesses(readString("run,time,A,C,B\n" + rows).report, "though between outputs"));
+  EXPECT_FALSE(tells(readString("run,time,A,Parameter: C,B\n" + rows).report, "is taken for a parameter"));
+  EXPECT_FALSE(tells(readString("run,time,A,B,k\n" + rows, {}).report, "though of two rows"));
+}
+
+TEST(Dialects, ALastFieldThatMayBeCutIsTold)
+{
+  std::string const text = "run,time,A,k\n1,0,1,0.15\n1,1,2,0.15\n2,0,3,0.25\n2,1,4,0.2";
+  EXPECT_TRUE(guesses(readString(text).report, "its last field is \"0.2\", and \"0.25\" above it"));
+  EXPECT_FALSE(tells(readString(text + "5").report, "cut off"));
+  EXPECT_FALSE(tells(readString(text + "\n").report, "cut off"));
+  EXPECT_TRUE(guesses(readString("time A\n0 15\n1 1").report, "cut off"));
+}
+
+TEST(Dialects, EmptyColumnsAndRowsOfASpreadsheetAreLeftOut)
+{
+  for (std::string const d : {",", ";"}) {
+    ScanFile const file =
+        readString("run" + d + "time" + d + "A" + d + "B" + d + "k" + d + d + d + '\n' +
+                   small.rows([&](int run, double time) { return line(run, time, d) + d + d + d; }) + d + d +
+                   d + d + d + d + d + '\n');
+    expectSmallScan(file);
+    EXPECT_TRUE(tells(file.report, "3 columns at the end were left out"));
+  }
+  EXPECT_THAT([] { (void)readString("time,A,,\n0,1,,\n1,2,7,\n"); },
+              testing::ThrowsMessage<ScanError>(HasSubstr("column 3: the column has no name")));
+}
+
+TEST(Dialects, ATableOfSettingsAboveTheScanIsSkipped)
+{
+  std::string const settings =
+      "\"Results\"\n\"min-x\",\"max-x\",\"min-y\",\"max-y\"\n\"-25\",\"25\",\"-25\",\"25\"\n";
+  ScanFile const file = readString(
+      settings + "\"[run number]\",\"k\",\"[step]\",\"A\",\"B\"\n" + small.rows([](int run, double time) {
+        return '"' +
+               joined({1.0 * run, small.k(run), time, small.a(run, time), small.b(run, time)}, "\",\"") + '"';
+      }));
+  expectSmallScan(file);
+  EXPECT_EQ(file.scan.time.name, "step");
+  EXPECT_TRUE(tells(file.report, "skipped 3 lines of text before the table"));
+}
+
+TEST(Dialects, SteadyStatesNeedNamedOutputs)
+{
+  std::string const text = "# Values[k1]\tValues[k2]\t[A]_ss\n0.7\t1.6\t0.4\n1.1\t1.8\t0.6\n";
+  EXPECT_THAT([&] { (void)readString(text); }, testing::ThrowsMessage<ScanError>(HasSubstr(
+                                                   "with --output if each row is a run without time")));
+  ReadOptions options;
+  options.outputs = {"[A]_ss"};
+  ScanFile const file = readString(text, options);
+  EXPECT_EQ(valuesOf(file.scan, "[A]_ss", 1), Values{0.6});
+  EXPECT_EQ(parameterOf(file.scan, "Values[k2]").values, (Values{1.6, 1.8}));
 }
 
 TEST(Dialects, AnyNameOfAnOutputWillDo)

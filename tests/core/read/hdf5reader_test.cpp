@@ -113,6 +113,51 @@ TEST_F(Hdf5Test, AReportOfRepeatsIsAScan)
   }
 }
 
+TEST_F(Hdf5Test, ScalesTellWhichAxisIsTime)
+{
+  const ScanFile file = read([](Hdf5Content& content) {
+    content.numbers("time", {2}, {0, 5});
+    content.numbers("run", {2}, {1, 2});
+    content.numbers("A", {2, 2}, {1, 2, 3, 4});
+    content.scales("A", {"time", "run"});
+  });
+  EXPECT_THAT(valuesOf(file.scan, "A", 0), ElementsAre(1, 3));
+  EXPECT_THAT(guessesOf(file.report), IsEmpty());
+}
+
+TEST_F(Hdf5Test, ATableForEachRunIsAScan)
+{
+  const ScanFile file = read([](Hdf5Content& content) {
+    for (const std::string name : {"run_1", "run_2"}) {
+      content.numbers(name, {2, 3}, {0, 1, nan, 1, name == "run_1" ? 5.0 : 6.0, 3});
+      content.attribute(name, "columns", {"time", "A", "B"});
+      content.numberAttribute(name, "k1", name == "run_1" ? 0.1 : 0.2);
+    }
+  });
+  EXPECT_THAT(keysOf(file.scan), ElementsAre("1", "2"));
+  EXPECT_THAT(file.scan.times, ElementsAre(0, 1));
+  EXPECT_THAT(outputsOf(file.scan), ElementsAre("A", "B"));
+  EXPECT_THAT(valuesOf(file.scan, "A", 1), ElementsAre(1, 6));
+  EXPECT_EQ(file.scan.runs[0].status, RunStatus::Failed) << "it has a NaN";
+  EXPECT_THAT(parametersOf(file.scan), ElementsAre("k1"));
+  EXPECT_THAT(file.scan.parameters.front().values, ElementsAre(0.1, 0.2));
+  EXPECT_THAT(guessesOf(file.report), Contains(HasSubstr("each of 2 data sets is a run")));
+}
+
+TEST_F(Hdf5Test, ATableWithAColumnOfRunsIsAScan)
+{
+  const Fill fill = [](Hdf5Content& content) {
+    content.numbers("scan", {4, 3}, {1, 0, 5, 1, 2, 6, 2, 0, 7, 2, 2, 8});
+    content.attribute("scan", "columns", {"run", "time", "A"});
+  };
+  for (ReadOptions const& options : {ReadOptions(), withDataSet("scan")}) {
+    const ScanFile file = read(fill, options);
+    EXPECT_THAT(keysOf(file.scan), ElementsAre("1", "2"));
+    EXPECT_THAT(file.scan.times, ElementsAre(0, 2));
+    EXPECT_THAT(valuesOf(file.scan, "A", 1), ElementsAre(7, 8));
+  }
+}
+
 TEST_F(Hdf5Test, AReportOfTwoAxesIsOneRunWhosePaddingIsCut)
 {
   const ScanFile file = read([](Hdf5Content& content) {

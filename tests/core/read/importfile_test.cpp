@@ -50,6 +50,13 @@ TEST_F(ImportFile, SetsEveryOption)
   EXPECT_TRUE(options.exactTimes);
 }
 
+TEST_F(ImportFile, NumbersCanMeanNoValue)
+{
+  EXPECT_THAT(optionsOf(R"({"missing": -999})").missing, ElementsAre("-999"));
+  EXPECT_THAT(optionsOf(R"({"missing": [1.5, "-"]})").missing, ElementsAre("1.5", "-"));
+  EXPECT_THAT(faultOf(R"({"missing": [true]})"), HasSubstr("a value of another type is expected"));
+}
+
 TEST_F(ImportFile, UnderstandsTheNamesOfSieveFiles)
 {
   ReadOptions const options = optionsOf(

@@ -75,6 +75,42 @@ TEST(Npy, AnArrayOfTwoAxesIsOneOutput)
   EXPECT_EQ(file.scan.runs[1].end, 2u);
 }
 
+TEST(Npy, ANumberCanMeanNoValue)
+{
+  ReadOptions options;
+  options.missing = {"-999"};
+  const ScanFile file = readNpy("ATP.npy", npy({2, 3}, {1, 2, 3, 4, 5, -999}), options);
+  EXPECT_THAT(valuesOf(file.scan, "ATP", 1), ElementsAre(4, 5, IsNan()));
+  EXPECT_EQ(file.scan.runs[1].status, RunStatus::Short);
+}
+
+TEST(Npz, StatesOfASolverCouldBeRuns)
+{
+  const Files solution = {{"t", npy({3}, {0, 1, 2})}, {"y", npy({2, 3}, {1, 2, 3, 4, 5, 6})}};
+  const ScanFile runs = readFiles(solution);
+  EXPECT_EQ(runs.scan.runs.size(), 2u);
+  EXPECT_THAT(guessesOf(runs.report), Contains("the axes of the values are runs x times"));
+  ReadOptions options;
+  options.names = {"A", "B"};
+  const ScanFile states = readFiles(solution, options);
+  EXPECT_EQ(states.scan.runs.size(), 1u);
+  EXPECT_THAT(valuesOf(states.scan, "B", 0), ElementsAre(4, 5, 6));
+}
+
+TEST(Npz, ARowOrAColumnIsAVector)
+{
+  EXPECT_THAT(faultOf({{"block0", npy({3, 2}, {1, 2, 3, 4, 5, 6})}, {"block1", npy({3, 1}, {1, 2, 3})}}),
+              HasSubstr("arrays of different shapes could hold the values"))
+      << "nothing tells that one of them is no output";
+  const ScanFile file = readFiles({{"values", npy({2, 3, 2}, cube)},
+                                   {"time", npy({3, 1}, {0, 1, 5})},
+                                   {"k", npy({1, 2}, {7, 8})},
+                                   {"run", npy({2, 1}, {4, 3})}});
+  EXPECT_THAT(file.scan.times, ElementsAre(0, 1, 5));
+  EXPECT_THAT(file.scan.parameters.front().values, ElementsAre(7, 8));
+  EXPECT_THAT(keysOf(file.scan), ElementsAre("4", "3"));
+}
+
 TEST(Npy, OutputsWithoutNamesAreCounted)
 {
   const ScanFile file = readNpy("a.npy", npy({2, 3, 2}, cube), {});
@@ -105,7 +141,8 @@ TEST(Npy, WhatIsNoScanIsRefused)
   options.names = {"A", "B", "C", "D"};
   EXPECT_THAT(fault(npy({2, 3, 2}, cube), options), HasSubstr("4 names are given for 2 outputs"));
   options.names = {"A", "A"};
-  EXPECT_THAT(fault(npy({2, 3, 2}, cube), options), HasSubstr("the names of outputs are different"));
+  EXPECT_THAT(fault(npy({2, 3, 2}, cube), options),
+              HasSubstr("two outputs are named \"A\"; names must differ"));
 }
 
 TEST(Npz, ArraysAreKnownByTheirNames)

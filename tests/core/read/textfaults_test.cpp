@@ -142,6 +142,22 @@ TEST(TextFaults, BrokenHeader)
   EXPECT_THAT(messageFor("A,time\r1,0\r2,1\r"), HasSubstr("carriage return"));
 }
 
+TEST(TextFaults, AColumnWithoutAName)
+{
+  EXPECT_THAT(messageFor("run,time,A,B\n1,0,1,2,7\n1,1,2,2,8\n2,0,2,4,7\n2,1,5,4,9\n"),
+              HasSubstr("scan.csv:2: 5 fields, but the header has 4; write the name of every column"));
+}
+
+TEST(TextFaults, ACommentThatNamesTheColumnsInAnotherWay)
+{
+  std::string const rows = "# time A B\n0 1 10\n1 2 20\n\n";
+  EXPECT_THAT(messageFor(rows + "# time B A\n0 30 3\n1 40 4\n"),
+              HasSubstr("scan.csv:5: the columns are named in another way than in line 1"));
+  EXPECT_THAT(messageFor(rows + "# time A C\n0 30 3\n1 40 4\n"), HasSubstr("in another way"));
+  EXPECT_EQ(messageFor(rows + "#  time   A B \n0 30 3\n1 40 4\n"), "nothing");
+  EXPECT_EQ(messageFor(rows + "# run 2 at a later time\n0 30 3\n1 40 4\n"), "nothing");
+}
+
 TEST(TextFaults, ATimeThatARunHasTwice)
 {
   EXPECT_THAT(messageForRows("1,0,0,1\n2,1,0,1\n3,0,1,2\n4,1,1,2\n1,0,0,1\n2,1,0,1\n"),

@@ -108,6 +108,25 @@ TEST(SieveFile, ReadsBackWhatWasWritten)
   expectSame(readSieve(toSieveText(sieve)), sieve);
 }
 
+TEST(SieveFile, KeepsTheMethodOfComparison)
+{
+  EXPECT_FALSE(loadSieve(exampleFile).method) << "files of this version may have none";
+  SieveFile sieve;
+  sieve.method.emplace();
+  sieve.method->adjustment = Adjustment::BenjaminiHochberg;
+  sieve.method->permutations = 5000;
+  sieve.method->mostPermutations = 5000;
+  sieve.method->seed = 18446744073709551615U;
+  sieve.method->gatesTried = 12;
+  const SieveFile copy = readSieve(toSieveText(sieve));
+  ASSERT_TRUE(copy.method);
+  EXPECT_EQ(copy.method->adjustment, Adjustment::BenjaminiHochberg);
+  EXPECT_EQ(copy.method->permutations, 5000u);
+  EXPECT_EQ(copy.method->mostPermutations, 5000u);
+  EXPECT_EQ(copy.method->seed, 18446744073709551615U);
+  EXPECT_EQ(copy.method->gatesTried, 12u);
+}
+
 TEST(SieveFile, IsWrittenInPlaceOfAFormerOne)
 {
   const TempFolder folder;
@@ -175,6 +194,11 @@ TEST(SieveFile, SaysWhatIsWrongAndWhere)
   EXPECT_THAT(memberFailure(R"("gates":[],"thresholds":{"p":"x"})"),
               HasSubstr("thresholds[\"p\"]: expected a number"));
   EXPECT_THAT(memberFailure(R"("gates":[],"read":1)"), HasSubstr("read: expected an object"));
+  EXPECT_THAT(memberFailure(R"("gates":[],"method":[])"), HasSubstr("method: expected an object"));
+  EXPECT_THAT(memberFailure(R"("gates":[],"method":{"adjust":"bonferroni"})"),
+              HasSubstr("method.adjust: expected \"permutation\", \"holm\", \"bh\" or \"none\""));
+  EXPECT_THAT(memberFailure(R"("gates":[],"method":{"permutations":-1})"),
+              HasSubstr("method.permutations: expected a whole number"));
   EXPECT_THAT(memberFailure(R"("gates":[],"read":{"outputs":["A",2]})"),
               HasSubstr("read.outputs[1]: expected a text, found \"2\""));
   EXPECT_THAT(memberFailure(R"("gates":[],"read":{"decimal":",,"})"),
