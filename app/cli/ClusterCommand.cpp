@@ -54,7 +54,7 @@ void printDifferences(ClusterComparison const& comparison)
 {
   std::size_t width = 9;
   for (ClusterDifference const& d : comparison.differences) width = std::max(width, shownWidth(d.name));
-  std::cout << "\nall clusters\nparameter" << std::string(width - 9, ' ')
+  std::cout << "\nall clusters, by permutation\nparameter" << std::string(width - 9, ' ')
             << "  cluster       d          p      p adj\n";
   for (ClusterDifference const& d : comparison.differences) {
     std::cout << printable(d.name) << std::string(width - std::min(width, shownWidth(d.name)), ' ') << "  ";

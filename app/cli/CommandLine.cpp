@@ -580,17 +580,17 @@ private:
     return arguments;
   }
 
+  static BoxArguments checked(BoxArguments const& arguments)
+  {
+    requireGates(arguments, "box");
+    return arguments;
+  }
+
   static PairsArguments checked(PairsArguments const& arguments)
   {
     requireGates(arguments, "pairs");
     if (!arguments.pair.empty() && arguments.picture.empty())
       throw UsageError("pairs: --pair says what the picture shows, which needs -p");
-    return arguments;
-  }
-
-  static BoxArguments checked(BoxArguments const& arguments)
-  {
-    requireGates(arguments, "box");
     return arguments;
   }
 

@@ -14,9 +14,9 @@ struct Information
   std::string text;
 };
 
-using Command = std::variant<Information, SimulateArguments, InfoArguments, RankArguments, PairsArguments,
-                             SelectArguments, RenderArguments, ClusterArguments, BoxArguments,
-                             ConvertArguments, ExploreArguments>;
+using Command =
+    std::variant<Information, SimulateArguments, InfoArguments, RankArguments, PairsArguments, BoxArguments,
+                 SelectArguments, RenderArguments, ClusterArguments, ConvertArguments, ExploreArguments>;
 
 /// Understands the words after the program's name. Without a command, or with a file only, it is "explore".
 /// \throw UsageError with one line that says what is wrong

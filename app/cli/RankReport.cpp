@@ -126,7 +126,7 @@ nlohmann::ordered_json numberJson(double value)
 std::string pText(double p, bool isBelow)
 {
   if (isBelow) return "< " + formatted(p, "%.0e", "-");
-  return formatted(p, p < 1e-4 ? "%.1e" : "%.2g", "-");
+  return formatted(p, p < 9.5e-4 ? "%.1e" : "%.2g", "-");
 }
 
 void printRankTable(std::ostream& out, std::vector<ParameterComparison> const& ranked, Adjustment adjustment,
@@ -165,13 +165,17 @@ void printNotCompared(std::ostream& out, std::size_t notComplete)
 void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t tests,
                  std::size_t permutations, double noiseFloor, bool isSettled)
 {
-  std::string const ofTests = " of " + std::to_string(tests) + (tests == 1 ? " test" : " tests");
+  // The largest |d| of a permutation is that of one set of gates; its p is multiplied.
+  std::size_t const counted =
+      method.adjustment == Adjustment::Permutation ? tests / method.gatesTried : tests;
+  std::string const ofTests = " of " + std::to_string(counted) + (counted == 1 ? " test" : " tests");
   std::string const tried = method.gatesTried > 1
-                                ? ", " + std::to_string(method.gatesTried) + " sets of gates tried"
+                                ? ", for " + std::to_string(method.gatesTried) + " sets of gates tried"
                                 : std::string();
   out << "d      largest distance of the distributions, each run counted once; + where passing runs are "
          "larger\n"
-         "p      two-sample Kolmogorov-Smirnov test of this parameter alone\np adj  ";
+         "p      two-sample Kolmogorov-Smirnov test of this parameter alone (of texts: permutations)\np adj "
+         " ";
   switch (method.adjustment) {
   case Adjustment::Permutation:
     out << "largest |d|" << ofTests << " in " << permutations << " permutations (seed " << method.seed << ')';
@@ -183,12 +187,12 @@ void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t 
     out << "false discovery rate (Benjamini-Hochberg)" << ofTests;
     break;
   case Adjustment::None:
-    out << "p, not adjusted" << ofTests;
+    out << "p, not adjusted";
     break;
   }
   out << tried << '\n';
   if (!std::isnan(noiseFloor))
-    out << "floor  chance alone reaches |d| = " << formatted(noiseFloor, "%.3f", "-") << " in "
+    out << "floor  chance alone exceeds |d| = " << formatted(noiseFloor, "%.3f", "-") << " in "
         << formatted(100.0 * method.thresholds.largestP / static_cast<double>(method.gatesTried), "%.3g", "-")
         << " % of the permutations\n";
   if (!isSettled && method.adjustment == Adjustment::Permutation)

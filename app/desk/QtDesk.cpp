@@ -26,11 +26,6 @@ void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, s
   drawClusterPicture(arguments, scan, output, method);
 }
 
-void QtDesk::drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture)
-{
-  drawPairPicture(arguments, scan, picture);
-}
-
 void QtDesk::drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title)
 {
   drawBoxPicture(arguments, box, title);
@@ -40,6 +35,11 @@ void QtDesk::drawStability(RankArguments const& arguments, Comparison const& com
                            ComparisonStability const& stability)
 {
   drawStabilityPicture(arguments, comparison, stability);
+}
+
+void QtDesk::drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture)
+{
+  drawPairPicture(arguments, scan, picture);
 }
 
 OpenedScan QtDesk::readPlotScan(std::string const& path)

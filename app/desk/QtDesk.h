@@ -13,10 +13,10 @@ public:
   int explore(ExploreArguments const& arguments) override;
   void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
                     ComparisonMethod const& method) override;
-  void drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture) override;
   void drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title) override;
   void drawStability(RankArguments const& arguments, Comparison const& comparison,
                      ComparisonStability const& stability) override;
+  void drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture) override;
   OpenedScan readPlotScan(std::string const& path) override;
 };
 

@@ -3,6 +3,7 @@
 #include "app/cli/RankReport.h"
 #include "app/view/ScanPlot.h"
 
+#include <vtkAxis.h>
 #include <vtkChart.h>
 #include <vtkChartMatrix.h>
 #include <vtkDoubleArray.h>
@@ -19,6 +20,7 @@ namespace runsieve::app {
 namespace {
 
 constexpr char floorLabel[] = "noise floor";
+constexpr float thinLine = 1.01f;          ///< pixels; at exactly 1 software OpenGL loses joints
 constexpr vtkIdType curvesOfSelection = 3; ///< all runs, passing runs, others
 
 /// For each parameter of the plot its position in Scan::parameters, which counts all columns of parameters.
@@ -134,7 +136,7 @@ void addFloor(vtkChart* chart, Curve const& others, double floor)
     line->SetInputData(tableOf(shifted(others, by)), vtkIdType(0), vtkIdType(1));
     line->SetLabel(floorLabel);
     line->SetColor(grey, grey, grey, 255);
-    line->SetWidth(1.0f);
+    line->SetWidth(thinLine);
     line->SetSelectable(false);
     chart->AddPlot(line);
   }
@@ -165,6 +167,9 @@ void drawCurves(vtkChart* chart, ScanParameter const& parameter, ShownComparison
   if (!std::isnan(shown.numbers.noiseFloor) && !parameter.isText())
     addFloor(chart, distributionOf(parameter.values, others), shown.numbers.noiseFloor);
   chart->RecalculateBounds();
+  vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);
+  left->SetUnscaledRange(0.0, 1.0); // else it would begin at the least share
+  left->SetBehavior(vtkAxis::FIXED);
 }
 
 } // namespace

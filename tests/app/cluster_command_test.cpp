@@ -214,7 +214,7 @@ TEST_F(ClusterCommand, RanksTheParametersOfEachClusterAndOfAllTogether)
     EXPECT_THAT(tables, HasSubstr("\ncluster " + std::to_string(k) + ": 20 of 60 runs\nparameter "));
   EXPECT_THAT(tables, HasSubstr("\nall clusters\nparameter  cluster"));
   EXPECT_THAT(tables, HasSubstr("\np adj  largest |d| of 15 tests in 1000 permutations (seed 1)\n"));
-  EXPECT_THAT(tables, HasSubstr("\nfloor  chance alone reaches |d| = "));
+  EXPECT_THAT(tables, HasSubstr("\nfloor  chance alone exceeds |d| = "));
 
   arguments.output = folder.file("labels.csv");
   EXPECT_EQ(cluster(), tables) << "the tables stay on standard output";

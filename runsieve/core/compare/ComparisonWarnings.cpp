@@ -50,8 +50,8 @@ void warnOfCorrelations(Warnings& warnings, ComparedRuns const& runs, DesignOfRu
 
 } // namespace
 
-void addWarning(Warnings& warnings, char const* kind, std::vector<std::string> const& things,
-                char const* advice)
+void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
+                std::vector<std::string> const& things, char const* advice)
 {
   if (things.empty()) return;
   std::string text;
@@ -61,7 +61,7 @@ void addWarning(Warnings& warnings, char const* kind, std::vector<std::string> c
   warnings.push_back({kind, text, advice});
 }
 
-void warnOfGroups(Warnings& warnings, std::size_t passing, std::size_t others)
+void warnOfGroups(std::vector<ComparisonWarning>& warnings, std::size_t passing, std::size_t others)
 {
   auto const told = [](std::size_t count, char const* what) {
     return "only " + std::to_string(count) + (count == 1 ? " run " : " runs ") + what;
@@ -73,7 +73,7 @@ void warnOfGroups(Warnings& warnings, std::size_t passing, std::size_t others)
              "p-values hold, but only large differences can be found: other gates, or more runs");
 }
 
-void warnOfDesign(Warnings& warnings, SampleDesign design)
+void warnOfDesign(std::vector<ComparisonWarning>& warnings, SampleDesign design)
 {
   switch (design) {
   case SampleDesign::SWEEP:
@@ -95,10 +95,10 @@ void warnOfDesign(Warnings& warnings, SampleDesign design)
   }
 }
 
-std::string correlationText(double value)
+std::string correlationText(double r)
 {
   char text[32];
-  std::snprintf(text, sizeof text, "%.2f", value);
+  std::snprintf(text, sizeof text, "%.2f", r);
   return text;
 }
 

@@ -27,7 +27,7 @@ struct DesignOfRuns
 /// For each compared parameter the first one of which it is a copy, or itself.
 [[nodiscard]] std::vector<std::size_t> originalsOf(DesignOfRuns const& design, std::size_t parameters);
 
-/// Several things of one kind are one warning, which names the first ones. None is no warning.
+/// Several things of one kind are one warning, which names the first; none of none.
 void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
                 std::vector<std::string> const& things, char const* advice);
 

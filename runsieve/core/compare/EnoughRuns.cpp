@@ -41,7 +41,7 @@ std::string allOf(Places const& significant)
              : "all " + std::to_string(significant.size()) + " significant parameters are";
 }
 
-/// "2 of the 7 significant parameters (...)".
+/// "2 of the 7 significant parameters (...)", or all, or the only one.
 std::string someOf(Places const& some, Places const& significant, Comparison const& comparison)
 {
   std::string names;
@@ -49,8 +49,9 @@ std::string someOf(Places const& some, Places const& significant, Comparison con
     names += (i > 0 ? ", " : "") + quoted(comparison.parameters[some[i]].name);
   if (some.size() > mostNames) names += " and " + std::to_string(some.size() - mostNames) + " more";
   if (significant.size() == 1) return "the significant parameter (" + names + ")";
-  return std::to_string(some.size()) + " of the " + std::to_string(significant.size()) +
-         " significant parameters (" + names + ")";
+  std::string const count =
+      some.size() == significant.size() ? "all" : std::to_string(some.size()) + " of the";
+  return count + " " + std::to_string(significant.size()) + " significant parameters (" + names + ")";
 }
 
 Judgement nothingDiffers(ComparisonStability const& stability)

@@ -6,7 +6,9 @@
 #include <cmath>
 #include <cstddef>
 
-/// The two-sample Kolmogorov-Smirnov statistic and its two-sided p-value.
+/// The two-sample Kolmogorov-Smirnov statistic and a two-sided p-value, as the plots show them to hosts. The
+/// p-value is that of a one-sample formula and no number for publication: with few runs it can be wrong by
+/// many orders of magnitude (docs/statistics.md). compareParameters() gives exact ones.
 ///
 /// ItA and ItB are the iterator types of the two sorted ranges. All operations are static and reentrant. The
 /// class is instantiated once, as KolmogorovSmirnov<double*, double*>.
