@@ -156,14 +156,6 @@ std::string passingText(GatedScan const& gated)
          " runs pass";
 }
 
-std::string titleOf(GatedScan const& gated)
-{
-  std::string title;
-  for (AppliedGate const& gate : gated.passed.gates) title += (title.empty() ? "" : ", ") + gate.gate.text();
-  if (gated.sieves()) title += (title.empty() ? "" : " - ") + passingText(gated);
-  return title;
-}
-
 std::string outputNames(Scan const& scan)
 {
   constexpr std::size_t most = 20;

@@ -44,9 +44,6 @@ void saveSieve(GatedScan const& gated, std::vector<Gate> const& gates, GateJoin 
 /// "38 of 101 runs pass".
 [[nodiscard]] std::string passingText(GatedScan const& gated);
 
-/// The gates and how many runs pass, in a line; nothing without anything to sieve by.
-[[nodiscard]] std::string titleOf(GatedScan const& gated);
-
 /// The notes on standard error, a line each.
 void printNotes(GatedScan const& gated);
 

@@ -1,5 +1,6 @@
 #include "app/cli/PairReport.h"
 
+#include "app/cli/AlignedTable.h"
 #include "app/cli/RankReport.h"
 
 #include <runsieve/core/text/ShownText.h>
@@ -9,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <ostream>
+#include <utility>
 #include <vector>
 
 namespace runsieve::app {
@@ -83,28 +85,15 @@ void printPairTable(std::ostream& out, PairComparisons const& comparison, std::s
   auto const nameText = [most = mostName(chosen)](std::string const& name) {
     return shortened(printable(name), most);
   };
-  std::size_t first = 9;
-  std::size_t second = 4;
-  for (std::size_t i = 0; i < shown; ++i) {
-    first = std::max(first, shownWidth(nameText(comparison.pairs[i].first)));
-    second = std::max(second, shownWidth(nameText(comparison.pairs[i].second)));
-  }
-  auto const printRow = [&](std::string const& a, std::string const& b, auto const& textOf) {
-    printField(out, a, first, true);
-    out << std::string(gap, ' ');
-    printField(out, b, second, true);
-    for (Column const& column : chosen) {
-      out << std::string(gap, ' ');
-      printField(out, textOf(column), column.width, false);
-    }
-    out << '\n';
-  };
-  printRow("parameter", "with", [](Column const& column) { return std::string(column.title); });
+  std::vector<std::vector<std::string>> rows = {{"parameter", "with"}};
+  for (Column const& column : chosen) rows[0].emplace_back(column.title);
   for (std::size_t i = 0; i < shown; ++i) {
     ParameterPair const& pair = comparison.pairs[i];
-    printRow(nameText(pair.first), nameText(pair.second),
-             [&](Column const& column) { return column.text(pair); });
+    std::vector<std::string> row = {nameText(pair.first), nameText(pair.second)};
+    for (Column const& column : chosen) row.push_back(column.text(pair));
+    rows.push_back(std::move(row));
   }
+  printAligned(out, rows, 2);
   if (shown < comparison.pairs.size())
     out << "the strongest " << shown << " of " << comparison.pairs.size()
         << " pairs; --top shows more, --format csv all\n";

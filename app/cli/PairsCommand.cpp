@@ -1,6 +1,6 @@
 #include "app/cli/Commands.h"
 
-#include "app/cli/ComparedSets.h"
+#include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
 #include "app/cli/OutputFiles.h"
 #include "app/cli/PairReport.h"
@@ -24,30 +24,43 @@ namespace {
 
 constexpr std::size_t mostCharts = 6;
 
-void printTable(GatedScan const& gated, ComparedSets const& sets, PairComparisons const& found,
-                std::size_t top)
+/// The runs that are compared, and what came of it.
+struct FoundPairs
 {
-  printSets(std::cout, gated, sets);
-  printPairTable(std::cout, found, top);
+  GatedScan const& gated;
+  RunSet passing; ///< all of them eligible
+  RunSet eligible;
+  PairComparisons found;
+
+  [[nodiscard]] std::size_t notComplete() const { return eligible.complement().count(); }
+};
+
+void printTable(FoundPairs const& pairs, std::size_t top)
+{
+  printGates(std::cout, pairs.gated);
+  std::cout << passingText(pairs.gated) << '\n';
+  printNotCompared(std::cout, pairs.notComplete());
   std::cout << '\n';
-  printPairMethod(std::cout, found);
-  printWarnings(std::cout, found.warnings);
+  printPairTable(std::cout, pairs.found, top);
+  std::cout << '\n';
+  printPairMethod(std::cout, pairs.found);
+  printWarnings(std::cout, pairs.found.warnings);
 }
 
-void printJson(GatedScan const& gated, ComparedSets const& sets, PairComparisons const& found)
+void printJson(FoundPairs const& pairs)
 {
+  GatedScan const& gated = pairs.gated;
+  PairComparisons const& found = pairs.found;
   nlohmann::ordered_json report;
   report["version"] = RUNSIEVE_VERSION;
   report["runs"] = gated.scan().runs.size();
   report["passing"] = gated.passed.runs.count();
-  report["not_complete"] = sets.notComplete();
+  report["not_complete"] = pairs.notComplete();
   report["gates"] = gatesAsJson(gated);
   report["method"] = pairMethodJson(found);
   report["pairs"] = nlohmann::json::array();
   for (ParameterPair const& pair : found.pairs) report["pairs"].push_back(pairJson(pair));
-  report["left_out"] = nlohmann::json::array();
-  for (LeftOutParameter const& left : found.leftOut)
-    report["left_out"].push_back({{"name", left.name}, {"reason", left.reason}});
+  report["left_out"] = leftOutJson(found.leftOut);
   report["warnings"] = warningsJson(found.warnings);
   std::cout << report.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
@@ -109,19 +122,24 @@ void checkFiles(PairsArguments const& arguments)
   checkOutputs("pairs", arguments, {arguments.picture});
 }
 
-PairComparisons compared(GatedScan const& gated, ComparedSets const& sets, std::string const& file)
+FoundPairs foundPairs(GatedScan const& gated, std::string const& file)
 {
+  if (!gated.sieves()) failWithoutGates("pairs");
+  if (gated.passed.runs.count() == 0) failWithoutRuns(gated, file);
   if (gated.method.permutations == 0)
     throw UsageError("pairs: the sieve file asks for no permutations, which the test is made of; "
                      "--permutations makes some");
+  FoundPairs pairs{gated, gated.passed.runs, gated.eligible(), {}};
+  pairs.passing &= pairs.eligible;
+  if (pairs.passing.count() == 0) failWithoutCompleteRuns(file);
   try {
-    PairComparisons found = comparePairs(gated.scan(), sets.passing, sets.eligible, gated.method);
-    if (found.pairs.empty())
-      throw std::runtime_error(file + ": " + found.warnings.front().text + ", and a pair takes two");
-    return found;
+    pairs.found = comparePairs(gated.scan(), pairs.passing, pairs.eligible, gated.method);
   } catch (std::length_error const& error) {
     throw std::runtime_error(file + ": " + error.what() + "; --ignore leaves columns out");
   }
+  if (pairs.found.pairs.empty())
+    throw std::runtime_error(file + ": " + pairs.found.warnings.front().text + ", and a pair takes two");
+  return pairs;
 }
 
 } // namespace
@@ -130,19 +148,18 @@ int runPairs(PairsArguments const& arguments)
 {
   checkFiles(arguments);
   GatedScan const gated = openGated(arguments);
-  ComparedSets const sets = comparedSets(gated, "pairs", arguments.file);
-  PairComparisons const found = compared(gated, sets, arguments.file);
+  FoundPairs const pairs = foundPairs(gated, arguments.file);
   if (!arguments.picture.empty())
-    desk().drawPairs(
-        arguments, gated.scan(),
-        {picturedPairs(arguments, gated.scan(), found), sets.passing, sets.eligible, titleOf(gated)});
+    desk().drawPairs(arguments, gated.scan(),
+                     {picturedPairs(arguments, gated.scan(), pairs.found), pairs.passing, pairs.eligible,
+                      pictureTitle(gated)});
   if (arguments.format != "table") printNotes(gated);
   if (arguments.format == "json")
-    printJson(gated, sets, found);
+    printJson(pairs);
   else if (arguments.format == "csv")
-    printPairCsv(std::cout, found);
+    printPairCsv(std::cout, pairs.found);
   else
-    printTable(gated, sets, found, arguments.top);
+    printTable(pairs, arguments.top);
   return 0;
 }
 

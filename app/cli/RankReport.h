@@ -52,9 +52,6 @@ void printWarnings(std::ostream& out, std::vector<ComparisonWarning> const& warn
 [[nodiscard]] nlohmann::ordered_json comparisonJson(ParameterComparison const& comparison,
                                                     Adjustment adjustment, SureDistance const* sure);
 
-/// A number of JSON, null for NaN.
-[[nodiscard]] nlohmann::ordered_json numberJson(double value);
-
 /// The header and the rows of a comparison as CSV, with the method in each row. \param stability null: its
 /// columns, the last ones, are left out
 void printRankCsv(std::ostream& out, Comparison const& comparison,

@@ -100,7 +100,8 @@ std::vector<AxisTick> AxisScale::steps(std::size_t most) const
   if (!(step > 0.0) || !std::isfinite(low) || !std::isfinite(high)) return {};
   double const first = std::ceil(low / step);
   double const largest = std::max(std::fabs(low), std::fabs(high));
-  int const digits = std::clamp(static_cast<int>(std::ceil(std::log10(largest / step))) + 1, 1, 17);
+  constexpr int fewest = 6; // with fewer, 100 would be 1e2
+  int const digits = std::clamp(static_cast<int>(std::ceil(std::log10(largest / step))) + 1, fewest, 17);
   std::vector<AxisTick> ticks;
   for (std::size_t i = 0; i <= most; ++i) {
     double const value = (first + static_cast<double>(i)) * step + 0.0; // not -0

@@ -87,9 +87,9 @@ TEST_F(PairsCommand, ThePairThatTheGateMakesIsOnTopWithAStar)
   EXPECT_EQ(run({}), 0);
   EXPECT_THAT(out, StartsWith("gate   A @ 1 in -inf..0.8  "));
   EXPECT_THAT(out,
-              HasSubstr(" of 200 runs pass\n\nparameter  with    r passing  r others  difference    p adj  \n"
+              HasSubstr(" of 200 runs pass\n\nparameter  with    r passing  r others  difference  p adj\n"
                         "x          y          -0."));
-  EXPECT_THAT(out, HasSubstr("    0.001 *\n"));
+  EXPECT_THAT(out, HasSubstr("  0.001 *\n"));
   EXPECT_EQ(std::count(out.begin(), out.end(), '*'), 1);
   EXPECT_THAT(out, HasSubstr("largest |r| of 3 pairs in "));
   EXPECT_THAT(out, HasSubstr("(seed 1)\nfloor   chance alone exceeds |r| = 0."));
@@ -171,7 +171,7 @@ TEST_F(PairsCommand, CorrelationByDesignHasAColumn)
               std::to_string(drawn[1][run]) + '\n';
   scan = folder.write(text);
   run({}, "A @ 1 in ..0.5");
-  EXPECT_THAT(out, HasSubstr("  by design    p adj  \n"));
+  EXPECT_THAT(out, HasSubstr("  by design  p adj\n"));
   EXPECT_THAT(out, HasSubstr("  +1.000  "));
   EXPECT_THAT(out, HasSubstr("warning  correlated by design: \"x\" and \"twice\" (1.00)\n"));
   EXPECT_THAT(out, Not(HasSubstr("*")));
