@@ -80,6 +80,12 @@ void print(std::ostream& out, std::string const& text, std::size_t width, bool l
   out << (left ? text + blanks : blanks + text);
 }
 
+/// All digits; nothing for NaN.
+std::string exact(double value)
+{
+  return formatted(value, "%.17g", "");
+}
+
 } // namespace
 
 std::string formatted(double value, char const* format, char const* missing)
@@ -88,11 +94,6 @@ std::string formatted(double value, char const* format, char const* missing)
   char text[32];
   std::snprintf(text, sizeof text, format, value);
   return text;
-}
-
-std::string exact(double value)
-{
-  return formatted(value, "%.17g", "");
 }
 
 nlohmann::ordered_json numberJson(double value)
