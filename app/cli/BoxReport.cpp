@@ -4,6 +4,7 @@
 #include "app/cli/RankReport.h"
 
 #include <runsieve/core/gate/GateText.h>
+#include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/ShownText.h>
 #include <runsieve/core/write/RowWriter.h>
 
@@ -154,9 +155,8 @@ void printQuality(std::ostream& out, BoxOfRuns const& box)
 void printExplanation(std::ostream& out, BoxOfRuns const& box)
 {
   if (box.restricted > 0)
-    out << "p       quasi-p: how likely as many runs inside pass if the limit makes no difference; no error "
-           "rate,\n"
-           "        since limits are sought that make it small\n";
+    out << "p       quasi-p: how likely as many runs inside pass if the limit makes no difference; no error\n"
+           "        rate, since limits are sought that make it small\n";
   if (box.method.resamples > 0)
     out << "halves  " << box.method.resamples << " random halves of the runs (seed " << box.method.seed
         << "): how many restrict the parameter, 5..95 % of\n"
@@ -190,6 +190,12 @@ void printPath(std::ostream& out, BoxOfRuns const& box)
   for (Row const& row : rows) longest = std::max(longest, row.back().size());
   for (Row& row : rows) row.back().resize(longest, ' ');
   printAligned(out, rows);
+}
+
+/// Nothing for NaN.
+std::string allDigits(double value)
+{
+  return std::isnan(value) ? std::string() : decimal(value);
 }
 
 /// For a shell, within double quotes if nothing in it means something there.
@@ -350,10 +356,10 @@ void printBox(std::ostream& out, Scan const& scan, BoxOfRuns const& box, std::ve
 void printBoxCsv(std::ostream& out, BoxOfRuns const& box)
 {
   BoxMethod const& method = box.method;
-  std::string common = ',' + exact(box.all.density);
+  std::string common = ',' + allDigits(box.all.density);
   for (double const value : {method.peel, method.leastMass,
                              method.leastCoverage.value_or(std::numeric_limits<double>::quiet_NaN())})
-    common += ',' + exact(value);
+    common += ',' + allDigits(value);
   common += ',' + std::to_string(method.seed) + "," RUNSIEVE_VERSION "\n";
   out << "step,parameter,side,limit,restricted,runs,passing,coverage,density,mass,chosen,base_density,peel,"
          "least_mass,least_coverage,seed,version\n";
@@ -361,10 +367,10 @@ void printBoxCsv(std::ostream& out, BoxOfRuns const& box)
     BoxPathStep const& step = box.path[i];
     out << i << ',' << (step.side == BoxSide::None ? "" : quotedField(step.name)) << ','
         << boxSideName(step.side) << ','
-        << (step.side == BoxSide::Text ? quotedField(step.text) : exact(step.limit)) << ',' << step.restricted
-        << ',' << step.quality.runs << ',' << step.quality.passing;
+        << (step.side == BoxSide::Text ? quotedField(step.text) : allDigits(step.limit)) << ','
+        << step.restricted << ',' << step.quality.runs << ',' << step.quality.passing;
     for (double const value : {step.quality.coverage, step.quality.density, step.quality.mass})
-      out << ',' << exact(value);
+      out << ',' << allDigits(value);
     out << ',' << (i == box.chosen ? "true" : "false") << common;
   }
 }

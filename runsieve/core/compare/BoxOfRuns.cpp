@@ -18,6 +18,9 @@ namespace runsieve {
 
 namespace {
 
+/// Limits that keep no run out go for any largest quasi-p-value.
+constexpr double noneButIdle = 1.0;
+
 BoxQuality qualityOf(BoxMeasures const& measures)
 {
   return {measures.inside.runs, measures.inside.passing, measures.coverage(), measures.density(),
@@ -48,10 +51,9 @@ public:
   BoxSearch(ComparedRuns const& compared, std::vector<std::uint8_t> const& mask, BoxMethod const& method,
             ComparisonWork const& work)
       : runs(compared), columns(compared), table(columns.table()),
-        sample(mask.data(), mask.size()), options{method.peel, method.leastMass}, rule{method.leastCoverage,
-                                                                                       true,
-                                                                                       method.largestQuasiP},
-        method(method), work(work)
+        sample(mask.data(), mask.size()), options{method.peel, method.leastMass},
+        rule{method.leastCoverage, true, method.largestQuasiP.value_or(noneButIdle)}, method(method),
+        work(work)
   {}
 
   [[nodiscard]] BoxOfRuns result(std::size_t runsOfScan) const

@@ -146,6 +146,22 @@ TEST_F(BoxFound, HasAPathFromAllRunsToFew)
     if (step.quality.coverage >= 0.8) EXPECT_LE(step.quality.density, chosen.density);
 }
 
+TEST_F(BoxFound, HasNoLimitThatKeepsNoRunOut)
+{
+  scan.parameters.push_back(scan.parameters[1]);
+  scan.parameters.back().label = labelled("copy");
+  for (std::size_t run = 0; run < runs; ++run) scan.parameters.back().values[run] += 0.001 * valueOf(0, run);
+  BoxOfRuns const box = find();
+  for (std::size_t k = 0; k < box.parameters.size(); ++k) {
+    if (!box.parameters[k].isRestricted) continue;
+    BoxOfRuns wider = box;
+    wider.parameters[k].isRestricted = false;
+    std::size_t inside = 0;
+    for (std::size_t run = 0; run < runs; ++run) inside += holds(wider, scan, run) ? 1 : 0;
+    EXPECT_GT(inside, box.quality.runs) << box.parameters[k].name;
+  }
+}
+
 TEST_F(BoxFound, CoversAsMuchAsIsAskedFor)
 {
   for (double const coverage : {0.5, 0.95, 1.0}) {
