@@ -18,6 +18,8 @@ namespace runsieve::app {
 /// A p-value for people, of two digits: "0.031", "2.9e-25", "< 1e-300". \param isBelow whether it is a bound
 [[nodiscard]] std::string pText(double p, bool isBelow = false);
 
+/// All digits; nothing for NaN.
+[[nodiscard]] std::string exact(double value);
 /// Null for NaN.
 [[nodiscard]] nlohmann::ordered_json numberJson(double value);
 
