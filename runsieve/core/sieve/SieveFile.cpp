@@ -116,7 +116,8 @@ WrittenJson objectOf(SieveFile const& sieve)
   json["thresholds"] = WrittenJson::object();
   for (auto const& [name, value] : sieve.thresholds) json["thresholds"][name] = jsonOf(value);
   if (sieve.method)
-    eachPart(*sieve.method, [&json](char const* name, auto const& value) { json["method"][name] = jsonOf(value); });
+    eachPart(*sieve.method,
+             [&json](char const* name, auto const& value) { json["method"][name] = jsonOf(value); });
   json["read"] = WrittenJson::object();
   eachOption(sieve.read, [&json](char const* name, auto const& value) {
     if (!isDefault(value)) json["read"][name] = jsonOf(value);

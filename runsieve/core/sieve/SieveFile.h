@@ -35,8 +35,8 @@ struct SieveFile
   /// How parameters were compared, but for its thresholds, which stand above; nothing in files of programs
   /// that had no choice.
   std::optional<ComparisonMethod> method;
-  ReadOptions read;                         ///< how the data were read; without threads and progress
-  std::string fingerprint;                  ///< fingerprintOf() the data; empty if not known
+  ReadOptions read;        ///< how the data were read; without threads and progress
+  std::string fingerprint; ///< fingerprintOf() the data; empty if not known
   SieveCounts counts;
 };
 
