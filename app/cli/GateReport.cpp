@@ -1,6 +1,7 @@
 #include "app/cli/GateReport.h"
 
 #include <runsieve/core/gate/GateJson.h>
+#include <runsieve/core/gate/GateText.h>
 #include <runsieve/core/text/FieldText.h>
 
 #include <algorithm>
@@ -61,6 +62,20 @@ std::string pictureTitle(GatedScan const& gated)
   for (AppliedGate const& gate : gated.passed.gates) title += (title.empty() ? "" : ", ") + gate.gate.text();
   if (gated.sieves()) title += (title.empty() ? "" : " - ") + passingText(gated);
   return title;
+}
+
+std::vector<ComparisonWarning> gateWarnings(GatedScan const& gated)
+{
+  std::vector<ComparisonWarning> warnings;
+  for (Gate const& gate : gated.gates) {
+    std::size_t const passing = applyGates({gate}, gated.scan(), GateJoin::All, gateContext()).runs.count();
+    if (passing != 0 && passing != gated.scan().runs.size()) continue;
+    warnings.push_back(
+        {"gate without effect",
+         (passing == 0 ? "no run passes " : "all runs pass ") + runsieve::quoted(formatGate(gate)),
+         "look at its output, times and range, or leave it out"});
+  }
+  return warnings;
 }
 
 nlohmann::ordered_json gatesAsJson(GatedScan const& gated)

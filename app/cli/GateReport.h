@@ -6,11 +6,15 @@
 
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 namespace runsieve::app {
 
 /// A line per gate, with the runs that are left after it, and notes on how sieve file and data differ.
 void printGates(std::ostream& out, GatedScan const& gated);
+
+/// Gates that sieve nothing: those that every run passes, or none.
+[[nodiscard]] std::vector<ComparisonWarning> gateWarnings(GatedScan const& gated);
 
 /// Gates with what was snapped, and the runs that are left after each.
 [[nodiscard]] nlohmann::ordered_json gatesAsJson(GatedScan const& gated);

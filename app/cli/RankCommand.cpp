@@ -117,6 +117,7 @@ int runRank(RankArguments const& arguments)
         arguments.file +
         (eligible.count() < 2 ? ": fewer than two runs are complete" : ": no parameter varies") +
         ", so there is nothing to rank");
+  for (ComparisonWarning const& warning : gateWarnings(gated)) ranking.compared.warnings.push_back(warning);
   if (arguments.stability) {
     StabilityMethod method;
     method.top = arguments.top;

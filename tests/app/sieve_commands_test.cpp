@@ -112,6 +112,25 @@ TEST_F(SieveCommands, JsonTellsTheMethod)
   EXPECT_GT(method["noise_floor"], 0.1);
 }
 
+TEST_F(SieveCommands, AGateThatEveryRunPassesIsNamed)
+{
+  RankArguments arguments;
+  arguments.file = scan;
+  arguments.format = "json";
+  arguments.gates = {"A @ 2 in 0.5..1", "A @ 2 in -5..5"};
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(runRank(arguments), 0);
+  const auto report = nlohmann::json::parse(testing::internal::GetCapturedStdout());
+  const auto& last = report["warnings"].back();
+  EXPECT_EQ(last["kind"], "gate without effect");
+  EXPECT_EQ(last["text"], "all runs pass \"A @ 2 in -5..5\"");
+  arguments.gates = {"A @ 2 in 0.5..1", "A @ 2 in 5..6"};
+  arguments.any = true;
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(runRank(arguments), 0);
+  EXPECT_THAT(testing::internal::GetCapturedStdout(), HasSubstr("no run passes"));
+}
+
 TEST_F(SieveCommands, CsvHasOneLineAParameterAndNothingElse)
 {
   const std::string text = rank("csv", "A @ 2 in 0.5..1");
