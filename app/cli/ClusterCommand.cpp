@@ -50,12 +50,14 @@ void writeLabels(std::string const& path, std::string const& text)
   file.commit();
 }
 
+/// Over all clusters there is a p-value by permutation only, whatever the single clusters are adjusted by.
 void printDifferences(ClusterComparison const& comparison)
 {
+  bool const isAdjusted = comparison.method.adjustment == Adjustment::Permutation;
   std::size_t width = 9;
   for (ClusterDifference const& d : comparison.differences) width = std::max(width, shownWidth(d.name));
   std::cout << "\nall clusters, by permutation\nparameter" << std::string(width - 9, ' ')
-            << "  cluster       d          p      p adj\n";
+            << "  cluster       d          p     " << (isAdjusted ? " p adj" : "p perm") << '\n';
   for (ClusterDifference const& d : comparison.differences) {
     std::cout << printable(d.name) << std::string(width - std::min(width, shownWidth(d.name)), ' ') << "  ";
     std::cout << std::setw(7) << d.cluster << "  " << std::setw(6) << formatted(d.d, "%+.3f", "-") << "  "

@@ -1,5 +1,7 @@
 #include "app/cli/RankReport.h"
 
+#include "app/cli/WrappedText.h"
+
 #include <runsieve/core/text/ShownText.h>
 #include <runsieve/core/write/RowWriter.h>
 
@@ -7,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <iomanip>
 #include <iterator>
 #include <ostream>
@@ -103,6 +106,8 @@ std::string formatted(double value, char const* format, char const* missing)
   if (std::isnan(value)) return missing;
   char text[32];
   std::snprintf(text, sizeof text, format, value);
+  bool const roundsToZero = std::signbit(value) && std::strtod(text, nullptr) == 0.0;
+  if (roundsToZero) std::snprintf(text, sizeof text, format, 0.0); // "-0.00" claims a direction
   return text;
 }
 
@@ -202,7 +207,7 @@ void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t 
 void printWarnings(std::ostream& out, std::vector<ComparisonWarning> const& warnings)
 {
   for (ComparisonWarning const& warning : warnings)
-    out << "warning  " << printable(warning.text) << "\n         " << printable(warning.advice) << '\n';
+    printWrapped(out, "warning  ", {printable(warning.text), printable(warning.advice)}, widest);
 }
 
 nlohmann::ordered_json warningsJson(std::vector<ComparisonWarning> const& warnings)
@@ -230,6 +235,7 @@ nlohmann::ordered_json methodJson(ComparisonMethod const& method, std::size_t fa
           {"family", family},
           {"gates_tried", method.gatesTried},
           {"permutations", permutations},
+          {"most_permutations", method.mostPermutations},
           {"seed", method.seed},
           {"noise_floor", numberJson(noiseFloor)},
           {"settled", isSettled}};
@@ -267,14 +273,15 @@ nlohmann::ordered_json comparisonJson(ParameterComparison const& c, Adjustment a
 void printRankCsv(std::ostream& out, Comparison const& comparison, ComparisonStability const* stability)
 {
   ComparisonMethod const& method = comparison.method;
-  std::string const common = std::string(",") + adjustmentName(method.adjustment) + ',' +
-                             std::to_string(comparison.family) + ',' +
-                             std::to_string(comparison.permutations) + ',' + std::to_string(method.seed) +
-                             ',' + exact(comparison.noiseFloor) + "," RUNSIEVE_VERSION;
+  std::string const common =
+      std::string(",") + adjustmentName(method.adjustment) + ',' + std::to_string(comparison.family) + ',' +
+      std::to_string(comparison.permutations) + ',' + std::to_string(method.seed) + ',' +
+      exact(comparison.noiseFloor) + ',' + (comparison.isSettled ? "true," : "false,") +
+      exact(method.thresholds.largestP) + ',' + exact(method.thresholds.smallestD) + ',' +
+      std::to_string(method.gatesTried) + "," RUNSIEVE_VERSION;
   out << "parameter,n_passing,n_others,d,at,p,p_is_bound,p_method,p_holm,p_bh,p_perm,p_adjusted,median_"
-         "passing,"
-         "median_others,area,median_shift,range_kept,significant,adjust,family,permutations,seed,noise_floor,"
-         "version"
+         "passing,median_others,area,median_shift,range_kept,significant,adjust,family,permutations,seed,"
+         "noise_floor,settled,p_threshold,ks_threshold,gates_tried,version"
       << (stability == nullptr ? "\n" : ",d_low,d_high,top_share,top,resamples\n");
   for (std::size_t i = 0; i < comparison.parameters.size(); ++i) {
     ParameterComparison const& c = comparison.parameters[i];

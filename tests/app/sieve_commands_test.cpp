@@ -2,6 +2,7 @@
 #include "support/TempFile.h"
 
 #include "app/cli/Commands.h"
+#include "app/cli/RankReport.h"
 #include "app/desk/DeskCommands.h"
 #include "app/view/ShownComparison.h"
 #include "app/view/SievedScan.h"
@@ -108,6 +109,7 @@ TEST_F(SieveCommands, JsonTellsTheMethod)
   EXPECT_EQ(method["adjust"], "permutation");
   EXPECT_EQ(method["family"], 3);
   EXPECT_EQ(method["permutations"], 1000);
+  EXPECT_EQ(method["most_permutations"], 10000);
   EXPECT_EQ(method["seed"], 1);
   EXPECT_GT(method["noise_floor"], 0.1);
 }
@@ -131,16 +133,41 @@ TEST_F(SieveCommands, AGateThatEveryRunPassesIsNamed)
   EXPECT_THAT(testing::internal::GetCapturedStdout(), HasSubstr("no run passes"));
 }
 
+TEST_F(SieveCommands, CsvTellsTheMethodInEachLine)
+{
+  RankArguments arguments;
+  arguments.file = scan;
+  arguments.format = "csv";
+  arguments.gates = {"A @ 2 in 0.5..1"};
+  arguments.gatesTried = 4;
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(runRank(arguments), 0);
+  std::istringstream lines(testing::internal::GetCapturedStdout());
+  std::string line;
+  std::getline(lines, line);
+  while (std::getline(lines, line))
+    EXPECT_THAT(line, HasSubstr(",true,0.050000000000000003,0.10000000000000001,4,"));
+}
+
+TEST(FormattedNumber, ANumberThatRoundsToZeroHasNoMinus)
+{
+  EXPECT_EQ(formatted(-0.001, "%+.2f", "-"), "+0.00");
+  EXPECT_EQ(formatted(-0.006, "%+.2f", "-"), "-0.01");
+  EXPECT_EQ(formatted(-0.0, "%.3g", "-"), "0");
+}
+
 TEST_F(SieveCommands, CsvHasOneLineAParameterAndNothingElse)
 {
   const std::string text = rank("csv", "A @ 2 in 0.5..1");
-  EXPECT_THAT(text,
-              StartsWith("parameter,n_passing,n_others,d,at,p,p_is_bound,p_method,p_holm,p_bh,p_perm,"
-                         "p_adjusted,median_passing,median_others,area,median_shift,range_kept,"
-                         "significant,adjust,family,permutations,seed,noise_floor,version\n\"k1\",19,21,1,"));
+  EXPECT_THAT(
+      text,
+      StartsWith("parameter,n_passing,n_others,d,at,p,p_is_bound,p_method,p_holm,p_bh,p_perm,"
+                 "p_adjusted,median_passing,median_others,area,median_shift,range_kept,"
+                 "significant,adjust,family,permutations,seed,noise_floor,settled,p_threshold,ks_threshold,"
+                 "gates_tried,version\n\"k1\",19,21,1,"));
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 4);
   std::istringstream lines(text);
-  for (std::string line; std::getline(lines, line);) EXPECT_EQ(std::count(line.begin(), line.end(), ','), 23);
+  for (std::string line; std::getline(lines, line);) EXPECT_EQ(std::count(line.begin(), line.end(), ','), 27);
 }
 
 TEST_F(SieveCommands, WhatIsNotDefinedIsAnEmptyFieldInCsvAndADashInTheTable)

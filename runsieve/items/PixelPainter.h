@@ -1,0 +1,44 @@
+#pragma once
+
+#include <runsieve/items/ThinnedPolyline.h>
+
+#include <optional>
+
+class vtkContext2D;
+class vtkImageData;
+class vtkOpenGLContextDevice2D;
+
+namespace runsieve {
+
+/// The device of a painter that makes pixels on a screen or in an image, by OpenGL; null for devices that
+/// record calls, for export of shapes (PDF) and while items are looked up by their number under the mouse.
+[[nodiscard]] vtkOpenGLContextDevice2D* pixelDevice(vtkContext2D* painter);
+
+/// Where x lies in quarters of columns of pixels; nothing if the painter makes no pixels or turns what it draws.
+/// Quarters, as lines are smoothed over less than a pixel.
+[[nodiscard]] std::optional<ColumnScale> quarterPixelColumns(vtkContext2D* painter);
+
+/// Where the coordinates of a painter and its clip lie in the pixels of the viewport. Pixel k reaches from k
+/// to k + 1; row 0 is the lowest.
+struct PixelFrame
+{
+  double xScale; ///< pixel = scale * coordinate + offset
+  double xOffset;
+  double yScale;
+  double yOffset;
+  int left; ///< of the part that is not clipped away, as the others
+  int bottom;
+  int width;
+  int height;
+
+  bool operator==(PixelFrame const& other) const;
+};
+
+/// Nothing if the painter makes no pixels, turns what it draws, or clips everything away, or if the card
+/// holds no image of that size.
+[[nodiscard]] std::optional<PixelFrame> pixelFrame(vtkContext2D* painter);
+
+/// Draws an image of RGBA (straight alpha, row 0 lowest) pixel by pixel over the unclipped part of a frame.
+void drawPixels(vtkContext2D* painter, PixelFrame const& frame, vtkImageData* image);
+
+} // namespace runsieve
