@@ -1,18 +1,13 @@
-// From a change of the selection to the statistics, as a whole and step by step, and from a drag to the
-// picture.
+// From a change of the selection to the statistics, as a whole and step by step.
 
 #include "BenchScan.h"
 
-#include "app/render/OffscreenView.h"
-#include "app/view/ScanPlot.h"
-
+#include <runsieve/core/kernels/RunIntersection.h>
 #include <runsieve/plot/PlotContainer.h>
 #include <runsieve/selection/RowGather.h>
-#include <runsieve/core/kernels/RunIntersection.h>
 #include <runsieve/selection/vtkCombinedFilterAndSelectedRows.h>
 
 #include <vtkAnnotationLink.h>
-#include <vtkContextScene.h>
 #include <vtkNew.h>
 #include <vtkTable.h>
 
@@ -138,25 +133,6 @@ void testAlone(benchmark::State& state, std::string const& name, bool brush)
   }
 }
 
-void dragToPicture(benchmark::State& state, std::string const& name, bool brush)
-{
-  BenchScan const& scan = benchScan(name);
-  app::OffscreenView view(1200, 900, 0);
-  PlotContainer plot(nullptr);
-  view.scene()->AddItem(plot.getItem());
-  app::ViewOptions options;
-  options.output = 3;
-  app::showScan(plot, scan.table, options);
-  view.render();
-  const vtkSmartPointer<vtkSelection> selection = rowSelection(rowsOf(scan, brush));
-  for (auto _ : state) {
-    plot.annotationLink->SetCurrentSelection(selection);
-    app::polish(plot);
-    view.render();
-  }
-  plot.setScene(nullptr);
-}
-
 using Journey = void (*)(benchmark::State&, std::string const&, bool);
 
 void registerJourney(std::string const& title, Journey journey, std::string const& scan)
@@ -177,7 +153,6 @@ int main(int argc, char** argv)
     registerJourney("step: intersection", intersectionAlone, scan);
     registerJourney("step: copies", copiesAlone, scan);
     registerJourney("step: two-sample tests", testAlone, scan);
-    if (scan != "W3") registerJourney("drag to picture", dragToPicture, scan);
   }
   benchmark::Initialize(&argc, argv);
   std::cout.flush();

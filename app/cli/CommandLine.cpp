@@ -428,6 +428,8 @@ private:
     command->add_flag("--quantiles", render.quantiles, "Quartile bands instead of all runs");
     command->add_flag("--log-axes", render.logAxes, "Logarithmic parameter axes");
     command->add_flag("--points", render.points, "Points instead of lines");
+    command->add_flag("--plain-lines", render.plainLines,
+                      "Lines over lines in one colour instead of shades by the number of runs");
     command->footer(
         "Example:\n  runsieve render scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" -o view.png");
   }

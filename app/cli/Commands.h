@@ -104,6 +104,7 @@ struct RenderArguments : SieveArguments
   bool quantiles = false;
   bool logAxes = false;
   bool points = false;
+  bool plainLines = false;
 };
 
 struct ClusterArguments : SieveArguments

@@ -45,6 +45,7 @@ int renderPicture(RenderArguments const& arguments)
   options.quantiles |= arguments.quantiles;
   options.logAxes |= arguments.logAxes;
   options.points |= arguments.points;
+  options.plainLines |= arguments.plainLines;
   if (!arguments.species.empty()) options.output = outputNamed(arguments.species, sieved.gated.scan());
 
   OffscreenView view(arguments.width, arguments.height);

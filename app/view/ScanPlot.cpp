@@ -4,6 +4,7 @@
 #include "app/scan/ScanLayout.h"
 
 #include <runsieve/adapters/ScanTable.h>
+#include <runsieve/items/vtkPlotLineSet.h>
 
 #include <vtkAnnotationLink.h>
 #include <vtkAxis.h>
@@ -68,6 +69,7 @@ void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOp
   settings.green = 70;
   settings.blue = 90;
   settings.alpha = lineOpacity(scan->trajectoryCount);
+  plot.densityColors = options.plainLines ? vtkPlotLineSet::DENSITY_OFF : vtkPlotLineSet::DENSITY_LOGARITHMIC;
   plot.horizontalGutter = gutter;
   plot.rightMargin = margin;
   plot.setLinePlotTable(scan, false);

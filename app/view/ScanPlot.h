@@ -21,6 +21,7 @@ struct ViewOptions
   bool quantiles = false;   ///< quartile bands instead of all runs
   bool logAxes = false;     ///< logarithmic parameter axes
   bool points = false;      ///< points instead of lines
+  bool plainLines = false;  ///< lines over lines instead of shades by the number of runs
   double pThreshold = 0.05; ///< largest p-value that counts as significant
   double ksThreshold = 0.1; ///< smallest statistic that counts as significant
 };

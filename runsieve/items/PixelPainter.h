@@ -14,8 +14,8 @@ namespace runsieve {
 /// record calls, for export of shapes (PDF) and while items are looked up by their number under the mouse.
 [[nodiscard]] vtkOpenGLContextDevice2D* pixelDevice(vtkContext2D* painter);
 
-/// Where x lies in quarters of columns of pixels; nothing if the painter makes no pixels or turns what it draws.
-/// Quarters, as lines are smoothed over less than a pixel.
+/// Where x lies in quarters of columns of pixels; nothing if the painter makes no pixels or turns what it
+/// draws. Quarters, as lines are smoothed over less than a pixel.
 [[nodiscard]] std::optional<ColumnScale> quarterPixelColumns(vtkContext2D* painter);
 
 /// Where the coordinates of a painter and its clip lie in the pixels of the viewport. Pixel k reaches from k

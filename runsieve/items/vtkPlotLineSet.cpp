@@ -1,6 +1,8 @@
 #include <runsieve/items/vtkPlotLineSet.h>
 
 #include <runsieve/items/LineLegend.h>
+#include <runsieve/items/LineSetPicture.h>
+#include <runsieve/items/RunPicking.h>
 #include <runsieve/items/SelectionHighlight.h>
 
 #include <vtkContextMapper2D.h>
@@ -10,13 +12,22 @@
 #include <vtkTable.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <vector>
 
 namespace {
+
+/// Fewer lines are polylines everywhere: they are quickly drawn, and exact at their ends.
+constexpr vtkIdType fewLines = 50;
 
 /// A line is painted once per selected row, which makes it denser. After so many coats at the highlight's
 /// opacity of 150 / 255 less than a thousandth of the background shines through, no pixel changes any more,
 /// and a selection over all times would only take a hundred times as long to draw.
 constexpr vtkIdType opaqueCoats = 10;
+
+/// Of highlighted lines in density colours, beyond that of the others: thin enough that shades of many show.
+constexpr double densityHighlightWidth = 1.0; // pixels
 
 vtkDataArray* flagsOf(vtkTable* table)
 {
@@ -28,7 +39,31 @@ vtkMTimeType timeOf(vtkDataArray* column)
   return column ? column->GetMTime() : 0;
 }
 
+runsieve::CoverageImage::Shades shadesOf(int densityColors)
+{
+  using Shades = runsieve::CoverageImage::Shades;
+  if (densityColors == vtkPlotLineSet::DENSITY_LOGARITHMIC) return Shades::logarithmic;
+  return densityColors == vtkPlotLineSet::DENSITY_EQUAL_AREA ? Shades::equalArea : Shades::opacity;
+}
+
+runsieve::LineSetPicture::Pen pictured(vtkPen* pen)
+{
+  return {{pen->GetColorObject().GetRed(), pen->GetColorObject().GetGreen(), pen->GetColorObject().GetBlue()},
+          pen->GetOpacity() / 255.0,
+          pen->GetWidth()};
+}
+
 } // namespace
+
+/// What painting and picking find out, kept as long as it holds.
+struct vtkPlotLineSet::Cache
+{
+  std::vector<std::uint8_t> coats; ///< of each line, for the picture
+  LineSource coatsFrom;
+  std::shared_ptr<runsieve::LineSetPicture> picture;
+  std::optional<runsieve::TimeColumns> columns; ///< of the points; none if runs have times of their own
+  vtkMTimeType columnsTime = 0;
+};
 
 vtkPlotLineSet* vtkPlotLineSet::New()
 {
@@ -37,7 +72,7 @@ vtkPlotLineSet* vtkPlotLineSet::New()
 
 vtkPlotLineSet::vtkPlotLineSet()
     : SelectedLines(vtkIdTypeArray::New()), RemainderRows(vtkIdTypeArray::New()), Stride(1),
-      UseExternalSelection(1), OnlyShowSelected(1), RemainderCount(0)
+      UseExternalSelection(1), OnlyShowSelected(1), RemainderCount(0), Kept(std::make_unique<Cache>())
 {}
 
 vtkPlotLineSet::~vtkPlotLineSet()
@@ -153,26 +188,36 @@ void vtkPlotLineSet::PaintPolyline(vtkContext2D* painter, vtkIdType firstPoint, 
   painter->DrawPoly(points + 2 * firstPoint, static_cast<int>(count));
 }
 
+vtkPlotLineSet::PlainLines vtkPlotLineSet::LinesOfAll() const
+{
+  if (this->OnlyShowSelected) return {};
+  if (!this->BadPoints || this->BadPoints->GetNumberOfTuples() < 1) return {true, 0, 0};
+  const vtkIdType lastBad = this->BadPoints->GetValue(this->BadPoints->GetNumberOfTuples() - 1);
+  const vtkIdType behind = this->Points->GetNumberOfPoints() - lastBad - 1;
+  if (behind <= 1) return {};
+  return {true, lastBad + 1, std::min<vtkIdType>(this->Stride, behind)};
+}
+
 void vtkPlotLineSet::PaintUnselected(vtkContext2D* painter)
 {
+  const PlainLines plain = this->LinesOfAll();
+  if (!plain.shown) return;
+  this->PaintPolyline(painter, plain.extra, plain.extraCount);
   const vtkIdType n = this->Points->GetNumberOfPoints();
-  if (this->OnlyShowSelected) return;
-  if (this->BadPoints && this->BadPoints->GetNumberOfTuples() > 0) {
-    const vtkIdType lastBad = this->BadPoints->GetValue(this->BadPoints->GetNumberOfTuples() - 1);
-    if (n - lastBad <= 2) return;
-    // An extra line behind the last bad point, on top of the complete lines below.
-    this->PaintPolyline(painter, lastBad + 1, std::min<vtkIdType>(this->Stride, n - lastBad - 1));
-  }
   for (vtkIdType start = 0; start <= n - this->Stride; start += this->Stride)
     this->PaintPolyline(painter, start, this->Stride);
 }
 
+vtkPlotLineSet::LineSource vtkPlotLineSet::Present(vtkIdTypeArray* rows, vtkIdType count) const
+{
+  return {rows->GetMTime(), count, this->Stride, this->Changes()};
+}
+
 bool vtkPlotLineSet::LinesAreStale(vtkIdTypeArray* rows, vtkIdType count)
 {
-  LineSource const& from = this->LinesFrom;
-  const bool same = from.time == rows->GetMTime() && from.count == count && from.stride == this->Stride &&
-                    from.changes == this->Changes();
-  this->LinesFrom = {rows->GetMTime(), count, this->Stride, this->Changes()};
+  const LineSource present = this->Present(rows, count);
+  const bool same = present == this->LinesFrom;
+  this->LinesFrom = present;
   return !same;
 }
 
@@ -216,25 +261,149 @@ void vtkPlotLineSet::PaintSelectedLines(vtkContext2D* painter)
   }
 }
 
+void vtkPlotLineSet::RenewSelection()
+{
+  if (!this->Selection || this->Selection->GetMTime() <= this->RemainderRows->GetMTime()) return;
+  if (vtkTable* table = this->Data->GetInput()) this->UpdateSelectionCache(table);
+}
+
+/// The flags of the row filter take precedence over the chart's own selection.
+vtkIdTypeArray* vtkPlotLineSet::SelectedRows() const
+{
+  if (this->RemainderRows->GetNumberOfTuples() > 0) return this->RemainderRows;
+  return this->Selection && this->Selection->GetNumberOfTuples() > 0 ? this->Selection : nullptr;
+}
+
 bool vtkPlotLineSet::Paint(vtkContext2D* painter)
 {
   if (!this->Visible || !this->Points || this->Stride < 1) return false;
   painter->ApplyPen(this->Pen);
+  if (this->PaintPicture(painter)) return true;
   this->PaintUnselected(painter);
-
-  if (this->Selection && this->Selection->GetMTime() > this->RemainderRows->GetMTime()) {
-    if (vtkTable* table = this->Data->GetInput()) this->UpdateSelectionCache(table);
-  }
-  // The flags of the row filter take precedence over the chart's own selection.
-  const bool filtered = this->RemainderRows->GetNumberOfTuples() > 0;
-  if (!filtered && this->Selection && this->Selection->GetNumberOfTuples() > 0) {
-    this->SelectLinesOfPoints();
-    this->PaintSelectedLines(painter);
-  } else if (filtered) {
+  this->RenewSelection();
+  vtkIdTypeArray* rows = this->SelectedRows();
+  if (!rows) return true;
+  if (rows == this->RemainderRows)
     this->SelectLinesOfRemainder();
-    this->PaintSelectedLines(painter);
-  }
+  else
+    this->SelectLinesOfPoints();
+  this->PaintSelectedLines(painter);
   return true;
+}
+
+bool vtkPlotLineSet::PaintPicture(vtkContext2D* painter)
+{
+  const vtkIdType lines = this->Points->GetNumberOfPoints() / this->Stride;
+  if (lines < fewLines || this->Pen->GetLineType() != vtkPen::SOLID_LINE || !runsieve::pixelDevice(painter))
+    return false;
+  this->RenewSelection();
+  this->CountCoats(lines);
+  const PlainLines plain = this->LinesOfAll();
+  runsieve::LineSetPicture::Lines drawn;
+  drawn.points = this->Points;
+  drawn.stride = static_cast<std::size_t>(this->Stride);
+  drawn.all = plain.shown;
+  drawn.extra = static_cast<std::size_t>(plain.extra);
+  drawn.extraCount = static_cast<std::size_t>(plain.extraCount);
+  drawn.coats = &this->Kept->coats;
+  drawn.allPen = pictured(painter->GetPen());
+  runsieve::applySelectionHighlight(painter, this->Pen->GetWidth());
+  drawn.coatsPen = pictured(painter->GetPen());
+  if (this->Shades != DENSITY_OFF) drawn.coatsPen.width = this->Pen->GetWidth() + densityHighlightWidth;
+  drawn.shades = shadesOf(this->Shades);
+  if (!this->Kept->picture) this->Kept->picture = std::make_shared<runsieve::LineSetPicture>();
+  if (this->Kept->picture->paint(painter, drawn)) return true;
+  painter->ApplyPen(this->Pen);
+  return false;
+}
+
+void vtkPlotLineSet::CountCoats(vtkIdType lines)
+{
+  vtkIdTypeArray* rows = this->SelectedRows();
+  const bool flagged = rows == this->RemainderRows;
+  const vtkIdType count = flagged ? this->RemainderCount : rows ? rows->GetNumberOfTuples() : 0;
+  const LineSource present = rows ? this->Present(rows, count) : LineSource();
+  if (present == this->Kept->coatsFrom && static_cast<vtkIdType>(this->Kept->coats.size()) == lines) return;
+  this->Kept->coatsFrom = present;
+  this->Kept->coats.assign(static_cast<std::size_t>(lines), 0);
+  if (count < 1) return;
+  if (flagged)
+    this->CountCoatsOfFlags();
+  else
+    this->CountCoatsOfRows(rows);
+}
+
+/// Density colours tell how many runs there are, each once.
+vtkIdType vtkPlotLineSet::MostCoats() const
+{
+  return this->Shades == DENSITY_OFF ? opaqueCoats : 1;
+}
+
+void vtkPlotLineSet::CountCoatsOfRows(vtkIdTypeArray* rows)
+{
+  vtkIdType const* ids = rows->GetPointer(0);
+  const auto lines = static_cast<vtkIdType>(this->Kept->coats.size());
+  for (vtkIdType i = 0; i < rows->GetNumberOfTuples(); ++i) {
+    const vtkIdType line = ids[i] < 0 ? lines : ids[i] / this->Stride;
+    if (line >= lines) continue; // a selection can be older than the table
+    std::uint8_t& coats = this->Kept->coats[static_cast<std::size_t>(line)];
+    if (coats < this->MostCoats()) ++coats;
+  }
+}
+
+void vtkPlotLineSet::CountCoatsOfFlags()
+{
+  vtkIdType const* flags = this->RemainderRows->GetPointer(0);
+  const vtkIdType rows = this->RemainderRows->GetNumberOfTuples();
+  for (std::size_t line = 0; line < this->Kept->coats.size(); ++line) {
+    const vtkIdType first = static_cast<vtkIdType>(line) * this->Stride;
+    const vtkIdType end = std::min<vtkIdType>(first + this->Stride, rows);
+    vtkIdType coats = 0;
+    for (vtkIdType row = first; row < end && coats < this->MostCoats(); ++row) coats += flags[row] != 0;
+    this->Kept->coats[line] = static_cast<std::uint8_t>(coats);
+  }
+}
+
+void vtkPlotLineSet::SetDensityColors(int shades)
+{
+  const bool known = shades == DENSITY_LOGARITHMIC || shades == DENSITY_EQUAL_AREA;
+  const int wanted = known ? shades : DENSITY_OFF;
+  if (this->Shades == wanted) return;
+  this->Shades = wanted;
+  this->Modified();
+}
+
+int vtkPlotLineSet::GetDensityColors() const
+{
+  return this->Shades;
+}
+
+void vtkPlotLineSet::SetPicture(std::shared_ptr<runsieve::LineSetPicture> picture)
+{
+  this->Kept->picture = std::move(picture);
+}
+
+vtkIdType vtkPlotLineSet::GetNearestPoint(const vtkVector2f& point, const vtkVector2f& tolerance,
+                                          vtkVector2f* location, vtkIdType* segmentId)
+{
+  if (!this->Points || this->Stride < 1) return -1;
+  auto const* points = static_cast<float const*>(this->Points->GetVoidPointer(0));
+  if (this->Kept->columnsTime != this->Points->GetMTime()) {
+    this->Kept->columnsTime = this->Points->GetMTime();
+    this->Kept->columns =
+        runsieve::TimeColumns::of(points, static_cast<std::size_t>(this->Points->GetNumberOfPoints()),
+                                  static_cast<std::size_t>(this->Stride));
+  }
+  if (!this->Kept->columns)
+    return this->LinkedPlotPoints::GetNearestPoint(point, tolerance, location, segmentId);
+  auto const found =
+      this->Kept->columns->find(points, {point.GetX(), point.GetY(), tolerance.GetX(), tolerance.GetY()});
+  if (!found) return -1;
+  // As in the base class: places are those of the table, points are shifted and scaled for extreme ranges.
+  const vtkRectd shift = this->GetShiftScale();
+  location->SetX(static_cast<float>((points[2 * *found] - shift.GetX()) / shift.GetWidth()));
+  location->SetY(static_cast<float>((points[2 * *found + 1] - shift.GetY()) / shift.GetHeight()));
+  return static_cast<vtkIdType>(*found);
 }
 
 bool vtkPlotLineSet::PaintLegend(vtkContext2D* painter, const vtkRectf& rect, int)

@@ -66,7 +66,8 @@ PlotContainer::PlotContainer(PlotContainer const& other)
       leftMargin(other.leftMargin), topMargin(other.topMargin), bottomMargin(other.bottomMargin),
       rightMargin(other.rightMargin), horizontalGutter(other.horizontalGutter),
       verticalGutter(other.verticalGutter), selectionUpdatePending(true),
-      useIndexForXSeries(other.useIndexForXSeries), parameterOrder(other.parameterOrder)
+      useIndexForXSeries(other.useIndexForXSeries), parameterOrder(other.parameterOrder),
+      densityColors(other.densityColors)
 {
   metaData->setParent(this);
   metaData->rankedParametersValid = false; // the side tables do not come along

@@ -124,6 +124,9 @@ public:
   /// follow, and without any the order is that of metaData->parameterColumns. Counts from the next redraw on.
   std::vector<int> parameterOrder;
   vtkSmartPointer<vtkTable> quartileTable;
+  /// How lines of runs show how many there are, a number of vtkPlotLineSet::DensityColors; 0: as lines over
+  /// lines do. Counts from the next redraw on.
+  int densityColors = 0;
 
   // ---- data, columns, scene (plot/PlotContainer.cpp)
 

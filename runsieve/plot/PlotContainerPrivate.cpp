@@ -1,5 +1,6 @@
 #include <runsieve/plot/PlotContainerPrivate.h>
 
+#include <runsieve/items/LineSetPicture.h>
 #include <runsieve/plot/vtkShiftScaleCallback.h>
 #include <runsieve/records/PlotMetaData.h>
 #include <runsieve/selection/ColumnPool.h>
@@ -19,6 +20,10 @@
 #include <vtkTable.h>
 
 using namespace runsieve;
+
+PlotContainer::Private::Private(PlotContainer& itsPlot)
+    : linePicture(std::make_shared<LineSetPicture>()), plot(itsPlot)
+{}
 
 PlotContainer::Private::~Private()
 {
@@ -47,10 +52,20 @@ ChartStage PlotContainer::Private::stage()
 
 StyleModel PlotContainer::Private::model()
 {
-  return {*plot.metaData,         plot.plotData,           plot.tables,
-          plot.typedColumnNames,  plot.ksStatistics,       plot.parameterOrder,
-          plot.quartileTable,     plot.xTickLabels,        plot.xTickPositions,
-          plot.coordinateWindows, plot.useIndexForXSeries, stage()};
+  return {*plot.metaData,
+          plot.plotData,
+          plot.tables,
+          plot.typedColumnNames,
+          plot.ksStatistics,
+          plot.parameterOrder,
+          plot.quartileTable,
+          plot.xTickLabels,
+          plot.xTickPositions,
+          plot.coordinateWindows,
+          plot.useIndexForXSeries,
+          linePicture,
+          plot.densityColors,
+          stage()};
 }
 
 void PlotContainer::Private::build(plotStyles number, vtkContextScene* scene)

@@ -20,7 +20,7 @@ class vtkTable;
 class PlotContainer::Private
 {
 public:
-  explicit Private(PlotContainer& itsPlot) : plot(itsPlot) {}
+  explicit Private(PlotContainer& itsPlot);
   ~Private();
 
   void createCharts();
@@ -52,6 +52,7 @@ public:
   runsieve::ChartRoles roles;
   runsieve::CustomTicks ticks;
   runsieve::RunIndex runOrders; ///< of plotData
+  std::shared_ptr<runsieve::LineSetPicture> linePicture;
 
 private:
   void finishSelectionOfCopy();

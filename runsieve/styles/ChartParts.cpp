@@ -47,6 +47,8 @@ vtkSmartPointer<vtkPlotPoints> runLines(StyleModel const& model, bool onlySelect
   auto lines = vtkSmartPointer<vtkPlotLineSet>::Take(vtkPlotLineSet::New());
   lines->SetStride(model.settings.getStride());
   lines->SetOnlyShowSelected(onlySelected);
+  lines->SetPicture(model.linePicture);
+  lines->SetDensityColors(model.densityColors);
   return lines;
 }
 

@@ -11,6 +11,7 @@
 
 #include <boost/unordered_map.hpp>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ class vtkStringArray;
 class vtkTable;
 
 namespace runsieve {
+
+class LineSetPicture;
 
 /// What a plot shows, and the charts that show it.
 struct StyleModel
@@ -36,6 +39,8 @@ struct StyleModel
   vtkDoubleArray* tickPositions;
   boost::unordered_map<ReducedMetaData, CoordinateWindow> const& windows;
   bool indexAsX;
+  std::shared_ptr<LineSetPicture> const& linePicture; ///< of the lines of runs, from one drawing to the next
+  int densityColors;                                  ///< of them, a number of vtkPlotLineSet
   ChartStage stage;
 };
 

@@ -1,6 +1,6 @@
 #include <runsieve/core/sieve/Fingerprint.h>
 
-#include <runsieve/core/sieve/Xxh64.h>
+#include <runsieve/core/kernels/Xxh64.h>
 
 #include <algorithm>
 #include <array>

@@ -1,0 +1,137 @@
+// What a user waits for: from a drag to the picture, and frames in which nothing, the window on the axes or
+// the size changes. Pictures of 1200 x 900 without a window.
+
+#include "BenchScan.h"
+
+#include "app/render/OffscreenView.h"
+#include "app/view/ScanPlot.h"
+
+#include <runsieve/plot/PlotContainer.h>
+
+#include <vtkAnnotationLink.h>
+#include <vtkAxis.h>
+#include <vtkChart.h>
+#include <vtkContextScene.h>
+#include <vtkNew.h>
+
+#include <benchmark/benchmark.h>
+
+#include <iostream>
+#include <memory>
+
+using namespace runsieve;
+using namespace runsieve::bench;
+
+namespace {
+
+constexpr std::size_t lastOutput = 3;
+
+/// A plot of a scan in a view of its own.
+class DrawnScan
+{
+public:
+  DrawnScan(std::string const& name, bool plainLines) : view(1200, 900, 0), plot(nullptr)
+  {
+    BenchScan const& scan = benchScan(name);
+    view.scene()->AddItem(plot.getItem());
+    app::ViewOptions options;
+    options.output = lastOutput;
+    options.plainLines = plainLines;
+    app::showScan(plot, scan.table, options);
+    view.render();
+    brushes[0] = rowSelection(scan.brush);
+    brushes[1] = rowSelection(partOf(scan.brush));
+  }
+  ~DrawnScan() { plot.setScene(nullptr); }
+
+  void select(int brush)
+  {
+    plot.annotationLink->SetCurrentSelection(brushes[brush]);
+    app::polish(plot);
+  }
+
+  app::OffscreenView view;
+  PlotContainer plot;
+
+private:
+  /// The rows of nine runs of ten, as if a side of the rectangle had moved.
+  static std::vector<long long> partOf(std::vector<long long> const& rows)
+  {
+    constexpr long long stride = 101;
+    std::vector<long long> part;
+    for (long long row : rows)
+      if (row / stride % 10 != 0) part.push_back(row);
+    return part;
+  }
+
+  vtkSmartPointer<vtkSelection> brushes[2];
+};
+
+void firstPicture(benchmark::State& state, std::string const& name, bool plainLines)
+{
+  static_cast<void>(benchScan(name));
+  for (auto _ : state) DrawnScan drawn(name, plainLines);
+}
+
+void dragToPicture(benchmark::State& state, std::string const& name, bool plainLines)
+{
+  DrawnScan drawn(name, plainLines);
+  int brush = 0;
+  for (auto _ : state) {
+    drawn.select(brush);
+    brush = 1 - brush;
+    drawn.view.render();
+  }
+}
+
+void repaint(benchmark::State& state, std::string const& name, bool plainLines)
+{
+  DrawnScan drawn(name, plainLines);
+  drawn.select(0);
+  drawn.view.render();
+  for (auto _ : state) drawn.view.render();
+}
+
+void panned(benchmark::State& state, std::string const& name, bool plainLines)
+{
+  DrawnScan drawn(name, plainLines);
+  drawn.select(0);
+  drawn.view.render();
+  vtkAxis* left = drawn.plot.chartXY->GetAxis(vtkAxis::LEFT);
+  const double step = 0.01 * (left->GetMaximum() - left->GetMinimum());
+  double direction = 1.0;
+  for (auto _ : state) {
+    left->SetRange(left->GetMinimum() + direction * step, left->GetMaximum() + direction * step);
+    direction = -direction;
+    drawn.view.render();
+  }
+}
+
+using Frame = void (*)(benchmark::State&, std::string const&, bool);
+
+void registerFrame(std::string const& title, Frame frame)
+{
+  for (std::string scan : {"W1", "W2", "W3"})
+    for (bool plain : {false, true})
+      benchmark::RegisterBenchmark((title + "/" + scan + (plain ? "/plain" : "/shades")).c_str(), frame, scan,
+                                   plain)
+          ->Unit(benchmark::kMillisecond);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+  registerFrame("first picture", firstPicture);
+  registerFrame("drag to picture", dragToPicture);
+  registerFrame("repaint", repaint);
+  registerFrame("panned", panned);
+  benchmark::Initialize(&argc, argv);
+  std::cout.rdbuf(nullptr); // the library's lines
+  std::unique_ptr<benchmark::BenchmarkReporter> reporter(benchmark::CreateDefaultDisplayReporter());
+  std::ostream report(std::cerr.rdbuf());
+  reporter->SetOutputStream(&report);
+  reporter->SetErrorStream(&report);
+  benchmark::RunSpecifiedBenchmarks(reporter.get());
+  return 0;
+}

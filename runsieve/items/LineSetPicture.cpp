@@ -1,0 +1,176 @@
+#include <runsieve/items/LineSetPicture.h>
+
+#include <runsieve/core/kernels/Xxh64.h>
+
+#include <vtkImageData.h>
+#include <vtkPoints2D.h>
+
+#include <algorithm>
+#include <tuple>
+
+namespace runsieve {
+
+namespace {
+
+float const* floatsOf(vtkPoints2D* points)
+{
+  return static_cast<float const*>(points->GetVoidPointer(0));
+}
+
+RunBlock runsOf(LineSetPicture::Lines const& lines)
+{
+  const auto points = static_cast<std::size_t>(lines.points->GetNumberOfPoints());
+  return {floatsOf(lines.points), lines.stride, points / lines.stride};
+}
+
+/// Rows of counts for each row of pixels of a layer of many coats: four, less for pictures so large that its
+/// counts would take more than 16 MB.
+int subRowsOf(PixelFrame const& frame)
+{
+  constexpr std::size_t most = 4'000'000;
+  const auto pixels = static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height);
+  for (int rows : {4, 2})
+    if (pixels * static_cast<std::size_t>(rows) <= most) return rows;
+  return 1;
+}
+
+RunCoverage::Frame coverageFrame(PixelFrame const& frame, double width, int subRows)
+{
+  RunCoverage::Frame result;
+  result.width = frame.width;
+  result.height = frame.height;
+  result.subRows = subRows;
+  result.halfWidth = 0.5 * width;
+  result.map = {frame.xScale, frame.xOffset - frame.left, frame.yScale, frame.yOffset - frame.bottom};
+  return result;
+}
+
+bool sameLooks(std::vector<CoverageImage::Look> const& a, std::vector<CoverageImage::Look> const& b)
+{
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](auto const& one, auto const& other) {
+    return std::tie(one.color, one.opacity, one.shades) == std::tie(other.color, other.opacity, other.shades);
+  });
+}
+
+bool hasCoats(LineSetPicture::Lines const& lines)
+{
+  auto const isDrawn = [](std::uint8_t coats) { return coats > 0; };
+  return lines.coats && std::any_of(lines.coats->begin(), lines.coats->end(), isDrawn);
+}
+
+} // namespace
+
+bool LineSetPicture::Source::operator==(Source const& o) const
+{
+  return frame == o.frame && content == o.content && stride == o.stride && extra == o.extra &&
+         extraCount == o.extraCount && width == o.width;
+}
+
+RunCoverage& LineSetPicture::Layer::begin(Source const& wanted, int subRows)
+{
+  source = wanted;
+  const RunCoverage::Frame frame = coverageFrame(wanted.frame, wanted.width, subRows);
+  counts.emplace(frame);
+  return *counts;
+}
+
+std::uint64_t LineSetPicture::contentOf(vtkPoints2D* points)
+{
+  if (points == hashed && points->GetMTime() == hashedTime) return content;
+  const auto bytes = static_cast<std::size_t>(points->GetNumberOfPoints()) * 2 * sizeof(float);
+  content = Xxh64::of(floatsOf(points), bytes);
+  hashed = points;
+  hashedTime = points->GetMTime();
+  return content;
+}
+
+bool LineSetPicture::countAll(Lines const& lines, PixelFrame const& frame)
+{
+  if (!lines.all) {
+    countsChanged |= allRuns.counts.has_value();
+    allRuns.counts.reset();
+    return true;
+  }
+  const Source wanted = {frame,       contentOf(lines.points), lines.stride,
+                         lines.extra, lines.extraCount,        lines.allPen.width};
+  if (allRuns.isOf(wanted)) return true;
+  countsChanged = true;
+  RunCoverage& counts = allRuns.begin(wanted, 1);
+  const bool isCounted =
+      counts.add(runsOf(lines)) && counts.add(floatsOf(lines.points) + 2 * lines.extra, lines.extraCount);
+  if (!isCounted) allRuns.counts.reset();
+  return isCounted;
+}
+
+bool LineSetPicture::countCoats(Lines const& lines, PixelFrame const& frame)
+{
+  if (!hasCoats(lines)) {
+    countsChanged |= highlighted.counts.has_value();
+    highlighted.counts.reset();
+    return true;
+  }
+  const RunBlock runs = runsOf(lines);
+  const Source wanted = {frame, contentOf(lines.points), lines.stride, 0, 0, lines.coatsPen.width};
+  bool isCounted = true;
+  if (!highlighted.isOf(wanted)) {
+    countsChanged = true;
+    isCounted = highlighted.begin(wanted, subRowsOf(frame)).add(runs, lines.coats->data());
+  } else if (highlighted.coats != *lines.coats) {
+    countsChanged = true;
+    isCounted = highlighted.counts->change(runs, highlighted.coats.data(), lines.coats->data());
+  }
+  if (isCounted)
+    highlighted.coats = *lines.coats;
+  else
+    highlighted.counts.reset();
+  return isCounted;
+}
+
+void LineSetPicture::resolve(Lines const& lines, PixelFrame const& frame)
+{
+  std::vector<CoverageImage::Layer> layers;
+  auto addLayer = [&](Layer const& layer, Pen const& pen) {
+    if (layer.counts) layers.push_back({&*layer.counts, {pen.color, pen.opacity, lines.shades}});
+  };
+  addLayer(allRuns, lines.allPen);
+  addLayer(highlighted, lines.coatsPen);
+  std::vector<CoverageImage::Look> wanted;
+  for (CoverageImage::Layer const& layer : layers) wanted.push_back(layer.look);
+  if (!countsChanged && sameLooks(looks, wanted)) return;
+  looks = std::move(wanted);
+  countsChanged = false;
+  if (layers.empty()) {
+    shown = nullptr;
+    return;
+  }
+  image.resolve(layers);
+  // A new object: the device keeps the texture of the image that it has drawn last.
+  shown = vtkSmartPointer<vtkImageData>::New();
+  shown->SetDimensions(frame.width, frame.height, 1);
+  shown->AllocateScalars(VTK_UNSIGNED_CHAR, 4);
+  // A copy: the device may read an image again after the next one was made.
+  std::copy(image.pixels().begin(), image.pixels().end(),
+            static_cast<unsigned char*>(shown->GetScalarPointer()));
+}
+
+bool LineSetPicture::paint(vtkContext2D* painter, Lines const& lines)
+{
+  const std::optional<PixelFrame> frame = pixelFrame(painter);
+  if (!frame || lines.stride < 1) return false;
+  if (!countAll(lines, *frame) || !countCoats(lines, *frame)) return false;
+  resolve(lines, *frame);
+  if (shown) drawPixels(painter, *frame, shown);
+  return true;
+}
+
+DensityScale LineSetPicture::scaleOfAll() const
+{
+  return allRuns.counts ? image.scale(0) : DensityScale();
+}
+
+DensityScale LineSetPicture::scaleOfCoats() const
+{
+  return highlighted.counts ? image.scale(allRuns.counts ? 1 : 0) : DensityScale();
+}
+
+} // namespace runsieve
