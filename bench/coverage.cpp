@@ -1,5 +1,5 @@
-// The picture of all runs of a scan: counting, per pixel, how many of its lines cover it, and making an image of
-// the counts.
+// The picture of all runs of a scan: counting, per pixel, how many of its lines cover it, and making an image
+// of the counts.
 
 #include <runsieve/items/CoverageImage.h>
 #include <runsieve/items/RunCoverage.h>
@@ -28,7 +28,8 @@ double nextNumber(std::uint64_t& seed)
   return static_cast<double>((z ^ (z >> 31)) >> 11) * 0x1p-53;
 }
 
-/// Oscillations that grow or die away, each with a period, phase and height of its own. Time and value from 0 to 1.
+/// Oscillations that grow or die away, each with a period, phase and height of its own. Time and value from 0
+/// to 1.
 std::vector<float> const& oscillations(std::size_t runs)
 {
   static std::map<std::size_t, std::vector<float>> made;

@@ -23,6 +23,12 @@ int ceiling(float value)
 /// An end steeper than that is cut off across the line, a flatter one between two columns.
 constexpr float steepEnd = 1;
 
+/// The width of a segment, in pixels: a narrower one stands in a column as a bar, a wider one leans.
+constexpr float uprightEnd = 0.5F;
+
+/// The height of a jump, in pixels: a lower one does not differ from a slope.
+constexpr float lowestJump = 2;
+
 float larger(float a, float b)
 {
   return a > b ? a : b;
@@ -32,6 +38,9 @@ float smaller(float a, float b)
 {
   return a < b ? a : b;
 }
+
+/// Of sums of pixels and half widths.
+constexpr float rounding = 0.01F;
 
 /// A straight part of one side of the outline.
 struct Stretch
@@ -44,8 +53,8 @@ struct Stretch
   float joint; ///< y of the line at its start
 };
 
-/// Writes one side of the outline up to the end of a stretch. All edges below `filled` have been written. Edges
-/// that no segment reaches get the y of the joint: they are within its disc.
+/// Writes one side of the outline up to the end of a stretch. All edges below `filled` have been written.
+/// Edges that no segment reaches get the y of the joint: they are within its disc.
 template <class Outer> void follow(float* side, int& filled, Stretch const& part, Outer outer)
 {
   for (; filled < part.start; ++filled) side[filled] = part.joint;
@@ -67,7 +76,11 @@ LineEnvelope::LineEnvelope(int columns, float halfWidth)
 
 LineEnvelope::Columns LineEnvelope::trace(float const* x, float const* y, std::size_t count)
 {
+  // A segment without length would give the end no direction.
+  for (; count > 2 && x[0] == x[1] && y[0] == y[1]; --count) ++x, ++y;
+  while (count > 2 && x[count - 1] == x[count - 2] && y[count - 1] == y[count - 2]) --count;
   const std::size_t segments = count - 1;
+  steps.clear();
   if (x[0] - halfWidth >= static_cast<float>(columns) || x[segments] + halfWidth <= 0) return {0, 0};
   measureSegments(x, y, segments);
   const Columns whole = coveredColumns(x, segments);
@@ -80,20 +93,22 @@ LineEnvelope::Columns LineEnvelope::trace(float const* x, float const* y, std::s
 
   traceSegments(x, y, segments, covered);
   traceJoins(x, y, segments, covered);
+  findJumps(x, y, segments, covered);
   traceEnd(x[0], y[0], 0, covered);
   traceEnd(x[segments], y[segments], segments - 1, covered);
-  // An edge before a steep end: as behind it.
+  // An edge before an upright end: as behind it.
   const auto copy = [&](int to, int from) {
     top[static_cast<std::size_t>(to)] = top[static_cast<std::size_t>(from)];
     bottom[static_cast<std::size_t>(to)] = bottom[static_cast<std::size_t>(from)];
   };
-  const bool startsSteep = std::abs(slope[0]) > steepEnd;
-  const bool endsSteep = std::abs(slope[segments - 1]) > steepEnd;
-  if (startsSteep && covered.first == whole.first &&
-      static_cast<float>(whole.first) < x[0] - std::abs(shift[0]))
+  const bool startsUpright = std::abs(slope[0]) > steepEnd && x[1] - x[0] < uprightEnd;
+  const bool endsUpright =
+      std::abs(slope[segments - 1]) > steepEnd && x[segments] - x[segments - 1] < uprightEnd;
+  if (startsUpright && covered.first == whole.first &&
+      static_cast<float>(whole.first) < x[0] - std::abs(shift[0]) + rounding)
     copy(whole.first, whole.first + 1);
-  if (endsSteep && covered.last == whole.last &&
-      static_cast<float>(whole.last) > x[segments] + std::abs(shift[segments - 1]))
+  if (endsUpright && covered.last == whole.last &&
+      static_cast<float>(whole.last) > x[segments] + std::abs(shift[segments - 1]) - rounding)
     copy(whole.last, whole.last - 1);
   return covered;
 }
@@ -172,8 +187,8 @@ void LineEnvelope::traceSegments(float const* x, float const* y, std::size_t seg
   for (; filledBelow < behind; ++filledBelow) bottom[static_cast<std::size_t>(filledBelow)] = y[segments];
 }
 
-/// The discs at the joints. Where both segments are longer than the half width, a disc shows only in the wedge
-/// between them, and most wedges are too narrow to hold an edge.
+/// The discs at the joints. Where both segments are longer than the half width, a disc shows only in the
+/// wedge between them, and most wedges are too narrow to hold an edge.
 void LineEnvelope::traceJoins(float const* x, float const* y, std::size_t segments, Columns covered)
 {
   const float r = halfWidth;
@@ -190,6 +205,22 @@ void LineEnvelope::traceJoins(float const* x, float const* y, std::size_t segmen
       high = larger(high, y[i] + reach);
       low = smaller(low, y[i] - reach);
     }
+  }
+}
+
+/// Segments that reach no edge, but far up or down.
+void LineEnvelope::findJumps(float const* x, float const* y, std::size_t segments, Columns covered)
+{
+  const auto add = [&](int edge, bool isAbove, float from, float to) {
+    const int column = edge - 1; // that whose right edge is the next
+    if (column < covered.first || column >= covered.last) return;
+    const auto left = static_cast<float>(column);
+    steps.push_back({column, isAbove, from - left, to - left});
+  };
+  for (std::size_t i = 0; i < segments; ++i) {
+    if (std::abs(y[i + 1] - y[i]) < lowestJump) continue;
+    if (above.start[i] == above.end[i]) add(above.start[i], true, x[i] - shift[i], x[i + 1] - shift[i]);
+    if (below.start[i] == below.end[i]) add(below.start[i], false, x[i] + shift[i], x[i + 1] + shift[i]);
   }
 }
 

@@ -9,8 +9,8 @@ namespace runsieve {
 /// and the highest y that the line covers.
 ///
 /// The line has a half width of at least 0.5 pixels, round joins and flat ends. At its ends it covers whole
-/// columns, those of which it fills half or more: tips of thousands of lines would add up to a bar behind their
-/// last point.
+/// columns, those of which it fills half or more: tips of thousands of lines would add up to a bar behind
+/// their last point.
 class LineEnvelope
 {
 public:
@@ -25,6 +25,16 @@ public:
   /// \param halfWidth of the line in pixels, 0.5 or more: thinner, a peak between two edges would be missed.
   LineEnvelope(int columns, float halfWidth);
 
+  /// A column in which one side of the outline goes up or down at once, by more than two pixels, instead of
+  /// evenly from edge to edge.
+  struct Jump
+  {
+    int column;
+    bool isAbove; ///< which side
+    float from;   ///< where in the column, 0 to 1
+    float to;
+  };
+
   /// Finds the outline of a line.
   /// \param x in pixels, not decreasing.
   /// \param y in pixels.
@@ -37,6 +47,8 @@ public:
   [[nodiscard]] float const* upper() const { return top.data(); }
   /// Lowest y, likewise. Above the highest at most by the error of a float.
   [[nodiscard]] float const* lower() const { return bottom.data(); }
+  /// The jumps of the line that trace() has been given last, in no column that it does not cover.
+  [[nodiscard]] std::vector<Jump> const& jumps() const { return steps; }
 
 private:
   /// The edges start to end - 1 along which a segment is on the outline.
@@ -51,6 +63,7 @@ private:
   void traceColumn(float const* y, std::size_t count, int column);
   void traceSegments(float const* x, float const* y, std::size_t segments, Columns covered);
   void traceJoins(float const* x, float const* y, std::size_t segments, Columns covered);
+  void findJumps(float const* x, float const* y, std::size_t segments, Columns covered);
   void traceEnd(float x, float y, std::size_t segment, Columns covered);
 
   int columns;
@@ -62,6 +75,7 @@ private:
   std::vector<float> shift; ///< of the outline against the middle, to the left above, to the right below
   Spans above;
   Spans below;
+  std::vector<Jump> steps;
 };
 
 } // namespace runsieve

@@ -96,36 +96,39 @@ void LinePieces::cutAnyLine(float const* points, std::size_t count)
   }
 }
 
-/// Appends the part of a segment within the farthest columns. Rows beyond the farthest are drawn along it, with
-/// points where the segment passes it, so that what is seen keeps its place.
+/// Appends the part of a segment within the farthest columns. Rows beyond the farthest are drawn along it,
+/// with points where the segment passes it, so that what is seen keeps its place.
 void LinePieces::appendSegment(Point from, Point to)
 {
   const double dx = to.x - from.x;
   const double dy = to.y - from.y;
-  const auto at = [&](double t) { return Point{from.x + t * dx, from.y + t * dy}; };
-  double begin = 0;
-  double end = 1;
-  if (dx == 0) {
-    if (std::abs(from.x) > farthest) end = -1;
-  } else {
-    const double left = (-farthest - from.x) / dx;
-    const double right = (farthest - from.x) / dx;
-    begin = std::max(begin, std::min(left, right));
-    end = std::min(end, std::max(left, right));
-  }
-  if (begin > end) return endPiece();
+  // What a segment passes first, and last. At such a limit the coordinate is not computed: far points have
+  // few digits left for it.
+  const double firstX = dx < 0 ? farthest : -farthest;
+  const double firstY = dy < 0 ? farthest : -farthest;
+  if (dx == 0 && std::abs(from.x) > farthest) return endPiece();
+  const double enters = dx == 0 ? 0 : (firstX - from.x) / dx;
+  const double leaves = dx == 0 ? 1 : (-firstX - from.x) / dx;
+  if (enters > 1 || leaves < 0) return endPiece();
 
-  if (begin > 0) endPiece();
+  if (enters > 0) endPiece();
   const std::size_t open = ends.empty() ? 0 : ends.back();
-  if (x.size() == open) appendPoint(begin > 0 ? at(begin) : from);
-  if (dy != 0) {
-    const double low = (-farthest - from.y) / dy;
-    const double high = (farthest - from.y) / dy;
-    for (const double t : {std::min(low, high), std::max(low, high)})
-      if (t > begin && t < end) appendPoint(at(t));
+  if (enters > 0)
+    appendPoint({firstX, from.y + enters * dy});
+  else if (x.size() == open)
+    appendPoint(from);
+  if (dy != 0)
+    for (const double limit : {firstY, -firstY}) {
+      const double passes = (limit - from.y) / dy;
+      if (passes > std::max(enters, 0.0) && passes < std::min(leaves, 1.0))
+        appendPoint({from.x + passes * dx, limit});
+    }
+  if (leaves < 1) {
+    appendPoint({-firstX, from.y + leaves * dy});
+    endPiece();
+  } else {
+    appendPoint(to);
   }
-  appendPoint(end < 1 ? at(end) : to);
-  if (end < 1) endPiece();
 }
 
 void LinePieces::appendPoint(Point point)

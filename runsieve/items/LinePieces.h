@@ -5,8 +5,8 @@
 
 namespace runsieve {
 
-/// Data to device pixels, one scale and offset for each direction: pixel = data * scale + offset. Pixel k spans
-/// k to k + 1; row 0 is the bottom row.
+/// Data to device pixels, one scale and offset for each direction: pixel = data * scale + offset. Pixel k
+/// spans k to k + 1; row 0 is the bottom row.
 struct PixelMap
 {
   double xScale = 1;

@@ -12,7 +12,7 @@ namespace {
 constexpr int strip = 16;
 
 /// Steps of a row of counts; each is one part of RunCoverage::perRun.
-constexpr int perRow = 256;
+constexpr unsigned perRow = 256;
 
 RunCoverage::Frame checked(RunCoverage::Frame frame)
 {
@@ -34,15 +34,48 @@ int clamped(float value, float limit)
   return static_cast<int>(positive < limit ? positive : limit);
 }
 
-/// Adds an edge to a column: from it upwards all counts grow. `share` is what is left of a row's perRow after
-/// the shift; all numbers are multiples of the coats.
-void addEdge(std::uint32_t* column, int edge, int shift, int coats)
+/// Adds an edge to a column: from it upwards all counts grow by `coats` times perRow >> shift. All numbers
+/// are multiples of the coats, so that what a line adds is proportional to them.
+void addEdge(std::uint32_t* column, unsigned edge, int shift, std::uint32_t coats)
 {
-  const std::size_t row = static_cast<std::size_t>(edge / perRow) * strip;
-  const int over = (edge % perRow) >> shift;
-  column[row] += static_cast<std::uint32_t>(coats * ((perRow >> shift) - over));
-  column[row + strip] += static_cast<std::uint32_t>(coats * over);
+  std::uint32_t* const row = column + edge / perRow * strip;
+  const std::uint32_t over = (edge % perRow >> shift) * coats;
+  row[0] += (perRow >> shift) * coats - over;
+  row[strip] += over;
 }
+
+/// One side of the outline in a column.
+struct Side
+{
+  float left; ///< y at the left edge, in steps of a row
+  float rise; ///< to the right edge
+};
+
+/// Adds what is between pairs of edges, each with its part of the weight.
+/// \param lowerAt which part of the rise the lower side has behind it in a part of the column, upperAt
+/// likewise.
+template <int shift, class LowerAt, class UpperAt>
+void addBands(std::uint32_t* column, Side lower, Side upper, float limit, std::uint32_t coats,
+              LowerAt lowerAt, UpperAt upperAt)
+{
+  constexpr int bands = 1 << shift;
+  unsigned low[bands];
+  unsigned high[bands];
+  for (int i = 0; i < bands; ++i) {
+    const float at = (static_cast<float>(i) + 0.5F) / bands;
+    const int top = clamped(upper.left + upperAt(at) * upper.rise, limit);
+    const int bottom = clamped(lower.left + lowerAt(at) * lower.rise, limit);
+    low[i] = static_cast<unsigned>(bottom < top ? bottom : top);
+    high[i] = static_cast<unsigned>(top);
+  }
+  for (int i = 0; i < bands; ++i) {
+    addEdge(column, low[i], shift, coats);
+    addEdge(column, high[i], shift, 0U - coats);
+  }
+}
+
+/// Fineness of a column with a jump.
+constexpr int jump = 4;
 
 } // namespace
 
@@ -54,6 +87,8 @@ RunCoverage::RunCoverage(Frame const& frame)
   const auto width = static_cast<std::size_t>(shape.width);
   buffer.resize((width + strip - 1) / strip * stripSize);
   for (auto* numbers : {&lowEdge, &highEdge, &fineness}) numbers->resize(width);
+  highRamp.resize(width);
+  lowRamp.resize(width);
 }
 
 bool RunCoverage::add(float const* points, std::size_t count, std::uint8_t coats)
@@ -158,7 +193,9 @@ void RunCoverage::drawPiece(LinePieces::Piece const& piece, int coats)
   const LineEnvelope::Columns columns = outline.trace(piece.x, piece.y, piece.count);
   if (columns.first == columns.last) return;
   quantize(columns);
+  markJumps();
   scatter(columns, coats);
+  forgetJumps();
   load += coats;
 }
 
@@ -183,8 +220,9 @@ void RunCoverage::quantize(LineEnvelope::Columns columns)
   int* const low = lowEdge.data();
   int* const high = highEdge.data();
   int* const fine = fineness.data();
-  const auto limit = static_cast<float>(rows() * perRow);
-  const auto half = static_cast<float>(shape.subRows * perRow) / 2; // the mean of both sides of a column
+  const auto limit = static_cast<float>(rows() * static_cast<int>(perRow));
+  const auto half =
+      static_cast<float>(shape.subRows * static_cast<int>(perRow)) / 2; // the mean of both sides of a column
   for (int k = columns.first; k < columns.last; ++k) {
     const int bottom = clamped((lower[k] + lower[k + 1]) * half, limit);
     const int top = clamped((upper[k] + upper[k + 1]) * half, limit);
@@ -197,41 +235,72 @@ void RunCoverage::quantize(LineEnvelope::Columns columns)
   }
 }
 
+void RunCoverage::markJumps()
+{
+  for (LineEnvelope::Jump const& step : outline.jumps()) {
+    const auto k = static_cast<std::size_t>(step.column);
+    Ramp& ramp = (step.isAbove ? highRamp : lowRamp)[k];
+    const bool isFirst = ramp.from == 0 && ramp.to == 1;
+    ramp.from = isFirst ? step.from : std::min(ramp.from, step.from);
+    ramp.to = isFirst ? step.to : std::max(ramp.to, step.to);
+    fineness[k] = jump;
+  }
+}
+
+void RunCoverage::forgetJumps()
+{
+  for (LineEnvelope::Jump const& step : outline.jumps())
+    (step.isAbove ? highRamp : lowRamp)[static_cast<std::size_t>(step.column)] = Ramp();
+}
+
 void RunCoverage::scatter(LineEnvelope::Columns columns, int coats)
 {
+  const auto weight = static_cast<std::uint32_t>(coats);
+  int const* const low = lowEdge.data();
+  int const* const high = highEdge.data();
+  int const* const fine = fineness.data();
   for (int k = columns.first; k < columns.last;) {
     const int end = std::min((k / strip + 1) * strip, columns.last);
     std::uint32_t* column = buffer.data() + static_cast<std::size_t>(k / strip) * stripSize + k % strip;
     for (; k < end; ++k, ++column) {
-      if (fineness[static_cast<std::size_t>(k)] > 0) {
-        scatterSteep(column, k, coats);
+      if (fine[k] > 0) {
+        scatterSteep(column, k, weight);
         continue;
       }
-      addEdge(column, lowEdge[static_cast<std::size_t>(k)], 0, coats);
-      addEdge(column, highEdge[static_cast<std::size_t>(k)], 0, -coats);
+      addEdge(column, static_cast<unsigned>(low[k]), 0, weight);
+      addEdge(column, static_cast<unsigned>(high[k]), 0, 0U - weight);
     }
   }
 }
 
-/// Several edges along a steep one, each with its part of the weight: counts change smoothly in x, too. Both
-/// sides get as many, so that no count becomes negative where they meet.
-void RunCoverage::scatterSteep(std::uint32_t* column, int k, int coats)
+/// Several edges along a steep one: counts change smoothly in x, too. Both sides get as many, so that no
+/// count becomes negative where they meet.
+void RunCoverage::scatterSteep(std::uint32_t* column, int k, std::uint32_t coats)
 {
-  const auto limit = static_cast<float>(rows() * perRow);
-  const auto scale = static_cast<float>(shape.subRows * perRow);
-  const int shift = fineness[static_cast<std::size_t>(k)];
-  const int edges = 1 << shift;
-  const float part = 1 / static_cast<float>(edges);
-  float const* const upper = outline.upper() + k;
-  float const* const lower = outline.lower() + k;
-  const float rising = (upper[1] - upper[0]) * part;
-  const float risingBelow = (lower[1] - lower[0]) * part;
-  for (int i = 0; i < edges; ++i) {
-    const float at = static_cast<float>(i) + 0.5F;
-    const int top = clamped((upper[0] + at * rising) * scale, limit);
-    const int bottom = std::min(clamped((lower[0] + at * risingBelow) * scale, limit), top);
-    addEdge(column, bottom, shift, coats);
-    addEdge(column, top, shift, -coats);
+  const auto scale = static_cast<float>(shape.subRows * static_cast<int>(perRow));
+  const auto limit = static_cast<float>(shape.height) * scale;
+  const auto sideOf = [&](float const* edges) {
+    return Side{edges[k] * scale, (edges[k + 1] - edges[k]) * scale};
+  };
+  const Side lower = sideOf(outline.lower());
+  const Side upper = sideOf(outline.upper());
+  const auto evenly = [](float at) { return at; };
+  const auto along = [](Ramp const& ramp) {
+    return [=](float at) {
+      if (at <= ramp.from) return 0.0F;
+      return at < ramp.to ? (at - ramp.from) / (ramp.to - ramp.from) : 1.0F;
+    };
+  };
+  const auto place = static_cast<std::size_t>(k);
+  switch (fineness[place]) {
+  case 1:
+    return addBands<1>(column, lower, upper, limit, coats, evenly, evenly);
+  case 2:
+    return addBands<2>(column, lower, upper, limit, coats, evenly, evenly);
+  case 3:
+    return addBands<3>(column, lower, upper, limit, coats, evenly, evenly);
+  default:
+    return addBands<3>(column, lower, upper, limit, coats, along(lowRamp[place]), along(highRamp[place]));
   }
 }
 

@@ -9,8 +9,8 @@
 
 namespace runsieve {
 
-/// Runs of `stride` points each, behind one another in one array of x and y in turn: 2 * stride * count floats,
-/// which belong to the caller.
+/// Runs of `stride` points each, behind one another in one array of x and y in turn: 2 * stride * count
+/// floats, which belong to the caller.
 struct RunBlock
 {
   float const* points = nullptr;
@@ -21,10 +21,10 @@ struct RunBlock
 /// Counts, per pixel, how many lines cover it.
 ///
 /// A line that runs one way in x covers one interval of y in each column. Its lower edge adds to a difference
-/// image, its upper edge subtracts, and sums over the rows give the counts. So the time per line depends neither
-/// on its width nor on what is below it, and a line never counts twice in a pixel, at joints neither; where it
-/// turns back in x its pieces do. Everything is whole numbers proportional to the weight: taking away what was
-/// added restores the buffer bit for bit, whatever came in between.
+/// image, its upper edge subtracts, and sums over the rows give the counts. So the time per line depends
+/// neither on its width nor on what is below it, and a line never counts twice in a pixel, at joints neither;
+/// where it turns back in x its pieces do. Everything is whole numbers proportional to the weight: taking
+/// away what was added restores the buffer bit for bit, whatever came in between.
 ///
 /// One object serves one thread. Lines in several threads go into one object each, and merge().
 class RunCoverage
@@ -42,14 +42,15 @@ public:
   {
     int width = 1;  ///< device pixels, 1 to largestSize
     int height = 1; ///< device pixels, 1 to largestSize
-    /// 1, 2 or 4 rows of counts for each row of pixels. A layer whose opacity saturates needs them, or its edges
-    /// become saw teeth.
+    /// 1, 2 or 4 rows of counts for each row of pixels. A layer whose opacity saturates needs them, or its
+    /// edges become saw teeth.
     int subRows = 1;
     double halfWidth = 0.5; ///< of the lines, in device pixels; less than 0.5 counts as 0.5
     PixelMap map;           ///< data to device pixels
   };
 
-  /// \throws std::invalid_argument if a size, the sub-rows, or a number of the map is out of range or not finite.
+  /// \throws std::invalid_argument if a size, the sub-rows, or a number of the map is out of range or not
+  /// finite.
   explicit RunCoverage(Frame const& frame);
 
   [[nodiscard]] Frame const& frame() const { return shape; }
@@ -72,9 +73,9 @@ public:
   bool add(RunBlock const& runs, std::uint8_t const* coats = nullptr);
   /// Takes runs away that were added with the same coats.
   void remove(RunBlock const& runs, std::uint8_t const* coats = nullptr);
-  /// Draws those runs whose coats differ so that all have the new ones. The result is the same, bit for bit, as
-  /// that of adding all of them anew.
-  /// \return false, and nothing has changed, if mostCoats could be exceeded.
+  /// Draws those runs whose coats differ so that all have the new ones. The result is the same, bit for bit,
+  /// as that of adding all of them anew. \return false, and nothing has changed, if mostCoats could be
+  /// exceeded.
   bool change(RunBlock const& runs, std::uint8_t const* oldCoats, std::uint8_t const* newCoats);
 
   /// Adds the counts of another object.
@@ -96,13 +97,22 @@ public:
   [[nodiscard]] std::vector<std::uint32_t> const& differences() const { return buffer; }
 
 private:
+  /// Where in a column a side of the outline rises or falls, from 0 to 1; over the whole of it but at jumps.
+  struct Ramp
+  {
+    float from = 0;
+    float to = 1;
+  };
+
   bool fits(std::size_t points, int coats) const;
   void draw(float const* points, std::size_t count, int coats);
   void drawPiece(LinePieces::Piece const& piece, int coats);
   bool isOutside(LinePieces::Piece const& piece) const;
   void quantize(LineEnvelope::Columns columns);
+  void markJumps();
+  void forgetJumps();
   void scatter(LineEnvelope::Columns columns, int coats);
-  void scatterSteep(std::uint32_t* column, int k, int coats);
+  void scatterSteep(std::uint32_t* column, int k, std::uint32_t coats);
 
   Frame shape;
   LinePieces cutter;
@@ -111,9 +121,11 @@ private:
   std::vector<std::uint32_t> buffer;
   std::size_t stripSize; ///< of numbers
   std::int64_t load = 0;
-  std::vector<int> lowEdge;  ///< of a column, in 1 / 256 of a row of counts
-  std::vector<int> highEdge; ///< likewise
-  std::vector<int> fineness; ///< of a column: logarithm of the edges that stand for a steep one
+  std::vector<int> lowEdge;   ///< of a column, in 1 / 256 of a row of counts
+  std::vector<int> highEdge;  ///< likewise
+  std::vector<int> fineness;  ///< of a column: logarithm of the edges that stand for a steep one
+  std::vector<Ramp> highRamp; ///< of a column
+  std::vector<Ramp> lowRamp;
 };
 
 } // namespace runsieve
