@@ -8,6 +8,7 @@ namespace runsieve {
 namespace {
 
 constexpr std::size_t WORD = 64;
+constexpr std::size_t PART = 16; ///< of a word
 
 /// By sums of neighbours: not all machines that this is compiled for count bits by themselves.
 std::uint32_t countBits(std::uint64_t word)
@@ -36,6 +37,7 @@ struct OrderedMarks::Walk
   std::int64_t size;
   std::int64_t passing;
   std::int64_t others;
+  std::int64_t least = 0; ///< the largest is not smaller
   std::int64_t largest = 0;
   std::size_t end = 0; ///< last place of the group where it stands
 
@@ -43,6 +45,13 @@ struct OrderedMarks::Walk
   [[nodiscard]] std::int64_t difference(std::size_t met, std::uint32_t metPassing) const
   {
     return static_cast<std::int64_t>(met) * passing - std::int64_t{metPassing} * size;
+  }
+
+  /// Whether the first of the largest differences may stand among these runs, which come after a difference.
+  [[nodiscard]] bool mayStandIn(std::int64_t start, std::int64_t passingRuns, std::int64_t otherRuns) const
+  {
+    std::int64_t const bound = std::max(start + otherRuns * passing, passingRuns * others - start);
+    return bound >= least && bound > std::abs(largest);
   }
 };
 
@@ -80,26 +89,28 @@ std::int64_t OrderedMarks::largestAtWords(Walk const& walk) const
   return largest;
 }
 
-std::int64_t OrderedMarks::boundOf(std::size_t word, Walk const& walk) const
-{
-  std::size_t const first = word * WORD;
-  std::int64_t const passing = before[word + 1] - before[word];
-  std::int64_t const others = static_cast<std::int64_t>(std::min(WORD, size - first)) - passing;
-  std::int64_t const start = walk.difference(first, before[word]);
-  return std::max(start + others * walk.passing, passing * walk.others - start);
-}
-
 void OrderedMarks::lookInto(std::size_t word, Walk& walk) const
 {
   std::size_t const first = word * WORD;
-  std::size_t const count = std::min(WORD, size - first);
+  std::size_t const end = std::min(first + WORD, size);
   std::int64_t difference = walk.difference(first, before[word]);
-  for (std::size_t bit = 0; bit < count; ++bit) {
-    difference += (passes[word] >> bit & 1u) != 0 ? -walk.others : walk.passing;
-    bool const isEnd = (ends[word] >> bit & 1u) != 0;
-    if (!isEnd || std::abs(difference) <= std::abs(walk.largest)) continue;
+  for (std::size_t place = first; place < end; place += PART) {
+    std::uint64_t const part = passes[word] >> place % WORD & ((std::uint64_t{1} << PART) - 1);
+    std::size_t const runs = std::min(PART, end - place);
+    std::int64_t const passing = countBits(part);
+    std::int64_t const others = static_cast<std::int64_t>(runs) - passing;
+    if (walk.mayStandIn(difference, passing, others)) stepThrough(place, runs, difference, walk);
+    difference += others * walk.passing - passing * walk.others;
+  }
+}
+
+void OrderedMarks::stepThrough(std::size_t first, std::size_t runs, std::int64_t difference, Walk& walk) const
+{
+  for (std::size_t place = first; place < first + runs; ++place) {
+    difference += bitAt(passes, place) ? -walk.others : walk.passing;
+    if (std::abs(difference) <= std::abs(walk.largest) || !bitAt(ends, place)) continue;
     walk.largest = difference;
-    walk.end = first + bit;
+    walk.end = place;
   }
 }
 
@@ -115,10 +126,12 @@ LargestDifference OrderedMarks::largest()
   countPassing();
   std::int64_t const passing = before.back();
   Walk walk{static_cast<std::int64_t>(size), passing, static_cast<std::int64_t>(size) - passing};
-  std::int64_t const least = largestAtWords(walk);
+  walk.least = largestAtWords(walk);
   for (std::size_t word = 0; word + 1 < before.size(); ++word) {
-    std::int64_t const bound = boundOf(word, walk);
-    if (bound >= least && bound > std::abs(walk.largest)) lookInto(word, walk);
+    std::size_t const first = word * WORD;
+    auto const runs = static_cast<std::int64_t>(std::min(WORD, size - first));
+    std::int64_t const here = before[word + 1] - before[word];
+    if (walk.mayStandIn(walk.difference(first, before[word]), here, runs - here)) lookInto(word, walk);
   }
   return {before.back(), static_cast<std::uint32_t>(walk.others), walk.largest,
           walk.largest == 0 ? 0 : firstOfGroup(walk.end)};

@@ -33,8 +33,8 @@ private:
 
   void countPassing();
   [[nodiscard]] std::int64_t largestAtWords(Walk const& walk) const;
-  [[nodiscard]] std::int64_t boundOf(std::size_t word, Walk const& walk) const;
   void lookInto(std::size_t word, Walk& walk) const;
+  void stepThrough(std::size_t first, std::size_t runs, std::int64_t difference, Walk& walk) const;
   [[nodiscard]] std::size_t firstOfGroup(std::size_t end) const;
 
   std::size_t size;                  ///< runs that have a value
