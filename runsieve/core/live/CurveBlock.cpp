@@ -16,15 +16,13 @@ constexpr std::size_t STRIDE = CurveBlock::mostRuns + 8;
 constexpr std::size_t LOWEST = GROUP * STRIDE;
 constexpr std::size_t HIGHEST = LOWEST + STRIDE;
 
-/// Keeps NaN once it is there, on either side.
 void lower(double* lowest, double const* values, std::size_t runs)
 {
-  for (std::size_t run = 0; run < runs; ++run) {
-    double const value = values[run];
-    lowest[run] = (value < lowest[run]) | (value != value) ? value : lowest[run];
-  }
+  for (std::size_t run = 0; run < runs; ++run)
+    lowest[run] = values[run] < lowest[run] ? values[run] : lowest[run];
 }
 
+/// Takes NaN over and keeps it: a run with a missing value is then below no limit.
 void raise(double* highest, double const* values, std::size_t runs)
 {
   for (std::size_t run = 0; run < runs; ++run) {

@@ -65,8 +65,8 @@ private:
   /// One after the other the times of the group, the lowest and the highest value of each run; null until
   /// they are laid out.
   std::vector<std::unique_ptr<double[]>> groups;
-  std::vector<double> lowest; ///< in the known span, NaN if a value is; empty as long as no span is known
-  std::vector<double> highest;
+  std::vector<double> lowest;  ///< in the known span; empty as long as none is known
+  std::vector<double> highest; ///< likewise; NaN if a value is
   TimeSpan known{};
 };
 
