@@ -24,7 +24,7 @@ namespace runsieve {
 ///
 /// What makes it fast is prepared when it is first needed, or ahead by prepare(): for each parameter the
 /// order of the runs, and a copy of the curves of one output, the one that the gate was last on, time by
-/// time. They take memory: that of the values of the output and a quarter more, and some 20 bytes per run and
+/// time. They take memory: that of the values of the output and a quarter more, and some 12 bytes per run and
 /// parameter.
 ///
 /// No thread is made. Not for several threads at once.
