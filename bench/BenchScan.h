@@ -21,9 +21,7 @@ struct BenchScan
   std::vector<long long> wide; ///< rows below a threshold, over all times
 };
 
-/// W1, W2 or W3: 1,000, 10,000 or 100,000 runs of 101 times. If the environment names a folder in
-/// RUNSIEVE_SCANS, the scan is read from NAME.npy, NAME_sel_brush.npy and NAME_sel_wide.npy there, so that
-/// other tools can be timed on the same numbers; otherwise it is made up.
+/// W1, W2 or W3: 1,000, 10,000 or 100,000 runs of 101 times, as fillColumns() fills them.
 BenchScan const& benchScan(std::string const& name);
 
 /// Rows as a selection that an annotation link takes.

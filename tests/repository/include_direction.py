@@ -25,6 +25,7 @@ BELOW = {
     "core/compare": {"core/text", "core/parallel", "core/kernels", "core/inference", "core/scan"},
     "core/inference": {"core/parallel"},
     "core/gate": {"core/text", "core/scan", "core/compare"},
+    "core/live": {"core/inference", "core/scan", "core/gate"},
     "core/read": {"core/text", "core/parallel", "core/scan", "core/files", "core/kernels"},
     "core/write": {"core/text", "core/scan", "core/files"},
     "core/sieve": {"core/text", "core/scan", "core/files", "core/kernels", "core/compare", "core/gate", "core/read"},

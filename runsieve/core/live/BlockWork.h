@@ -1,0 +1,29 @@
+#pragma once
+
+#include <runsieve/core/live/LiveWork.h>
+
+#include <atomic>
+#include <cstddef>
+
+namespace runsieve {
+
+/// Does all blocks, or ends between two of them when it is interrupted.
+/// \return false if interrupted: some blocks were not done
+template <class Work> bool inBlocks(LiveWork const& how, std::size_t count, Work const& work)
+{
+  std::atomic<bool> ended = false;
+  auto const unlessEnded = [&](std::size_t block) {
+    if (ended) return;
+    if (how.interrupted && how.interrupted())
+      ended = true;
+    else
+      work(block);
+  };
+  if (how.runner)
+    how.runner(count, unlessEnded);
+  else
+    for (std::size_t block = 0; block < count && !ended; ++block) unlessEnded(block);
+  return !ended;
+}
+
+} // namespace runsieve
