@@ -86,7 +86,7 @@ void CurveBlock::layOut(std::size_t group)
   groups[group] = std::move(values);
 }
 
-void CurveBlock::prepare(TimeSpan span)
+void CurveBlock::prepare(GridSpan span)
 {
   for (std::size_t group = span.first / GROUP; group <= span.last / GROUP; ++group)
     if (!groups[group]) layOut(group);
@@ -118,7 +118,7 @@ void CurveBlock::takeTimes(std::size_t first, std::size_t end)
   }
 }
 
-void CurveBlock::findExtremes(TimeSpan span)
+void CurveBlock::findExtremes(GridSpan span)
 {
   prepare(span);
   bool const widens = !lowest.empty() && span.first <= known.first && span.last >= known.last;
@@ -133,14 +133,14 @@ void CurveBlock::findExtremes(TimeSpan span)
   known = span;
 }
 
-void CurveBlock::inside(TimeSpan span, ValueRange range, std::uint8_t* marks)
+void CurveBlock::inside(GridSpan span, ValueRange range, std::uint8_t* marks)
 {
   findExtremes(span);
   std::memset(marks, 0, runs);
   mark(lowest.data(), highest.data(), range, runs, marks);
 }
 
-void CurveBlock::ever(TimeSpan span, ValueRange range, std::uint8_t* marks)
+void CurveBlock::ever(GridSpan span, ValueRange range, std::uint8_t* marks)
 {
   prepare(span);
   std::memset(marks, 0, runs);

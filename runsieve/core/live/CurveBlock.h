@@ -8,7 +8,7 @@
 namespace runsieve {
 
 /// Grid positions, both included.
-struct TimeSpan
+struct GridSpan
 {
   std::size_t first;
   std::size_t last;
@@ -41,13 +41,13 @@ public:
   CurveBlock(double const* values, std::size_t runs, std::size_t times);
 
   /// Lays out the times of a span.
-  void prepare(TimeSpan span);
+  void prepare(GridSpan span);
 
   /// Marks 1 for the runs of which every value in the span lies in the range, 0 for all others; NaN lies in
   /// no range. \param marks one per run
-  void inside(TimeSpan span, ValueRange range, std::uint8_t* marks);
+  void inside(GridSpan span, ValueRange range, std::uint8_t* marks);
   /// Likewise for the runs of which some value in the span lies in the range.
-  void ever(TimeSpan span, ValueRange range, std::uint8_t* marks);
+  void ever(GridSpan span, ValueRange range, std::uint8_t* marks);
 
 private:
   [[nodiscard]] std::size_t timesOf(std::size_t group) const;
@@ -55,7 +55,7 @@ private:
   [[nodiscard]] double const* lowestOf(std::size_t group) const;
   [[nodiscard]] double const* highestOf(std::size_t group) const;
   void layOut(std::size_t group);
-  void findExtremes(TimeSpan span);
+  void findExtremes(GridSpan span);
   void takeTimes(std::size_t first, std::size_t end);
   void takeExtremes(double const* low, double const* high);
 
@@ -67,7 +67,7 @@ private:
   std::vector<std::unique_ptr<double[]>> groups;
   std::vector<double> lowest;  ///< in the known span; empty as long as none is known
   std::vector<double> highest; ///< likewise; NaN if a value is
-  TimeSpan known{};
+  GridSpan known{};
 };
 
 } // namespace runsieve

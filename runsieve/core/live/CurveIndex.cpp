@@ -10,7 +10,7 @@ namespace {
 
 void markBlock(CurveBlock& block, ResolvedGate const& gate, std::uint8_t* marks)
 {
-  TimeSpan const span{gate.first, gate.last};
+  GridSpan const span{gate.first, gate.last};
   ValueRange const range{gate.range.low, gate.range.high};
   if (gate.gate.kind == GateKind::Inside)
     block.inside(span, range, marks);

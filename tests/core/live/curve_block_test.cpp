@@ -31,14 +31,14 @@ protected:
     }
   }
 
-  Marks inside(TimeSpan span, ValueRange range)
+  Marks inside(GridSpan span, ValueRange range)
   {
     Marks marks(3, 7);
     block.inside(span, range, marks.data());
     return marks;
   }
 
-  Marks ever(TimeSpan span, ValueRange range)
+  Marks ever(GridSpan span, ValueRange range)
   {
     Marks marks(3, 7);
     block.ever(span, range, marks.data());
