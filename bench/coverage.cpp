@@ -6,9 +6,11 @@
 
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <map>
+#include <utility>
 #include <vector>
 
 using namespace runsieve;
@@ -28,31 +30,41 @@ double nextNumber(std::uint64_t& seed)
   return static_cast<double>((z ^ (z >> 31)) >> 11) * 0x1p-53;
 }
 
-/// Oscillations that grow or die away, each with a period, phase and height of its own. Time and value from 0
-/// to 1.
-std::vector<float> const& oscillations(std::size_t runs)
+/// Makes up a value from 0 to 1 of one run at a time from 0 to 1.
+using Curve = double (*)(std::array<double, 4> const& parameters, double t);
+
+/// A rise, and a slower decay, as the scans of the other benchmarks have them.
+double gentle(std::array<double, 4> const& parameters, double t)
 {
-  static std::map<std::size_t, std::vector<float>> made;
-  std::vector<float>& points = made[runs];
+  const auto spread = [](double p) { return std::exp((p - 0.5) * 2.2); };
+  return spread(parameters[0]) / 3.1 * (1 - std::exp(-3 * spread(parameters[1]) * t)) *
+         std::exp(-spread(parameters[2]) * t);
+}
+
+/// Three to ten oscillations that grow or die away.
+double steep(std::array<double, 4> const& parameters, double t)
+{
+  const double cycles = 3 + 7 * parameters[0];
+  const double size = 0.1 + 0.35 * parameters[2];
+  return 0.5 +
+         size * std::exp((0.5 - 3 * parameters[3]) * t) * std::sin(6.2832 * (cycles * t + parameters[1]));
+}
+
+RunBlock blockOf(std::size_t runs, Curve curve = gentle)
+{
+  static std::map<std::pair<std::size_t, Curve>, std::vector<float>> made;
+  std::vector<float>& points = made[{runs, curve}];
   std::uint64_t seed = runs;
   while (points.size() < 2 * times * runs) {
-    const double cycles = 3 + 7 * nextNumber(seed);
-    const double phase = 6.2832 * nextNumber(seed);
-    const double size = 0.1 + 0.35 * nextNumber(seed);
-    const double decay = 3 * nextNumber(seed) - 0.5;
+    std::array<double, 4> parameters;
+    for (double& value : parameters) value = nextNumber(seed);
     for (std::size_t i = 0; i < times; ++i) {
       const double t = static_cast<double>(i) / (times - 1);
       points.push_back(static_cast<float>(t));
-      points.push_back(
-          static_cast<float>(0.5 + size * std::exp(-decay * t) * std::sin(6.2832 * cycles * t + phase)));
+      points.push_back(static_cast<float>(curve(parameters, t)));
     }
   }
-  return points;
-}
-
-RunBlock blockOf(std::size_t runs)
-{
-  return {oscillations(runs).data(), times, runs};
+  return {points.data(), times, runs};
 }
 
 RunCoverage::Frame frame(double lineWidth, int subRows)
@@ -78,9 +90,9 @@ std::vector<std::uint8_t> everyNth(std::size_t runs, std::size_t n, std::uint8_t
   return all;
 }
 
-void allRuns(benchmark::State& state, RunCoverage::Frame const& shape)
+void allRuns(benchmark::State& state, RunCoverage::Frame const& shape, Curve curve)
 {
-  const RunBlock runs = blockOf(static_cast<std::size_t>(state.range(0)));
+  const RunBlock runs = blockOf(static_cast<std::size_t>(state.range(0)), curve);
   RunCoverage coverage(shape);
   for (auto _ : state) {
     coverage.clear();
@@ -99,7 +111,7 @@ void someRuns(benchmark::State& state)
   }
 }
 
-/// One time in ten runs is lit, the next time it is not.
+/// Every tenth run is lit or put out.
 void changedRuns(benchmark::State& state)
 {
   const RunBlock runs = blockOf(static_cast<std::size_t>(state.range(0)));
@@ -155,8 +167,10 @@ const CoverageImage::Look equalArea{{40, 70, 120}, 1, CoverageImage::Shades::equ
 // Runs of W1, W2 and W3.
 #define FOR_ALL_SCANS ->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)
 
-BENCHMARK_CAPTURE(allRuns, thin, thin()) FOR_ALL_SCANS;
-BENCHMARK_CAPTURE(allRuns, thickInSubRows, thick()) FOR_ALL_SCANS;
+BENCHMARK_CAPTURE(allRuns, thin, thin(), gentle) FOR_ALL_SCANS;
+BENCHMARK_CAPTURE(allRuns, thickInSubRows, thick(), gentle) FOR_ALL_SCANS;
+BENCHMARK_CAPTURE(allRuns, steepThin, thin(), steep) FOR_ALL_SCANS;
+BENCHMARK_CAPTURE(allRuns, steepThickInSubRows, thick(), steep) FOR_ALL_SCANS;
 BENCHMARK(someRuns) FOR_ALL_SCANS;
 BENCHMARK(changedRuns) FOR_ALL_SCANS;
 BENCHMARK(linesOutside) FOR_ALL_SCANS;

@@ -6,6 +6,7 @@
 
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/read/ReadScan.h>
+#include <runsieve/items/vtkPlotLineSet.h>
 #include <runsieve/widgets/VtkPlotWidget.h>
 
 #include <vtkAnnotationLink.h>
@@ -44,6 +45,7 @@ constexpr float afterTheLibrary = -1.0f; ///< observer priority below that of th
 const char* const howTo =
     "<b>Sieve</b><br>Drag with the right button over a place that runs must pass through.<br><br>"
     "<b>Plain</b> starts anew,<br><b>Ctrl</b> adds a place,<br><b>Shift</b> takes away.<br><br>"
+    "<b>Esc</b> gives a drag up.<br><br>"
     "Left button pans, wheel zooms.";
 
 QString bareName(PlotContainer const& plot, std::size_t column)
@@ -57,6 +59,9 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
 {
   setWindowTitle("Runsieve");
   widget = new VtkPlotWidget;
+  widget->installEventFilter(this);
+  connect(widget, &VtkPlotWidget::selectionDragged, this, &ExplorerWindow::followDrag);
+  connect(widget, &VtkPlotWidget::selectionDragEnded, this, &ExplorerWindow::endDrag);
   auto* middle = new QWidget;
   auto* layout = new QHBoxLayout(middle);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -224,6 +229,7 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   notes = loaded.notes;
   runs = scanOf(scan);
   applyNotes(notes, runs);
+  live = std::make_unique<LiveView>(runs, completeRuns(runs));
   comparison = {};
   readingNotes->setText(toTell == 1 ? QString("1 note on reading")
                                     : QString("%L1 notes on reading").arg(toTell));
@@ -448,6 +454,51 @@ void ExplorerWindow::afterSelection()
     if (container && !hasSelection(*container) && !container->ksStatistics.empty()) clearSelection();
     compare();
     refresh();
+  });
+}
+
+bool ExplorerWindow::eventFilter(QObject* watched, QEvent* event)
+{
+  // A pointer on its way to a drag leaves time to prepare for it.
+  if (watched == widget && event->type() == QEvent::Enter) prepareLive();
+  return QMainWindow::eventFilter(watched, event);
+}
+
+/// In slices, between which events go on.
+void ExplorerWindow::prepareLive()
+{
+  if (!live || outputs->currentIndex() < 0) return;
+  if (!live->prepare(options().output)) QTimer::singleShot(0, this, &ExplorerWindow::prepareLive);
+}
+
+void ExplorerWindow::followDrag(DragRectangle const& rectangle)
+{
+  constexpr qint64 leastPause = 100; // ms between titles that a reader can follow
+  if (!container || !live) return;
+  if (!dragging) {
+    live->begin(*container);
+    dragging = true;
+    sinceDistances.invalidate();
+    return; // a press has no extent yet
+  }
+  const std::size_t passing = live->move(rectangle, options().output);
+  if (vtkPlotLineSet* lines = runLines(*container)) lines->SetPreview(live->lit());
+  status->setText(QString("%L1 of %L2 runs pass through this place").arg(passing).arg(scan->trajectoryCount) +
+                  (rectangle.modifiers & (Qt::ControlModifier | Qt::ShiftModifier) ? " and the others" : ""));
+  if (sinceDistances.isValid() && sinceDistances.elapsed() < leastPause) return;
+  labelDistances(*container, live->distances());
+  sinceDistances.start();
+}
+
+void ExplorerWindow::endDrag()
+{
+  if (!dragging || !container) return;
+  dragging = false;
+  if (vtkPlotLineSet* lines = runLines(*container)) lines->ClearPreview();
+  labelDistances(*container, {});
+  // A drag that selects nothing new leaves the view as it was.
+  QTimer::singleShot(0, this, [this] {
+    if (!selectionChanged) refresh();
   });
 }
 

@@ -1,11 +1,15 @@
 #pragma once
 
 #include "app/store/StoredPlot.h"
+#include "app/view/LiveView.h"
 #include "app/view/ScanClusters.h"
 #include "app/view/ShownComparison.h"
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QPointer>
+
+#include <memory>
 
 class QCheckBox;
 class QComboBox;
@@ -51,6 +55,9 @@ public:
   /// How the open file was read, a line each; empty for a stored plot.
   [[nodiscard]] std::vector<std::string> const& howRead() const { return reading; }
 
+protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
   void buildMenu();
   QWidget* buildPanel();
@@ -70,6 +77,9 @@ private:
   void chooseOutput(int index);
   void clearSelection();
   void afterSelection();
+  void prepareLive();
+  void followDrag(DragRectangle const& rectangle);
+  void endDrag();
   void refresh();
   void showStatus();
   void compare();
@@ -82,6 +92,7 @@ private:
   std::vector<int> clusterOfRun;       ///< empty without clusters
   std::vector<std::string> reading;    ///< how the file was read
   Scan runs;                           ///< the open scan; its outputs are those of the record
+  std::unique_ptr<LiveView> live;      ///< of runs
   ShownComparison comparison;          ///< of the selection
   ClusterComparison clusterComparison; ///< of the clusters
   ScanNotes notes;                     ///< what the file has and the record has not
@@ -99,6 +110,8 @@ private:
   QPushButton* readingNotes = nullptr; ///< hidden if there is nothing to tell
   bool selectionChanged = false;       ///< a change of the selection waits to be shown
   bool comparingClusters = false;      ///< the selection changes for a calculation only
+  bool dragging = false;               ///< a rectangle is being dragged, and shown
+  QElapsedTimer sinceDistances;        ///< that were shown last in this drag
 };
 
 } // namespace runsieve::app

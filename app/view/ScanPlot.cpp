@@ -100,6 +100,14 @@ void polish(PlotContainer& plot)
     }
 }
 
+vtkPlotLineSet* runLines(PlotContainer const& plot)
+{
+  vtkPlotLineSet* lines = nullptr;
+  for (vtkIdType i = 0; plot.chartXY && i < plot.chartXY->GetNumberOfPlots() && !lines; ++i)
+    lines = vtkPlotLineSet::SafeDownCast(plot.chartXY->GetPlot(i));
+  return lines;
+}
+
 void selectRows(PlotContainer& plot, std::vector<long long> const& rows)
 {
   vtkNew<vtkIdTypeArray> ids;

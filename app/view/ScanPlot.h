@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+class vtkPlotLineSet;
+
 namespace runsieve::app {
 
 /// What the composite view of a scan shows.
@@ -35,6 +37,9 @@ void showOutput(PlotContainer& plot, std::size_t output);
 /// What the program adds to a composite view after each redraw: thin lines, through which dense places still
 /// show, and, if all densities share a scale, that scale on every chart.
 void polish(PlotContainer& plot);
+
+/// The lines of the runs; null while they are points or another style is shown.
+[[nodiscard]] vtkPlotLineSet* runLines(PlotContainer const& plot);
 
 /// The selected rows, ascending.
 [[nodiscard]] std::vector<long long> selectedRows(PlotContainer const& plot);

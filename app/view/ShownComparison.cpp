@@ -174,13 +174,19 @@ void drawCurves(vtkChart* chart, ScanParameter const& parameter, ShownComparison
 
 } // namespace
 
+RunSet completeRuns(Scan const& scan)
+{
+  RunSet complete(scan.runs.size());
+  for (std::size_t run = 0; run < scan.runs.size(); ++run)
+    complete.set(run, scan.runs[run].status == RunStatus::Complete);
+  return complete;
+}
+
 ShownComparison compareSelection(PlotContainer const& plot, Scan const& scan, ComparisonMethod const& method)
 {
   ShownComparison shown;
   shown.passing = passingRuns(plot);
-  shown.eligible = RunSet(scan.runs.size());
-  for (std::size_t run = 0; run < scan.runs.size(); ++run)
-    shown.eligible.set(run, scan.runs[run].status == RunStatus::Complete);
+  shown.eligible = completeRuns(scan);
   if (shown.passing.runs() == scan.runs.size() && shown.passing.count() > 0)
     shown.numbers = compareParameters(scan, shown.passing, shown.eligible, method);
   return shown;
@@ -222,6 +228,14 @@ void label(PlotContainer& plot, ClusterComparison const& comparison)
     auto const found =
         std::find_if(all.begin(), all.end(), [&](auto const& c) { return c.parameter == position; });
     if (found != all.end()) chart->SetTitle(chartTitle(found->d, found->pPermutation, found->significant));
+  });
+}
+
+void labelDistances(PlotContainer& plot, std::vector<LiveDistance> const& distances)
+{
+  eachChart(plot, [&](vtkChart* chart, std::size_t position) {
+    double const d = position < distances.size() ? distances[position].d : LiveDistance::UNDEFINED;
+    chart->SetTitle(std::isnan(d) ? std::string() : "d " + formatted(d, "%+.2f", "-"));
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <runsieve/core/compare/Clusters.h>
 #include <runsieve/core/compare/Comparison.h>
+#include <runsieve/core/live/LiveDistance.h>
 #include <runsieve/plot/PlotContainer.h>
 
 #include <string>
@@ -16,6 +17,9 @@ struct ShownComparison
   RunSet passing; ///< runs of the scan; those that are not eligible don't count
   RunSet eligible;
 };
+
+/// The runs of a scan that are complete.
+[[nodiscard]] RunSet completeRuns(Scan const& scan);
 
 /// Compares the runs that the selection of a plot lets through with all others, leaving out runs that are not
 /// complete. Nothing to show, and no numbers, without a selection or if it lets no run through.
@@ -33,6 +37,10 @@ void orderBy(PlotContainer& plot, ClusterComparison const& comparison);
 void label(PlotContainer& plot, Scan const& scan, ShownComparison const& shown);
 /// The same for clusters, without a noise floor.
 void label(PlotContainer& plot, ClusterComparison const& comparison);
+
+/// Writes nothing but d over the small charts, while a selection is being made; without distances their
+/// titles go. \param distances one per parameter of the scan, or none
+void labelDistances(PlotContainer& plot, std::vector<LiveDistance> const& distances);
 
 /// "d +0.43, p 0.002 *" or, if it is not significant, "d +0.05, p 0.9 n.s.": short, since charts can be
 /// small.

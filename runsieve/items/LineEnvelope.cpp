@@ -141,10 +141,13 @@ void LineEnvelope::measureSegments(float const* x, float const* y, std::size_t s
   }
 }
 
+/// The columns from end to end; those beside an end, which a wide line fills in part, only if it is upright.
 LineEnvelope::Columns LineEnvelope::coveredColumns(float const* x, std::size_t segments) const
 {
-  return {ceiling(x[0] - std::abs(shift[0]) - 0.5F),
-          ceiling(x[segments] + std::abs(shift[segments - 1]) - 0.5F)};
+  const auto beside = [&](std::size_t segment) {
+    return x[segment + 1] - x[segment] < uprightEnd ? std::abs(shift[segment]) : 0;
+  };
+  return {ceiling(x[0] - beside(0) - 0.5F), ceiling(x[segments] + beside(segments - 1) - 0.5F)};
 }
 
 /// A line that covers one column only: a box.

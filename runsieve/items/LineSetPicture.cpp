@@ -6,6 +6,7 @@
 #include <vtkPoints2D.h>
 
 #include <algorithm>
+#include <cmath>
 #include <tuple>
 
 namespace runsieve {
@@ -52,12 +53,6 @@ bool sameLooks(std::vector<CoverageImage::Look> const& a, std::vector<CoverageIm
   });
 }
 
-bool hasCoats(LineSetPicture::Lines const& lines)
-{
-  auto const isDrawn = [](std::uint8_t coats) { return coats > 0; };
-  return lines.coats && std::any_of(lines.coats->begin(), lines.coats->end(), isDrawn);
-}
-
 } // namespace
 
 bool LineSetPicture::Source::operator==(Source const& o) const
@@ -72,6 +67,23 @@ RunCoverage& LineSetPicture::Layer::begin(Source const& wanted, int subRows)
   const RunCoverage::Frame frame = coverageFrame(wanted.frame, wanted.width, subRows);
   counts.emplace(frame);
   return *counts;
+}
+
+LineSetPicture::Coats LineSetPicture::coatsOf(Lines const& lines)
+{
+  Coats coats;
+  coats.opacity = lines.coatsPen.opacity;
+  if (!lines.coats) return coats;
+  const std::uint8_t most =
+      lines.coats->empty() ? 0 : *std::max_element(lines.coats->begin(), lines.coats->end());
+  if (most == 0) return coats;
+  coats.ofRuns = *lines.coats;
+  const bool isEven = std::all_of(coats.ofRuns.begin(), coats.ofRuns.end(),
+                                  [most](std::uint8_t own) { return own == 0 || own == most; });
+  if (!isEven) return coats;
+  for (std::uint8_t& own : coats.ofRuns) own = own == most ? 1 : 0;
+  coats.opacity = 1.0 - std::pow(1.0 - coats.opacity, most);
+  return coats;
 }
 
 std::uint64_t LineSetPicture::contentOf(vtkPoints2D* points)
@@ -102,9 +114,9 @@ bool LineSetPicture::countAll(Lines const& lines, PixelFrame const& frame)
   return isCounted;
 }
 
-bool LineSetPicture::countCoats(Lines const& lines, PixelFrame const& frame)
+bool LineSetPicture::countCoats(Lines const& lines, Coats const& coats, PixelFrame const& frame)
 {
-  if (!hasCoats(lines)) {
+  if (coats.ofRuns.empty()) {
     countsChanged |= highlighted.counts.has_value();
     highlighted.counts.reset();
     return true;
@@ -114,26 +126,26 @@ bool LineSetPicture::countCoats(Lines const& lines, PixelFrame const& frame)
   bool isCounted = true;
   if (!highlighted.isOf(wanted)) {
     countsChanged = true;
-    isCounted = highlighted.begin(wanted, subRowsOf(frame)).add(runs, lines.coats->data());
-  } else if (highlighted.coats != *lines.coats) {
+    isCounted = highlighted.begin(wanted, subRowsOf(frame)).add(runs, coats.ofRuns.data());
+  } else if (highlighted.coats != coats.ofRuns) {
     countsChanged = true;
-    isCounted = highlighted.counts->change(runs, highlighted.coats.data(), lines.coats->data());
+    isCounted = highlighted.counts->change(runs, highlighted.coats.data(), coats.ofRuns.data());
   }
   if (isCounted)
-    highlighted.coats = *lines.coats;
+    highlighted.coats = coats.ofRuns;
   else
     highlighted.counts.reset();
   return isCounted;
 }
 
-void LineSetPicture::resolve(Lines const& lines, PixelFrame const& frame)
+void LineSetPicture::resolve(Lines const& lines, double opacityOfCoat, PixelFrame const& frame)
 {
   std::vector<CoverageImage::Layer> layers;
-  auto addLayer = [&](Layer const& layer, Pen const& pen) {
-    if (layer.counts) layers.push_back({&*layer.counts, {pen.color, pen.opacity, lines.shades}});
+  auto addLayer = [&](Layer const& layer, Color const& color, double opacity) {
+    if (layer.counts) layers.push_back({&*layer.counts, {color, opacity, lines.shades}});
   };
-  addLayer(allRuns, lines.allPen);
-  addLayer(highlighted, lines.coatsPen);
+  addLayer(allRuns, lines.allPen.color, lines.allPen.opacity);
+  addLayer(highlighted, lines.coatsPen.color, opacityOfCoat);
   std::vector<CoverageImage::Look> wanted;
   for (CoverageImage::Layer const& layer : layers) wanted.push_back(layer.look);
   if (!countsChanged && sameLooks(looks, wanted)) return;
@@ -157,8 +169,9 @@ bool LineSetPicture::paint(vtkContext2D* painter, Lines const& lines)
 {
   const std::optional<PixelFrame> frame = pixelFrame(painter);
   if (!frame || lines.stride < 1) return false;
-  if (!countAll(lines, *frame) || !countCoats(lines, *frame)) return false;
-  resolve(lines, *frame);
+  const Coats coats = coatsOf(lines);
+  if (!countAll(lines, *frame) || !countCoats(lines, coats, *frame)) return false;
+  resolve(lines, coats.opacity, *frame);
   if (shown) drawPixels(painter, *frame, shown);
   return true;
 }

@@ -79,10 +79,19 @@ private:
     RunCoverage& begin(Source const& wanted, int subRows);
   };
 
+  /// Highlights as they are counted. Coats that are the same on all runs are one coat of their opacity
+  /// together, which has smoother edges.
+  struct Coats
+  {
+    std::vector<std::uint8_t> ofRuns; ///< none if no run is highlighted
+    double opacity = 1.0;             ///< of one coat
+  };
+
+  static Coats coatsOf(Lines const& lines);
   std::uint64_t contentOf(vtkPoints2D* points);
   bool countAll(Lines const& lines, PixelFrame const& frame);
-  bool countCoats(Lines const& lines, PixelFrame const& frame);
-  void resolve(Lines const& lines, PixelFrame const& frame);
+  bool countCoats(Lines const& lines, Coats const& coats, PixelFrame const& frame);
+  void resolve(Lines const& lines, double opacityOfCoat, PixelFrame const& frame);
 
   Layer allRuns;
   Layer highlighted;

@@ -42,8 +42,10 @@ public:
   {
     int width = 1;  ///< device pixels, 1 to largestSize
     int height = 1; ///< device pixels, 1 to largestSize
-    /// 1, 2 or 4 rows of counts for each row of pixels. A layer whose opacity saturates needs them, or its
-    /// edges become saw teeth.
+    /// 1, 2 or 4 rows of counts for each row of pixels. A layer whose lines have several coats needs them:
+    /// part of a pixel under ten coats is opaque, and edges become saw teeth. Steep edges keep theirs. Where
+    /// all lines have as many coats, one coat and the opacity of all of them is better: it is smooth at all
+    /// edges.
     int subRows = 1;
     double halfWidth = 0.5; ///< of the lines, in device pixels; less than 0.5 counts as 0.5
     PixelMap map;           ///< data to device pixels

@@ -60,6 +60,7 @@ struct vtkPlotLineSet::Cache
 {
   std::vector<std::uint8_t> coats; ///< of each line, for the picture
   LineSource coatsFrom;
+  std::optional<std::vector<std::uint8_t>> preview; ///< coats in place of those of the selection
   std::shared_ptr<runsieve::LineSetPicture> picture;
   std::optional<runsieve::TimeColumns> columns; ///< of the points; none if runs have times of their own
   vtkMTimeType columnsTime = 0;
@@ -280,6 +281,10 @@ bool vtkPlotLineSet::Paint(vtkContext2D* painter)
   painter->ApplyPen(this->Pen);
   if (this->PaintPicture(painter)) return true;
   this->PaintUnselected(painter);
+  if (this->Kept->preview) {
+    this->PaintPreview(painter);
+    return true;
+  }
   this->RenewSelection();
   vtkIdTypeArray* rows = this->SelectedRows();
   if (!rows) return true;
@@ -317,8 +322,36 @@ bool vtkPlotLineSet::PaintPicture(vtkContext2D* painter)
   return false;
 }
 
+void vtkPlotLineSet::PaintPreview(vtkContext2D* painter)
+{
+  runsieve::applySelectionHighlight(painter, this->Pen->GetWidth());
+  std::vector<std::uint8_t> const& lit = *this->Kept->preview;
+  const vtkIdType lines = this->Points->GetNumberOfPoints() / this->Stride;
+  for (vtkIdType line = 0; line < std::min(lines, static_cast<vtkIdType>(lit.size())); ++line)
+    if (lit[static_cast<std::size_t>(line)] != 0)
+      this->PaintPolyline(painter, line * this->Stride, this->Stride);
+}
+
+void vtkPlotLineSet::SetPreview(std::vector<unsigned char> lit)
+{
+  for (unsigned char& coats : lit) coats = coats != 0 ? 1 : 0;
+  this->Kept->preview = std::move(lit);
+}
+
+void vtkPlotLineSet::ClearPreview()
+{
+  this->Kept->preview.reset();
+  this->Kept->coats.clear();
+}
+
 void vtkPlotLineSet::CountCoats(vtkIdType lines)
 {
+  if (this->Kept->preview) {
+    this->Kept->coats = *this->Kept->preview;
+    this->Kept->coats.resize(static_cast<std::size_t>(lines), 0);
+    this->Kept->coatsFrom = LineSource();
+    return;
+  }
   vtkIdTypeArray* rows = this->SelectedRows();
   const bool flagged = rows == this->RemainderRows;
   const vtkIdType count = flagged ? this->RemainderCount : rows ? rows->GetNumberOfTuples() : 0;

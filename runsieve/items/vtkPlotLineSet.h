@@ -6,6 +6,7 @@
 #include <vtkIdTypeArray.h>
 
 #include <memory>
+#include <vector>
 
 namespace runsieve {
 class LineSetPicture;
@@ -64,6 +65,12 @@ public:
   /// Other numbers than those of DensityColors mean DENSITY_OFF.
   void SetDensityColors(int shades);
   [[nodiscard]] int GetDensityColors() const;
+
+  /// Highlights lines in place of those that are selected, one coat each, while a selection is being made.
+  /// \param lit one per line, 0 for lines that are not highlighted; missing ones are not
+  void SetPreview(std::vector<unsigned char> lit);
+  /// Highlights the selected lines again.
+  void ClearPreview();
 
   /// Lets this line set go on with an image of another one that shows the same runs, since a redraw makes its
   /// plots anew. One line set at a time should paint with it.
@@ -126,6 +133,7 @@ private:
   [[nodiscard]] vtkIdType MostCoats() const;
   void CountCoatsOfRows(vtkIdTypeArray* rows);
   void CountCoatsOfFlags();
+  void PaintPreview(vtkContext2D* painter);
 
   LineSource LinesFrom;
   struct Cache;

@@ -2,7 +2,9 @@
 
 #include <runsieve/items/VtkVersion.h>
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/widgets/SelectionDrag.h>
 
+#include <vtkChart.h>
 #include <vtkContextScene.h>
 #include <vtkContextView.h>
 #include <vtkGenericOpenGLRenderWindow.h>
@@ -10,9 +12,11 @@
 #include <vtkNew.h>
 #include <vtkRenderWindow.h>
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 
-VtkPlotWidget::VtkPlotWidget(QWidget* parent) : QVTKOpenGLNativeWidget(parent)
+VtkPlotWidget::VtkPlotWidget(QWidget* parent)
+    : QVTKOpenGLNativeWidget(parent), drag(std::make_unique<runsieve::SelectionDrag>())
 {
   // The widget first, then the view: the other order leaves the frame black.
   vtkNew<vtkGenericOpenGLRenderWindow> window;
@@ -76,12 +80,75 @@ void VtkPlotWidget::printPlot(QString fileName)
   exporter->Write();
 }
 
+QPointF VtkPlotWidget::inScene(QPointF const& position) const
+{
+  // The scene counts device pixels from below.
+  const double scale = devicePixelRatioF();
+  return {position.x() * scale, height() * scale - 1.0 - position.y() * scale};
+}
+
+void VtkPlotWidget::followDrag(QEvent* event)
+{
+  auto const* mouse = static_cast<QMouseEvent*>(event);
+  auto tell = [this, mouse] {
+    if (auto const rectangle = drag->to(inScene(mouse->localPos()), mouse->modifiers()))
+      Q_EMIT selectionDragged(*rectangle);
+  };
+  switch (event->type()) {
+  case QEvent::MouseButtonPress:
+    if (!drag->isUnderWay() && hasContainer() &&
+        drag->begin(plotContainer->chartXY, *mouse, inScene(mouse->localPos())))
+      tell();
+    break;
+  case QEvent::MouseMove:
+    if (drag->isUnderWay()) tell();
+    break;
+  case QEvent::MouseButtonRelease:
+    if (!drag->isUnderWay() || mouse->button() != drag->button()) break;
+    drag->end();
+    Q_EMIT selectionDragEnded(false);
+    break;
+  default:
+    break;
+  }
+}
+
+void VtkPlotWidget::cancelDrag()
+{
+  const QPointF start = drag->pressed();
+  const Qt::MouseButton button = drag->button();
+  drag->end();
+  ignoresRelease = true;
+  // For the chart the drag ends where it began, which selects nothing.
+  QMouseEvent back(QEvent::MouseMove, start, Qt::NoButton, button, Qt::NoModifier);
+  QMouseEvent release(QEvent::MouseButtonRelease, start, button, Qt::NoButton, Qt::NoModifier);
+  QVTKOpenGLNativeWidget::event(&back);
+  QVTKOpenGLNativeWidget::event(&release);
+  Q_EMIT selectionDragEnded(true);
+  view->Render();
+}
+
 bool VtkPlotWidget::event(QEvent* event)
 {
-  if (event->type() != QEvent::MouseButtonDblClick) return QVTKOpenGLNativeWidget::event(event);
+  if (event->type() == QEvent::KeyPress && drag->isUnderWay() &&
+      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    cancelDrag();
+    return true;
+  }
+  if (ignoresRelease && (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonRelease)) {
+    // A move without a button means that the release was elsewhere.
+    const bool isHeld = static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;
+    if (event->type() == QEvent::MouseButtonRelease || !isHeld) ignoresRelease = false;
+    return true;
+  }
+  if (event->type() != QEvent::MouseButtonDblClick) {
+    followDrag(event);
+    return QVTKOpenGLNativeWidget::event(event);
+  }
   // Charts ignore double clicks, so a drag begun soon after a press would be lost without a trace.
   auto const* click = static_cast<QMouseEvent*>(event);
   QMouseEvent press(QEvent::MouseButtonPress, click->localPos(), click->windowPos(), click->screenPos(),
                     click->button(), click->buttons(), click->modifiers());
+  followDrag(&press);
   return QVTKOpenGLNativeWidget::event(&press);
 }

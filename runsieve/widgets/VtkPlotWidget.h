@@ -1,13 +1,20 @@
 #pragma once
 
 #include <runsieve/runsieve_export.h>
+#include <runsieve/widgets/DragRectangle.h>
 
 #include <QPointer>
 #include <QVTKOpenGLNativeWidget.h>
 #include <vtkSmartPointer.h>
 
+#include <memory>
+
 class PlotContainer;
 class vtkContextView;
+
+namespace runsieve {
+class SelectionDrag;
+}
 
 /// Shows one PlotContainer in a Qt window and writes it to PDF.
 ///
@@ -38,10 +45,23 @@ public Q_SLOTS:
   /// Puts the current item into the scene again if clear is set, then renders.
   void updatePlot(bool clear = true);
 
+Q_SIGNALS:
+  /// While a rectangle of a selection is dragged in chartXY: at the press with no extent, and at each move,
+  /// before the frame that shows it is drawn. The selection itself changes at the release.
+  void selectionDragged(DragRectangle const& rectangle);
+  /// The drag is over: before the selection changes, or without a change if Esc was pressed.
+  void selectionDragEnded(bool cancelled);
+
 protected:
   bool event(QEvent* event) override;
 
 private:
+  void followDrag(QEvent* event);
+  void cancelDrag();
+  [[nodiscard]] QPointF inScene(QPointF const& position) const;
+
+  std::unique_ptr<runsieve::SelectionDrag> drag;
+  bool ignoresRelease = false; ///< of the button that a cancelled drag still holds
   [[nodiscard]] bool hasContainer() const { return !guard.isNull(); }
 
   QPointer<QObject> guard; ///< tells that the host deleted the container on show

@@ -122,8 +122,8 @@ TEST_P(ShapeOfALine, IsTrueForGentleCurves)
 TEST_P(ShapeOfALine, IsTrueForSteepZigzags)
 {
   Points line;
-  for (int i = 0; i < 9; ++i) {
-    line.push_back(static_cast<float>(7.3 + 10.2 * i));
+  for (int i = 0; i < 12; ++i) {
+    line.push_back(static_cast<float>(-5.3 + 10.2 * i));
     line.push_back(static_cast<float>(60.4 + (i % 2 ? 50 : -50)));
   }
   const Error error = errorOf(line, GetParam());
@@ -148,9 +148,9 @@ TEST_P(ShapeOfALine, IsNearlyTrueForTwoPointsAPixel)
   std::mt19937 random(7);
   double y = 60;
   Points line;
-  for (int i = 0; i < 180; ++i) {
+  for (int i = 0; i < 220; ++i) {
     y += static_cast<double>(random() % 1000) / 500 - 1 + (60 - y) / 50;
-    line.push_back(static_cast<float>(5 + 0.5 * i));
+    line.push_back(static_cast<float>(-5 + 0.5 * i));
     line.push_back(static_cast<float>(y));
   }
   const Error error = errorOf(line, GetParam());
