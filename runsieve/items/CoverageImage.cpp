@@ -106,7 +106,7 @@ public:
       const double low = CountHistogram::lowerEdge(bin);
       const double high = CountHistogram::lowerEdge(bin + 1);
       const double runs = low <= shown.smallest() ? low : high > shown.largest() ? high : (low + high) / 2;
-      colors[bin] = ramp.at(shown.position(runs));
+      colors[bin] = ramp.at(shown.shade(runs));
     }
   }
 

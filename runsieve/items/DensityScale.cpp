@@ -81,6 +81,14 @@ double DensityScale::position(double runs) const
   return below[bin] + part * (below[bin + 1] - below[bin]);
 }
 
+double DensityScale::shade(double runs) const
+{
+  constexpr double darkest = 0.5; // of the beginning
+  constexpr double decades = 2.0; // until it is the light end
+  const double begin = darkest * std::clamp(1.0 - std::log10(std::max(most, 1.0)) / decades, 0.0, 1.0);
+  return begin + (1.0 - begin) * position(runs);
+}
+
 std::vector<DensityScale::Mark> DensityScale::decades() const
 {
   std::vector<Mark> marks;

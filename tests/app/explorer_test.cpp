@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <vtkAxis.h>
+#include <vtkChart.h>
+#include <vtkChartMatrix.h>
 
 #include <QApplication>
 #include <QCheckBox>
@@ -106,6 +108,81 @@ TEST_F(ExplorerTest, ADragTellsHowManyRunsPass)
   const std::string expected = std::to_string(runsBetween(0, 0.3, 0.8)) + " runs pass through all places";
   EXPECT_NE(status().find(expected), std::string::npos) << status();
   EXPECT_NE(status().find("of 6 parameters differ"), std::string::npos) << status();
+}
+
+/// A press and some moves of the right button; the release is left to the caller.
+class HeldDrag
+{
+public:
+  HeldDrag(ExplorerWindow& window, QPointF from, QPointF to) : widget(*window.plotWidget())
+  {
+    const ChartMouse mouse(widget, window.plot()->chartXY);
+    end = mouse.at(to.x(), to.y());
+    QTest::mousePress(&widget, Qt::RightButton, Qt::NoModifier, mouse.at(from.x(), from.y()));
+    for (int step = 0; step < 2; ++step) {
+      QMouseEvent move(QEvent::MouseMove, end, widget.mapToGlobal(end), Qt::NoButton, Qt::RightButton,
+                       Qt::NoModifier);
+      QApplication::sendEvent(&widget, &move);
+    }
+  }
+  void release() { QTest::mouseRelease(&widget, Qt::RightButton, Qt::NoModifier, end); }
+
+private:
+  VtkPlotWidget& widget;
+  QPoint end;
+};
+
+int redPixels(QImage const& picture)
+{
+  int count = 0;
+  for (int y = 0; y < picture.height() / 2; ++y)
+    for (int x = 0; x < picture.width(); ++x) {
+      const QColor color = picture.pixelColor(x, y);
+      count += color.red() > color.blue() + 60;
+    }
+  return count;
+}
+
+TEST_F(ExplorerTest, WhileARectangleIsDraggedTheRunsThatWouldPassAreLitAndCounted)
+{
+  const std::string count = std::to_string(runsBetween(0, 0.3, 0.8));
+  EXPECT_EQ(redPixels(window.plotWidget()->grabFramebuffer()), 0);
+  HeldDrag held(window, {1.8, 0.3}, {2.2, 0.8});
+  EXPECT_EQ(status(), count + " of 40 runs pass through this place");
+  vtkChart* small = window.plot()->chartMatrix->GetChart({0, 0});
+  EXPECT_THAT(std::string(small->GetTitle()), testing::MatchesRegex("d [+-][01]\\.[0-9][0-9]"));
+  test::settle(*window.plotWidget());
+  EXPECT_GT(redPixels(window.plotWidget()->grabFramebuffer()), 500);
+  held.release();
+  settle();
+  EXPECT_NE(status().find(count + " runs pass through all places"), std::string::npos) << status();
+}
+
+TEST_F(ExplorerTest, EscGivesADragUpAndTheViewIsAsBefore)
+{
+  drag(2, 0.3, 0.8);
+  const std::string before = status();
+  const std::string title = window.plot()->chartMatrix->GetChart({0, 0})->GetTitle();
+  ASSERT_THAT(title, testing::HasSubstr(", p "));
+  HeldDrag held(window, {4.8, 0.5}, {5.2, 0.9});
+  EXPECT_NE(status(), before);
+  QTest::keyClick(window.plotWidget(), Qt::Key_Escape);
+  held.release();
+  settle();
+  EXPECT_EQ(status(), before);
+  EXPECT_EQ(window.plot()->chartMatrix->GetChart({0, 0})->GetTitle(), title);
+}
+
+TEST_F(ExplorerTest, AClickWithTheSelectingButtonLeavesTheViewAsItIs)
+{
+  drag(2, 0.3, 0.8);
+  const std::string before = status();
+  const std::string title = window.plot()->chartMatrix->GetChart({0, 0})->GetTitle();
+  const QPoint place = ChartMouse(*window.plotWidget(), window.plot()->chartXY).at(5, 0.5);
+  QTest::mouseClick(window.plotWidget(), Qt::RightButton, Qt::NoModifier, place);
+  settle();
+  EXPECT_EQ(status(), before);
+  EXPECT_EQ(window.plot()->chartMatrix->GetChart({0, 0})->GetTitle(), title);
 }
 
 TEST_F(ExplorerTest, WhatTheReaderGuessedIsTold)
