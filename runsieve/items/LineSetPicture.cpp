@@ -176,14 +176,11 @@ bool LineSetPicture::paint(vtkContext2D* painter, Lines const& lines)
   return true;
 }
 
-DensityScale LineSetPicture::scaleOfAll() const
+std::vector<DensityBar> LineSetPicture::bars() const
 {
-  return allRuns.counts ? image.scale(0) : DensityScale();
-}
-
-DensityScale LineSetPicture::scaleOfCoats() const
-{
-  return highlighted.counts ? image.scale(allRuns.counts ? 1 : 0) : DensityScale();
+  std::vector<DensityBar> all;
+  for (std::size_t i = 0; i < looks.size(); ++i) all.push_back({image.scale(i), looks[i].color});
+  return all;
 }
 
 } // namespace runsieve

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <runsieve/items/CoverageImage.h>
+#include <runsieve/items/DensityBars.h>
 #include <runsieve/items/PixelPainter.h>
 #include <runsieve/items/RunCoverage.h>
 
@@ -51,9 +52,8 @@ public:
   /// or if there are more runs than can be counted.
   bool paint(vtkContext2D* painter, Lines const& lines);
 
-  /// Scales of the last image, for layers of density colours.
-  [[nodiscard]] DensityScale scaleOfAll() const;
-  [[nodiscard]] DensityScale scaleOfCoats() const;
+  /// What the density colours of the last image mean, of all runs and of those on top.
+  [[nodiscard]] std::vector<DensityBar> bars() const;
 
 private:
   /// What the counts of a layer were made from, but for the coats.

@@ -1,12 +1,17 @@
 #include <runsieve/items/vtkPlotLineSet.h>
 
+#include <runsieve/items/DensityBars.h>
 #include <runsieve/items/LineLegend.h>
 #include <runsieve/items/LineSetPicture.h>
 #include <runsieve/items/RunPicking.h>
 #include <runsieve/items/SelectionHighlight.h>
 
+#include <vtkAxis.h>
+#include <vtkChart.h>
 #include <vtkContextMapper2D.h>
 #include <vtkObjectFactory.h>
+#include <vtkOpenGLContextDevice2D.h>
+#include <vtkOpenGLRenderWindow.h>
 #include <vtkPen.h>
 #include <vtkPoints2D.h>
 #include <vtkTable.h>
@@ -32,6 +37,13 @@ constexpr double densityHighlightWidth = 1.0; // pixels
 vtkDataArray* flagsOf(vtkTable* table)
 {
   return vtkDataArray::SafeDownCast(table->GetColumnByName("vtkRemainderSelection"));
+}
+
+/// The chart of an item; null if it stands alone.
+vtkChart* chartOf(vtkAbstractContextItem* item)
+{
+  while (item && !vtkChart::SafeDownCast(item)) item = item->GetParent();
+  return vtkChart::SafeDownCast(item);
 }
 
 vtkMTimeType timeOf(vtkDataArray* column)
@@ -317,9 +329,25 @@ bool vtkPlotLineSet::PaintPicture(vtkContext2D* painter)
   if (this->Shades != DENSITY_OFF) drawn.coatsPen.width = this->Pen->GetWidth() + densityHighlightWidth;
   drawn.shades = shadesOf(this->Shades);
   if (!this->Kept->picture) this->Kept->picture = std::make_shared<runsieve::LineSetPicture>();
-  if (this->Kept->picture->paint(painter, drawn)) return true;
-  painter->ApplyPen(this->Pen);
-  return false;
+  if (!this->Kept->picture->paint(painter, drawn)) {
+    painter->ApplyPen(this->Pen);
+    return false;
+  }
+  if (this->Shades != DENSITY_OFF) this->PaintBars(painter);
+  return true;
+}
+
+void vtkPlotLineSet::PaintBars(vtkContext2D* painter)
+{
+  if (!this->XAxis || !this->YAxis) return;
+  vtkChart* chart = chartOf(this);
+  const bool isRight = !(chart && chart->GetShowLegend()); // a legend stands there
+  vtkAxis* end = this->XAxis;
+  const float x = isRight ? end->GetPosition2().GetX() : end->GetPosition1().GetX();
+  const double inch = runsieve::pixelDevice(painter)->GetRenderWindow()->GetDPI();
+  runsieve::paintDensityBars(painter, this->Kept->picture->bars(),
+                             {x, this->YAxis->GetPosition2().GetY(), isRight},
+                             static_cast<float>(inch / 72.0));
 }
 
 void vtkPlotLineSet::PaintPreview(vtkContext2D* painter)

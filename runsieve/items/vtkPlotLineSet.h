@@ -134,6 +134,7 @@ private:
   void CountCoatsOfRows(vtkIdTypeArray* rows);
   void CountCoatsOfFlags();
   void PaintPreview(vtkContext2D* painter);
+  void PaintBars(vtkContext2D* painter);
 
   LineSource LinesFrom;
   struct Cache;
