@@ -196,9 +196,11 @@ void CommonGrid::placeExactly(std::size_t run, double const* samples, double* ta
   std::fill_n(target, grid.size(), std::numeric_limits<double>::quiet_NaN());
   double const* const times = runs.of(run);
   std::size_t at = 0;
-  for (std::size_t i = 0; i < runs.length(run) && at < grid.size(); ++i) {
-    while (at + 1 < grid.size() && grid[at] < times[i] && !sameTime(grid, at, times[i])) ++at;
-    target[at++] = samples[i];
+  for (std::size_t i = 0; i < runs.length(run); ++i) {
+    while (at + 1 < grid.size() && grid[at] < times[i] &&
+           (grid[at + 1] <= times[i] || !sameTime(grid, at, times[i])))
+      ++at;
+    target[at] = samples[i]; // of two times that are one on the grid the last counts
   }
 }
 

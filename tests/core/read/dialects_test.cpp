@@ -610,6 +610,33 @@ TEST(Dialects, OtherGridsAreInterpolatedWithinEachRunsSpan)
   EXPECT_TRUE(std::isnan(valuesOf(kept.scan, "A", 0)[1]));
 }
 
+TEST(Dialects, OfTwoTimesThatAreOneOnTheExactGridTheLastCounts)
+{
+  ReadOptions exact;
+  exact.exactTimes = true;
+  Scan const scan = readString("run,time,A\n1,0,0\n1,1,10\n1,1.0000000001,11\n1,2,20\n1,3,30\n"
+                               "2,0,1\n2,0.5,2\n2,1,3\n2,2,4\n2,3,5\n",
+                               exact)
+                        .scan;
+  EXPECT_EQ(scan.times, (Values{0, 0.5, 1, 2, 3}));
+  Values const first = valuesOf(scan, "A", 0);
+  EXPECT_TRUE(std::isnan(first[1]));
+  EXPECT_EQ((Values{first[0], first[2], first[3], first[4]}), (Values{0, 11, 20, 30}));
+  EXPECT_EQ(valuesOf(scan, "A", 1), (Values{1, 2, 3, 4, 5}));
+}
+
+TEST(Dialects, TimesOfARunThatAreCloseStayApartWhereTheGridHasBoth)
+{
+  ReadOptions exact;
+  exact.exactTimes = true;
+  Scan const scan =
+      readString("run,time,A\n1,0,0\n1,1,10\n1,1.0000000001,11\n1,2,20\n2,0,1\n2,1,3\n2,2,4\n", exact).scan;
+  EXPECT_EQ(scan.times.size(), 4u);
+  EXPECT_EQ(valuesOf(scan, "A", 0), (Values{0, 10, 11, 20}));
+  EXPECT_EQ(valuesOf(scan, "A", 1)[1], 3);
+  EXPECT_EQ(valuesOf(scan, "A", 1)[3], 4);
+}
+
 TEST(Dialects, AdaptiveStepsComeOntoEvenSteps)
 {
   ScanFile const file =
