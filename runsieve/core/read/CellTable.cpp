@@ -4,6 +4,7 @@
 #include <runsieve/core/kernels/HugePages.h>
 #include <runsieve/core/parallel/Parallel.h>
 #include <runsieve/core/read/Cell.h>
+#include <runsieve/core/read/ColumnNames.h>
 #include <runsieve/core/read/Lines.h>
 #include <runsieve/core/read/NameList.h>
 #include <runsieve/core/read/RowParser.h>
@@ -58,6 +59,13 @@ std::size_t lineOfRow(std::string_view text, Dialect const& dialect, std::size_t
   return line;
 }
 
+/// Whether a column is one of those where Runsieve writes texts in quotes and numbers without: it need not be
+/// guessed what looks like a number.
+bool quotesTexts(std::string const& header)
+{
+  return header == ": Run Index" || describeColumn(header).kind == NamedKind::Parameter;
+}
+
 /// One parsing of one text.
 class CellReading
 {
@@ -81,6 +89,7 @@ public:
       bool const dropped = name.empty() || std::find(options.ignore.begin(), options.ignore.end(), name) !=
                                                options.ignore.end();
       format.wanted.push_back(!dropped);
+      format.quotesAreTexts.push_back(dialect.hasBareNumbers && quotesTexts(name));
       table.columns.push_back(
           {name, i < dialect.units.size() ? dialect.units[i] : "", nullptr, false, false, false});
     }

@@ -212,10 +212,12 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
 
 double RowParser::valueOf(std::string_view text, std::size_t field)
 {
-  if (auto const number = fieldNumber(text, format.fields.decimal)) return numberCell(*number, text, field);
+  bool const isText = format.quotesAreTexts[field] && trimmed(text).substr(0, 1) == "\"";
+  if (!isText)
+    if (auto const number = fieldNumber(text, format.fields.decimal)) return numberCell(*number, text, field);
   std::string const plain = fieldText(text);
   std::string_view const word = trimmed(plain);
-  if (isUsualMissing(word) ||
+  if ((isText ? word.empty() : isUsualMissing(word)) ||
       std::find(format.missing.begin(), format.missing.end(), word) != format.missing.end()) {
     missingSeen[field] = true;
     return cell::missing();

@@ -24,9 +24,10 @@ struct RowFault
 struct RowFormat
 {
   FieldFormat fields;
-  std::vector<bool> wanted;           ///< one per field of a row; what stands in the others does not matter
-  std::vector<std::string> missing;   ///< texts for "no value" besides the usual ones
-  std::vector<double> missingNumbers; ///< numbers that mean the same, however they are written
+  std::vector<bool> wanted;         ///< one per field of a row; what stands in the others does not matter
+  std::vector<bool> quotesAreTexts; ///< likewise; whether what stands in quotes is a text, even "1" and "NA"
+  std::vector<std::string> missing; ///< texts for "no value" besides the usual ones
+  std::vector<double> missingNumbers;    ///< numbers that mean the same, however they are written
   std::vector<std::string> commentNames; ///< of the columns, if the header is a comment
   std::string_view header; ///< a line like this one between the rows is skipped, and ends a block
 };

@@ -637,6 +637,20 @@ TEST(Dialects, TimesOfARunThatAreCloseStayApartWhereTheGridHasBoth)
   EXPECT_EQ(valuesOf(scan, "A", 1)[3], 4);
 }
 
+TEST(Dialects, QuotesTellTextsInTypedColumnsOnlyWhereNumbersHaveNone)
+{
+  std::string const names = "\"Molecule: A\",\": Time [s]\",\": Run Index\",\"Parameter: k\"\n";
+  Scan const texts =
+      readString(names + "1,0,\"01\",\"1\"\n2,1,\"01\",\"1\"\n3,0,\"1\",\"NA\"\n4,1,\"1\",\"NA\"\n").scan;
+  EXPECT_EQ(keysOf(texts), (std::vector<std::string>{"01", "1"}));
+  EXPECT_EQ(parameterOf(texts, "k").texts, (std::vector<std::string>{"1", "NA"}));
+  Scan const numbers = readString(names + "\"1\",\"0\",\"1\",\"0.5\"\n\"2\",\"1\",\"1\",\"0.5\"\n\"3\",\"0\","
+                                          "\"2\",\"NA\"\n\"4\",\"1\",\"2\",\"NA\"\n")
+                           .scan;
+  EXPECT_EQ(parameterOf(numbers, "k").values[0], 0.5);
+  EXPECT_FALSE(parameterOf(numbers, "k").isText());
+}
+
 TEST(Dialects, AdaptiveStepsComeOntoEvenSteps)
 {
   ScanFile const file =
