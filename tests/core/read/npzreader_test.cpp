@@ -84,6 +84,18 @@ TEST(Npy, ANumberCanMeanNoValue)
   EXPECT_EQ(file.scan.runs[1].status, RunStatus::Short);
 }
 
+TEST(Npy, ANumberCanMeanNoValueAlsoWhereItIsStoredIn32Bits)
+{
+  ReadOptions options;
+  options.missing = {"-99.9", "1e20"};
+  const std::vector<float> values = {1, 2, 3, 4, 1e20F, -99.9F};
+  const ScanFile single = readNpy("ATP.npy", npy("<f4", {2, 3}, bytesOf(values)), options);
+  EXPECT_THAT(valuesOf(single.scan, "ATP", 1), ElementsAre(4, IsNan(), IsNan()));
+  EXPECT_THAT(findingsOf(single.report), Contains("2 values are missing"));
+  const ScanFile wide = readNpy("ATP.npy", npy({2, 3}, {1, 2, 3, 4, -99.9F, -99.9}), options);
+  EXPECT_THAT(valuesOf(wide.scan, "ATP", 1), ElementsAre(4, -99.9F, IsNan()));
+}
+
 TEST(Npz, StatesOfASolverCouldBeRuns)
 {
   const Files solution = {{"t", npy({3}, {0, 1, 2})}, {"y", npy({2, 3}, {1, 2, 3, 4, 5, 6})}};
