@@ -48,7 +48,8 @@ bool isHeaderAgain(char const* at, char const* end, std::string_view header)
 RowParser::RowParser(RowFormat const& rowFormat, std::uint64_t firstText)
     : format(rowFormat), shortestOdd(format.missingNumbers.empty() ? digitsOfLastExact : 0),
       nextText(firstText), above(format.wanted.size()), block(blockRows * format.wanted.size()),
-      textSeen(format.wanted.size()), missingSeen(format.wanted.size()), roundedSeen(format.wanted.size())
+      textSeen(format.wanted.size()), missingSeen(format.wanted.size()), roundedSeen(format.wanted.size()),
+      namelessValues(format.wanted.size())
 {}
 
 std::optional<RowFault> RowParser::parse(std::string_view text, std::size_t& row,
@@ -151,7 +152,7 @@ template <bool atBlanks> bool RowParser::parseFields(double* values)
   skipBlanks<atBlanks>();
   for (std::size_t i = 0; i <= last; ++i) {
     if (!atBlanks && !format.wanted[i]) {
-      if (!skipField(i < last ? format.fields.delimiter : '\n')) return false;
+      if (!skipField(i, i < last ? format.fields.delimiter : '\n')) return false;
       continue;
     }
     Field& field = above[i];
@@ -266,7 +267,7 @@ void RowParser::finishField(Field& field, char const* fieldEnd)
   position = fieldEnd < end ? fieldEnd + 1 : end;
 }
 
-bool RowParser::skipField(char stop)
+bool RowParser::skipField(std::size_t index, char stop)
 {
   bool inQuotes = false;
   char const* fieldEnd = position;
@@ -275,6 +276,11 @@ bool RowParser::skipField(char stop)
     if (*fieldEnd == '"') inQuotes = !inQuotes;
   bool const isEnd = fieldEnd == end || *fieldEnd == '\n';
   if (isEnd != (stop == '\n')) return false;
+  if (format.nameless[index] && fieldEnd != position && namelessValues[index].empty()) {
+    std::string_view text = between(position, fieldEnd);
+    if (text.back() == '\r') text.remove_suffix(1);
+    if (!isUsualMissing(trimmed(fieldText(text)))) namelessValues[index] = trimmed(text);
+  }
   position = fieldEnd < end ? fieldEnd + 1 : end;
   return true;
 }

@@ -26,6 +26,7 @@ struct RowFormat
   FieldFormat fields;
   std::vector<bool> wanted;         ///< one per field of a row; what stands in the others does not matter
   std::vector<bool> quotesAreTexts; ///< likewise; whether what stands in quotes is a text, even "1" and "NA"
+  std::vector<bool> nameless;       ///< likewise; whether it is not wanted because its column has no name
   std::vector<std::string> missing; ///< texts for "no value" besides the usual ones
   std::vector<double> missingNumbers;    ///< numbers that mean the same, however they are written
   std::vector<std::string> commentNames; ///< of the columns, if the header is a comment
@@ -67,6 +68,8 @@ public:
   [[nodiscard]] std::size_t commentLines() const { return comments; }
   /// The first comment that looks like the header, but has other names or another order; null without any.
   [[nodiscard]] char const* otherHeader() const { return otherNames; }
+  /// The first value in a field that is nameless; empty if it held none.
+  [[nodiscard]] std::string_view namelessValue(std::size_t field) const { return namelessValues[field]; }
   /// Whether a field held whole numbers that a double rounds.
   [[nodiscard]] bool hasRounded(std::size_t field) const { return roundedSeen[field]; }
 
@@ -86,7 +89,7 @@ private:
   double valueOf(std::string_view text, std::size_t field);
   double numberCell(double number, std::string_view text, std::size_t field);
   double textCell(std::string_view text);
-  bool skipField(char stop);
+  bool skipField(std::size_t index, char stop);
   void finishField(Field& field, char const* fieldEnd);
   void flush(std::vector<double*> const& columns, std::size_t firstRow, std::size_t rows) const;
   [[nodiscard]] bool isOtherHeader() const;
@@ -101,6 +104,7 @@ private:
   std::vector<bool> textSeen;
   std::vector<bool> missingSeen;
   std::vector<bool> roundedSeen;
+  std::vector<std::string_view> namelessValues;
   char const* otherNames = nullptr;
   std::vector<std::string_view> foundTexts;
   std::unordered_map<std::string_view, std::uint64_t> textNumbers;

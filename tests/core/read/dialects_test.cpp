@@ -651,6 +651,23 @@ TEST(Dialects, QuotesTellTextsInTypedColumnsOnlyWhereNumbersHaveNone)
   EXPECT_FALSE(parameterOf(numbers, "k").isText());
 }
 
+TEST(Dialects, ValuesInColumnsWithoutANameAreTold)
+{
+  std::string rows;
+  for (int row = 0; row < 1000; ++row)
+    rows += "1," + std::to_string(row) + ',' + std::to_string(row % 7) + ",\n";
+  EXPECT_FALSE(tells(readString("run,time,A,\n" + rows).report, "was left out"));
+  std::string const told = "column 4 was left out, though it holds values such as \"7\"; it has no name";
+  EXPECT_TRUE(tells(readString("run,time,A,\n1,0,1,7\n1,1,2,8\n").report, told));
+  EXPECT_TRUE(tells(readString("run,time,A,\r\n" + rows + "1,1000,1,7\r\n").report, told));
+  EXPECT_TRUE(tells(readString("run,time,A\n" + rows + "1,1000,1,\"7\"\n").report, told));
+  EXPECT_FALSE(tells(readString("run,time,A,\n" + rows + "1,1000,1,\" \"\r\n").report, "was left out,"));
+  std::string many;
+  for (int row = 0; row < 1000; ++row)
+    many += "1," + std::to_string(row) + ',' + std::to_string(row % 7) + ",,\n";
+  EXPECT_TRUE(tells(readString("run,time,A,,\n" + many + "1,1000,1,,7\n").report, "column 5 was left out"));
+}
+
 TEST(Dialects, AdaptiveStepsComeOntoEvenSteps)
 {
   ScanFile const file =
