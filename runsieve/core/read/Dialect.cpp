@@ -191,6 +191,8 @@ public:
 
   Dialect find()
   {
+    if (sample.rows.empty() && !sample.complete)
+      fail(1, "no table begins behind the first " + std::to_string(sample.comments.size()) + " comments");
     if (sample.rows.empty()) fail(1, "there is no table: the file holds blank lines and comments only");
     chooseDelimiter();
     dialect.fields.decimal = options.decimal != 0 ? options.decimal : findDecimal();

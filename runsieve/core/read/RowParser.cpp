@@ -14,7 +14,8 @@ namespace runsieve {
 
 namespace {
 
-constexpr std::size_t blockRows = 64;
+constexpr std::size_t mostBlockRows = 64;
+constexpr std::size_t mostBlockCells = std::size_t(1) << 20; ///< but a row at least
 constexpr std::ptrdiff_t digitsOfLastExact = 16;
 constexpr double lastExactWhole = 9007199254740992.0; ///< 2^53; from here on a double skips some
 
@@ -47,8 +48,11 @@ bool isHeaderAgain(char const* at, char const* end, std::string_view header)
 
 RowParser::RowParser(RowFormat const& rowFormat, std::uint64_t firstText)
     : format(rowFormat), shortestOdd(format.missingNumbers.empty() ? digitsOfLastExact : 0),
-      nextText(firstText), above(format.wanted.size()), block(blockRows * format.wanted.size()),
-      textSeen(format.wanted.size()), missingSeen(format.wanted.size()), roundedSeen(format.wanted.size()),
+      nextText(firstText), above(format.wanted.size()),
+      blockRows(std::clamp<std::size_t>(mostBlockCells / std::max<std::size_t>(format.wanted.size(), 1), 1,
+                                        mostBlockRows)),
+      block(blockRows * format.wanted.size()), textSeen(format.wanted.size()),
+      missingSeen(format.wanted.size()), roundedSeen(format.wanted.size()),
       namelessValues(format.wanted.size())
 {}
 

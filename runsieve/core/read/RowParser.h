@@ -100,6 +100,7 @@ private:
   std::ptrdiff_t shortestOdd; ///< length of the shortest text of a number that needs a second look
   std::uint64_t nextText;
   std::vector<Field> above;
+  std::size_t blockRows;
   std::vector<double> block; ///< some rows, so that each column is written in pieces of a few cache lines
   std::vector<bool> textSeen;
   std::vector<bool> missingSeen;

@@ -248,6 +248,24 @@ TEST(Folders, FilesMayHaveTimesOfTheirOwn)
   EXPECT_EQ(valuesOf(file.scan, "A", 1)[last], 200);
 }
 
+TEST(Folders, LongFilesInUtf16AreJudgedByWholeLines)
+{
+  TempFolder folder;
+  for (bool const littleEnd : {true, false}) {
+    std::string text = littleEnd ? "\xff\xfe" : "\xfe\xff";
+    auto const add = [&](std::string const& line) {
+      for (char const c : line) text += littleEnd ? std::string{c, '\0'} : std::string{'\0', c};
+    };
+    add("time,A\n");
+    for (int row = 0; row < 60000; ++row) add(std::to_string(row) + "," + std::to_string(row % 10) + ".25\n");
+    ASSERT_GT(text.size(), std::size_t(1) << 20);
+    for (char const* const name : {"r1.csv", "r2.csv"}) (void)folder.write(text, name);
+    Scan const scan = readAll(folder).scan;
+    EXPECT_EQ(scan.runs.size(), 2u);
+    EXPECT_EQ(scan.times.size(), 60000u);
+  }
+}
+
 TEST(Folders, AFileThatEndsEarlyIsAShortRun)
 {
   TempFolder folder;
