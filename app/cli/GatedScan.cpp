@@ -87,11 +87,16 @@ void takeStoredGates(GatedScan& result)
 
 RunSet GatedScan::eligible() const
 {
+  return eligibleRuns(scan(), gates);
+}
+
+RunSet eligibleRuns(Scan const& scan, std::vector<Gate> const& gates)
+{
   bool const asksForStatus =
       std::any_of(gates.begin(), gates.end(), [](Gate const& gate) { return gate.kind == GateKind::Status; });
-  RunSet runs(scan().runs.size(), true);
+  RunSet runs(scan.runs.size(), true);
   for (std::size_t run = 0; run < runs.runs() && !asksForStatus; ++run)
-    runs.set(run, scan().runs[run].status == RunStatus::Complete);
+    runs.set(run, scan.runs[run].status == RunStatus::Complete);
   return runs;
 }
 

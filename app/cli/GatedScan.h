@@ -25,9 +25,12 @@ struct GatedScan
   /// Whether there is something to sieve by: gates, or the selection of a stored plot.
   [[nodiscard]] bool sieves() const { return !gates.empty() || opened.selected.has_value(); }
   [[nodiscard]] Scan const& scan() const { return opened.scan; }
-  /// The runs that take part in comparisons: those that are complete, and all if a gate asks for the status.
   [[nodiscard]] RunSet eligible() const;
 };
+
+/// The runs that take part in comparisons of those that pass gates: those that are complete, and all if a
+/// gate asks for the status.
+[[nodiscard]] RunSet eligibleRuns(Scan const& scan, std::vector<Gate> const& gates);
 
 /// Reads file, sieve and gates of a command and applies them; writes the sieve file that it asks for. \throw
 /// ScanError, GateError

@@ -1,6 +1,8 @@
 #include "app/explorer/ExplorerWindow.h"
 
+#include "app/cli/GatedScan.h"
 #include "app/render/SavePicture.h"
+#include "app/scan/ColumnName.h"
 #include "app/scan/ReadingText.h"
 #include "app/scan/ScanLayout.h"
 
@@ -51,6 +53,28 @@ const char* const howTo =
 QString bareName(PlotContainer const& plot, std::size_t column)
 {
   return QString::fromStdString(nameInScan(plot.typedColumnNames[column].second));
+}
+
+/// Bare names, and names with their types where bare ones repeat.
+QStringList namesOf(PlotContainer const& plot, std::vector<std::size_t> const& columns)
+{
+  QStringList bare;
+  for (std::size_t const column : columns) bare << bareName(plot, column);
+  QStringList names = bare;
+  for (int i = 0; i < bare.size(); ++i)
+    if (bare.count(bare[i]) > 1)
+      names[i] =
+          QString::fromStdString(columnName(plot.typedColumnNames[columns[static_cast<std::size_t>(i)]]));
+  return names;
+}
+
+/// Names in a file are no markup, whatever they look like.
+void warn(QWidget* parent, QString const& text)
+{
+  QMessageBox box(QMessageBox::Warning, "Runsieve", QString(), QMessageBox::Ok, parent);
+  box.setTextFormat(Qt::PlainText);
+  box.setText(text);
+  box.exec();
 }
 
 } // namespace
@@ -227,6 +251,9 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   scan = loaded.scan;
   reading = lines;
   notes = loaded.notes;
+  gates = loaded.gates;
+  join = loaded.join;
+  gatedRows = loaded.selectedRows;
   runs = scanOf(scan);
   applyNotes(notes, runs);
   live = std::make_unique<LiveView>(runs, completeRuns(runs));
@@ -258,8 +285,10 @@ void ExplorerWindow::setControls(ViewOptions const& view)
                                      QSignalBlocker(logAxes),     QSignalBlocker(points),
                                      QSignalBlocker(pThreshold),  QSignalBlocker(ksThreshold)};
   outputs->clear();
-  for (std::size_t column : scanLayout(*scan).outputs)
-    outputs->addItem(bareName(*container, column), static_cast<int>(column));
+  std::vector<std::size_t> const columns = scanLayout(*scan).outputs;
+  const QStringList names = namesOf(*container, columns);
+  for (int i = 0; i < names.size(); ++i)
+    outputs->addItem(names[i], static_cast<int>(columns[static_cast<std::size_t>(i)]));
   outputs->setCurrentIndex(outputs->findData(static_cast<int>(view.output)));
   density->setChecked(view.density);
   commonScale->setChecked(view.commonScale);
@@ -279,6 +308,10 @@ bool ExplorerWindow::savePlot(QString const& path, QString& error)
   try {
     StoredPlot stored = storedPlot(*container, scan);
     stored.notes = notes;
+    if (isSelectedByGates()) {
+      stored.gates = gates;
+      stored.join = join;
+    }
     writePlot(stored, QFile::encodeName(path).toStdString());
     return true;
   } catch (std::exception const& failure) {
@@ -303,7 +336,7 @@ bool ExplorerWindow::savePicture(QString const& path, QString& error)
 void ExplorerWindow::openInteractively(QString const& path, ReadOptions const& read)
 {
   QString error;
-  if (!open(path, error, read)) QMessageBox::warning(this, "Runsieve", error);
+  if (!open(path, error, read)) warn(this, error);
 }
 
 void ExplorerWindow::chooseFile()
@@ -342,7 +375,7 @@ void ExplorerWindow::choosePicture()
   if (path.isEmpty()) return;
   if (QFileInfo(path).suffix().isEmpty()) path += ".png";
   QString error;
-  if (!savePicture(path, error)) QMessageBox::warning(this, "Runsieve", error);
+  if (!savePicture(path, error)) warn(this, error);
 }
 
 void ExplorerWindow::choosePlotFile()
@@ -351,7 +384,7 @@ void ExplorerWindow::choosePlotFile()
   if (path.isEmpty()) return;
   if (QFileInfo(path).suffix().isEmpty()) path += ".rsd";
   QString error;
-  if (!savePlot(path, error)) QMessageBox::warning(this, "Runsieve", error);
+  if (!savePlot(path, error)) warn(this, error);
 }
 
 void ExplorerWindow::chooseOutput(int index)
@@ -380,8 +413,7 @@ void ExplorerWindow::chooseClusters(ShapeOf shape)
   bool chosen = false;
   const int clusters = QInputDialog::getInt(this, "Group runs by their shape", "Number of clusters", 4,
                                             fewest, most, 1, &chosen);
-  if (chosen && !cluster(clusters, shape))
-    QMessageBox::warning(this, "Runsieve", "The runs of this output cannot be grouped.");
+  if (chosen && !cluster(clusters, shape)) warn(this, "The runs of this output cannot be grouped.");
 }
 
 bool ExplorerWindow::cluster(int clusters, ShapeOf shape)
@@ -509,12 +541,19 @@ ComparisonMethod ExplorerWindow::method() const
   return method;
 }
 
+/// Whether the selection is still that of the gates of the plot that was opened.
+bool ExplorerWindow::isSelectedByGates() const
+{
+  return !gates.empty() && storedPlot(*container, scan).selectedRows == gatedRows;
+}
+
 /// The numbers of the present selection, in the charts as well.
 void ExplorerWindow::compare()
 {
   comparison = {};
   if (!container || !hasSelection(*container)) return;
-  comparison = compareSelection(*container, runs, method());
+  comparison = compareSelection(
+      *container, runs, eligibleRuns(runs, isSelectedByGates() ? gates : std::vector<Gate>()), method());
   if (!comparison.numbers.parameters.empty()) orderBy(*container, comparison.numbers);
 }
 

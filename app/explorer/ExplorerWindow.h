@@ -84,6 +84,7 @@ private:
   void showStatus();
   void compare();
   [[nodiscard]] ComparisonMethod method() const;
+  [[nodiscard]] bool isSelectedByGates() const;
   ViewOptions options() const;
 
   VtkPlotWidget* widget = nullptr;
@@ -96,6 +97,9 @@ private:
   ShownComparison comparison;          ///< of the selection
   ClusterComparison clusterComparison; ///< of the clusters
   ScanNotes notes;                     ///< what the file has and the record has not
+  std::vector<Gate> gates;             ///< of the stored plot that was opened
+  GateJoin join = GateJoin::All;
+  std::vector<long long> gatedRows; ///< that these gates had selected
 
   QMenu* clusterEntries = nullptr;
   QComboBox* outputs = nullptr;

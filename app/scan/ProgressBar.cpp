@@ -1,5 +1,7 @@
 #include "app/scan/ProgressBar.h"
 
+#include <runsieve/core/text/ShownText.h>
+
 #include <algorithm>
 #include <iostream>
 #include <utility>
@@ -39,7 +41,7 @@ void ProgressBar::show(double share)
   last = now;
   isShown = true;
   int const full = static_cast<int>(std::clamp(share, 0.0, 1.0) * width);
-  std::cerr << "\rreading " << name << " [" << std::string(static_cast<std::size_t>(full), '#')
+  std::cerr << "\rreading " << printable(name) << " [" << std::string(static_cast<std::size_t>(full), '#')
             << std::string(static_cast<std::size_t>(width - full), ' ') << "] "
             << static_cast<int>(share * 100) << " %\x1b[K" << std::flush;
 }

@@ -1,8 +1,7 @@
 #include "app/store/PlotSettings.h"
 
 #include <runsieve/core/gate/GateJson.h>
-
-#include <nlohmann/json.hpp>
+#include <runsieve/core/text/BoundedJson.h>
 
 #include <boost/crc.hpp>
 
@@ -14,8 +13,6 @@
 namespace runsieve::app {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr std::uint64_t version = 1;
 
@@ -42,18 +39,18 @@ char const* textOf(double odd)
   return std::isnan(odd) ? "nan" : odd < 0.0 ? "-inf" : "inf";
 }
 
-Json numberOf(double value)
+WrittenJson numberOf(double value)
 {
-  return std::isfinite(value) ? Json(value) : Json(textOf(value));
+  return std::isfinite(value) ? WrittenJson(value) : WrittenJson(textOf(value));
 }
 
 // Conversions would turn 1.5 into 1, -1 into a large number and numbers that do not fit into others.
-void take(Json const& json, bool& value)
+void take(ReadJson const& json, bool& value)
 {
   value = json.get<bool>();
 }
 
-void take(Json const& json, double& value)
+void take(ReadJson const& json, double& value)
 {
   for (double odd : oddNumbers)
     if (json == textOf(odd)) {
@@ -64,19 +61,19 @@ void take(Json const& json, double& value)
   value = json.get<double>();
 }
 
-template <class Unsigned> void take(Json const& json, Unsigned& value)
+template <class Unsigned> void take(ReadJson const& json, Unsigned& value)
 {
   if (!json.is_number_unsigned() || json.get<std::uint64_t>() > std::numeric_limits<Unsigned>::max())
     throw std::runtime_error("the settings cannot be read: a whole number is missing");
   value = json.get<Unsigned>();
 }
 
-template <class Value> void takeMember(Json const& json, const char* name, Value& value)
+template <class Value> void takeMember(ReadJson const& json, const char* name, Value& value)
 {
   if (json.contains(name)) take(json.at(name), value);
 }
 
-void takeWindow(Json const& json, CoordinateWindow& window)
+void takeWindow(ReadJson const& json, CoordinateWindow& window)
 {
   if (!json.is_array() || json.size() != 4)
     throw std::runtime_error("the settings hold no window of four numbers");
@@ -87,18 +84,18 @@ void takeWindow(Json const& json, CoordinateWindow& window)
   window.valid = true;
 }
 
-void takeGates(Json const& json, PlotSettings& settings)
+void takeGates(ReadJson const& json, PlotSettings& settings)
 {
-  for (Json const& gate : json.at("gates")) settings.gates.push_back(runsieve::fromJson(gate.dump()));
+  for (ReadJson const& gate : json.at("gates")) settings.gates.push_back(runsieve::fromJson(gate.dump()));
   const std::string join = json.value("join", "and");
   if (join != "and" && join != "or")
     throw std::runtime_error("the settings join gates neither by \"and\" nor by \"or\"");
   settings.join = join == "or" ? GateJoin::Any : GateJoin::All;
 }
 
-Json jsonOf(ScanNotes const& notes)
+WrittenJson jsonOf(ScanNotes const& notes)
 {
-  Json json = Json::object();
+  WrittenJson json = WrittenJson::object();
   if (!notes.runs.empty()) json["runs"] = notes.runs;
   if (!notes.failed.empty()) json["failed"] = notes.failed;
   for (auto const& [position, texts] : notes.texts)
@@ -106,11 +103,11 @@ Json jsonOf(ScanNotes const& notes)
   return json;
 }
 
-void takeNotes(Json const& json, ScanNotes& notes)
+void takeNotes(ReadJson const& json, ScanNotes& notes)
 {
   if (json.contains("runs")) notes.runs = json.at("runs").get<std::vector<std::string>>();
-  for (Json const& run : json.value("failed", Json::array())) take(run, notes.failed.emplace_back());
-  for (Json const& parameter : json.value("texts", Json::array())) {
+  for (ReadJson const& run : json.value("failed", ReadJson::array())) take(run, notes.failed.emplace_back());
+  for (ReadJson const& parameter : json.value("texts", ReadJson::array())) {
     std::size_t position = 0;
     take(parameter.at("parameter"), position);
     notes.texts.emplace_back(position, parameter.at("texts").get<std::vector<std::string>>());
@@ -132,7 +129,7 @@ std::string withoutChecksum(std::string line)
 
 std::string toJson(PlotSettings const& settings)
 {
-  Json json;
+  WrittenJson json;
   json["format"] = "runsieve plot";
   json["version"] = version;
   json["stride"] = settings.stride;
@@ -142,9 +139,9 @@ std::string toJson(PlotSettings const& settings)
   if (window.valid)
     json["window"] = {numberOf(window.xMin), numberOf(window.yMin), numberOf(window.xMax),
                       numberOf(window.yMax)};
-  for (Gate const& gate : settings.gates) json["gates"].push_back(Json::parse(runsieve::toJson(gate)));
+  for (Gate const& gate : settings.gates) json["gates"].push_back(WrittenJson::parse(runsieve::toJson(gate)));
   if (!settings.gates.empty()) json["join"] = settings.join == GateJoin::Any ? "or" : "and";
-  Json notes = jsonOf(settings.notes);
+  WrittenJson notes = jsonOf(settings.notes);
   if (!notes.empty()) json["scan"] = std::move(notes);
   return json.dump();
 }
@@ -162,7 +159,7 @@ PlotSettings fromJson(std::string const& line)
 {
   PlotSettings settings;
   try {
-    const Json json = Json::parse(line);
+    const ReadJson json = parseJson(line);
     if (json.at("format") != "runsieve plot")
       throw std::runtime_error("the settings are those of another format");
     std::uint64_t itsVersion = 0;
@@ -171,13 +168,15 @@ PlotSettings fromJson(std::string const& line)
     take(json.at("stride"), settings.stride);
     take(json.at("dump").at("bytes"), settings.bytes);
     take(json.at("dump").at("crc32"), settings.checksum);
-    const Json view = json.value("view", Json::object());
+    const ReadJson view = json.value("view", ReadJson::object());
     if (!view.is_object()) throw std::runtime_error("the settings hold no view");
     eachMember(settings.view, [&view](const char* name, auto& value) { takeMember(view, name, value); });
     if (json.contains("window")) takeWindow(json.at("window"), settings.window);
     if (json.contains("gates")) takeGates(json, settings);
     if (json.contains("scan")) takeNotes(json.at("scan"), settings.notes);
-  } catch (nlohmann::json::exception const& error) {
+  } catch (std::length_error const& error) {
+    throw std::runtime_error(std::string("the settings cannot be read: ") + error.what());
+  } catch (ReadJson::exception const& error) {
     throw std::runtime_error(std::string("the settings cannot be read: ") + error.what());
   }
   return settings;

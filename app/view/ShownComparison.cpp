@@ -174,21 +174,14 @@ void drawCurves(vtkChart* chart, ScanParameter const& parameter, ShownComparison
 
 } // namespace
 
-RunSet completeRuns(Scan const& scan)
+ShownComparison compareSelection(PlotContainer const& plot, Scan const& scan, RunSet const& eligible,
+                                 ComparisonMethod const& method)
 {
-  RunSet complete(scan.runs.size());
-  for (std::size_t run = 0; run < scan.runs.size(); ++run)
-    complete.set(run, scan.runs[run].status == RunStatus::Complete);
-  return complete;
-}
-
-ShownComparison compareSelection(PlotContainer const& plot, Scan const& scan, ComparisonMethod const& method)
-{
-  ShownComparison shown;
-  shown.passing = passingRuns(plot);
-  shown.eligible = completeRuns(scan);
-  if (shown.passing.runs() == scan.runs.size() && shown.passing.count() > 0)
-    shown.numbers = compareParameters(scan, shown.passing, shown.eligible, method);
+  ShownComparison shown{{}, passingRuns(plot), eligible};
+  if (shown.passing.runs() != scan.runs.size()) return shown;
+  RunSet compared(shown.passing);
+  compared &= eligible;
+  if (compared.count() > 0) shown.numbers = compareParameters(scan, shown.passing, shown.eligible, method);
   return shown;
 }
 

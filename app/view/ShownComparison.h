@@ -18,13 +18,10 @@ struct ShownComparison
   RunSet eligible;
 };
 
-/// The runs of a scan that are complete.
-[[nodiscard]] RunSet completeRuns(Scan const& scan);
-
 /// Compares the runs that the selection of a plot lets through with all others, leaving out runs that are not
-/// complete. Nothing to show, and no numbers, without a selection or if it lets no run through.
+/// eligible. Nothing to show, and no numbers, without a selection or if it lets no eligible run through.
 [[nodiscard]] ShownComparison compareSelection(PlotContainer const& plot, Scan const& scan,
-                                               ComparisonMethod const& method);
+                                               RunSet const& eligible, ComparisonMethod const& method);
 
 /// Lets the small charts follow the numbers of the program in place of the library's own: which parameters
 /// are shown, and in which order. Redraws.

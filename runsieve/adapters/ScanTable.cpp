@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -42,7 +43,11 @@ std::string nameInPlots(std::string name)
 // Plots know the time by that word.
 std::string timeName(ColumnLabel const& time)
 {
-  std::string const name = time.unit.empty() ? time.name : time.name + " [" + time.unit + ']';
+  std::string lower(time.name);
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  std::string const plain = lower == "time" ? "Time" : time.name;
+  std::string const name = time.unit.empty() ? plain : plain + " [" + time.unit + ']';
   return name.find("Time") != std::string::npos ? name : "Time (" + name + ')';
 }
 

@@ -252,10 +252,10 @@ public:
   /// clusterRunTable (a column per run) and decorationTable (a mean curve per cluster). The same input gives
   /// the same clusters. No effect without a complete run or below one cluster.
   /// \param mode 2: by the phase of the Fourier transform, 3: by its magnitude, others: by the curve itself
-  /// \param starts the search begins with the first runs as centres, which finds poor clusters if these runs
-  /// are alike; further starts begin with runs that differ, and the best result counts
+  /// \param starts searches, of which the best counts: from the first runs, which may be alike, and from runs
+  /// that differ. A run with a NaN or an infinity takes no part, and belongs to the first cluster
   void clusterTimeSeries(int clusters, int mode, int starts);
-  /// The same from one start, the first runs.
+  /// The same from one start, the first runs, with a NaN in a run as vtkKMeansStatistics takes it.
   void clusterTimeSeries(int clusters, int mode);
   /// Adds the lines of the last clusterTimeSeries() to chartXY once more; a redraw takes them away.
   void drawClusterRuns();

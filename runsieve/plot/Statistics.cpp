@@ -17,6 +17,25 @@
 
 using namespace runsieve;
 
+namespace {
+
+void cluster(PlotContainer& plot, ClusterSearch const& search)
+{
+  if (!plot.chartXY) return;
+  const RunClusters found = clusterRuns(plot.plotData, entry0(plot.metaData->xColumns),
+                                        entry0(plot.metaData->yColumns), plot.metaData->getStride(), search);
+  if (!found.labels) return;
+  plot.clusterRunTable = found.curves;
+  plot.clusterLabels = found.labels;
+  plot.decorationTable = found.means;
+  std::cout << plot.clusterLabels->GetNumberOfTuples() << std::endl
+            << plot.clusterRunTable->GetNumberOfRows() << "  " << plot.clusterRunTable->GetNumberOfColumns()
+            << std::endl;
+  plot.drawClusterRuns();
+}
+
+} // namespace
+
 void PlotContainer::ksTestSelection(std::size_t first, std::size_t second)
 {
   auto at = [this](std::size_t i) { return i < tables.size() ? tables[i].GetPointer() : nullptr; };
@@ -67,22 +86,12 @@ void PlotContainer::scaleColumnByColumn(int column, int byColumn, bool divide)
 
 void PlotContainer::clusterTimeSeries(int clusters, int mode)
 {
-  clusterTimeSeries(clusters, mode, 1);
+  cluster(*this, {clusters, mode, 1, false});
 }
 
 void PlotContainer::clusterTimeSeries(int clusters, int mode, int starts)
 {
-  if (!chartXY) return;
-  const RunClusters found = clusterRuns(plotData, entry0(metaData->xColumns), entry0(metaData->yColumns),
-                                        metaData->getStride(), {clusters, mode, starts});
-  if (!found.labels) return;
-  clusterRunTable = found.curves;
-  clusterLabels = found.labels;
-  decorationTable = found.means;
-  std::cout << clusterLabels->GetNumberOfTuples() << std::endl
-            << clusterRunTable->GetNumberOfRows() << "  " << clusterRunTable->GetNumberOfColumns()
-            << std::endl;
-  drawClusterRuns();
+  cluster(*this, {clusters, mode, starts, true});
 }
 
 void PlotContainer::drawClusterRuns()

@@ -79,7 +79,8 @@ Clusters cluster(vtkTable* runs, ClusterSearch const& search)
   const std::vector<double> shapes = shapesOf(runs, search.mode);
   const auto points = static_cast<std::size_t>(runs->GetNumberOfColumns());
   const auto rows = static_cast<std::size_t>(runs->GetNumberOfRows());
-  const ShapeClusters found = clusterByShape(shapes.data(), rows, points, search.clusters, {}, search.starts);
+  const auto byShape = search.finiteOnly ? clusterFiniteByShape : clusterByShape;
+  const ShapeClusters found = byShape(shapes.data(), rows, points, search.clusters, {}, search.starts);
   Clusters clusters;
   clusters.sizes = found.sizes;
   clusters.labels = vtkSmartPointer<vtkIntArray>::New();

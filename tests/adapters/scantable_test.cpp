@@ -79,6 +79,15 @@ TEST(ScanTable, NamesThatPlotsLookForAreToldApart)
   EXPECT_EQ(table->columnNames[2].second, "Time (clock [min])");
 }
 
+TEST(ScanTable, ATimeIsOneInAnyCase)
+{
+  Scan scan = twoRuns();
+  for (char const* const name : {"time", "TIME", "Time"}) {
+    scan.time.name = name;
+    EXPECT_EQ(linePlotTableOf(scan)->columnNames[2].second, "Time [min]");
+  }
+}
+
 TEST(ScanTable, AScanComesBackFromItsRecord)
 {
   Scan scan = twoRuns();

@@ -4,12 +4,16 @@
 #include "StoredPlots.h"
 #include "support/TempFile.h"
 
+#include <runsieve/core/gate/GateText.h>
+
 #include <gmock/gmock.h>
 
 #include <vtkAxis.h>
 
 #include <QCheckBox>
 #include <QDoubleSpinBox>
+#include <QMessageBox>
+#include <QTimer>
 
 #include <fstream>
 #include <utility>
@@ -17,7 +21,9 @@
 namespace runsieve::test {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 
 const char* const switches[] = {"Densities", "Common density scale", "Quartile bands", "Log parameter axes",
                                 "Points, not lines"};
@@ -98,6 +104,58 @@ TEST_F(ExplorerStore, TheSelectionComesBack)
   ASSERT_EQ(other.plot()->ksStatistics.size(), plot().ksStatistics.size());
   for (std::size_t i = 0; i < plot().ksStatistics.size(); ++i)
     EXPECT_EQ(other.plot()->ksStatistics[i].p, plot().ksStatistics[i].p);
+}
+
+TEST_F(ExplorerStore, GatesStayAsLongAsTheSelectionIsTheirs)
+{
+  drag(16, 3.0, 5.0);
+  save("marked.rsd");
+  app::StoredPlot plot = app::readPlot(file("marked.rsd").toStdString());
+  ASSERT_THAT(plot.gates, IsEmpty());
+  plot.gates = {parseGate("status complete"), parseGate("runs 1")};
+  plot.join = GateJoin::Any;
+  app::writePlot(plot, file("gated.rsd").toStdString());
+  app::ExplorerWindow other;
+  open(other, file("gated.rsd"));
+  QString error;
+  ASSERT_TRUE(other.savePlot(file("again.rsd"), error)) << error.toStdString();
+  const app::StoredPlot again = app::readPlot(file("again.rsd").toStdString());
+  EXPECT_EQ(again.selectedRows, plot.selectedRows);
+  ASSERT_EQ(again.gates.size(), 2u);
+  EXPECT_EQ(formatGate(again.gates[1]), "runs 1");
+  EXPECT_EQ(again.join, GateJoin::Any);
+
+  app::clearSelection(*other.plot());
+  settle(other);
+  ASSERT_TRUE(other.savePlot(file("other.rsd"), error)) << error.toStdString();
+  EXPECT_THAT(app::readPlot(file("other.rsd").toStdString()).gates, IsEmpty());
+}
+
+TEST_F(ExplorerStore, OutputsOfOneNameAreToldApartByTheirTypes)
+{
+  std::ofstream(file("types.csv").toStdString())
+      << "\"Molecule: A\",\"Complex: A\",\"Molecule: B\",\": Time [s]\",\": Run Index\",\"Parameter: k\"\n"
+         "1,2,3,0,0,1\n2,3,4,1,0,1\n1,2,4,0,1,2\n2,5,3,1,1,2\n";
+  app::ExplorerWindow other;
+  open(other, file("types.csv"));
+  auto const* outputs = other.findChild<QComboBox*>();
+  std::vector<std::string> names;
+  for (int i = 0; i < outputs->count(); ++i) names.push_back(outputs->itemText(i).toStdString());
+  EXPECT_THAT(names, ElementsAre("Molecule: A", "Complex: A", "B"));
+}
+
+TEST_F(ExplorerStore, WarningsShowNamesOfFilesAsTheyAre)
+{
+  QString shown;
+  QTimer::singleShot(0, [&shown] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->textFormat(), Qt::PlainText);
+    shown = box->text();
+    box->accept();
+  });
+  window.openInteractively(file("<b>bold</b>.csv"));
+  EXPECT_THAT(shown.toStdString(), HasSubstr("<b>bold</b>.csv"));
 }
 
 TEST_F(ExplorerStore, EachSwitchComesBackAndReachesTheView)

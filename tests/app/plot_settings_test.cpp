@@ -68,6 +68,17 @@ std::string without(std::string const& parent, std::string const& member)
   return json.dump();
 }
 
+TEST(PlotSettings, OfOthersAreReadWithoutMuchMemoryOrTime)
+{
+  EXPECT_THAT(complaint("{\"format\": \"runsieve plot\", \"x\": " + std::string(1000000, '[')),
+              HasSubstr("nested too deeply"));
+  std::string line = toJson(PlotSettings());
+  line.pop_back();
+  for (int i = 0; i < 300000; ++i) line += ",\"unknown " + std::to_string(i) + "\":0";
+  expectSame(fromJson(line + '}'),
+             PlotSettings()); // for hours if each member were looked up among all others
+}
+
 TEST(PlotSettings, ComeBackAsTheyWere)
 {
   expectSame(fromJson(toJson(PlotSettings())), PlotSettings());

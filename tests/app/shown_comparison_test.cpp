@@ -2,8 +2,12 @@
 
 #include "app/view/ScanPlot.h"
 #include "app/view/ShownComparison.h"
+
+#include "app/cli/GatedScan.h"
+
 #include "support/PlotScene.h"
 #include "support/ScanBuilder.h"
+#include <runsieve/core/gate/GateText.h>
 
 #include <runsieve/adapters/ScanTable.h>
 
@@ -74,7 +78,7 @@ struct ShownComparisonTest : testing::Test, PlotScene
   void compareFirst(int count = 20)
   {
     selectFirst(count);
-    shown = app::compareSelection(container, scan, {});
+    shown = app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {});
     app::orderBy(container, shown.numbers);
     app::label(container, scan, shown);
   }
@@ -110,7 +114,7 @@ TEST_F(ShownComparisonTest, OfSeveralRowsTheFirstStandsOnTop)
   selectFirst(20);
   ComparisonMethod method;
   method.thresholds = {1.0, 0.0};
-  shown = app::compareSelection(container, scan, method);
+  shown = app::compareSelection(container, scan, app::eligibleRuns(scan, {}), method);
   app::orderBy(container, shown.numbers);
   // Ten parameters fill three rows, of which the last is not full.
   EXPECT_EQ(nameOf(cell(0, 0)), "k8") << "a row that isn't full cannot stand below";
@@ -199,10 +203,31 @@ TEST_F(ShownComparisonTest, RunsThatAreNotCompleteAreNotCompared)
 TEST_F(ShownComparisonTest, WithoutASelectionThereIsNothingToCompare)
 {
   show();
-  EXPECT_THAT(app::compareSelection(container, scan, {}).numbers.parameters, IsEmpty());
+  EXPECT_THAT(app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {}).numbers.parameters,
+              IsEmpty());
   compareFirst();
   app::clearSelection(container);
-  EXPECT_THAT(app::compareSelection(container, scan, {}).numbers.parameters, IsEmpty());
+  EXPECT_THAT(app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {}).numbers.parameters,
+              IsEmpty());
+}
+
+TEST_F(ShownComparisonTest, RunsThatAreNotCompleteCountIfTheyAreEligible)
+{
+  show();
+  scan.runs[3].status = RunStatus::Short;
+  selectFirst(20);
+  const std::vector<Gate> gates = {parseGate("status short")};
+  EXPECT_EQ(app::compareSelection(container, scan, app::eligibleRuns(scan, gates), {}).numbers.passing, 20u);
+  EXPECT_EQ(app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {}).numbers.passing, 19u);
+}
+
+TEST_F(ShownComparisonTest, WhereNoEligibleRunPassesThereIsNothingToCompare)
+{
+  show();
+  scan.runs[0].status = RunStatus::Failed;
+  selectFirst(1);
+  EXPECT_THAT(app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {}).numbers.parameters,
+              IsEmpty());
 }
 
 TEST(RunsThrough, HaveARowAtEveryTimeThatAnyRowIsOf)

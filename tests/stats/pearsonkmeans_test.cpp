@@ -277,6 +277,40 @@ TEST(PearsonKMeans, FewerCurvesThanClustersGiveAClusterEach)
   EXPECT_THAT(curves.cluster(9).sizes, ElementsAre(1, 1));
 }
 
+TEST(FiniteCurves, AreGroupedAsIfTheOthersWereNotThere)
+{
+  const double infinity = std::numeric_limits<double>::infinity();
+  const Curves curves = {4, {nan, nan, nan, nan, 0, 1, 2, 4, 9, 5, 3, 2, 0, infinity, 1, 2, 1, 3, 5, 9}};
+  const Curves finite = {4, {0, 1, 2, 4, 9, 5, 3, 2, 1, 3, 5, 9}};
+  const ShapeClusters found = clusterFiniteByShape(curves.values.data(), 5, 4, 2, usualLimits());
+  const ShapeClusters wanted = finite.cluster(2);
+  EXPECT_THAT(found.labels, ElementsAre(0, 0, 1, 0, 0));
+  EXPECT_THAT(found.sizes, ElementsAre(4, 1));
+  EXPECT_EQ(found.centres, wanted.centres);
+  EXPECT_DOUBLE_EQ(found.spread, wanted.spread + 2);
+}
+
+TEST(FiniteCurves, AreAllWhereNoneIsAnother)
+{
+  const Curves curves = {3, {0, 1, 2, 5, 3, 1, 2, 4, 7}};
+  const ShapeClusters found = clusterFiniteByShape(curves.values.data(), 3, 3, 2, usualLimits());
+  EXPECT_EQ(found.labels, curves.cluster(2).labels);
+  EXPECT_EQ(found.spread, curves.cluster(2).spread);
+}
+
+TEST(FiniteCurves, MayBeFewerThanTheClustersOrNone)
+{
+  const Curves curves = {2, {nan, 0, 1, 2, nan, 3}};
+  const ShapeClusters found = clusterFiniteByShape(curves.values.data(), 3, 2, 2, usualLimits());
+  EXPECT_THAT(found.labels, ElementsAre(0, 0, 0));
+  EXPECT_THAT(found.sizes, ElementsAre(3, 0));
+  EXPECT_THAT(found.centres, ElementsAre(1, 2, 0, 0));
+  const ShapeClusters none = clusterFiniteByShape(curves.values.data(), 1, 2, 2, usualLimits());
+  EXPECT_THAT(none.labels, ElementsAre(0));
+  EXPECT_THAT(none.centres, ElementsAre(0, 0));
+  EXPECT_THAT(clusterFiniteByShape(nullptr, 0, 5, 3, usualLimits()).labels, IsEmpty());
+}
+
 TEST(PearsonKMeans, NothingGivesNothing)
 {
   EXPECT_THAT(clusterByShape(nullptr, 0, 5, 3, usualLimits()).labels, IsEmpty());

@@ -100,10 +100,10 @@ std::vector<int> clusterRuns(Scan const& scan, std::size_t output, ClusterMode m
   const std::size_t times = scan.times.size();
   if (starts < 1) starts = clusterStarts(runs);
   if (clusters < 1 || mode == ClusterMode::Curves)
-    return clusterByShape(curves, runs, times, clusters, {}, starts).labels;
+    return clusterFiniteByShape(curves, runs, times, clusters, {}, starts).labels;
   const SpectrumPart part = mode == ClusterMode::Phase ? SpectrumPart::Phase : SpectrumPart::Magnitude;
   const std::vector<double> spectra = curveSpectra(curves, runs, times, part);
-  return clusterByShape(spectra.data(), runs, times, clusters, {}, starts).labels;
+  return clusterFiniteByShape(spectra.data(), runs, times, clusters, {}, starts).labels;
 }
 
 int clusterStarts(std::size_t runs)

@@ -21,6 +21,19 @@ std::string openFile(int descriptor)
   return "/proc/self/fd/" + std::to_string(descriptor);
 }
 
+// The file that a path stands for where it leads to none yet: that to which links point.
+std::string behindLinks(std::filesystem::path path)
+{
+  constexpr int mostLinks = 40;
+  for (int i = 0; i < mostLinks; ++i) {
+    std::error_code none;
+    std::filesystem::path const link = std::filesystem::read_symlink(path, none);
+    if (none) break;
+    path = path.parent_path() / link;
+  }
+  return path.string();
+}
+
 } // namespace
 
 SafeFile::SafeFile(std::string const& file) : path(file), target(file)
@@ -32,7 +45,7 @@ SafeFile::SafeFile(std::string const& file) : path(file), target(file)
     return;
   }
   replaces = std::filesystem::exists(status);
-  if (replaces) target = std::filesystem::canonical(path).string();
+  target = replaces ? std::filesystem::canonical(path).string() : behindLinks(path);
   openAside();
 }
 

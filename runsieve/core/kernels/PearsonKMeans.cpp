@@ -3,6 +3,7 @@
 #include <runsieve/core/kernels/Correlation.h>
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <random>
 #include <utility>
@@ -166,6 +167,16 @@ private:
   double spread = 0.0;
 };
 
+/// Places of the curves without a NaN or an infinity.
+std::vector<std::size_t> finiteCurves(double const* curves, std::size_t count, std::size_t points)
+{
+  std::vector<std::size_t> places;
+  for (std::size_t i = 0; i < count; ++i)
+    if (std::all_of(curves + i * points, curves + (i + 1) * points, [](double v) { return std::isfinite(v); }))
+      places.push_back(i);
+  return places;
+}
+
 } // namespace
 
 ShapeClusters clusterByShape(double const* curves, std::size_t count, std::size_t points, int clusters,
@@ -180,6 +191,29 @@ ShapeClusters clusterByShape(double const* curves, std::size_t count, std::size_
     if (other.spread < best.spread) best = std::move(other);
   }
   return best;
+}
+
+ShapeClusters clusterFiniteByShape(double const* curves, std::size_t count, std::size_t points, int clusters,
+                                   SearchLimits limits, int starts)
+{
+  if (points == 0 || clusters < 1) return {};
+  const std::vector<std::size_t> finite = finiteCurves(curves, count, points);
+  if (finite.size() == count) return clusterByShape(curves, count, points, clusters, limits, starts);
+  std::vector<double> some;
+  some.reserve(finite.size() * points);
+  for (const std::size_t i : finite)
+    some.insert(some.end(), curves + i * points, curves + (i + 1) * points);
+  ShapeClusters found = clusterByShape(some.data(), finite.size(), points, clusters, limits, starts);
+  const std::size_t all = std::min(count, static_cast<std::size_t>(clusters));
+  found.centres.resize(all * points, 0.0);
+  found.sizes.resize(all, 0);
+  std::vector<int> labels(count, 0);
+  for (std::size_t i = 0; i < finite.size(); ++i) labels[finite[i]] = found.labels[i];
+  found.labels = std::move(labels);
+  const std::size_t others = count - finite.size();
+  found.sizes.front() += static_cast<long long>(others);
+  found.spread += static_cast<double>(others);
+  return found;
 }
 
 } // namespace runsieve

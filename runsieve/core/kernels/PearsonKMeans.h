@@ -36,4 +36,11 @@ struct SearchLimits
 RUNSIEVE_CORE_EXPORT ShapeClusters clusterByShape(double const* curves, std::size_t count, std::size_t points,
                                                   int clusters, SearchLimits limits, int starts = 1);
 
+/// The same where curves with a NaN or an infinity, as failed runs leave them, take no part in the search:
+/// nothing correlates with them, and a centre that is one of them, or a mean with one, attracts no curve. They
+/// belong to the first cluster, at a distance of 1, and are not in its mean.
+RUNSIEVE_CORE_EXPORT ShapeClusters clusterFiniteByShape(double const* curves, std::size_t count,
+                                                        std::size_t points, int clusters, SearchLimits limits,
+                                                        int starts = 1);
+
 } // namespace runsieve

@@ -206,8 +206,7 @@ private:
   {
     std::vector<std::size_t> candidates;
     for (std::size_t i = 0; i < arrays.size(); ++i)
-      if (!taken[i] && arrays[i].isNumbers(2) && !isParameterTableName(arrays[i].name) &&
-          fitsTime(arrays[i].shape))
+      if (!taken[i] && arrays[i].isNumbers(2) && !isParameterTable(i) && fitsTime(arrays[i].shape))
         candidates.push_back(i);
     if (candidates.empty()) failWithoutValues();
     for (std::size_t const i : candidates)
@@ -219,6 +218,20 @@ private:
       take(i, "output",
            roles.values.size() > 1 ? "an array of runs and times, as others are"
                                    : "the only array of numbers with two axes");
+  }
+
+  /// Whether an array of two axes is a table of parameters. Short names may be those of an output as well: if
+  /// another array has the shape, unless there are as many names of parameters.
+  [[nodiscard]] bool isParameterTable(std::size_t i) const
+  {
+    if (!isParameterTableName(arrays[i].name)) return false;
+    if (!isOneOf(arrays[i].name, {"x", "theta"})) return true;
+    Shape const& shape = arrays[i].shape;
+    if (roles.parameterNames && arrays[*roles.parameterNames].shape.front() == shape.back()) return true;
+    for (std::size_t other = 0; other < arrays.size(); ++other)
+      if (other != i && !taken[other] && arrays[other].isNumbers(2) && arrays[other].shape == shape)
+        return false;
+    return true;
   }
 
   [[noreturn]] void failWithoutValues() const
@@ -443,6 +456,11 @@ private:
 bool isTimeName(std::string const& name)
 {
   return isOneOf(name, {"time", "times", "t", "timepoint", "timepoints", "timecourse", "tspan"});
+}
+
+std::string nameOfTime(std::string const& name)
+{
+  return isTimeName(name) ? "Time" : name;
 }
 
 std::vector<NamedArray> withPlainVectors(std::vector<NamedArray> arrays)

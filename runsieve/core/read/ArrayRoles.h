@@ -41,6 +41,8 @@ struct ArrayRoles
 
 /// Whether a name is one of those that mean the time: "time", "t", "Times" and the like.
 [[nodiscard]] bool isTimeName(std::string const& name);
+/// "Time" for such names, others as they are.
+[[nodiscard]] std::string nameOfTime(std::string const& name);
 
 /// The arrays, but those of one column or one row as what they are, vectors: MATLAB has no others. Where no
 /// array has two longer axes, or nothing tells of times, they stay, and so do tables of parameters.

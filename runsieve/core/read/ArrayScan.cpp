@@ -2,6 +2,7 @@
 
 #include <runsieve/core/read/ArrayRoles.h>
 #include <runsieve/core/read/Fields.h>
+#include <runsieve/core/read/Rounding.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
@@ -24,14 +25,6 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 /// Numbers that are read at a time.
 constexpr std::size_t atOnce = std::size_t(1) << 20;
-
-/// Times of runs that differ by less are the same.
-constexpr double sameTime = 1e-9;
-
-bool isSameTime(double a, double b)
-{
-  return std::abs(a - b) <= sameTime * std::max(std::abs(a), std::abs(b));
-}
 
 bool contains(std::vector<std::string> const& names, ColumnLabel const& label)
 {
@@ -177,7 +170,7 @@ private:
   void setTimes()
   {
     std::size_t const number = length(roles.axes.times);
-    result.scan.time.name = roles.time ? bareName(arrays[*roles.time].name) : "time";
+    result.scan.time.name = roles.time ? nameOfTime(bareName(arrays[*roles.time].name)) : "Time";
     if (roles.time)
       result.scan.times =
           commonTimes(fileName, arrays[*roles.time].name, allNumbers(arrays[*roles.time]), number);
@@ -241,7 +234,7 @@ private:
     }
     std::vector<double> const times(found->values.get(), found->values.get() + scan.rows());
     scan.times = commonTimes(fileName, found->label.name, times, scan.times.size());
-    scan.time.name = found->label.name;
+    scan.time.name = nameOfTime(found->label.name);
     result.report.findings.push_back({"the output " + quoted(found->label.name) + " is the time",
                                       options.time.empty() ? "by its name" : "as asked for",
                                       options.time.empty()});
@@ -346,7 +339,7 @@ std::vector<double> commonTimes(std::string const& file, std::string const& name
   }
   for (std::size_t run = 0; run < runs; ++run)
     for (std::size_t t = 0; t < endOf(run); ++t)
-      if (!isSameTime(times[run * length + t], grid[t]))
+      if (!equalButForRounding(times[run * length + t], grid[t]))
         throw ScanError(file, "the runs have different times: run " + std::to_string(run + 1) + " is at " +
                                   decimal(times[run * length + t]) + " where run " +
                                   std::to_string(longest + 1) + " is at " + decimal(grid[t]) +

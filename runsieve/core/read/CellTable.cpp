@@ -4,6 +4,7 @@
 #include <runsieve/core/kernels/HugePages.h>
 #include <runsieve/core/parallel/Parallel.h>
 #include <runsieve/core/read/Cell.h>
+#include <runsieve/core/read/ColumnNames.h>
 #include <runsieve/core/read/Lines.h>
 #include <runsieve/core/read/NameList.h>
 #include <runsieve/core/read/RowParser.h>
@@ -40,6 +41,7 @@ struct Chunk
   std::vector<bool> hasText;
   std::vector<bool> hasMissing;
   std::vector<bool> hasRounded;
+  std::vector<std::string_view> namelessValues;
   char const* otherHeader = nullptr;
   bool endsInBlank = false;
   std::size_t comments = 0;
@@ -56,6 +58,13 @@ std::size_t lineOfRow(std::string_view text, Dialect const& dialect, std::size_t
     if (isRow && rows++ == row) return line;
   }
   return line;
+}
+
+/// Whether a column is one of those where Runsieve writes texts in quotes and numbers without: it need not be
+/// guessed what looks like a number.
+bool quotesTexts(std::string const& header)
+{
+  return header == ": Run Index" || describeColumn(header).kind == NamedKind::Parameter;
 }
 
 /// One parsing of one text.
@@ -81,6 +90,8 @@ public:
       bool const dropped = name.empty() || std::find(options.ignore.begin(), options.ignore.end(), name) !=
                                                options.ignore.end();
       format.wanted.push_back(!dropped);
+      format.nameless.push_back(name.empty() && i > 0); // a first one holds names of rows
+      format.quotesAreTexts.push_back(dialect.hasBareNumbers && quotesTexts(name));
       table.columns.push_back(
           {name, i < dialect.units.size() ? dialect.units[i] : "", nullptr, false, false, false});
     }
@@ -98,6 +109,7 @@ public:
     parseRows();
     joinTexts();
     tellRounding();
+    tellNameless();
     joinBlocks();
     tellCutEnd();
     return std::move(table);
@@ -225,6 +237,7 @@ private:
       chunk.hasText.push_back(parser.hasText(i));
       chunk.hasMissing.push_back(parser.hasMissing(i));
       chunk.hasRounded.push_back(parser.hasRounded(i));
+      chunk.namelessValues.push_back(parser.namelessValue(i));
     }
   }
 
@@ -265,6 +278,20 @@ private:
                           "numbers are exact up to 2^53; write longer ones in the form of texts (s123) if "
                           "different ones must stay different",
                           true});
+  }
+
+  void tellNameless()
+  {
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+      auto const holder = std::find_if(chunks.begin(), chunks.end(), [i](Chunk const& chunk) {
+        return !chunk.namelessValues.empty() && !chunk.namelessValues[i].empty();
+      });
+      if (holder != chunks.end())
+        findings.push_back({"column " + std::to_string(i + 1) +
+                                " was left out, though it holds values such as " +
+                                quoted(fieldText(holder->namelessValues[i])),
+                            "it has no name", true});
+    }
   }
 
   void renumber(CellColumn& column, std::vector<std::vector<std::uint64_t>> const& joined) const

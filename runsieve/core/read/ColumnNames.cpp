@@ -72,6 +72,17 @@ std::optional<ColumnLabel> timeLabel(std::string_view header)
   return std::nullopt;
 }
 
+std::optional<ColumnLabel> ownTimeLabel(std::string_view header)
+{
+  if (!startsWith(header, ": ") || header == ": Run Index") return std::nullopt;
+  std::string_view const name = trimmed(header.substr(2));
+  std::size_t const bracket = name.rfind(" [");
+  if (name.empty() || name.back() != ']' || bracket == std::string_view::npos || bracket == 0)
+    return ColumnLabel{std::string(name), "", "", ""};
+  return ColumnLabel{std::string(name.substr(0, bracket)),
+                     std::string(name.substr(bracket + 2, name.size() - bracket - 3)), "", ""};
+}
+
 std::string plainName(std::string_view name)
 {
   std::string plain = lowerCase(name);

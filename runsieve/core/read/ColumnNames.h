@@ -29,6 +29,10 @@ struct NamedColumn
 /// "time (min)", "Time [min]", "t", "time_min": name and unit of a time; nothing for other names.
 [[nodiscard]] std::optional<ColumnLabel> timeLabel(std::string_view header);
 
+/// ": clock [h]": name and unit of a time that has a name of its own, as written scans have it; nothing for
+/// other headers and ": Run Index".
+[[nodiscard]] std::optional<ColumnLabel> ownTimeLabel(std::string_view header);
+
 /// How surely a name is that of the column that tells runs apart.
 enum class RunName
 {

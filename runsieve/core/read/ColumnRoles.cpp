@@ -112,7 +112,8 @@ private:
 
   [[nodiscard]] ColumnLabel labelOfTime(std::size_t column) const
   {
-    ColumnLabel label = timeLabel(roles[column].label.name).value_or(roles[column].label);
+    ColumnLabel const own = ownTimeLabel(table.columns[column].header).value_or(roles[column].label);
+    ColumnLabel label = timeLabel(roles[column].label.name).value_or(own);
     if (!table.columns[column].unit.empty()) label.unit = table.columns[column].unit;
     return label;
   }
@@ -131,6 +132,9 @@ private:
       time =
           single("time", "--time", [&](std::size_t i) { return timeLabel(roles[i].label.name).has_value(); });
     if (!time) time = exactly(": Value"); // the x axis of saved curves that have no time
+    if (!time)
+      time = single("time", "--time",
+                    [&](std::size_t i) { return ownTimeLabel(table.columns[i].header).has_value(); });
     if (!time) return;
     roles[*time].label = labelOfTime(*time);
     set(*time, Role::Time, why);

@@ -1,6 +1,7 @@
 #include <runsieve/core/read/CommonGrid.h>
 
 #include <runsieve/core/read/CommonSpan.h>
+#include <runsieve/core/read/Rounding.h>
 
 #include <algorithm>
 #include <cmath>
@@ -11,18 +12,12 @@ namespace runsieve {
 
 namespace {
 
-constexpr double relativeRounding = 1e-9;
 constexpr std::size_t mostEvenSteps = 10001;
-
-bool sameTime(double a, double b)
-{
-  return a == b || std::fabs(a - b) <= relativeRounding * std::max(std::fabs(a), std::fabs(b));
-}
 
 // Zero is a time like any other: what stands for it may be tiny against the steps.
 bool sameTime(std::vector<double> const& grid, std::size_t at, double time)
 {
-  if (sameTime(grid[at], time)) return true;
+  if (equalButForRounding(grid[at], time)) return true;
   double step = std::numeric_limits<double>::infinity();
   if (at > 0) step = grid[at] - grid[at - 1];
   if (at + 1 < grid.size()) step = std::min(step, grid[at + 1] - grid[at]);
@@ -31,8 +26,8 @@ bool sameTime(std::vector<double> const& grid, std::size_t at, double time)
 
 bool sameTimes(RunTimes const& runs, std::size_t a, std::size_t b)
 {
-  return runs.length(a) == runs.length(b) && std::equal(runs.of(a), runs.of(a) + runs.length(a), runs.of(b),
-                                                        [](double x, double y) { return sameTime(x, y); });
+  return runs.length(a) == runs.length(b) &&
+         std::equal(runs.of(a), runs.of(a) + runs.length(a), runs.of(b), equalButForRounding);
 }
 
 } // namespace
@@ -88,7 +83,7 @@ void CommonGrid::takeUnion()
   std::sort(all.begin(), all.end());
   grid.clear();
   for (double const time : all)
-    if (grid.empty() || !sameTime(grid.back(), time)) grid.push_back(time);
+    if (grid.empty() || !equalButForRounding(grid.back(), time)) grid.push_back(time);
   gridKind = Kind::Gaps;
 }
 
@@ -132,7 +127,8 @@ void CommonGrid::takeShared(std::size_t shared)
 {
   double const from = commonSpan(runs).from;
   for (std::size_t i = 0; i < runs.length(shared); ++i)
-    if (double const time = runs.of(shared)[i]; time >= from || sameTime(time, from)) grid.push_back(time);
+    if (double const time = runs.of(shared)[i]; time >= from || equalButForRounding(time, from))
+      grid.push_back(time);
   if (grid.empty()) grid.assign(runs.of(shared), runs.of(shared) + runs.length(shared));
   for (std::size_t run = 0; run < runs.runs(); ++run)
     if (!sameTimes(runs, shared, run)) ++resampled;
@@ -168,16 +164,18 @@ void CommonGrid::countCut()
     double const* const times = runs.of(run);
     std::size_t const count = runs.length(run);
     std::size_t begin = 0;
-    while (begin < count && times[begin] < grid.front() && !sameTime(times[begin], grid.front())) ++begin;
+    while (begin < count && times[begin] < grid.front() && !equalButForRounding(times[begin], grid.front()))
+      ++begin;
     std::size_t end = count;
-    while (end > begin && times[end - 1] > grid.back() && !sameTime(times[end - 1], grid.back())) --end;
+    while (end > begin && times[end - 1] > grid.back() && !equalButForRounding(times[end - 1], grid.back()))
+      --end;
     before.runs += begin > 0 ? 1 : 0;
     before.samples += begin;
     before.farthest = std::min(before.farthest, times[0]);
     behind.runs += end < count ? 1 : 0;
     behind.samples += count - end;
     behind.farthest = std::max(behind.farthest, times[count - 1]);
-    runsBeginningLate += times[0] > grid.front() && !sameTime(times[0], grid.front()) ? 1 : 0;
+    runsBeginningLate += times[0] > grid.front() && !equalButForRounding(times[0], grid.front()) ? 1 : 0;
   }
 }
 
@@ -196,9 +194,11 @@ void CommonGrid::placeExactly(std::size_t run, double const* samples, double* ta
   std::fill_n(target, grid.size(), std::numeric_limits<double>::quiet_NaN());
   double const* const times = runs.of(run);
   std::size_t at = 0;
-  for (std::size_t i = 0; i < runs.length(run) && at < grid.size(); ++i) {
-    while (at + 1 < grid.size() && grid[at] < times[i] && !sameTime(grid, at, times[i])) ++at;
-    target[at++] = samples[i];
+  for (std::size_t i = 0; i < runs.length(run); ++i) {
+    while (at + 1 < grid.size() && grid[at] < times[i] &&
+           (grid[at + 1] <= times[i] || !sameTime(grid, at, times[i])))
+      ++at;
+    target[at] = samples[i]; // of two times that are one on the grid the last counts
   }
 }
 
@@ -209,8 +209,8 @@ void CommonGrid::interpolate(std::size_t run, double const* samples, double* tar
   std::size_t right = 0; // first sample at the grid time or behind it
   for (std::size_t i = 0; i < grid.size(); ++i) {
     double const time = grid[i];
-    while (right < count && times[right] < time && !sameTime(times[right], time)) ++right;
-    if (right < count && sameTime(times[right], time)) {
+    while (right < count && times[right] < time && !equalButForRounding(times[right], time)) ++right;
+    if (right < count && equalButForRounding(times[right], time)) {
       target[i] = samples[right];
     } else if (right == 0 || right == count) {
       target[i] = std::numeric_limits<double>::quiet_NaN();

@@ -191,6 +191,8 @@ public:
 
   Dialect find()
   {
+    if (sample.rows.empty() && !sample.complete)
+      fail(1, "no table begins behind the first " + std::to_string(sample.comments.size()) + " comments");
     if (sample.rows.empty()) fail(1, "there is no table: the file holds blank lines and comments only");
     chooseDelimiter();
     dialect.fields.decimal = options.decimal != 0 ? options.decimal : findDecimal();
@@ -199,6 +201,7 @@ public:
     named = dialect.names.size();
     dropEmptyColumns();
     checkNames();
+    dialect.hasBareNumbers = hasBareNumbers();
     return dialect;
   }
 
@@ -405,13 +408,14 @@ private:
   [[nodiscard]] bool hasUnits(std::size_t row) const
   {
     if (row + 1 >= sample.rows.size() || division->count(row) != division->count(row + 1)) return false;
-    auto const fields = division->split(row);
-    auto const below = division->numbersOf(row + 1);
+    auto const fields = splitFields(sample.rows[row].text, dialect.fields.delimiter);
+    auto const below = splitFields(sample.rows[row + 1].text, dialect.fields.delimiter);
     std::size_t texts = 0;
     for (std::size_t i = 0; i < fields.size(); ++i) {
       if (isNumber(fields[i])) return false;
-      if (!isEmpty(fields[i]) && below[i]) ++texts;
-      if (!isEmpty(fields[i]) && !below[i]) return false;
+      if (isEmpty(fields[i])) continue;
+      if (!isNumber(below[i])) return false;
+      ++texts;
     }
     return texts > 0;
   }
@@ -497,6 +501,18 @@ private:
     }
     findings.push_back({std::to_string(empty) + " columns at the end were left out",
                         "they have no name and are empty", false});
+  }
+
+  // Whether some number of the first row has no quotes.
+  [[nodiscard]] bool hasBareNumbers() const
+  {
+    auto const first = std::find_if(sample.rows.begin(), sample.rows.end(),
+                                    [&](SampleLine const& line) { return line.begin >= dialect.dataBegin; });
+    if (first == sample.rows.end()) return false;
+    auto const fields = division->split(static_cast<std::size_t>(first - sample.rows.begin()));
+    return std::any_of(fields.begin(), fields.end(), [](std::string_view field) {
+      return trimmed(field).substr(0, 1) != "\"" && isNumber(field);
+    });
   }
 
   void checkNames() const

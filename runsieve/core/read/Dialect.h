@@ -22,6 +22,7 @@ struct Dialect
   std::size_t firstLine = 1;       ///< 1-based, of dataBegin
   char const* dataBegin = nullptr; ///< first byte behind header and units
   bool commentHeader = false;      ///< the names stand in a comment
+  bool hasBareNumbers = false;     ///< numbers stand without quotes, so that quotes may tell texts from them
 };
 
 /// Finds delimiter, decimal sign, header and units. \param text the whole text, in UTF-8 or Latin-1, without

@@ -133,9 +133,11 @@ bool isUsualMissing(std::string_view text)
 std::vector<double> missingNumbers(std::vector<std::string> const& missing, char decimal)
 {
   std::vector<double> numbers;
-  for (std::string const& text : missing)
-    if (auto const number = fieldNumber(text, decimal); number && !std::isnan(*number))
-      numbers.push_back(*number);
+  for (std::string const& text : missing) {
+    auto number = fieldNumber(text, decimal);
+    if (!number) number = fieldNumber(text, '.');
+    if (number && !std::isnan(*number)) numbers.push_back(*number);
+  }
   return numbers;
 }
 

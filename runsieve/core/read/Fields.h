@@ -32,7 +32,8 @@ struct FieldFormat
 /// Whether a field means "no value" everywhere: empty, NA, N/A, None, null, in any case.
 [[nodiscard]] bool isUsualMissing(std::string_view text);
 
-/// The numbers among texts that mean "no value": -999 for "-999". NaN is none, as it means that anyway.
+/// The numbers among texts that mean "no value": -999 for "-999". NaN is none, as it means that anyway. A
+/// point is a decimal sign whatever the file has: options are written the same way for all files.
 [[nodiscard]] std::vector<double> missingNumbers(std::vector<std::string> const& missing, char decimal);
 
 /// Text of a file in UTF-8: what is no UTF-8 is taken as Latin-1. \param converted set if it was

@@ -12,6 +12,7 @@
 #include <runsieve/core/read/TextReader.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/FieldText.h>
+#include <runsieve/core/text/Utf16.h>
 
 #include <algorithm>
 #include <cctype>
@@ -65,8 +66,15 @@ std::string_view beginningOf(std::string_view bytes)
 {
   constexpr std::size_t judged = std::size_t(1) << 20;
   if (bytes.size() <= judged) return bytes;
-  std::size_t const end = bytes.rfind('\n', judged);
-  return end == std::string_view::npos ? bytes : bytes.substr(0, end + 1);
+  if (!isUtf16(bytes)) {
+    std::size_t const end = bytes.rfind('\n', judged);
+    return end == std::string_view::npos ? bytes : bytes.substr(0, end + 1);
+  }
+  for (std::size_t at = judged; at > 0; at -= 2) // characters of two bytes, the line end in either order
+    if (std::string_view const character = bytes.substr(at - 2, 2);
+        character == std::string_view("\n\0", 2) || character == std::string_view("\0\n", 2))
+      return bytes.substr(0, at);
+  return bytes;
 }
 
 Verdict judge(std::string const& path, ReadOptions const& options)

@@ -18,9 +18,9 @@ struct Signature
 constexpr std::size_t firstBytes = 4096;
 
 // Zip files hold the name of their first file near the start.
-constexpr std::array<Signature, 16> signatures = {{
+constexpr std::array<Signature, 17> signatures = {{
     {"PK\3\4"sv, "[Content_Types].xml"sv, "an Excel workbook; save the sheet as CSV or tab separated text"},
-    {"PK\3\4"sv, "xl/"sv, "an Excel workbook; save the sheet as CSV or tab separated text"},
+    {"PK\3\4"sv, "xl/workbook"sv, "an Excel workbook; save the sheet as CSV or tab separated text"},
     {"PK\3\4"sv, "opendocument.spreadsheet"sv,
      "an OpenDocument spreadsheet; save the sheet as CSV or tab separated text"},
     {"PK\3\4"sv, "manifest.xml"sv,
@@ -30,9 +30,10 @@ constexpr std::array<Signature, 16> signatures = {{
      "a MATLAB file of version 5; save it with save(..., '-v7.3') and name the array with --dataset, or "
      "write a "
      "table with writetable"},
-    {"PAR1"sv, ""sv, "a Parquet file; write it as CSV, with pandas: read_parquet(FILE).to_csv(...)"},
+    {"PAR1\x15"sv, ""sv, "a Parquet file; write it as CSV, with pandas: read_parquet(FILE).to_csv(...)"},
     {"ARROW1"sv, ""sv, "an Arrow file; write it as CSV, with pandas: read_feather(FILE).to_csv(...)"},
-    {"RDX"sv, ""sv, "an R workspace; write the data frame with write.csv"},
+    {"RDX2\n"sv, ""sv, "an R workspace; write the data frame with write.csv"},
+    {"RDX3\n"sv, ""sv, "an R workspace; write the data frame with write.csv"},
     {"X\n\0\0"sv, ""sv, "an R object (.rds); write the data frame with write.csv"},
     {"<?xml"sv, "<sbml"sv, "an SBML model; simulate it, and open what the simulator writes"},
     {"<?xml"sv, "<sedML"sv, "a SED-ML description; run it, and open the reports.h5 of the results"},

@@ -68,6 +68,13 @@ constexpr std::size_t freeBytes = 1 << 20;
 /// Texts of any length that are read at a time: each could be as long as the file.
 constexpr std::size_t textsAtOnce = 16;
 
+/// Texts of any length lie in the file one by one, and each Latin-1 character becomes two bytes at most. In a
+/// damaged file many may be said to lie in one place.
+std::size_t mostTextBytes(hid_t type, std::size_t fileBytes)
+{
+  return ::H5Tis_variable_str(type) > 0 ? 2 * fileBytes + freeBytes : SIZE_MAX;
+}
+
 char const* const numbersAdvice = "save it as plain numbers or texts";
 
 using Shape = std::vector<std::size_t>;
@@ -338,6 +345,7 @@ NamedArray Hdf5File::describe(std::string path, Hdf5Handle dataSet) const
     return array;
   }
 
+  array.isSingle = ::H5Tget_class(type->get()) == H5T_FLOAT && ::H5Tget_size(type->get()) == sizeof(float);
   array.axisNames = axisNamesOf(dataSet.get(), shape->size());
   auto const fail = [file = fileName, name = array.name] {
     throw ScanError(file, "the values of " + quoted(name) + " cannot be read; the file is damaged");
@@ -346,14 +354,17 @@ NamedArray Hdf5File::describe(std::string path, Hdf5Handle dataSet) const
   array.numbers = [data, shape = *shape, fail](std::size_t first, std::size_t count, double* to) {
     if (!readSlices(data->get(), shape, first, count, H5T_NATIVE_DOUBLE, to)) fail();
   };
-  array.texts = [data, type, shape = *shape, fail] {
+  array.texts = [data, type, shape = *shape, fail, most = mostTextBytes(type->get(), fileBytes)] {
     std::vector<std::string> texts;
+    std::size_t held = 0;
     for (std::size_t first = 0; first < shape.front(); first += textsAtOnce) {
       std::size_t const count = std::min(textsAtOnce, shape.front() - first);
       auto const read = [&](hid_t memory, void* to) {
         return readSlices(data->get(), shape, first, count, memory, to) ? 0 : -1;
       };
       if (!readTexts(type->get(), count, read, texts)) fail();
+      for (std::size_t i = first; i < texts.size(); ++i) held += texts[i].size();
+      if (held > most) fail();
     }
     return texts;
   };

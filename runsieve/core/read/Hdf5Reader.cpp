@@ -4,6 +4,7 @@
 #include <runsieve/core/read/ArrayRoles.h>
 #include <runsieve/core/read/ArrayScan.h>
 #include <runsieve/core/read/ArrayTables.h>
+#include <runsieve/core/read/Fields.h>
 #include <runsieve/core/read/Hdf5File.h>
 #include <runsieve/core/read/NamedArray.h>
 #include <runsieve/core/read/SedmlReport.h>
@@ -44,7 +45,8 @@ class Hdf5Reader
 {
 public:
   Hdf5Reader(std::string const& file, std::size_t bytes, ReadOptions const& options)
-      : fileName(file), options(options), hdf5(file, bytes), all(hdf5.dataSets())
+      : fileName(file), options(options), hdf5(file, bytes),
+        all(withMissingAsMeant(hdf5.dataSets(), missingNumbers(options.missing, '.')))
   {}
 
   ScanFile read()

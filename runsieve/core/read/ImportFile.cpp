@@ -113,10 +113,11 @@ ReadJson parsed(std::string const& file, std::string_view text)
 
 std::string importFileOf(std::string const& scan)
 {
-  std::filesystem::path const path(scan);
-  std::filesystem::path shorter(path);
+  std::string plain = scan;
+  while (plain.size() > 1 && plain.back() == '/') plain.pop_back(); // of a folder
+  std::filesystem::path shorter(plain);
   shorter.replace_extension();
-  for (std::string const& candidate : {scan + ending, shorter.string() + ending}) {
+  for (std::string const& candidate : {plain + ending, shorter.string() + ending}) {
     std::error_code failure;
     if (candidate != ending && std::filesystem::is_regular_file(candidate, failure)) return candidate;
   }

@@ -28,6 +28,8 @@ struct NamedArray
   std::function<std::vector<std::string>()> texts;
   /// Places of the first axis that are stored together, so that it pays to ask for a multiple of them.
   std::size_t grain = 1;
+  /// Whether the numbers are stored in 32 bits with a fraction, which hold -99.9 not exactly.
+  bool isSingle = false;
   /// Of an unreadable array: what it holds and what to do.
   std::string why;
 
@@ -43,6 +45,11 @@ struct NamedArray
 
 /// The part of a path behind the last '/'.
 [[nodiscard]] std::string bareName(std::string const& path);
+
+/// The arrays, where those of 32 bits give the numbers that mean "no value" as they are meant, not as they
+/// are stored: -99.9 for -99.90000152587890625.
+[[nodiscard]] std::vector<NamedArray> withMissingAsMeant(std::vector<NamedArray> arrays,
+                                                         std::vector<double> const& missing);
 
 /// All numbers of an array with an axis or more.
 [[nodiscard]] std::vector<double> allNumbers(NamedArray const& array);

@@ -1,6 +1,7 @@
 #include <runsieve/core/read/NpzReader.h>
 
 #include <runsieve/core/read/ArrayScan.h>
+#include <runsieve/core/read/Fields.h>
 #include <runsieve/core/read/NamedArray.h>
 #include <runsieve/core/read/NpyArray.h>
 #include <runsieve/core/read/ZipArchive.h>
@@ -27,6 +28,7 @@ NamedArray arrayOf(std::string name, NpyHeader const& header, std::function<std:
   array.name = std::move(name);
   array.shape = header.shape;
   array.kind = header.isText() ? NamedArray::Kind::Texts : NamedArray::Kind::Numbers;
+  array.isSingle = header.type == NpyHeader::Type::Float32;
   array.numbers = [header, bytes](std::size_t first, std::size_t count, double* to) {
     copyNpyNumbers(header, bytes(), first, count, to);
   };
@@ -76,6 +78,13 @@ NamedArray arrayOf(std::string const& file, ZipArchive const& archive, ZipArchiv
   }
 }
 
+ScanFile scanOf(std::string const& file, std::vector<NamedArray> arrays, ReadOptions const& options,
+                ReadReport report)
+{
+  return scanOfArrays(file, withMissingAsMeant(std::move(arrays), missingNumbers(options.missing, '.')),
+                      options, std::move(report));
+}
+
 [[noreturn]] void failForMemory(std::string const& file)
 {
   throw ScanError(file, "there is not enough memory for its values");
@@ -100,7 +109,7 @@ ScanFile readNpy(std::string const& file, std::string_view bytes, ReadOptions co
   report.format = "NumPy array";
   try {
     std::string const name = std::filesystem::path(file).stem().string();
-    return scanOfArrays(file, {arrayOf(name, header, [bytes] { return bytes; })}, options, std::move(report));
+    return scanOf(file, {arrayOf(name, header, [bytes] { return bytes; })}, options, std::move(report));
   } catch (std::bad_alloc const&) {
     failForMemory(file);
   }
@@ -116,7 +125,7 @@ ScanFile readNpz(std::string const& file, std::string_view bytes, ReadOptions co
     std::vector<NamedArray> arrays;
     for (ZipArchive::Entry const& entry : archive.entries())
       arrays.push_back(arrayOf(file, archive, entry, contents));
-    return scanOfArrays(file, arrays, options, std::move(report));
+    return scanOf(file, std::move(arrays), options, std::move(report));
   } catch (std::bad_alloc const&) {
     failForMemory(file);
   }

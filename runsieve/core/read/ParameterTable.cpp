@@ -22,6 +22,7 @@ namespace runsieve {
 
 namespace {
 
+constexpr char listOfOneRun[] = "it lists the parameters of a single run";
 constexpr std::size_t noRun = std::numeric_limits<std::size_t>::max();
 
 // "007" and "7.0" are the key "7".
@@ -55,6 +56,14 @@ public:
 private:
   std::unordered_map<std::string, std::size_t> runs;
 };
+
+// Header of the column of runs in a scan.
+std::string runHeaderOf(ReadReport const& report)
+{
+  for (ColumnFinding const& column : report.columns)
+    if (column.role == "run") return column.header;
+  return {};
+}
 
 /// Why a table cannot be joined; a table that was found by itself may be of another scan.
 class NoKey : public ScanError
@@ -110,21 +119,14 @@ private:
       isGuess = true;
       return;
     }
+    std::string const header = runHeaderOf(target.report);
     throw NoKey(table.file, {table.headerLine, 0, {}},
                 "no column tells which run a row belongs to" +
                     std::string(table.rows == target.scan.runs.size()
                                     ? "; there is a row for each run, but their order proves nothing"
                                     : "") +
-                    "; add a column named " + runsieve::quoted(runHeader().empty() ? "run" : runHeader()) +
+                    "; add a column named " + runsieve::quoted(header.empty() ? "run" : header) +
                     " with the keys of the runs, such as " + runsieve::quoted(target.scan.runs.front().key));
-  }
-
-  // Header of the column of runs in the scan.
-  [[nodiscard]] std::string runHeader() const
-  {
-    for (ColumnFinding const& column : target.report.columns)
-      if (column.role == "run") return column.header;
-    return {};
   }
 
   template <class Rule> [[nodiscard]] std::optional<std::size_t> firstOf(Rule const& rule) const
@@ -136,7 +138,7 @@ private:
 
   [[nodiscard]] std::optional<std::size_t> namedKey() const
   {
-    std::string const header = runHeader();
+    std::string const header = runHeaderOf(target.report);
     auto found =
         firstOf([&](std::string const& name) { return !options.run.empty() && name == options.run; });
     if (!found) found = firstOf([&](std::string const& name) { return !header.empty() && name == header; });
@@ -336,6 +338,16 @@ bool joinListOfOneRun(ScanFile& target, std::string const& file)
   return true;
 }
 
+// Whether one of the names is that of a column of runs, so that this is a table of parameters, if a damaged
+// one.
+bool namesRuns(std::vector<std::string> const& names, ScanFile const& target, ReadOptions const& options)
+{
+  return std::any_of(names.begin(), names.end(), [&](std::string const& name) {
+    return !name.empty() && (name == options.run || name == runHeaderOf(target.report) ||
+                             runName(describeColumn(name).label.name) != RunName::No);
+  });
+}
+
 void joinTable(ScanFile& target, std::string const& file, ReadOptions const& options, bool found)
 {
   MappedFile const map(file);
@@ -345,9 +357,17 @@ void joinTable(ScanFile& target, std::string const& file, ReadOptions const& opt
   ReadReport report;
   Dialect dialect;
   std::string converted;
-  CellTable table =
-      readTextCells({file, {map.begin(), static_cast<std::size_t>(map.end() - map.begin())}, true, true},
-                    plain, converted, report, dialect);
+  CellTable table;
+  try {
+    table =
+        readTextCells({file, {map.begin(), static_cast<std::size_t>(map.end() - map.begin())}, true, true},
+                      plain, converted, report, dialect);
+  } catch (ScanError const& error) {
+    if (joinListOfOneRun(target, file)) return;
+    if (!found || (namesRuns(dialect.names, target, options) && error.line() > dialect.headerLine)) throw;
+    passOver(target, file, readParameterList(file) ? listOfOneRun : error.what());
+    return;
+  }
   std::size_t const rows = table.rows;
   try {
     TableJoin(target, std::move(table), options).join();
@@ -355,7 +375,7 @@ void joinTable(ScanFile& target, std::string const& file, ReadOptions const& opt
     if (joinListOfOneRun(target, file)) return;
     bool const isList = found && readParameterList(file);
     if (!found || (rows == target.scan.runs.size() && !isList)) throw;
-    passOver(target, file, isList ? "it lists the parameters of a single run" : error.what());
+    passOver(target, file, isList ? listOfOneRun : error.what());
     return;
   }
   for (Finding& finding : report.findings) {

@@ -61,7 +61,8 @@ void joinParameters(ScanFile& result, std::string const& path, ReadOptions const
   }
   if (options.parameters) return;
   bool taken = false;
-  for (std::string const& table : parameterFilesIn(isFolder(path) ? path : folderOf(path))) {
+  for (std::string const& table :
+       parameterFilesIn(isFolder(path) ? path : std::filesystem::path(path).parent_path().string())) {
     std::error_code failure;
     if (std::filesystem::equivalent(table, path, failure)) continue;
     if (taken)

@@ -14,7 +14,8 @@ namespace runsieve {
 
 namespace {
 
-constexpr std::size_t blockRows = 64;
+constexpr std::size_t mostBlockRows = 64;
+constexpr std::size_t mostBlockCells = std::size_t(1) << 20; ///< but a row at least
 constexpr std::ptrdiff_t digitsOfLastExact = 16;
 constexpr double lastExactWhole = 9007199254740992.0; ///< 2^53; from here on a double skips some
 
@@ -47,8 +48,12 @@ bool isHeaderAgain(char const* at, char const* end, std::string_view header)
 
 RowParser::RowParser(RowFormat const& rowFormat, std::uint64_t firstText)
     : format(rowFormat), shortestOdd(format.missingNumbers.empty() ? digitsOfLastExact : 0),
-      nextText(firstText), above(format.wanted.size()), block(blockRows * format.wanted.size()),
-      textSeen(format.wanted.size()), missingSeen(format.wanted.size()), roundedSeen(format.wanted.size())
+      nextText(firstText), above(format.wanted.size()),
+      blockRows(std::clamp<std::size_t>(mostBlockCells / std::max<std::size_t>(format.wanted.size(), 1), 1,
+                                        mostBlockRows)),
+      block(blockRows * format.wanted.size()), textSeen(format.wanted.size()),
+      missingSeen(format.wanted.size()), roundedSeen(format.wanted.size()),
+      namelessValues(format.wanted.size())
 {}
 
 std::optional<RowFault> RowParser::parse(std::string_view text, std::size_t& row,
@@ -151,7 +156,7 @@ template <bool atBlanks> bool RowParser::parseFields(double* values)
   skipBlanks<atBlanks>();
   for (std::size_t i = 0; i <= last; ++i) {
     if (!atBlanks && !format.wanted[i]) {
-      if (!skipField(i < last ? format.fields.delimiter : '\n')) return false;
+      if (!skipField(i, i < last ? format.fields.delimiter : '\n')) return false;
       continue;
     }
     Field& field = above[i];
@@ -212,10 +217,12 @@ template <bool atBlanks> bool RowParser::parseField(std::size_t index, bool isLa
 
 double RowParser::valueOf(std::string_view text, std::size_t field)
 {
-  if (auto const number = fieldNumber(text, format.fields.decimal)) return numberCell(*number, text, field);
+  bool const isText = format.quotesAreTexts[field] && trimmed(text).substr(0, 1) == "\"";
+  if (!isText)
+    if (auto const number = fieldNumber(text, format.fields.decimal)) return numberCell(*number, text, field);
   std::string const plain = fieldText(text);
   std::string_view const word = trimmed(plain);
-  if (isUsualMissing(word) ||
+  if ((isText ? word.empty() : isUsualMissing(word)) ||
       std::find(format.missing.begin(), format.missing.end(), word) != format.missing.end()) {
     missingSeen[field] = true;
     return cell::missing();
@@ -264,7 +271,7 @@ void RowParser::finishField(Field& field, char const* fieldEnd)
   position = fieldEnd < end ? fieldEnd + 1 : end;
 }
 
-bool RowParser::skipField(char stop)
+bool RowParser::skipField(std::size_t index, char stop)
 {
   bool inQuotes = false;
   char const* fieldEnd = position;
@@ -273,6 +280,11 @@ bool RowParser::skipField(char stop)
     if (*fieldEnd == '"') inQuotes = !inQuotes;
   bool const isEnd = fieldEnd == end || *fieldEnd == '\n';
   if (isEnd != (stop == '\n')) return false;
+  if (format.nameless[index] && fieldEnd != position && namelessValues[index].empty()) {
+    std::string_view text = between(position, fieldEnd);
+    if (text.back() == '\r') text.remove_suffix(1);
+    if (!isUsualMissing(trimmed(fieldText(text)))) namelessValues[index] = trimmed(text);
+  }
   position = fieldEnd < end ? fieldEnd + 1 : end;
   return true;
 }

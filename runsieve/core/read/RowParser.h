@@ -24,9 +24,11 @@ struct RowFault
 struct RowFormat
 {
   FieldFormat fields;
-  std::vector<bool> wanted;           ///< one per field of a row; what stands in the others does not matter
-  std::vector<std::string> missing;   ///< texts for "no value" besides the usual ones
-  std::vector<double> missingNumbers; ///< numbers that mean the same, however they are written
+  std::vector<bool> wanted;         ///< one per field of a row; what stands in the others does not matter
+  std::vector<bool> quotesAreTexts; ///< likewise; whether what stands in quotes is a text, even "1" and "NA"
+  std::vector<bool> nameless;       ///< likewise; whether it is not wanted because its column has no name
+  std::vector<std::string> missing; ///< texts for "no value" besides the usual ones
+  std::vector<double> missingNumbers;    ///< numbers that mean the same, however they are written
   std::vector<std::string> commentNames; ///< of the columns, if the header is a comment
   std::string_view header; ///< a line like this one between the rows is skipped, and ends a block
 };
@@ -66,6 +68,8 @@ public:
   [[nodiscard]] std::size_t commentLines() const { return comments; }
   /// The first comment that looks like the header, but has other names or another order; null without any.
   [[nodiscard]] char const* otherHeader() const { return otherNames; }
+  /// The first value in a field that is nameless; empty if it held none.
+  [[nodiscard]] std::string_view namelessValue(std::size_t field) const { return namelessValues[field]; }
   /// Whether a field held whole numbers that a double rounds.
   [[nodiscard]] bool hasRounded(std::size_t field) const { return roundedSeen[field]; }
 
@@ -85,7 +89,7 @@ private:
   double valueOf(std::string_view text, std::size_t field);
   double numberCell(double number, std::string_view text, std::size_t field);
   double textCell(std::string_view text);
-  bool skipField(char stop);
+  bool skipField(std::size_t index, char stop);
   void finishField(Field& field, char const* fieldEnd);
   void flush(std::vector<double*> const& columns, std::size_t firstRow, std::size_t rows) const;
   [[nodiscard]] bool isOtherHeader() const;
@@ -96,10 +100,12 @@ private:
   std::ptrdiff_t shortestOdd; ///< length of the shortest text of a number that needs a second look
   std::uint64_t nextText;
   std::vector<Field> above;
+  std::size_t blockRows;
   std::vector<double> block; ///< some rows, so that each column is written in pieces of a few cache lines
   std::vector<bool> textSeen;
   std::vector<bool> missingSeen;
   std::vector<bool> roundedSeen;
+  std::vector<std::string_view> namelessValues;
   char const* otherNames = nullptr;
   std::vector<std::string_view> foundTexts;
   std::unordered_map<std::string_view, std::uint64_t> textNumbers;

@@ -1,6 +1,7 @@
 #include <runsieve/core/read/RunRows.h>
 
 #include <runsieve/core/read/Cell.h>
+#include <runsieve/core/read/Rounding.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/text/Decimal.h>
 
@@ -15,7 +16,6 @@ namespace runsieve {
 
 namespace {
 
-constexpr double relativeRounding = 1e-9;
 constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
 
 /// Consecutive rows of one key.
@@ -32,12 +32,6 @@ std::uint64_t keyBits(double value)
   if (value == 0.0) return 0;
   if (std::isnan(value) && !cell::isText(value)) return cell::missingMark;
   return cell::bitsOf(value);
-}
-
-bool differByRounding(double a, double b)
-{
-  return std::isfinite(a) && std::isfinite(b) &&
-         std::fabs(a - b) <= relativeRounding * std::max(std::fabs(a), std::fabs(b));
 }
 
 /// Whether rows that repeat a time are too many for events.
@@ -359,7 +353,7 @@ ColumnChanges changesWithinRuns(CellTable const& table, RunRows const& runs, std
     for (std::size_t at = runs.starts[i] + 1; at < runs.starts[i + 1]; ++at) {
       double const other = cells[runs.row(at)];
       if (other == value || keyBits(other) == keyBits(value)) continue;
-      if (differByRounding(other, value)) {
+      if (equalButForRounding(other, value)) {
         changes.rounding = true;
         continue;
       }

@@ -207,11 +207,11 @@ private:
   {
     Scan& scan = result.scan;
     if (!time) {
-      scan.time.name = "time";
+      scan.time.name = "Time";
       scan.times = countedTimes(times, result.report);
       return;
     }
-    scan.time.name = names[*time];
+    scan.time.name = nameOfTime(names[*time]);
     std::vector<double> values(runs * times);
     copyValues(*time, times, values.data());
     std::size_t length = times; // without what is padding in all runs

@@ -3,11 +3,13 @@
 #include <runsieve/core/read/ScanStream.h>
 #include <runsieve/core/scan/ScanError.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <cstring>
 #include <exception>
+#include <fstream>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -51,6 +53,35 @@ void writeAll(int pipe, void const* bytes, std::size_t number)
   }
 }
 
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool ownsItsAddresses = false; // sanitizers take terabytes of them
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
+constexpr bool ownsItsAddresses = false;
+#else
+constexpr bool ownsItsAddresses = true;
+#endif
+#else
+constexpr bool ownsItsAddresses = true;
+#endif
+
+/// Leaves the process as much memory as a file of so many bytes can need, besides what it has from the host.
+void limitMemory(std::size_t bytes)
+{
+  constexpr rlim_t most = rlim_t(256) << 30;
+  constexpr rlim_t least = rlim_t(4) << 30;
+  constexpr rlim_t perByte = 8192; // values may be stored in 1 of 2048 bytes, and are there a few times
+  std::ifstream sizes("/proc/self/statm");
+  rlim_t pages = 0;
+  if (!ownsItsAddresses || !(sizes >> pages)) return;
+  rlim_t const present = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
+  rlimit limit = {};
+  if (::getrlimit(RLIMIT_AS, &limit) != 0) return;
+  rlim_t const wanted = present + least + (bytes < most / perByte ? bytes * perByte : most);
+  limit.rlim_cur = std::min(limit.rlim_cur, wanted);
+  ::setrlimit(RLIMIT_AS, &limit);
+}
+
 /// Lets nothing that goes wrong be seen or heard of outside.
 void retreat(std::size_t bytes)
 {
@@ -65,6 +96,7 @@ void retreat(std::size_t bytes)
   rlim_t const seconds = leastSeconds + bytes / bytesPerSecond;
   rlimit const time = {seconds, seconds + 1}; // at the first the process is told why, at the second killed
   ::setrlimit(RLIMIT_CPU, &time);
+  limitMemory(bytes);
   int const nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
   if (nowhere >= 0) {
     ::dup2(nowhere, STDOUT_FILENO);

@@ -42,7 +42,8 @@ bool hasTime(CellTable const& table, ReadOptions const& options)
 {
   return std::any_of(table.columns.begin(), table.columns.end(), [&](CellColumn const& column) {
     return column.cells &&
-           (options.time.empty() ? timeLabel(describeColumn(column.header).label.name).has_value()
+           (options.time.empty() ? timeLabel(describeColumn(column.header).label.name).has_value() ||
+                                       ownTimeLabel(column.header).has_value()
                                  : column.header == options.time);
   });
 }

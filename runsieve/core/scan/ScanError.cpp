@@ -1,5 +1,7 @@
 #include <runsieve/core/scan/ScanError.h>
 
+#include <runsieve/core/text/ShownText.h>
+
 #include <utility>
 
 namespace runsieve {
@@ -13,7 +15,7 @@ std::string fullMessage(std::string const& file, ScanError::Place const& place, 
   text += ": ";
   if (place.column > 0) {
     text += "column " + std::to_string(place.column);
-    if (!place.field.empty()) text += " (\"" + place.field + "\")";
+    if (!place.field.empty()) text += " (\"" + printable(place.field) + "\")";
     text += ": ";
   }
   return text + message;

@@ -59,14 +59,20 @@ std::string quoted(std::string_view field)
   constexpr std::size_t longest = 40;
   constexpr char hex[] = "0123456789abcdef";
   std::string text = "\"";
-  for (char c : field.substr(0, longest)) {
+  std::size_t length = std::min(longest, field.size());
+  auto const continues = [&](std::size_t at) {
+    return at < field.size() && (static_cast<unsigned char>(field[at]) & 0xC0U) == 0x80U;
+  };
+  constexpr std::size_t longestCharacter = 4;
+  for (std::size_t i = 1; i < longestCharacter && continues(length) && length > 0; ++i) --length;
+  for (char c : field.substr(0, length)) {
     auto byte = static_cast<unsigned char>(c);
     if (byte < 0x20 || byte == 0x7f)
       text += {'\\', 'x', hex[byte >> 4], hex[byte & 15]};
     else
       text += c;
   }
-  return text + (field.size() > longest ? "...\"" : "\"");
+  return text + (field.size() > length ? "...\"" : "\"");
 }
 
 std::string numberFault(std::string_view field)

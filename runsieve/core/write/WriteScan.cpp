@@ -2,6 +2,7 @@
 
 #include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/scan/ScanError.h>
+#include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/FieldText.h>
 #include <runsieve/core/write/RowWriter.h>
 
@@ -24,20 +25,62 @@ std::string nameOf(ColumnLabel const& output)
 
 std::string nameOfTime(ColumnLabel const& time)
 {
-  return ": " + time.name + (time.unit.empty() ? "" : " [" + time.unit + ']');
+  bool const isTaken = trimmed(time.name).empty() || time.name == "Run Index";
+  return ": " + (isTaken ? "Time" : time.name) + (time.unit.empty() ? "" : " [" + time.unit + ']');
 }
 
-/// The keys of runs as numbers, if they all are and come back as the same text.
+/// The keys of runs as numbers, if they come back as the same texts in the same order; else they are written
+/// as texts, as those of "01" and "1e3" are.
 std::optional<std::vector<double>> numbersOf(std::vector<ScanRun> const& runs)
 {
   std::vector<double> numbers;
   for (ScanRun const& run : runs) {
     auto const number = parseNumber(run.key);
-    if (!number || !std::isfinite(*number)) return std::nullopt;
+    if (!number || !std::isfinite(*number) || decimal(*number) != run.key) return std::nullopt;
+    if (!numbers.empty() && !(*number > numbers.back())) return std::nullopt;
     numbers.push_back(*number);
   }
   return numbers;
 }
+
+/// Refuses what cannot stand in a field.
+class Fields
+{
+public:
+  explicit Fields(std::string const& nameOfFile) : file(nameOfFile) {}
+
+  void check(Scan const& scan) const
+  {
+    check("name of the time", scan.time.name);
+    check("unit of the time", scan.time.unit);
+    for (ScanRun const& run : scan.runs) {
+      check("name of a run", run.key);
+      if (trimmed(run.key).empty()) throw ScanError(file, "a run without a name cannot be written as text");
+    }
+    for (ScanOutput const& output : scan.outputs) check("an output", output.label);
+    for (ScanParameter const& parameter : scan.parameters) {
+      check("a parameter", parameter.label);
+      for (std::string const& text : parameter.texts) check("value of " + parameter.label.name, text);
+    }
+  }
+
+private:
+  void check(std::string const& what, ColumnLabel const& label) const
+  {
+    check("name of " + what, label.fullName());
+    check("unit of " + label.name, label.unit);
+  }
+
+  void check(std::string const& what, std::string const& text) const
+  {
+    constexpr std::string_view lineEnds("\n\r\0", 3);
+    if (text.find_first_of(lineEnds) == std::string::npos) return;
+    throw ScanError(file, "the " + what + ", " + quoted(text) +
+                              ", has a line end or a null character; neither can be written as text");
+  }
+
+  std::string const& file;
+};
 
 /// The columns of a scan, and what they need to live.
 struct Written
@@ -56,7 +99,7 @@ std::vector<std::string> textsOf(ScanParameter const& parameter)
 
 void addRuns(Written& written, Scan const& scan)
 {
-  WrittenColumn column{": Run Index", nullptr, {}, Each::Run};
+  WrittenColumn column{": Run Index", nullptr, {}, Each::Run, {}};
   if (auto numbers = numbersOf(scan.runs)) {
     written.keys = std::move(*numbers);
     column.numbers = written.keys.data();
@@ -83,34 +126,38 @@ void addStatus(Written& written, Scan const& scan)
   bool any = false;
   for (std::size_t run = 0; run < scan.runs.size(); ++run) any = any || isSaidToHaveFailed(scan, run);
   if (!any) return;
-  WrittenColumn column{"status", nullptr, {}, Each::Run};
+  WrittenColumn column{"status", nullptr, {}, Each::Run, {}};
   for (ScanRun const& run : scan.runs)
     column.texts.emplace_back(run.status == RunStatus::Failed ? "failed" : "ok");
   written.columns.push_back(std::move(column));
 }
 
-void write(Scan const& scan, TextSink const& sink)
+void write(Scan const& scan, std::string const& file, TextSink const& sink)
 {
+  Fields(file).check(scan);
   Written written;
   for (ScanOutput const& output : scan.outputs)
-    written.columns.push_back({nameOf(output.label), output.values.get(), {}, Each::Row});
-  written.columns.push_back({nameOfTime(scan.time), scan.times.data(), {}, Each::Time});
+    written.columns.push_back({nameOf(output.label), output.values.get(), {}, Each::Row, output.label.unit});
+  written.columns.push_back({nameOfTime(scan.time), scan.times.data(), {}, Each::Time, {}});
   addRuns(written, scan);
   for (ScanParameter const& parameter : scan.parameters) {
-    WrittenColumn column{"Parameter: " + parameter.label.name, parameter.values.data(), {}, Each::Run};
-    if (parameter.isText()) column.texts = textsOf(parameter);
+    WrittenColumn column{"Parameter: " + parameter.label.name, parameter.values.data(), {}, Each::Run, {}};
+    if (parameter.isText())
+      column.texts = textsOf(parameter); // a unit above texts would be taken for one of them
+    else
+      column.unit = parameter.label.unit;
     written.columns.push_back(std::move(column));
   }
   addStatus(written, scan);
   writeRows(written.columns, scan.runs.size(), scan.times.size(), sink);
 }
 
-void writeSome(Scan const& scan, RunSet const* runs, TextSink const& sink)
+void writeSome(Scan const& scan, RunSet const* runs, std::string const& file, TextSink const& sink)
 {
   if (runs == nullptr)
-    write(scan, sink);
+    write(scan, file, sink);
   else
-    write(subsetOf(scan, *runs), sink);
+    write(subsetOf(scan, *runs), file, sink);
 }
 
 } // namespace
@@ -118,13 +165,13 @@ void writeSome(Scan const& scan, RunSet const* runs, TextSink const& sink)
 void writeScan(Scan const& scan, std::string const& path, RunSet const* runs)
 {
   SafeFile file(path);
-  writeSome(scan, runs, [&](std::string_view text) { file.write(text); });
+  writeSome(scan, runs, path, [&](std::string_view text) { file.write(text); });
   file.commit();
 }
 
 void writeScan(Scan const& scan, std::ostream& stream, RunSet const* runs)
 {
-  writeSome(scan, runs, [&](std::string_view text) {
+  writeSome(scan, runs, "output stream", [&](std::string_view text) {
     if (!stream.write(text.data(), static_cast<std::streamsize>(text.size())))
       throw ScanError("output stream", "cannot be written");
   });

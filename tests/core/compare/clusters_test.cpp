@@ -34,6 +34,23 @@ TEST(ClusterRuns, GroupsTimeCoursesByTheirShapeNotTheirSize)
   EXPECT_THAT(clusterRuns(scan, 0, ClusterMode::Curves, 2), ElementsAre(0, 1, 0, 1, 0));
 }
 
+TEST(ClusterRuns, ARunThatFailedDoesNotSpoilTheGroupsOfTheOthers)
+{
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  std::vector<Values> curves = {{nan, nan, nan, nan}};
+  for (int run = 0; run < 20; ++run) {
+    curves.push_back({0.0, 1.0 + run, 2.0 + run, 4.0 + run});
+    curves.push_back({9.0 + run, 5.0, 3.0, 2.0});
+  }
+  for (ClusterMode const mode : {ClusterMode::Curves, ClusterMode::Magnitude, ClusterMode::Phase}) {
+    std::vector<Values> const whole(curves.begin() + 1, curves.end());
+    std::vector<int> wanted = clusterRuns(curveScan(whole), 0, mode, 2, 10);
+    wanted.insert(wanted.begin(), 0);
+    EXPECT_EQ(clusterRuns(curveScan(curves), 0, mode, 2, 10), wanted);
+  }
+  EXPECT_THAT(clusterSizes(clusterRuns(curveScan(curves), 0, ClusterMode::Curves, 2)), ElementsAre(21, 20));
+}
+
 TEST(ClusterRuns, GroupsTheOutputThatIsNamed)
 {
   Scan scan = curveScan({{0, 1, 2}, {0, 1, 2}, {2, 1, 0}});

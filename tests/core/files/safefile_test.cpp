@@ -192,6 +192,19 @@ TEST_F(SafeFileTest, ThroughALinkTheFileBehindItIsReplacedInItsOwnFolder)
   EXPECT_EQ(folder.fileCount(), 1u);
 }
 
+TEST_F(SafeFileTest, ALinkToAFileThatIsNotThereYetStaysALink)
+{
+  TempFolder place;
+  std::filesystem::create_directory(place.file("behind"));
+  std::filesystem::create_symlink("behind/scan.csv", place.file("second"));
+  std::filesystem::create_symlink(place.file("second"), place.file("first"));
+  SafeFile file(place.file("first"));
+  file.write("new");
+  file.commit();
+  EXPECT_TRUE(std::filesystem::is_symlink(place.file("first")));
+  EXPECT_EQ(TempFolder::contentOf(place.file("behind/scan.csv")), "new");
+}
+
 TEST_F(SafeFileTest, AFolderCannotBeWritten)
 {
   try {

@@ -610,6 +610,64 @@ TEST(Dialects, OtherGridsAreInterpolatedWithinEachRunsSpan)
   EXPECT_TRUE(std::isnan(valuesOf(kept.scan, "A", 0)[1]));
 }
 
+TEST(Dialects, OfTwoTimesThatAreOneOnTheExactGridTheLastCounts)
+{
+  ReadOptions exact;
+  exact.exactTimes = true;
+  Scan const scan = readString("run,time,A\n1,0,0\n1,1,10\n1,1.0000000001,11\n1,2,20\n1,3,30\n"
+                               "2,0,1\n2,0.5,2\n2,1,3\n2,2,4\n2,3,5\n",
+                               exact)
+                        .scan;
+  EXPECT_EQ(scan.times, (Values{0, 0.5, 1, 2, 3}));
+  Values const first = valuesOf(scan, "A", 0);
+  EXPECT_TRUE(std::isnan(first[1]));
+  EXPECT_EQ((Values{first[0], first[2], first[3], first[4]}), (Values{0, 11, 20, 30}));
+  EXPECT_EQ(valuesOf(scan, "A", 1), (Values{1, 2, 3, 4, 5}));
+}
+
+TEST(Dialects, TimesOfARunThatAreCloseStayApartWhereTheGridHasBoth)
+{
+  ReadOptions exact;
+  exact.exactTimes = true;
+  Scan const scan =
+      readString("run,time,A\n1,0,0\n1,1,10\n1,1.0000000001,11\n1,2,20\n2,0,1\n2,1,3\n2,2,4\n", exact).scan;
+  EXPECT_EQ(scan.times.size(), 4u);
+  EXPECT_EQ(valuesOf(scan, "A", 0), (Values{0, 10, 11, 20}));
+  EXPECT_EQ(valuesOf(scan, "A", 1)[1], 3);
+  EXPECT_EQ(valuesOf(scan, "A", 1)[3], 4);
+}
+
+TEST(Dialects, QuotesTellTextsInTypedColumnsOnlyWhereNumbersHaveNone)
+{
+  std::string const names = "\"Molecule: A\",\": Time [s]\",\": Run Index\",\"Parameter: k\"\n";
+  Scan const texts =
+      readString(names + "1,0,\"01\",\"1\"\n2,1,\"01\",\"1\"\n3,0,\"1\",\"NA\"\n4,1,\"1\",\"NA\"\n").scan;
+  EXPECT_EQ(keysOf(texts), (std::vector<std::string>{"01", "1"}));
+  EXPECT_EQ(parameterOf(texts, "k").texts, (std::vector<std::string>{"1", "NA"}));
+  Scan const numbers = readString(names + "\"1\",\"0\",\"1\",\"0.5\"\n\"2\",\"1\",\"1\",\"0.5\"\n\"3\",\"0\","
+                                          "\"2\",\"NA\"\n\"4\",\"1\",\"2\",\"NA\"\n")
+                           .scan;
+  EXPECT_EQ(parameterOf(numbers, "k").values[0], 0.5);
+  EXPECT_FALSE(parameterOf(numbers, "k").isText());
+}
+
+TEST(Dialects, ValuesInColumnsWithoutANameAreTold)
+{
+  std::string rows;
+  for (int row = 0; row < 1000; ++row)
+    rows += "1," + std::to_string(row) + ',' + std::to_string(row % 7) + ",\n";
+  EXPECT_FALSE(tells(readString("run,time,A,\n" + rows).report, "was left out"));
+  std::string const told = "column 4 was left out, though it holds values such as \"7\"; it has no name";
+  EXPECT_TRUE(tells(readString("run,time,A,\n1,0,1,7\n1,1,2,8\n").report, told));
+  EXPECT_TRUE(tells(readString("run,time,A,\r\n" + rows + "1,1000,1,7\r\n").report, told));
+  EXPECT_TRUE(tells(readString("run,time,A\n" + rows + "1,1000,1,\"7\"\n").report, told));
+  EXPECT_FALSE(tells(readString("run,time,A,\n" + rows + "1,1000,1,\" \"\r\n").report, "was left out,"));
+  std::string many;
+  for (int row = 0; row < 1000; ++row)
+    many += "1," + std::to_string(row) + ',' + std::to_string(row % 7) + ",,\n";
+  EXPECT_TRUE(tells(readString("run,time,A,,\n" + many + "1,1000,1,,7\n").report, "column 5 was left out"));
+}
+
 TEST(Dialects, AdaptiveStepsComeOntoEvenSteps)
 {
   ScanFile const file =

@@ -248,6 +248,29 @@ TEST(Folders, FilesMayHaveTimesOfTheirOwn)
   EXPECT_EQ(valuesOf(file.scan, "A", 1)[last], 200);
 }
 
+// A byte of this character is that of a line end.
+TEST(Folders, LongFilesInUtf16AreJudgedByWholeLines)
+{
+  TempFolder folder;
+  for (bool const littleEnd : {true, false}) {
+    std::string text = littleEnd ? "\xff\xfe" : "\xfe\xff";
+    auto const add = [&](char high, char low) {
+      text += littleEnd ? std::string{low, high} : std::string{high, low};
+    };
+    for (char const c : std::string("strain,time,A\n")) add(0, c);
+    for (int row = 0; row < 60000; ++row) {
+      add('\x01', '\n');
+      for (char const c : ',' + std::to_string(row) + ',' + std::to_string(row % 10) + ".25\n") add(0, c);
+    }
+    ASSERT_GT(text.size(), std::size_t(1) << 20);
+    for (char const* const name : {"r1.csv", "r2.csv"}) (void)folder.write(text, name);
+    Scan const scan = readAll(folder).scan;
+    EXPECT_EQ(scan.runs.size(), 2u);
+    EXPECT_EQ(scan.times.size(), 60000u);
+    EXPECT_EQ(parameterOf(scan, "strain").texts, (std::vector<std::string>{"\u010a"}));
+  }
+}
+
 TEST(Folders, AFileThatEndsEarlyIsAShortRun)
 {
   TempFolder folder;

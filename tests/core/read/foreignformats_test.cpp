@@ -45,6 +45,9 @@ TEST(ForeignFormats, AreNotSeenInTablesAndArrays)
   EXPECT_EQ(foreignFormat("time,A\n0,1\n"), "");
   EXPECT_EQ(foreignFormat("X\n1\n"), "");
   EXPECT_EQ(foreignFormat("PK\3\4values.npy"), "");
+  EXPECT_EQ(foreignFormat("PK\3\4values.npy ... xl/ ..."), "") << "data may hold any bytes";
+  EXPECT_EQ(foreignFormat("PAR1,time,A\n1,0,1\n"), "");
+  EXPECT_EQ(foreignFormat("RDX,time,A\n1,0,1\n"), "");
 }
 
 TEST(ForeignFormats, AreRefusedWithTheNameOfTheFile)

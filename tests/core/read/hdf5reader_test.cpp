@@ -466,6 +466,43 @@ TEST_F(Hdf5Test, ReferencesBeyondTheTextsOfTheFileAreAFault)
               HasSubstr("is damaged"));
 }
 
+TEST_F(Hdf5Test, TextsThatAllLieInOnePlaceAreAFault)
+{
+  constexpr std::size_t runs = 2000;
+  constexpr std::uint32_t longest = 100000;
+  {
+    Hdf5Content content(path);
+    std::vector<std::string> names(runs, "x");
+    names.front() = std::string(longest, 'y');
+    content.texts("run", names);
+    content.numbers("time", {2}, {0, 1});
+    content.numbers("A", {runs, 2}, Numbers(2 * runs, 1.0));
+  }
+  std::string bytes = TempFolder::contentOf(path);
+  constexpr std::size_t referenceBytes = 16; // length, place of the heap, number in it
+  std::size_t at = bytes.find(bytesOf(longest));
+  while (bytes.compare(at + referenceBytes, 4, bytesOf(std::uint32_t(1))) != 0) {
+    at = bytes.find(bytesOf(longest), at + 1);
+    ASSERT_NE(at, std::string::npos);
+  }
+  for (std::size_t run = 1; run < runs; ++run)
+    bytes.replace(at + run * referenceBytes, referenceBytes, bytes.substr(at, referenceBytes));
+  EXPECT_THAT(scanFault([&] { (void)readHdf5(folder.write(bytes, "damaged.h5"), {}); }),
+              HasSubstr("the values of \"run\" cannot be read; the file is damaged"));
+}
+
+TEST_F(Hdf5Test, NumbersOf32BitsCanMeanNoValue)
+{
+  ReadOptions options;
+  options.missing = {"-99.9"};
+  const ScanFile file = read(
+      [](Hdf5Content& content) {
+        content.numbers("A", {2, 2}, {1, 2, 3, -99.9}, H5T_NATIVE_FLOAT);
+      },
+      options);
+  EXPECT_THAT(valuesOf(file.scan, "A", 1), ElementsAre(3, IsNan()));
+}
+
 TEST_F(Hdf5Test, ReadingLeavesNoProcessesBehind)
 {
   (void)read([](Hdf5Content& content) { writeReport(content, "r"); });

@@ -57,6 +57,22 @@ TEST_F(ImportFile, NumbersCanMeanNoValue)
   EXPECT_THAT(faultOf(R"({"missing": [true]})"), HasSubstr("a value of another type is expected"));
 }
 
+TEST_F(ImportFile, NumbersMeanNoValueInFilesWithADecimalCommaToo)
+{
+  (void)folder.write(R"({"missing": -99.9})", "scan.import.json");
+  ScanFile const file = readScan(folder.write("run;time;A\n1;0;1,5\n1;1;-99,9\n2;0;1,5\n2;1;2,5\n"));
+  EXPECT_EQ(file.scan.runs[0].end, 1u);
+  EXPECT_EQ(file.scan.runs[1].end, 2u);
+}
+
+TEST_F(ImportFile, OfAFolderIsFoundWhateverSlashesEndItsPath)
+{
+  std::filesystem::create_directory(folder.file("runs"));
+  std::string const path = folder.write("{}", "runs.import.json");
+  for (char const* const slashes : {"", "/", "//"})
+    EXPECT_EQ(importFileOf(folder.file("runs") + slashes), path) << slashes;
+}
+
 TEST_F(ImportFile, UnderstandsTheNamesOfSieveFiles)
 {
   ReadOptions const options = optionsOf(

@@ -84,6 +84,18 @@ TEST(Npy, ANumberCanMeanNoValue)
   EXPECT_EQ(file.scan.runs[1].status, RunStatus::Short);
 }
 
+TEST(Npy, ANumberCanMeanNoValueAlsoWhereItIsStoredIn32Bits)
+{
+  ReadOptions options;
+  options.missing = {"-99.9", "1e20"};
+  const std::vector<float> values = {1, 2, 3, 4, 1e20F, -99.9F};
+  const ScanFile single = readNpy("ATP.npy", npy("<f4", {2, 3}, bytesOf(values)), options);
+  EXPECT_THAT(valuesOf(single.scan, "ATP", 1), ElementsAre(4, IsNan(), IsNan()));
+  EXPECT_THAT(findingsOf(single.report), Contains("2 values are missing"));
+  const ScanFile wide = readNpy("ATP.npy", npy({2, 3}, {1, 2, 3, 4, -99.9F, -99.9}), options);
+  EXPECT_THAT(valuesOf(wide.scan, "ATP", 1), ElementsAre(4, -99.9F, IsNan()));
+}
+
 TEST(Npz, StatesOfASolverCouldBeRuns)
 {
   const Files solution = {{"t", npy({3}, {0, 1, 2})}, {"y", npy({2, 3}, {1, 2, 3, 4, 5, 6})}};
@@ -158,7 +170,7 @@ TEST(Npz, ArraysAreKnownByTheirNames)
                                    {"version", npy({}, {1})}});
   const Scan& scan = file.scan;
   EXPECT_THAT(scan.times, ElementsAre(0, 0.5, 2));
-  EXPECT_EQ(scan.time.name, "time");
+  EXPECT_EQ(scan.time.name, "Time");
   EXPECT_THAT(outputsOf(scan), ElementsAre("A", "B"));
   EXPECT_EQ(valuesOf(scan, "B", 1), outputOfRun1);
   EXPECT_THAT(keysOf(scan), ElementsAre("WT", "KO"));
@@ -172,6 +184,29 @@ TEST(Npz, ArraysAreKnownByTheirNames)
                                                 "seed: parameter", "strain: parameter", "version: ignored"));
   EXPECT_THAT(guessesOf(file.report), ElementsAre("the axes of the values are runs x times x outputs"))
       << "there are two runs and two outputs";
+}
+
+TEST(Npz, TheTimeIsCalledTimeWhereItsNameIsOneOfTheUsual)
+{
+  const std::pair<std::string, std::string> values = {"A", npy({2, 3}, {1, 2, 3, 4, 5, 6})};
+  for (char const* const name : {"t", "times", "TimePoints"})
+    EXPECT_EQ(readFiles({values, {name, npy({3}, {0, 1, 2})}}).scan.time.name, "Time");
+  EXPECT_EQ(readFiles({values}).scan.time.name, "Time");
+  ReadOptions options;
+  options.time = "clock";
+  EXPECT_EQ(readFiles({values, {"clock", npy({3}, {0, 1, 2})}}, options).scan.time.name, "clock");
+}
+
+TEST(Npz, AnOutputMayBeCalledXAmongOthersOfItsShape)
+{
+  const Files outputs = {
+      {"time", npy({4}, counted(4))}, {"x", npy({5, 4}, counted(20))}, {"y", npy({5, 4}, counted(20))}};
+  EXPECT_THAT(outputsOf(readFiles(outputs).scan), ElementsAre("x", "y"));
+  Files parameters = outputs;
+  parameters.emplace_back("x_names", npyTexts({"a", "b", "c", "d"}));
+  const ScanFile file = readFiles(parameters);
+  EXPECT_THAT(outputsOf(file.scan), ElementsAre("y"));
+  EXPECT_THAT(parametersOf(file.scan), ElementsAre("a", "b", "c", "d"));
 }
 
 TEST(Npz, SeveralArraysOfRunsAndTimesAreOutputs)

@@ -346,6 +346,31 @@ TEST(ParameterTables, AListLiesBesideTheFileOfOneRun)
   EXPECT_EQ(parameterOf(read, "volume").values, (Values{2}));
 }
 
+TEST_F(RunsInAFolder, FilesThatHoldNoTableArePassedOverUnlessAskedFor)
+{
+  for (char const* const text : {"", "\n\n", "These runs were made on Monday.\nNobody knows why.\n",
+                                 "run,k\n", "k1 0.5\n", "a b c\n1 2 3\n4 5\n", "# only this\n", "a\rb\n"}) {
+    SCOPED_TRACE(text);
+    writeTo(folder, "parameters.txt", text);
+    ScanFile const file = readAll(folder);
+    EXPECT_EQ(file.scan.runs.size(), 4u);
+    EXPECT_TRUE(file.scan.parameters.empty());
+    EXPECT_TRUE(tells(file.report, "parameters.txt was passed over"));
+    ReadOptions asked;
+    asked.parametersFile = "parameters.txt";
+    EXPECT_THROW((void)readAll(folder, asked), ScanError);
+  }
+  EXPECT_TRUE(tells(readAll(folder).report, "carriage return")) << "the reason is told";
+}
+
+TEST(ParameterTables, AListOfOneLineIsThatOfTheOnlyRun)
+{
+  TempFolder folder;
+  writeTo(folder, "parameters.txt", "k1 0.5\n");
+  ScanFile const file = readScan(folder.write("time,A\n0,1\n1,2\n"));
+  EXPECT_EQ(parameterOf(file.scan, "k1").values[0], 0.5);
+}
+
 TEST(ParameterCopies, AreToldAndKept)
 {
   std::string text = "run,time,A,X,LOG10_X,DOWN,Y,S,C,GAP\n";

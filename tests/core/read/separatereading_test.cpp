@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <new>
 #include <string>
 #include <vector>
@@ -87,6 +88,21 @@ TEST(SeparateReading, AProcessThatEndsBadlyIsAFaultOfTheFile)
                 return {};
               }),
               HasSubstr("not enough memory"));
+}
+
+TEST(SeparateReading, AProcessDoesNotTakeTheMemoryOfTheMachine)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || defined(__clang__)
+  GTEST_SKIP() << "sanitizers need more addresses than any limit leaves";
+#endif
+  EXPECT_THROW((void)readSeparately("a.h5", 100, {},
+                                    [](ReadOptions const&) {
+                                      std::vector<std::unique_ptr<char[]>> held;
+                                      for (int gigabyte = 0; gigabyte < 8; ++gigabyte)
+                                        held.emplace_back(new char[std::size_t(1) << 30]);
+                                      return ScanFile();
+                                    }),
+               std::bad_alloc);
 }
 
 TEST(SeparateReading, AProcessThatDoesNotEndIsEnded)

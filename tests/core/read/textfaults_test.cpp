@@ -77,6 +77,20 @@ TEST(TextFaults, TextInANumberColumn)
   EXPECT_THAT(messageForRows("\x1b[31m,0,0,1\n"), HasSubstr("\\x1b[31m"));
 }
 
+TEST(TextFaults, NamesOfColumnsCannotReachTheTerminal)
+{
+  EXPECT_THAT(messageFor("time,A\x1b[31m\n0,x\n1,2\n"), HasSubstr("column 2 (\"A\\x1b[31m\")"));
+}
+
+TEST(TextFaults, TooManyCommentsAboveATableAreNotAFileOfComments)
+{
+  std::string comments;
+  for (int line = 0; line < 10001; ++line) comments += "# note\n";
+  EXPECT_THAT(messageFor(comments + "time,A\n0,1\n1,2\n"),
+              HasSubstr("no table begins behind the first 10001 comments"));
+  EXPECT_THAT(messageFor(comments.substr(0, 70)), HasSubstr("blank lines and comments only"));
+}
+
 TEST(TextFaults, RaggedRow)
 {
   EXPECT_THAT(messageForRows("1,0,0,1\n2,1,0\n3,2,0,1\n"),

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <sstream>
 
@@ -85,6 +86,122 @@ TEST(WriteScan, KeysThatAreNoNumbersAreText)
   scan.runs[1].key = "run \"b\"";
   EXPECT_THAT(textOf(scan), HasSubstr(",0,\"3\",0.1,"));
   EXPECT_THAT(textOf(scan), HasSubstr(",\"run \"\"b\"\"\","));
+}
+
+Scan readAgain(Scan const& scan)
+{
+  TempFolder folder;
+  return readScan(folder.write(textOf(scan))).scan;
+}
+
+TEST(WriteScan, TimesOfAnyNameAreReadAgain)
+{
+  for (char const* const name : {"clock", "step", "times", "timepoints", "[step]", "Value", "a [b", "Time"})
+    for (char const* const unit : {"", "h", "[1]"}) {
+      SCOPED_TRACE(std::string(name) + " in " + unit);
+      Scan scan = oddScan();
+      scan.time = {name, unit, "", ""};
+      Scan const back = readAgain(scan);
+      EXPECT_EQ(back.times, scan.times);
+      EXPECT_EQ(back.time.unit, unit);
+      EXPECT_EQ(back.time.name, name == std::string("[step]") && *unit == 0 ? "step" : name);
+    }
+}
+
+TEST(WriteScan, ATimeWithoutANameOrWithThatOfTheRunsIsCalledTime)
+{
+  for (char const* const name : {"", " ", "Run Index"}) {
+    Scan scan = oddScan();
+    scan.time.name = name;
+    EXPECT_EQ(readAgain(scan).time.name, "Time");
+  }
+}
+
+std::vector<std::string> keysAgain(std::vector<std::string> const& keys)
+{
+  Scan scan = oddScan();
+  for (std::size_t run = 0; run < 3; ++run) scan.runs[run].key = keys[run];
+  Scan const back = readAgain(scan);
+  std::vector<std::string> found;
+  for (ScanRun const& run : back.runs) found.push_back(run.key);
+  EXPECT_EQ(back.parameters[0].values[2], -2) << "the runs keep their order";
+  return found;
+}
+
+TEST(WriteScan, NamesOfRunsStayAsTheyAre)
+{
+  EXPECT_THAT(keysAgain({"1", "01", "1.0"}), ElementsAre("1", "01", "1.0"));
+  EXPECT_THAT(keysAgain({"k_0.10", "1e3", "0.10"}), ElementsAre("k_0.10", "1e3", "0.10"));
+  EXPECT_THAT(keysAgain({"none", "NA", "nan"}), ElementsAre("none", "NA", "nan"));
+  EXPECT_THAT(keysAgain({"9007199254740993", "9007199254740992", "+1"}),
+              ElementsAre("9007199254740993", "9007199254740992", "+1"));
+  EXPECT_THAT(keysAgain({"3", "1", "2"}), ElementsAre("3", "1", "2"));
+}
+
+TEST(WriteScan, TextsThatLookLikeNumbersOrNoValueStayTexts)
+{
+  Scan scan = oddScan();
+  scan.parameters[1] = {{"strain", "", "", ""}, {0, 1, 2}, {"01", "1", "NA"}};
+  scan.parameters.push_back({{"one", "", "", ""}, {0, 0, nan}, {"1"}});
+  Scan const back = readAgain(scan);
+  ASSERT_TRUE(back.parameters[1].isText());
+  EXPECT_EQ(back.parameters[1].texts, scan.parameters[1].texts);
+  EXPECT_EQ(back.parameters[1].values, scan.parameters[1].values);
+  EXPECT_THAT(back.parameters[2].texts, ElementsAre("1"));
+  EXPECT_TRUE(std::isnan(back.parameters[2].values[2]));
+}
+
+TEST(WriteScan, WhatNoFieldCanHoldIsRefusedWithItsName)
+{
+  auto const refusal = [](std::function<void(Scan&)> const& change) -> std::string {
+    Scan scan = oddScan();
+    change(scan);
+    TempFolder folder;
+    try {
+      writeScan(scan, folder.file("scan.csv"));
+    } catch (ScanError const& error) {
+      EXPECT_EQ(folder.fileCount(), 0u);
+      return error.what();
+    }
+    return "written";
+  };
+  EXPECT_THAT(refusal([](Scan& scan) { scan.runs[1].key = "b\nc"; }),
+              HasSubstr("scan.csv: the name of a run, \"b\\x0ac\", has a line end"));
+  EXPECT_THAT(refusal([](Scan& scan) { scan.runs[1].key = " "; }), HasSubstr("a run without a name"));
+  EXPECT_THAT(refusal([](Scan& scan) { scan.outputs[0].label.name = "A\r"; }),
+              HasSubstr("the name of an output, \"A\\x0d\""));
+  EXPECT_THAT(refusal([](Scan& scan) { scan.parameters[0].label.name = "k\n"; }),
+              HasSubstr("the name of a parameter, \"k\\x0a\""));
+  EXPECT_THAT(refusal([](Scan& scan) { scan.parameters[1].texts[0] += '\0'; }),
+              HasSubstr("the value of strain, \"w,t\\x00\""));
+  EXPECT_THAT(refusal([](Scan& scan) { scan.time.unit = "m\nin"; }), HasSubstr("the unit of the time"));
+  EXPECT_EQ(refusal([](Scan& scan) { scan.runs[1].key = "b\tc\x1b"; }), "written");
+}
+
+TEST(WriteScan, UnitsStandBelowTheNamesAndAreReadAgain)
+{
+  for (char const* const unit : {"nM", "1", "none", "[nM]", "1/(nM s)", "\"", "a,b", "NaN"}) {
+    SCOPED_TRACE(unit);
+    Scan scan = oddScan();
+    scan.outputs[1].label.unit = unit;
+    scan.parameters[0].label.unit = unit;
+    scan.parameters[1].label.unit = "none is written for texts";
+    Scan const back = readAgain(scan);
+    EXPECT_EQ(back.outputs[0].label.unit, "");
+    EXPECT_EQ(back.outputs[1].label.unit, unit);
+    EXPECT_EQ(back.time.unit, "min");
+    EXPECT_EQ(back.parameters[0].label.unit, unit);
+    EXPECT_EQ(back.runs.size(), 3u);
+  }
+}
+
+TEST(WriteScan, TheUnitOfAColumnFarBehindTheOthersIsReadAgain)
+{
+  Scan scan = oddScan();
+  for (int i = 0; i < 2500; ++i)
+    scan.parameters.push_back({{"p" + std::to_string(i), "", "", ""}, {1, 2, 3}, {}});
+  scan.parameters.back().label.unit = "nM";
+  EXPECT_EQ(readAgain(scan).parameters.back().label.unit, "nM");
 }
 
 TEST(WriteScan, AFailureThatValuesDontShowIsWritten)
