@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
+#include <type_traits>
 
 namespace runsieve {
 
@@ -105,7 +106,10 @@ WrittenJson gatesOf(SieveFile const& sieve)
 
 WrittenJson countsAsJson(SieveCounts const& counts)
 {
-  return {{"runs", counts.runs}, {"passing", counts.passing}, {"after_gate", counts.afterGate}};
+  WrittenJson json = {{"runs", counts.runs}};
+  if (counts.passing) json["passing"] = *counts.passing;
+  json["after_gate"] = counts.afterGate;
+  return json;
 }
 
 WrittenJson objectOf(SieveFile const& sieve)
@@ -159,10 +163,11 @@ void take(std::string const& path, Json const& json, double& value)
 }
 
 // A conversion would turn 1.5 into 1 and -1 into a large number.
-void take(std::string const& path, Json const& json, std::size_t& value)
+template <class Whole>
+std::enable_if_t<std::is_unsigned_v<Whole>> take(std::string const& path, Json const& json, Whole& value)
 {
   if (!json.is_number_unsigned()) fail(path, "a whole number", json);
-  value = json.get<std::size_t>();
+  value = json.get<Whole>();
 }
 
 void take(std::string const& path, Json const& json, Gate& gate)
@@ -276,9 +281,9 @@ void compareCounts(std::vector<std::string>& lines, SieveFile const& sieve, Gate
       lines.push_back("after gate " + std::to_string(i + 1) + ", " + formatGate(sieve.gates[i]) + ", " +
                       std::to_string(result.gates[i].left) + " runs are left; there were " +
                       std::to_string(sieve.counts.afterGate[i]));
-  if (sieve.counts.passing != result.runs.count())
+  if (sieve.counts.passing && *sieve.counts.passing != result.runs.count())
     lines.push_back(std::to_string(result.runs.count()) + " runs pass; " +
-                    std::to_string(sieve.counts.passing) + " did");
+                    std::to_string(*sieve.counts.passing) + " did");
 }
 
 } // namespace
@@ -323,6 +328,17 @@ SieveFile loadSieve(std::string const& path)
 {
   MappedFile const file(path);
   return readSieve({file.begin(), static_cast<std::size_t>(file.end() - file.begin())}, path);
+}
+
+ReadOptions mergedOptions(ReadOptions own, ReadOptions const& ofSieve)
+{
+  eachOption(own, [&](std::string_view name, auto& target) {
+    eachOption(ofSieve, [&](std::string_view other, auto const& value) {
+      if constexpr (std::is_same_v<std::decay_t<decltype(target)>, std::decay_t<decltype(value)>>)
+        if (name == other && isDefault(target)) target = value;
+    });
+  });
+  return own;
 }
 
 SieveCounts countsOf(GateResult const& result)
