@@ -178,9 +178,7 @@ ShownComparison compareSelection(PlotContainer const& plot, Scan const& scan, Co
 {
   ShownComparison shown;
   shown.passing = passingRuns(plot);
-  shown.eligible = RunSet(scan.runs.size());
-  for (std::size_t run = 0; run < scan.runs.size(); ++run)
-    shown.eligible.set(run, scan.runs[run].status == RunStatus::Complete);
+  shown.eligible = completeRuns(scan);
   if (shown.passing.runs() == scan.runs.size() && shown.passing.count() > 0)
     shown.numbers = compareParameters(scan, shown.passing, shown.eligible, method);
   return shown;
