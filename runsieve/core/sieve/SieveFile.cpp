@@ -274,8 +274,27 @@ std::size_t lineOf(std::string_view text, std::size_t position)
   return 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
 }
 
+bool wasCounted(SieveFile const& sieve)
+{
+  return sieve.counts.runs > 0;
+}
+
+std::vector<std::string> compareData(SieveFile const& sieve, Scan const& scan)
+{
+  std::vector<std::string> lines;
+  std::string const fingerprint = fingerprintOf(scan);
+  if (!sieve.fingerprint.empty() && fingerprint != sieve.fingerprint)
+    lines.push_back("the data differ: their fingerprint is " + fingerprint + ", that of the sieve " +
+                    sieve.fingerprint);
+  if (wasCounted(sieve) && scan.runs.size() != sieve.counts.runs)
+    lines.push_back("the scan has " + std::to_string(scan.runs.size()) + " runs; it had " +
+                    std::to_string(sieve.counts.runs));
+  return lines;
+}
+
 void compareCounts(std::vector<std::string>& lines, SieveFile const& sieve, GateResult const& result)
 {
+  if (!wasCounted(sieve)) return;
   for (std::size_t i = 0; i < result.gates.size() && i < sieve.counts.afterGate.size(); ++i)
     if (sieve.counts.afterGate[i] != result.gates[i].left)
       lines.push_back("after gate " + std::to_string(i + 1) + ", " + formatGate(sieve.gates[i]) + ", " +
@@ -352,21 +371,19 @@ SieveCounts countsOf(GateResult const& result)
 
 std::vector<std::string> compareWith(SieveFile const& sieve, Scan const& scan, GateContext const& context)
 {
-  std::vector<std::string> lines;
-  bool const wasCounted = sieve.counts.runs > 0;
-  std::string const fingerprint = fingerprintOf(scan);
-  if (!sieve.fingerprint.empty() && fingerprint != sieve.fingerprint)
-    lines.push_back("the data differ: their fingerprint is " + fingerprint + ", that of the sieve " +
-                    sieve.fingerprint);
-  if (wasCounted && scan.runs.size() != sieve.counts.runs)
-    lines.push_back("the scan has " + std::to_string(scan.runs.size()) + " runs; it had " +
-                    std::to_string(sieve.counts.runs));
+  std::vector<std::string> lines = compareData(sieve, scan);
   try {
-    GateResult const result = applyGates(sieve.gates, scan, sieve.join, context);
-    if (wasCounted) compareCounts(lines, sieve, result);
+    compareCounts(lines, sieve, applyGates(sieve.gates, scan, sieve.join, context));
   } catch (GateError const& error) {
     lines.emplace_back(error.what());
   }
+  return lines;
+}
+
+std::vector<std::string> compareWith(SieveFile const& sieve, Scan const& scan, GateResult const& left)
+{
+  std::vector<std::string> lines = compareData(sieve, scan);
+  compareCounts(lines, sieve, left);
   return lines;
 }
 

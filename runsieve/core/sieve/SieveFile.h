@@ -67,5 +67,8 @@ RUNSIEVE_CORE_EXPORT void writeSieve(std::string const& path, SieveFile const& s
 /// Empty if all is the same.
 [[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<std::string>
 compareWith(SieveFile const& sieve, Scan const& scan, GateContext const& context = {});
+/// The same if it is known already what the gates of the sieve leave of the scan.
+[[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<std::string>
+compareWith(SieveFile const& sieve, Scan const& scan, GateResult const& left);
 
 } // namespace runsieve

@@ -296,6 +296,7 @@ TEST(SieveFile, TellsHowAScanDiffersFromItsOwn)
       compareWith(sieve, scan),
       ElementsAre(HasSubstr("fingerprint"), "after gate 1, A @ 0 in 1..2, 1 runs are left; there were 3",
                   "after gate 2, A @ 1 in 2..inf, 1 runs are left; there were 2", "1 runs pass; 2 did"));
+  EXPECT_EQ(compareWith(sieve, scan, applyGates(sieve.gates, scan, sieve.join)), compareWith(sieve, scan));
   sieve.counts = SieveCounts();
   EXPECT_THAT(compareWith(sieve, scan), ElementsAre(HasSubstr("fingerprint"))) << "nothing was counted";
   sieve.fingerprint.clear();
