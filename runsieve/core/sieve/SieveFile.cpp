@@ -10,7 +10,6 @@
 #include <runsieve/core/text/FieldText.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
@@ -88,8 +87,7 @@ template <class Value> WrittenJson jsonOf(Value const& value)
 
 WrittenJson jsonOf(double value)
 {
-  if (std::isfinite(value)) return value;
-  return std::isnan(value) ? "nan" : value < 0.0 ? "-inf" : "inf";
+  return writtenNumber(value);
 }
 
 WrittenJson jsonOf(Adjustment adjustment)
