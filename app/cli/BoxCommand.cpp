@@ -8,6 +8,7 @@
 #include "app/desk/Desk.h"
 
 #include <runsieve/core/gate/BoxGates.h>
+#include <runsieve/core/text/ShownText.h>
 
 #include <nlohmann/json.hpp>
 
@@ -39,21 +40,15 @@ BoxMethod methodOf(BoxArguments const& arguments, GatedScan const& gated)
 
 GatedBox boxOf(BoxArguments const& arguments, GatedScan const& gated)
 {
-  RunSet const eligible = gated.eligible();
-  RunSet compared(gated.passed.runs);
-  compared &= eligible;
-  if (gated.passed.runs.count() == 0) failWithoutRuns(gated, arguments.file);
-  if (compared.count() == 0) failWithoutCompleteRuns(arguments.file);
+  RunsToCompare const runs = runsToCompare(gated, "box", arguments.file);
   GatedBox found;
-  found.box = findBox(gated.scan(), compared, eligible, methodOf(arguments, gated));
+  found.box = findBox(gated.scan(), runs.passing, runs.eligible, methodOf(arguments, gated));
   if (found.box.parameters.empty())
-    throw std::runtime_error(
-        arguments.file +
-        (eligible.count() < 2 ? ": fewer than two runs are complete" : ": no parameter varies") +
-        ", so there is no box to look for");
+    failWithoutParameters(arguments.file, runs.eligible, "there is no box to look for");
   found.gates = gatesOf(found.box, gated.scan());
   found.through = applyGates(found.gates, gated.scan());
-  found.notComplete = eligible.complement().count();
+  found.notComplete = runs.notComplete();
+  for (ComparisonWarning const& warning : gateWarnings(gated)) found.box.warnings.push_back(warning);
   return found;
 }
 
@@ -64,7 +59,7 @@ void printTable(GatedScan const& gated, GatedBox const& found)
   printNotCompared(std::cout, found.notComplete);
   for (LeftOutParameter const& left : found.box.leftOut)
     if (gated.scan().parameters[left.parameter].isText())
-      std::cout << left.name << " is left out: it " << left.reason << '\n';
+      std::cout << printable(left.name) << " is left out: it " << left.reason << '\n';
   std::cout << '\n';
   printBox(std::cout, gated.scan(), found.box, found.gates);
   if (found.notCompleteInside() > 0)
@@ -90,8 +85,7 @@ void printJson(GatedScan const& gated, GatedBox const& found)
 
 void checkFiles(BoxArguments const& arguments)
 {
-  if (!arguments.picture.empty() && !isPictureName(arguments.picture))
-    throw UsageError("box: the name of the picture must end in .png or .pdf");
+  checkPictureName("box", arguments.picture);
   checkOutputs("box", arguments, {arguments.boxSieve, arguments.picture});
 }
 
@@ -101,7 +95,6 @@ int runBox(BoxArguments const& arguments)
 {
   checkFiles(arguments);
   GatedScan const gated = openGated(arguments);
-  if (!gated.sieves()) failWithoutGates("box");
   GatedBox const found = boxOf(arguments, gated);
   if (!arguments.boxSieve.empty() && !found.gates.empty())
     saveSieve(gated, found.gates, GateJoin::All, found.through, arguments.boxSieve);

@@ -4,7 +4,6 @@
 #include "app/cli/RankReport.h"
 
 #include <runsieve/core/gate/GateText.h>
-#include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/ShownText.h>
 #include <runsieve/core/write/RowWriter.h>
 
@@ -155,8 +154,9 @@ void printQuality(std::ostream& out, BoxOfRuns const& box)
 void printExplanation(std::ostream& out, BoxOfRuns const& box)
 {
   if (box.restricted > 0)
-    out << "p       quasi-p: how likely as many runs inside pass if the limit makes no difference; no error\n"
-           "        rate, since limits are sought that make it small\n";
+    out << "p       quasi-p: how likely at least as many runs inside pass if the limit makes no difference; "
+           "no\n"
+           "        error rate, since limits are sought that make it small\n";
   if (box.method.resamples > 0)
     out << "halves  " << box.method.resamples << " random halves of the runs (seed " << box.method.seed
         << "): how many restrict the parameter, 5..95 % of\n"
@@ -190,12 +190,6 @@ void printPath(std::ostream& out, BoxOfRuns const& box)
   for (Row const& row : rows) longest = std::max(longest, row.back().size());
   for (Row& row : rows) row.back().resize(longest, ' ');
   printAligned(out, rows);
-}
-
-/// Nothing for NaN.
-std::string allDigits(double value)
-{
-  return std::isnan(value) ? std::string() : decimal(value);
 }
 
 /// For a shell, within double quotes if nothing in it means something there.
@@ -236,18 +230,12 @@ void spread(BoxOfRuns const& box, std::vector<std::size_t>& shown, std::vector<s
   }
 }
 
-nlohmann::ordered_json limitJson(double limit)
-{
-  if (std::isinf(limit)) return limit < 0.0 ? "-inf" : "inf";
-  return numberJson(limit);
-}
-
 nlohmann::ordered_json spreadJson(BoxSpreads const& spread)
 {
   return {{"halves", spread.count},
-          {"p5", limitJson(spread.low)},
-          {"p50", limitJson(spread.median)},
-          {"p95", limitJson(spread.high)}};
+          {"p5", numberJson(spread.low)},
+          {"p50", numberJson(spread.median)},
+          {"p95", numberJson(spread.high)}};
 }
 
 void addQuality(nlohmann::ordered_json& json, BoxQuality const& quality)
@@ -271,8 +259,8 @@ nlohmann::ordered_json parameterJson(BoxParameter const& parameter)
       json["texts"].push_back(
           {{"text", text.text}, {"inside", text.isInside}, {"left_out_in_halves", text.leftOut}});
   } else {
-    json["low"] = limitJson(parameter.low);
-    json["high"] = limitJson(parameter.high);
+    json["low"] = numberJson(parameter.low);
+    json["high"] = numberJson(parameter.high);
     json["quasi_p_low"] = numberJson(parameter.quasiPLow);
     json["quasi_p_high"] = numberJson(parameter.quasiPHigh);
   }
@@ -290,7 +278,7 @@ nlohmann::ordered_json stepJson(BoxPathStep const& step)
   if (step.side != BoxSide::None) {
     json["parameter"] = step.name;
     json["side"] = boxSideName(step.side);
-    json["limit"] = step.side == BoxSide::Text ? nlohmann::ordered_json(step.text) : limitJson(step.limit);
+    json["limit"] = step.side == BoxSide::Text ? nlohmann::ordered_json(step.text) : numberJson(step.limit);
   }
   addQuality(json, step.quality);
   return json;
@@ -356,10 +344,10 @@ void printBox(std::ostream& out, Scan const& scan, BoxOfRuns const& box, std::ve
 void printBoxCsv(std::ostream& out, BoxOfRuns const& box)
 {
   BoxMethod const& method = box.method;
-  std::string common = ',' + allDigits(box.all.density);
+  std::string common = ',' + exact(box.all.density);
   for (double const value : {method.peel, method.leastMass,
                              method.leastCoverage.value_or(std::numeric_limits<double>::quiet_NaN())})
-    common += ',' + allDigits(value);
+    common += ',' + exact(value);
   common += ',' + std::to_string(method.seed) + "," RUNSIEVE_VERSION "\n";
   out << "step,parameter,side,limit,restricted,runs,passing,coverage,density,mass,chosen,base_density,peel,"
          "least_mass,least_coverage,seed,version\n";
@@ -367,10 +355,10 @@ void printBoxCsv(std::ostream& out, BoxOfRuns const& box)
     BoxPathStep const& step = box.path[i];
     out << i << ',' << (step.side == BoxSide::None ? "" : quotedField(step.name)) << ','
         << boxSideName(step.side) << ','
-        << (step.side == BoxSide::Text ? quotedField(step.text) : allDigits(step.limit)) << ','
-        << step.restricted << ',' << step.quality.runs << ',' << step.quality.passing;
+        << (step.side == BoxSide::Text ? quotedField(step.text) : exact(step.limit)) << ',' << step.restricted
+        << ',' << step.quality.runs << ',' << step.quality.passing;
     for (double const value : {step.quality.coverage, step.quality.density, step.quality.mass})
-      out << ',' << allDigits(value);
+      out << ',' << exact(value);
     out << ',' << (i == box.chosen ? "true" : "false") << common;
   }
 }

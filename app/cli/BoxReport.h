@@ -14,9 +14,8 @@
 namespace runsieve::app {
 
 /// Steps of a path to show, ascending: all if they are few, else the first, the chosen and the last one,
-/// those before one more parameter is restricted, and others, spread over coverage and density. \param most
-/// at least
-/// 3
+/// those before one more parameter is restricted, and others, spread over coverage and density.
+/// \param most at least 3
 [[nodiscard]] std::vector<std::size_t> shownSteps(BoxOfRuns const& box, std::size_t most);
 
 /// Gates as words of a command in a shell: `--gate "k1 in 0.3..0.8" --gate "strain is WT"`.

@@ -1,5 +1,6 @@
 #include "app/cli/Commands.h"
 
+#include "app/cli/AlignedTable.h"
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
 #include "app/cli/OutputFiles.h"
@@ -7,20 +8,21 @@
 #include "app/desk/Desk.h"
 
 #include <runsieve/core/compare/Clusters.h>
-#include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/text/FieldText.h>
 #include <runsieve/core/text/ShownText.h>
 #include <runsieve/core/write/RowWriter.h>
 #include <runsieve/core/write/WriteScan.h>
 
 #include <algorithm>
-#include <iomanip>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 
 namespace runsieve::app {
 
 namespace {
+
+constexpr std::size_t mostName = 45; // as in the tables of the clusters
 
 ClusterMode modeOf(std::string const& mode)
 {
@@ -39,38 +41,27 @@ std::string labelText(Scan const& scan, std::vector<int> const& labels)
   return text;
 }
 
-void writeLabels(std::string const& path, std::string const& text)
-{
-  if (path.empty() || path == "-") {
-    std::cout << text;
-    return;
-  }
-  SafeFile file(path);
-  file.write(text);
-  file.commit();
-}
-
 /// Over all clusters there is a p-value by permutation only, whatever the single clusters are adjusted by.
 void printDifferences(ClusterComparison const& comparison)
 {
   bool const isAdjusted = comparison.method.adjustment == Adjustment::Permutation;
-  std::size_t width = 9;
-  for (ClusterDifference const& d : comparison.differences) width = std::max(width, shownWidth(d.name));
-  std::cout << "\nall clusters, by permutation\nparameter" << std::string(width - 9, ' ')
-            << "  cluster       d          p     " << (isAdjusted ? " p adj" : "p perm") << '\n';
-  for (ClusterDifference const& d : comparison.differences) {
-    std::cout << printable(d.name) << std::string(width - std::min(width, shownWidth(d.name)), ' ') << "  ";
-    std::cout << std::setw(7) << d.cluster << "  " << std::setw(6) << formatted(d.d, "%+.3f", "-") << "  "
-              << std::setw(9) << pText(d.p) << "  " << std::setw(9) << pText(d.pPermutation)
-              << (d.significant ? " *" : "") << '\n';
-  }
+  std::vector<std::vector<std::string>> rows = {
+      {"parameter", "cluster", "d", "p", isAdjusted ? "p adj  " : "p perm  "}};
+  for (ClusterDifference const& d : comparison.differences)
+    rows.push_back({shortened(printable(d.name), mostName), std::to_string(d.cluster),
+                    formatted(d.d, "%+.3f", "-"), pText(d.p),
+                    pText(d.pPermutation) + (d.significant ? " *" : "  ")});
+  std::cout << "\nall clusters, by permutation\n";
+  printAligned(std::cout, rows, 1);
 }
 
 void print(ClusterComparison const& comparison, std::vector<int> const& labels)
 {
   const std::vector<std::size_t> sizes = clusterSizes(labels);
+  if (comparison.compared < labels.size()) std::cout << '\n';
+  printNotCompared(std::cout, labels.size() - comparison.compared);
   for (std::size_t k = 0; k < comparison.clusters.size(); ++k) {
-    if (sizes[k] == 0) continue;
+    if (comparison.clusters[k].empty()) continue;
     std::cout << "\ncluster " << k << ": " << sizes[k] << " of " << labels.size() << " runs\n";
     printRankTable(std::cout, comparison.clusters[k], comparison.method.adjustment);
   }
@@ -82,8 +73,7 @@ void print(ClusterComparison const& comparison, std::vector<int> const& labels)
 
 void checkFiles(ClusterArguments const& arguments)
 {
-  if (!arguments.picture.empty() && !isPictureName(arguments.picture))
-    throw UsageError("cluster: the name of the picture must end in .png or .pdf");
+  checkPictureName("cluster", arguments.picture);
   checkOutputs("cluster", arguments, {arguments.output, arguments.picture});
 }
 
@@ -100,23 +90,26 @@ std::size_t chosenOutput(ClusterArguments const& arguments, OpenedScan const& op
 int runCluster(ClusterArguments const& arguments)
 {
   checkFiles(arguments);
-  GatedScan gated = openGated(arguments);
+  GatedScan const gated = openGated(arguments);
   std::size_t const output = chosenOutput(arguments, gated.opened);
+  std::optional<Scan> passing;
   if (arguments.hasGates()) {
     if (gated.passed.runs.count() == 0) failWithoutRuns(gated, arguments.file);
     printGates(std::cerr, gated);
-    gated.opened.scan = subsetOf(gated.scan(), gated.passed.runs);
+    passing = subsetOf(gated.scan(), gated.passed.runs);
   }
-  Scan const& scan = gated.scan();
+  Scan const& scan = passing ? *passing : gated.scan();
   const std::vector<int> labels = clusterRuns(scan, output, modeOf(arguments.mode), arguments.clusters);
   if (labels.empty()) throw std::runtime_error(arguments.file + ": the runs cannot be grouped");
+  RunSet const eligible = gated.eligibleOf(scan);
   ClusterComparison comparison;
-  if (arguments.rank) comparison = compareClusters(scan, labels, gated.method);
+  if (arguments.rank) comparison = compareClusters(scan, labels, eligible, gated.method);
   if (arguments.rank && comparison.leftOut.size() == scan.parameters.size())
-    throw std::runtime_error(arguments.file + ": no parameter varies, so there is nothing to rank");
-  writeLabels(arguments.output, labelText(scan, labels));
+    failWithoutParameters(arguments.file, eligible, "there is nothing to rank");
+  saveSieve(gated, arguments);
+  writeText(arguments.output, labelText(scan, labels));
   if (arguments.rank) print(comparison, labels);
-  if (!arguments.picture.empty()) desk().drawClusters(arguments, scan, output, gated.method);
+  if (!arguments.picture.empty()) desk().drawClusters(arguments, scan, {output, eligible, gated.method});
   return 0;
 }
 

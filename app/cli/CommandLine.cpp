@@ -1,5 +1,6 @@
 #include "app/cli/CommandLine.h"
 
+#include "app/scan/OpenScan.h"
 #include "app/store/FileEnding.h"
 
 #include <runsieve/core/gate/GateText.h>
@@ -572,8 +573,8 @@ private:
   // Only a stored plot has a selection of its own.
   static void requireGates(SieveArguments const& arguments, char const* command)
   {
-    if (!arguments.hasGates() && fileEnding(arguments.file) != ".rsd")
-      throw UsageError(std::string(command) + ": --gate is required");
+    bool const isStored = fileEnding(arguments.file) == ".rsd" || isStoredPlot(arguments.file);
+    if (!arguments.hasGates() && !isStored) throw UsageError(std::string(command) + ": --gate is required");
   }
 
   static RankArguments checked(RankArguments const& arguments)

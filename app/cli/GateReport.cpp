@@ -1,8 +1,11 @@
 #include "app/cli/GateReport.h"
 
+#include "app/cli/RankReport.h"
+
 #include <runsieve/core/gate/GateJson.h>
 #include <runsieve/core/gate/GateText.h>
 #include <runsieve/core/text/FieldText.h>
+#include <runsieve/core/text/ShownText.h>
 
 #include <algorithm>
 #include <iterator>
@@ -14,11 +17,13 @@ namespace runsieve::app {
 void printGates(std::ostream& out, GatedScan const& gated)
 {
   std::size_t width = 0;
-  for (AppliedGate const& gate : gated.passed.gates) width = std::max(width, gate.gate.text().size());
+  for (AppliedGate const& gate : gated.passed.gates)
+    width = std::max(width, shownWidth(printable(gate.gate.text())));
   for (AppliedGate const& gate : gated.passed.gates) {
-    std::string const text = gate.gate.text();
-    out << "gate   " << text << std::string(width - text.size(), ' ') << "  " << gate.left << " left";
-    if (!gate.gate.note.empty()) out << "   (" << gate.gate.note << ")";
+    out << "gate   ";
+    printField(out, printable(gate.gate.text()), width, true);
+    out << "  " << gate.left << " left";
+    if (!gate.gate.note.empty()) out << "   (" << printable(gate.gate.note) << ")";
     out << '\n';
   }
   auto const isOfGate = [&](std::string const& note) {
@@ -27,7 +32,7 @@ void printGates(std::ostream& out, GatedScan const& gated)
     });
   };
   for (std::string const& note : gated.notes)
-    if (!isOfGate(note)) out << "note   " << note << '\n';
+    if (!isOfGate(note)) out << "note   " << printable(note) << '\n';
 }
 
 void failWithoutRuns(GatedScan const& gated, std::string const& file)
@@ -50,10 +55,23 @@ void failWithoutGates(std::string const& command)
                              "plot; --gate is required");
 }
 
-void failWithoutCompleteRuns(std::string const& file)
+RunsToCompare runsToCompare(GatedScan const& gated, std::string const& command, std::string const& file)
 {
-  throw std::runtime_error(file + ": no run that passes is complete; a gate \"status complete, short, "
-                                  "failed\" compares all");
+  if (!gated.sieves()) failWithoutGates(command);
+  if (gated.passed.runs.count() == 0) failWithoutRuns(gated, file);
+  RunsToCompare runs{gated.passed.runs, gated.eligible()};
+  runs.passing &= runs.eligible;
+  if (runs.passing.count() == 0)
+    throw std::runtime_error(file + ": no run that passes is complete; a gate \"status complete, short, "
+                                    "failed\" compares all");
+  return runs;
+}
+
+void failWithoutParameters(std::string const& file, RunSet const& eligible, std::string const& therefore)
+{
+  throw std::runtime_error(
+      file + (eligible.count() < 2 ? ": fewer than two runs are complete" : ": no parameter varies") +
+      ", so " + therefore);
 }
 
 std::string pictureTitle(GatedScan const& gated)
@@ -67,12 +85,12 @@ std::string pictureTitle(GatedScan const& gated)
 std::vector<ComparisonWarning> gateWarnings(GatedScan const& gated)
 {
   std::vector<ComparisonWarning> warnings;
-  for (Gate const& gate : gated.gates) {
-    std::size_t const passing = applyGates({gate}, gated.scan(), GateJoin::All, gateContext()).runs.count();
+  for (std::size_t i = 0; i < gated.passed.gates.size(); ++i) {
+    std::size_t const passing = gated.passed.gates[i].alone;
     if (passing != 0 && passing != gated.scan().runs.size()) continue;
     warnings.push_back(
         {"gate without effect",
-         (passing == 0 ? "no run passes " : "all runs pass ") + runsieve::quoted(formatGate(gate)),
+         (passing == 0 ? "no run passes " : "all runs pass ") + runsieve::quoted(formatGate(gated.gates[i])),
          "look at its output, times and range, or leave it out"});
   }
   return warnings;

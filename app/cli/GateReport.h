@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -25,8 +26,24 @@ void printGates(std::ostream& out, GatedScan const& gated);
 /// Says that there is nothing to sieve by. \throw UsageError always
 [[noreturn]] void failWithoutGates(std::string const& command);
 
-/// Says that all runs that pass are left out of the comparison. \throw std::runtime_error always
-[[noreturn]] void failWithoutCompleteRuns(std::string const& file);
+/// The runs that a command compares.
+struct RunsToCompare
+{
+  RunSet passing; ///< all of them eligible
+  RunSet eligible;
+
+  [[nodiscard]] std::size_t notComplete() const { return eligible.runs() - eligible.count(); }
+};
+
+/// \throw UsageError without anything to sieve by, std::runtime_error if no run passes, or none that is
+/// eligible
+[[nodiscard]] RunsToCompare runsToCompare(GatedScan const& gated, std::string const& command,
+                                          std::string const& file);
+
+/// Says that there is no parameter to compare the eligible runs by. \param therefore "there is nothing to
+/// rank" \throw std::runtime_error always
+[[noreturn]] void failWithoutParameters(std::string const& file, RunSet const& eligible,
+                                        std::string const& therefore);
 
 /// Gates and number of passing runs, as the title of a picture.
 [[nodiscard]] std::string pictureTitle(GatedScan const& gated);

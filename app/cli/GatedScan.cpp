@@ -5,9 +5,11 @@
 #include <runsieve/core/sieve/Fingerprint.h>
 #include <runsieve/core/sieve/SieveFile.h>
 #include <runsieve/core/text/FieldText.h>
+#include <runsieve/core/text/ShownText.h>
 
 #include <algorithm>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -17,28 +19,6 @@ namespace {
 
 constexpr char largestP[] = "p_threshold";
 constexpr char smallestD[] = "ks_threshold";
-
-/// What the command line says about reading comes before what the sieve file does.
-ReadOptions joined(ReadOptions const& own, ReadOptions const& ofSieve)
-{
-  ReadOptions options(own);
-  auto const fill = [](auto& target, auto const& value) {
-    if (target == std::decay_t<decltype(target)>()) target = value;
-  };
-  fill(options.time, ofSieve.time);
-  fill(options.run, ofSieve.run);
-  if (!options.parameters) options.parameters = ofSieve.parameters;
-  fill(options.outputs, ofSieve.outputs);
-  fill(options.ignore, ofSieve.ignore);
-  fill(options.missing, ofSieve.missing);
-  fill(options.names, ofSieve.names);
-  fill(options.decimal, ofSieve.decimal);
-  fill(options.delimiter, ofSieve.delimiter);
-  fill(options.dataset, ofSieve.dataset);
-  fill(options.parametersFile, ofSieve.parametersFile);
-  fill(options.exactTimes, ofSieve.exactTimes);
-  return options;
-}
 
 double threshold(std::optional<double> const& own, SieveFile const& sieve, char const* name, double otherwise)
 {
@@ -83,21 +63,52 @@ void takeStoredGates(GatedScan& result)
   }
 }
 
+/// The sieve file of a command; an empty one if there is none.
+SieveFile sieveOf(SieveArguments const& arguments)
+{
+  return arguments.sieve.empty() ? SieveFile() : loadSieve(arguments.sieve);
+}
+
+GatedScan gatedBy(OpenedScan opened, SieveArguments const& arguments, SieveFile const& sieve)
+{
+  GatedScan result;
+  result.opened = std::move(opened);
+  result.read = mergedOptions(arguments.read, sieve.read);
+  std::optional<GateResult> ofSieve;
+  if (!arguments.sieve.empty()) {
+    ofSieve = applyGates(sieve.gates, result.scan(), sieve.join, gateContext());
+    result.notes = compareWith(sieve, result.scan(), *ofSieve);
+  }
+  result.gates = sieve.gates;
+  for (std::string const& text : arguments.gates) result.gates.push_back(parseGate(text));
+  result.join = arguments.any ? GateJoin::Any : sieve.join;
+  if (result.gates.empty()) takeStoredGates(result);
+  result.method = methodOf(arguments, sieve, result.opened.thresholds);
+  if (!sieve.gates.empty() && arguments.gates.empty() && result.join == sieve.join)
+    result.passed = std::move(*ofSieve);
+  else if (result.passed.gates.empty())
+    result.passed = applyGates(result.gates, result.scan(), result.join, gateContext());
+  if (result.gates.empty() && result.opened.selected) result.passed.runs = *result.opened.selected;
+  for (AppliedGate const& gate : result.passed.gates)
+    if (!gate.gate.note.empty()) result.notes.push_back(gate.gate.text() + ": " + gate.gate.note);
+  if (!arguments.saveSieve.empty() && result.gates.empty() && result.opened.selected)
+    throw UsageError(
+        "--save-sieve: no gates made the selection of the stored plot, so there are none to save");
+  return result;
+}
+
 } // namespace
 
-RunSet GatedScan::eligible() const
+RunSet GatedScan::eligibleOf(Scan const& part) const
 {
-  return eligibleRuns(scan(), gates);
+  return eligibleRuns(part, gates);
 }
 
 RunSet eligibleRuns(Scan const& scan, std::vector<Gate> const& gates)
 {
   bool const asksForStatus =
       std::any_of(gates.begin(), gates.end(), [](Gate const& gate) { return gate.kind == GateKind::Status; });
-  RunSet runs(scan.runs.size(), true);
-  for (std::size_t run = 0; run < runs.runs() && !asksForStatus; ++run)
-    runs.set(run, scan.runs[run].status == RunStatus::Complete);
-  return runs;
+  return asksForStatus ? RunSet(scan.runs.size(), true) : completeRuns(scan);
 }
 
 GateContext gateContext()
@@ -109,34 +120,19 @@ GateContext gateContext()
 
 GatedScan openGated(SieveArguments const& arguments)
 {
-  SieveArguments all(arguments);
-  if (!arguments.sieve.empty()) all.read = joined(arguments.read, loadSieve(arguments.sieve).read);
-  return gated(openScan(arguments.file, all.read), all);
+  SieveFile const sieve = sieveOf(arguments);
+  return gatedBy(openScan(arguments.file, mergedOptions(arguments.read, sieve.read)), arguments, sieve);
 }
 
 GatedScan gated(OpenedScan opened, SieveArguments const& arguments)
 {
-  GatedScan result;
-  result.opened = std::move(opened);
-  result.read = arguments.read;
-  SieveFile sieve;
-  if (!arguments.sieve.empty()) {
-    sieve = loadSieve(arguments.sieve);
-    result.notes = compareWith(sieve, result.scan(), gateContext());
-  }
-  result.gates = sieve.gates;
-  for (std::string const& text : arguments.gates) result.gates.push_back(parseGate(text));
-  result.join = arguments.any ? GateJoin::Any : sieve.join;
-  if (result.gates.empty()) takeStoredGates(result);
-  result.method = methodOf(arguments, sieve, result.opened.thresholds);
-  if (result.passed.gates.empty())
-    result.passed = applyGates(result.gates, result.scan(), result.join, gateContext());
-  if (result.gates.empty() && result.opened.selected) result.passed.runs = *result.opened.selected;
-  for (AppliedGate const& gate : result.passed.gates)
-    if (!gate.gate.note.empty()) result.notes.push_back(gate.gate.text() + ": " + gate.gate.note);
+  return gatedBy(std::move(opened), arguments, sieveOf(arguments));
+}
+
+void saveSieve(GatedScan const& gated, SieveArguments const& arguments)
+{
   if (!arguments.saveSieve.empty())
-    saveSieve(result, result.gates, result.join, result.passed, arguments.saveSieve);
-  return result;
+    saveSieve(gated, gated.gates, gated.join, gated.passed, arguments.saveSieve);
 }
 
 void saveSieve(GatedScan const& gated, std::vector<Gate> const& gates, GateJoin join,
@@ -173,7 +169,7 @@ std::string outputNames(Scan const& scan)
 
 void printNotes(GatedScan const& gated)
 {
-  for (std::string const& note : gated.notes) std::cerr << "runsieve: " << note << '\n';
+  for (std::string const& note : gated.notes) std::cerr << "runsieve: " << printable(note) << '\n';
 }
 
 } // namespace runsieve::app

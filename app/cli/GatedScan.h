@@ -25,19 +25,26 @@ struct GatedScan
   /// Whether there is something to sieve by: gates, or the selection of a stored plot.
   [[nodiscard]] bool sieves() const { return !gates.empty() || opened.selected.has_value(); }
   [[nodiscard]] Scan const& scan() const { return opened.scan; }
-  [[nodiscard]] RunSet eligible() const;
+  /// The runs that take part in comparisons.
+  [[nodiscard]] RunSet eligible() const { return eligibleOf(scan()); }
+  /// The same of a scan of a part of the runs.
+  [[nodiscard]] RunSet eligibleOf(Scan const& part) const;
 };
 
 /// The runs that take part in comparisons of those that pass gates: those that are complete, and all if a
 /// gate asks for the status.
 [[nodiscard]] RunSet eligibleRuns(Scan const& scan, std::vector<Gate> const& gates);
 
-/// Reads file, sieve and gates of a command and applies them; writes the sieve file that it asks for. \throw
-/// ScanError, GateError
+/// Reads file, sieve and gates of a command and applies them. \throw ScanError, GateError, or UsageError for
+/// a method that cannot be followed, or a sieve file to write that would have no gates
 [[nodiscard]] GatedScan openGated(SieveArguments const& arguments);
 
 /// The same on a scan that is open already.
 [[nodiscard]] GatedScan gated(OpenedScan opened, SieveArguments const& arguments);
+
+/// Writes the sieve file that a command asks for, if it does: to be called when its work is done, so that a
+/// command that fails leaves none. \throw ScanError
+void saveSieve(GatedScan const& gated, SieveArguments const& arguments);
 
 /// Writes a sieve file of gates on the scan, with the method of the command. \param passed what they leave of
 /// it \throw ScanError

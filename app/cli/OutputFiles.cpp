@@ -2,8 +2,12 @@
 
 #include "app/store/FileEnding.h"
 
+#include <runsieve/core/files/SafeFile.h>
+#include <runsieve/core/sieve/SieveFile.h>
+
 #include <algorithm>
 #include <filesystem>
+#include <iostream>
 #include <system_error>
 
 namespace runsieve::app {
@@ -16,9 +20,19 @@ bool isSameFile(std::string const& a, std::string const& b)
   return a == b || std::filesystem::equivalent(a, b, failure);
 }
 
-bool isNoFile(std::string const& path)
+/// Files that none may be written over, the sieve file aside.
+std::vector<std::string> inputsOf(SieveArguments const& arguments)
 {
-  return path.empty() || path == "-";
+  std::vector<std::string> inputs = {arguments.file, arguments.read.parametersFile};
+  if (!arguments.sieve.empty()) inputs.push_back(loadSieve(arguments.sieve).read.parametersFile);
+  inputs.erase(std::remove_if(inputs.begin(), inputs.end(), isStandardOutput), inputs.end());
+  return inputs;
+}
+
+void requireOther(char const* command, std::string const& output, std::string const& input)
+{
+  if (isSameFile(output, input))
+    throw UsageError(std::string(command) + ": " + output + " is the file that is read");
 }
 
 } // namespace
@@ -29,14 +43,38 @@ bool isPictureName(std::string const& path)
   return ending == ".png" || ending == ".pdf";
 }
 
+void checkPictureName(char const* command, std::string const& picture)
+{
+  if (!picture.empty() && !isPictureName(picture))
+    throw UsageError(std::string(command) + ": the name of the picture must end in .png or .pdf");
+}
+
+bool isStandardOutput(std::string const& path)
+{
+  return path.empty() || path == "-";
+}
+
+void writeText(std::string const& path, std::string const& text)
+{
+  if (isStandardOutput(path)) {
+    std::cout << text;
+    return;
+  }
+  SafeFile file(path);
+  file.write(text);
+  file.commit();
+}
+
 void checkOutputs(char const* command, SieveArguments const& arguments, std::vector<std::string> outputs)
 {
+  if (!arguments.sieve.empty())
+    for (std::string const& output : outputs)
+      if (!isStandardOutput(output)) requireOther(command, output, arguments.sieve);
   outputs.push_back(arguments.saveSieve);
-  outputs.erase(std::remove_if(outputs.begin(), outputs.end(), isNoFile), outputs.end());
+  outputs.erase(std::remove_if(outputs.begin(), outputs.end(), isStandardOutput), outputs.end());
+  std::vector<std::string> const inputs = inputsOf(arguments);
   for (std::size_t i = 0; i < outputs.size(); ++i) {
-    for (std::string const& input : {arguments.file, arguments.read.parametersFile})
-      if (!isNoFile(input) && isSameFile(outputs[i], input))
-        throw UsageError(std::string(command) + ": " + outputs[i] + " is the file that is read");
+    for (std::string const& input : inputs) requireOther(command, outputs[i], input);
     for (std::size_t k = 0; k < i; ++k)
       if (isSameFile(outputs[i], outputs[k]))
         throw UsageError(std::string(command) + ": " + outputs[i] + " would be written twice");

@@ -44,20 +44,16 @@ constexpr std::array<Column, 5> columns = {{
      [](ParameterPair const& pair) { return pText(pair.p) + (pair.significant ? " *" : "  "); }},
 }};
 
-std::string percent(double share)
-{
-  return formatted(100.0 * share, "%.3g", "-") + " %";
-}
-
-double levelOf(ComparisonMethod const& method)
-{
-  return method.thresholds.largestP / static_cast<double>(method.gatesTried);
-}
-
 bool hasByDesign(PairComparisons const& comparison)
 {
   return std::any_of(comparison.pairs.begin(), comparison.pairs.end(),
                      [](ParameterPair const& pair) { return pair.byDesign; });
+}
+
+/// The tests that a p is adjusted for.
+std::size_t familyOf(PairComparisons const& comparison)
+{
+  return comparison.pairs.size() * comparison.method.gatesTried;
 }
 
 /// Without the column of designs if nothing stands in it.
@@ -115,7 +111,7 @@ void printPairMethod(std::ostream& out, PairComparisons const& comparison)
   out << '\n';
   if (!std::isnan(comparison.noiseFloor))
     out << "floor   chance alone exceeds |r| = " << formatted(comparison.noiseFloor, "%.3f", "-") << " in "
-        << percent(levelOf(method)) << " of the permutations\n";
+        << percentText(cutOf(method)) << " of the permutations\n";
   out << "unseen  " << unseen << '\n';
   if (!comparison.isSettled) out << "note    a p adj is close to the threshold; --permutations makes more\n";
 }
@@ -126,9 +122,10 @@ nlohmann::ordered_json pairMethodJson(PairComparisons const& comparison)
   return {{"test", "Spearman's rank correlation in the passing runs, two-sided"},
           {"adjust", "permutation"},
           {"p_threshold", method.thresholds.largestP},
-          {"family", comparison.pairs.size()},
+          {"family", familyOf(comparison)},
           {"gates_tried", method.gatesTried},
           {"permutations", comparison.permutations},
+          {"most_permutations", std::max(method.permutations, method.mostPermutations)},
           {"seed", method.seed},
           {"noise_floor", numberJson(comparison.noiseFloor)},
           {"settled", comparison.isSettled},
@@ -155,12 +152,14 @@ nlohmann::ordered_json pairJson(ParameterPair const& pair)
 void printPairCsv(std::ostream& out, PairComparisons const& comparison)
 {
   ComparisonMethod const& method = comparison.method;
-  std::string const common = "," + std::to_string(comparison.pairs.size()) + ',' +
-                             std::to_string(comparison.permutations) + ',' + std::to_string(method.seed) +
-                             ',' + std::to_string(method.gatesTried) + ',' + exact(comparison.noiseFloor) +
-                             "," RUNSIEVE_VERSION "\n";
+  std::string const common =
+      ',' + std::to_string(familyOf(comparison)) + ',' + std::to_string(comparison.permutations) + ',' +
+      std::to_string(method.seed) + ',' + exact(comparison.noiseFloor) +
+      (comparison.isSettled ? ",true," : ",false,") + exact(method.thresholds.largestP) + ',' +
+      std::to_string(method.gatesTried) + "," RUNSIEVE_VERSION "\n";
   out << "first,second,n_passing,n_others,r_passing,r_others,difference,r_all,by_design,r_expected,statistic,"
-         "p_adjusted,significant,family,permutations,seed,gates_tried,noise_floor,version\n";
+         "p_adjusted,significant,family,permutations,seed,noise_floor,settled,p_threshold,gates_tried,"
+         "version\n";
   for (ParameterPair const& pair : comparison.pairs) {
     out << quotedField(pair.first) << ',' << quotedField(pair.second) << ',' << pair.passing << ','
         << pair.others;

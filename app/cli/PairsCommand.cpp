@@ -28,18 +28,15 @@ constexpr std::size_t mostCharts = 6;
 struct FoundPairs
 {
   GatedScan const& gated;
-  RunSet passing; ///< all of them eligible
-  RunSet eligible;
+  RunsToCompare runs;
   PairComparisons found;
-
-  [[nodiscard]] std::size_t notComplete() const { return eligible.complement().count(); }
 };
 
 void printTable(FoundPairs const& pairs, std::size_t top)
 {
   printGates(std::cout, pairs.gated);
   std::cout << passingText(pairs.gated) << '\n';
-  printNotCompared(std::cout, pairs.notComplete());
+  printNotCompared(std::cout, pairs.runs.notComplete());
   std::cout << '\n';
   printPairTable(std::cout, pairs.found, top);
   std::cout << '\n';
@@ -55,7 +52,7 @@ void printJson(FoundPairs const& pairs)
   report["version"] = RUNSIEVE_VERSION;
   report["runs"] = gated.scan().runs.size();
   report["passing"] = gated.passed.runs.count();
-  report["not_complete"] = pairs.notComplete();
+  report["not_complete"] = pairs.runs.notComplete();
   report["gates"] = gatesAsJson(gated);
   report["method"] = pairMethodJson(found);
   report["pairs"] = nlohmann::json::array();
@@ -117,28 +114,25 @@ std::vector<ParameterPair> picturedPairs(PairsArguments const& arguments, Scan c
 
 void checkFiles(PairsArguments const& arguments)
 {
-  if (!arguments.picture.empty() && !isPictureName(arguments.picture))
-    throw UsageError("pairs: the name of the picture must end in .png or .pdf");
+  checkPictureName("pairs", arguments.picture);
   checkOutputs("pairs", arguments, {arguments.picture});
 }
 
 FoundPairs foundPairs(GatedScan const& gated, std::string const& file)
 {
-  if (!gated.sieves()) failWithoutGates("pairs");
-  if (gated.passed.runs.count() == 0) failWithoutRuns(gated, file);
+  RunsToCompare const runs = runsToCompare(gated, "pairs", file);
   if (gated.method.permutations == 0)
     throw UsageError("pairs: the sieve file asks for no permutations, which the test is made of; "
                      "--permutations makes some");
-  FoundPairs pairs{gated, gated.passed.runs, gated.eligible(), {}};
-  pairs.passing &= pairs.eligible;
-  if (pairs.passing.count() == 0) failWithoutCompleteRuns(file);
+  FoundPairs pairs{gated, runs, {}};
   try {
-    pairs.found = comparePairs(gated.scan(), pairs.passing, pairs.eligible, gated.method);
+    pairs.found = comparePairs(gated.scan(), runs.passing, runs.eligible, gated.method);
   } catch (std::length_error const& error) {
     throw std::runtime_error(file + ": " + error.what() + "; --ignore leaves columns out");
   }
   if (pairs.found.pairs.empty())
     throw std::runtime_error(file + ": " + pairs.found.warnings.front().text + ", and a pair takes two");
+  for (ComparisonWarning const& warning : gateWarnings(gated)) pairs.found.warnings.push_back(warning);
   return pairs;
 }
 
@@ -151,8 +145,9 @@ int runPairs(PairsArguments const& arguments)
   FoundPairs const pairs = foundPairs(gated, arguments.file);
   if (!arguments.picture.empty())
     desk().drawPairs(arguments, gated.scan(),
-                     {picturedPairs(arguments, gated.scan(), pairs.found), pairs.passing, pairs.eligible,
-                      pictureTitle(gated)});
+                     {picturedPairs(arguments, gated.scan(), pairs.found), pairs.runs.passing,
+                      pairs.runs.eligible, pictureTitle(gated)});
+  saveSieve(gated, arguments);
   if (arguments.format != "table") printNotes(gated);
   if (arguments.format == "json")
     printJson(pairs);

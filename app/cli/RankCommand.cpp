@@ -93,8 +93,7 @@ void print(Ranking const& ranking, std::string const& format)
 
 void checkFiles(RankArguments const& arguments)
 {
-  if (!arguments.stabilityPicture.empty() && !isPictureName(arguments.stabilityPicture))
-    throw UsageError("rank: the name of the picture must end in .png or .pdf");
+  checkPictureName("rank", arguments.stabilityPicture);
   checkOutputs("rank", arguments, {arguments.stabilityPicture});
 }
 
@@ -104,26 +103,20 @@ int runRank(RankArguments const& arguments)
 {
   checkFiles(arguments);
   GatedScan const gated = openGated(arguments);
-  if (!gated.sieves()) failWithoutGates("rank");
-  RunSet const eligible = gated.eligible();
-  RunSet compared(gated.passed.runs);
-  compared &= eligible;
-  Ranking ranking{gated, compareParameters(gated.scan(), compared, eligible, gated.method), std::nullopt,
-                  eligible.complement().count()};
-  if (gated.passed.runs.count() == 0) failWithoutRuns(gated, arguments.file);
-  if (compared.count() == 0) failWithoutCompleteRuns(arguments.file);
+  RunsToCompare const runs = runsToCompare(gated, "rank", arguments.file);
+  Ranking ranking{gated, compareParameters(gated.scan(), runs.passing, runs.eligible, gated.method),
+                  std::nullopt, runs.notComplete()};
   if (ranking.compared.leftOut.size() == gated.scan().parameters.size())
-    throw std::runtime_error(
-        arguments.file +
-        (eligible.count() < 2 ? ": fewer than two runs are complete" : ": no parameter varies") +
-        ", so there is nothing to rank");
+    failWithoutParameters(arguments.file, runs.eligible, "there is nothing to rank");
   for (ComparisonWarning const& warning : gateWarnings(gated)) ranking.compared.warnings.push_back(warning);
   if (arguments.stability) {
     StabilityMethod method;
     method.top = arguments.top;
     method.seed = gated.method.seed;
-    ranking.stability = stabilityOfComparison(gated.scan(), compared, eligible, ranking.compared, method);
+    ranking.stability =
+        stabilityOfComparison(gated.scan(), runs.passing, runs.eligible, ranking.compared, method);
   }
+  saveSieve(gated, arguments);
   print(ranking, arguments.format);
   if (!arguments.stabilityPicture.empty())
     desk().drawStability(arguments, ranking.compared, *ranking.stability);

@@ -2,6 +2,7 @@
 
 #include "app/cli/WrappedText.h"
 
+#include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/text/ShownText.h>
 #include <runsieve/core/write/RowWriter.h>
 
@@ -111,9 +112,14 @@ std::string formatted(double value, char const* format, char const* missing)
   return text;
 }
 
+std::string percentText(double share)
+{
+  return formatted(100.0 * share, "%.3g", "-") + " %";
+}
+
 std::string exact(double value)
 {
-  return formatted(value, "%.17g", "");
+  return std::isnan(value) ? std::string() : decimal(value + 0.0); // no minus zero
 }
 
 void printField(std::ostream& out, std::string const& text, std::size_t width, bool left)
@@ -125,7 +131,9 @@ void printField(std::ostream& out, std::string const& text, std::size_t width, b
 
 nlohmann::ordered_json numberJson(double value)
 {
-  return std::isnan(value) ? nlohmann::ordered_json() : nlohmann::ordered_json(value);
+  if (std::isnan(value)) return nullptr;
+  if (std::isinf(value)) return value < 0.0 ? "-inf" : "inf";
+  return value;
 }
 
 std::string pText(double p, bool isBelow)
@@ -195,11 +203,10 @@ void printMethod(std::ostream& out, ComparisonMethod const& method, std::size_t 
     out << "p, not adjusted";
     break;
   }
-  out << tried << '\n';
+  out << (method.adjustment == Adjustment::None ? "" : tried) << '\n';
   if (!std::isnan(noiseFloor))
     out << "floor  chance alone exceeds |d| = " << formatted(noiseFloor, "%.3f", "-") << " in "
-        << formatted(100.0 * method.thresholds.largestP / static_cast<double>(method.gatesTried), "%.3g", "-")
-        << " % of the permutations\n";
+        << percentText(cutOf(method)) << " of the permutations\n";
   if (!isSettled && method.adjustment == Adjustment::Permutation)
     out << "note   a p adj is close to the threshold; --permutations makes more\n";
 }
@@ -235,7 +242,7 @@ nlohmann::ordered_json methodJson(ComparisonMethod const& method, std::size_t fa
           {"family", family},
           {"gates_tried", method.gatesTried},
           {"permutations", permutations},
-          {"most_permutations", method.mostPermutations},
+          {"most_permutations", std::max(method.permutations, method.mostPermutations)},
           {"seed", method.seed},
           {"noise_floor", numberJson(noiseFloor)},
           {"settled", isSettled}};

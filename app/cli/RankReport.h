@@ -15,12 +15,15 @@ namespace runsieve::app {
 /// A number for people. \param missing stands for NaN: there may be no other runs to compare with
 [[nodiscard]] std::string formatted(double value, char const* format, char const* missing);
 
+/// "5 %", "0.25 %": up to three digits.
+[[nodiscard]] std::string percentText(double share);
+
 /// A p-value for people, of two digits: "0.031", "2.9e-25", "< 1e-300". \param isBelow whether it is a bound
 [[nodiscard]] std::string pText(double p, bool isBelow = false);
 
-/// All digits; nothing for NaN.
+/// The fewest digits that read back to the same number; nothing for NaN.
 [[nodiscard]] std::string exact(double value);
-/// Null for NaN.
+/// Null for NaN; "inf" and "-inf", as JSON has no infinite numbers.
 [[nodiscard]] nlohmann::ordered_json numberJson(double value);
 
 /// The parameters as a table of aligned columns, at most 100 wide for names of at most 45; significant ones

@@ -7,8 +7,7 @@ namespace runsieve::app {
 
 int runRender(RenderArguments const& arguments)
 {
-  if (!isPictureName(arguments.output))
-    throw UsageError("render: the name of the picture must end in .png or .pdf");
+  checkPictureName("render", arguments.output);
   checkOutputs("render", arguments, {arguments.output});
   return desk().render(arguments);
 }

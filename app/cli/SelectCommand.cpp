@@ -6,7 +6,6 @@
 #include "app/cli/OutputFiles.h"
 #include "app/cli/RankReport.h"
 
-#include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/text/Decimal.h>
 #include <runsieve/core/write/RowWriter.h>
 #include <runsieve/core/write/WriteScan.h>
@@ -71,12 +70,10 @@ void printJson(std::ostream& out, GatedScan const& gated, std::vector<std::size_
                                     {"status", statusName(scan.runs[run].status)}};
     for (ScanParameter const& parameter : scan.parameters) {
       double const value = parameter.values[run];
-      if (std::isnan(value))
-        entry["parameters"][parameter.label.name] = nullptr;
-      else if (parameter.isText())
+      if (parameter.isText() && !std::isnan(value))
         entry["parameters"][parameter.label.name] = valueText(parameter, run, true);
       else
-        entry["parameters"][parameter.label.name] = value;
+        entry["parameters"][parameter.label.name] = numberJson(value);
     }
     report["selected"].push_back(std::move(entry));
   }
@@ -104,20 +101,17 @@ int runSelect(SelectArguments const& arguments)
   GatedScan const gated = openGated(arguments);
   if (!gated.sieves()) failWithoutGates("select");
   RunSet const selected = arguments.others ? gated.passed.runs.complement() : gated.passed.runs;
-  bool const toOutput = arguments.output.empty() || arguments.output == "-";
+  bool const toOutput = isStandardOutput(arguments.output);
   if (arguments.format == "scan" && selected.count() == 0)
     throw std::runtime_error(arguments.file + ": no run is selected, and a scan has one run at least");
   if (arguments.format == "scan" && toOutput) {
     writeScan(gated.scan(), std::cout, &selected);
   } else if (arguments.format == "scan") {
     writeScan(gated.scan(), arguments.output, &selected);
-  } else if (toOutput) {
-    std::cout << listOf(arguments, gated, selected);
   } else {
-    SafeFile file(arguments.output);
-    file.write(listOf(arguments, gated, selected));
-    file.commit();
+    writeText(arguments.output, listOf(arguments, gated, selected));
   }
+  saveSieve(gated, arguments);
   std::ostream& report = toOutput ? std::cerr : std::cout;
   printGates(report, gated);
   report << passingText(gated) << '\n';

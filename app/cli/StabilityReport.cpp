@@ -57,9 +57,9 @@ void printLine(std::ostream& out, std::vector<ComparisonAtSize> const& sizes, st
 void printStabilityMethod(std::ostream& out, ComparisonStability const& stability)
 {
   StabilityMethod const& method = stability.method;
-  out << "|d| " << formatted(100.0 * method.confidence, "%.3g", "-")
-      << " %  confidence interval of |d|, from " << method.resamples << " resamples of the runs (seed "
-      << method.seed << ")\ntop    share of the resamples in which the parameter is "
+  out << "|d| " << percentText(method.confidence) << "  confidence interval of |d|, from " << method.resamples
+      << " resamples of the runs (seed " << method.seed
+      << ")\ntop    share of the resamples in which the parameter is "
       << (method.top == 1 ? std::string("the one") : "among the " + std::to_string(method.top))
       << " with the largest |d|\n";
 }
@@ -78,7 +78,7 @@ void printEnoughRuns(std::ostream& out, Comparison const& comparison, Comparison
   out << "enough runs?  |d| in " << stability.method.subsamples
       << " samples of a part of the runs: median (5 % .. 95 %)\n";
   printLine(out, sizes, "", nameWidth,
-            [](ComparisonAtSize const& size) { return formatted(100.0 * size.share, "%.3g", "-") + " % "; });
+            [](ComparisonAtSize const& size) { return percentText(size.share) + ' '; });
   printLine(out, sizes, "passing", nameWidth,
             [](ComparisonAtSize const& size) { return std::to_string(size.passing) + ' '; });
   printLine(out, sizes, "others", nameWidth,

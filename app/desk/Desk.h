@@ -11,6 +11,14 @@
 
 namespace runsieve::app {
 
+/// What a picture of clusters shows.
+struct ClusterPicture
+{
+  std::size_t output = 0;  ///< by which the runs are grouped
+  RunSet eligible;         ///< the runs that are compared
+  ComparisonMethod method; ///< likewise
+};
+
 /// What a picture of pairs of parameters shows.
 struct PairPicture
 {
@@ -35,8 +43,8 @@ public:
   virtual int explore(ExploreArguments const& arguments) = 0;
   /// Draws the runs of a scan, grouped by one of its outputs; with the switches of a stored plot if the file
   /// is one.
-  virtual void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                            ComparisonMethod const& method) = 0;
+  virtual void drawClusters(ClusterArguments const& arguments, Scan const& scan,
+                            ClusterPicture const& picture) = 0;
   /// Draws the runs of a scan by pairs of their parameters, a chart for each pair.
   virtual void drawPairs(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture) = 0;
 

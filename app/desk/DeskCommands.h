@@ -13,8 +13,7 @@ int renderPicture(RenderArguments const& arguments);
 int convertPlot(ConvertArguments const& arguments);
 int openExplorer(ExploreArguments const& arguments);
 /// Groups the runs of an output as the cluster command does, and draws them.
-void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                        ComparisonMethod const& method);
+void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, ClusterPicture const& picture);
 /// Draws the runs of a scan by pairs of their parameters.
 void drawPairPicture(PairsArguments const& arguments, Scan const& scan, PairPicture const& picture);
 

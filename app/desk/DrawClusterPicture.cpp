@@ -33,23 +33,22 @@ std::string titleOf(std::vector<int> const& labels, std::string const& mode)
 
 } // namespace
 
-void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                        ComparisonMethod const& method)
+void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, ClusterPicture const& picture)
 {
   OffscreenView view(arguments.width, arguments.height);
   PlotContainer plot(nullptr);
   view.scene()->AddItem(plot.getItem());
   ViewOptions options = isStoredPlot(arguments.file) ? readPlot(arguments.file).view : ViewOptions();
-  options.output = output;
+  options.output = picture.output;
   options.quantiles = false;
-  options.pThreshold = method.thresholds.largestP;
-  options.ksThreshold = method.thresholds.smallestD;
+  options.pThreshold = picture.method.thresholds.largestP;
+  options.ksThreshold = picture.method.thresholds.smallestD;
   {
     const QuietLibrary quiet;
     showScan(plot, linePlotTableOf(scan), options);
   }
   const std::vector<int> labels = clusterRuns(plot, arguments.clusters, shapeOf(arguments.mode));
-  const ClusterComparison comparison = compareClusters(scan, labels, method);
+  const ClusterComparison comparison = compareClusters(scan, labels, picture.eligible, picture.method);
   showClusterDistributions(plot, labels, comparison);
   plot.metaData->plotTitle = titleOf(labels, arguments.mode);
   plot.redraw(); // the lines that clustering has added go

@@ -20,10 +20,9 @@ int QtDesk::explore(ExploreArguments const& arguments)
   return openExplorer(arguments);
 }
 
-void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                          ComparisonMethod const& method)
+void QtDesk::drawClusters(ClusterArguments const& arguments, Scan const& scan, ClusterPicture const& picture)
 {
-  drawClusterPicture(arguments, scan, output, method);
+  drawClusterPicture(arguments, scan, picture);
 }
 
 void QtDesk::drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title)

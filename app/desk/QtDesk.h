@@ -11,8 +11,8 @@ public:
   int render(RenderArguments const& arguments) override;
   int convert(ConvertArguments const& arguments) override;
   int explore(ExploreArguments const& arguments) override;
-  void drawClusters(ClusterArguments const& arguments, Scan const& scan, std::size_t output,
-                    ComparisonMethod const& method) override;
+  void drawClusters(ClusterArguments const& arguments, Scan const& scan,
+                    ClusterPicture const& picture) override;
   void drawBox(BoxArguments const& arguments, BoxOfRuns const& box, std::string const& title) override;
   void drawStability(RankArguments const& arguments, Comparison const& comparison,
                      ComparisonStability const& stability) override;

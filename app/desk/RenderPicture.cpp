@@ -62,6 +62,7 @@ int renderPicture(RenderArguments const& arguments)
   view.save(arguments.output);
   // A plot that outlived its view would let go of textures in a context that is gone.
   plot.setScene(nullptr);
+  saveSieve(sieved.gated, arguments);
   printNotes(sieved.gated);
   if (sieved.gated.sieves() && sieved.gated.passed.runs.count() == 0)
     std::cerr << "runsieve: no run passes through all gates\n";

@@ -433,7 +433,7 @@ void ExplorerWindow::showClusters()
 {
   comparingClusters = true;
   if (hasSelection(*container)) app::clearSelection(*container);
-  clusterComparison = compareClusters(runs, clusterOfRun, method());
+  clusterComparison = compareClusters(runs, clusterOfRun, completeRuns(runs), method());
   showClusterDistributions(*container, clusterOfRun, clusterComparison);
   container->redraw(); // lines that clustering itself has added go
   comparingClusters = false;

@@ -182,6 +182,12 @@ TEST_F(BoxCommand, SavesTheGatesOfTheBoxAlone)
   EXPECT_EQ(saved.counts.passing, byWords.size());
 }
 
+TEST_F(BoxCommand, NamesAGateThatEveryRunPasses)
+{
+  run({"--gate", "A @ 0 in 0.."});
+  EXPECT_THAT(out, HasSubstr("warning  all runs pass \"A @ 0 in 0..inf\"\n"));
+}
+
 TEST_F(BoxCommand, TellsOfRunsInsideThatTookNoPart)
 {
   run({});

@@ -247,6 +247,70 @@ TEST_F(ClusterCommand, TheStarGoesByTheAdjustmentThatIsAskedFor)
   EXPECT_THAT(printed, testing::Not(HasSubstr("all clusters"))) << "they need permutations";
 }
 
+/// Runs of two shapes; those with a large k1 fail, and so have no shape.
+std::string scanWithFailures()
+{
+  std::ostringstream text;
+  text << "run,time,A,k1,k2\n";
+  for (int run = 0; run < 60; ++run) {
+    bool const fails = run % 3 == 0;
+    for (int time = 0; time < 4; ++time)
+      text << run << ',' << time << ','
+           << (fails ? "nan" : std::to_string(run % 2 == 0 ? time * time : -time * time)) << ','
+           << (fails ? 100 : 0) + run * 37 % 60 << ',' << run * 23 % 60 << '\n';
+  }
+  return text.str();
+}
+
+TEST_F(ClusterCommand, WhatMakesRunsFailIsNoDifferenceOfAClusterUnlessAskedFor)
+{
+  arguments.file = folder.write(scanWithFailures(), "failures.csv");
+  arguments.clusters = 2;
+  arguments.rank = true;
+  arguments.output = folder.file("labels.csv");
+  std::string printed = cluster();
+  EXPECT_THAT(printed, HasSubstr("\n20 runs are not complete and not compared"));
+  EXPECT_EQ(printed.find(" *"), std::string::npos) << printed;
+  arguments.gates = {"status complete, short, failed"};
+  printed = cluster();
+  EXPECT_EQ(printed.find("not complete"), std::string::npos);
+  EXPECT_NE(printed.find(" *"), std::string::npos) << "all take part";
+}
+
+TEST_F(ClusterCommand, TextsCanSetAClusterApartByHolm)
+{
+  std::ostringstream text;
+  text << "run,time,A,k,strain\n";
+  for (int run = 0; run < 40; ++run)
+    for (int time = 0; time < 4; ++time)
+      text << run << ',' << time << ',' << (run % 2 == 0 ? time : -time) << ',' << run * 37 % 40 << ','
+           << (run % 2 == 0 ? "WT" : "mut") << '\n';
+  arguments.file = folder.write(text.str(), "strains.csv");
+  arguments.clusters = 2;
+  arguments.rank = true;
+  arguments.adjust = Adjustment::Holm;
+  const std::string printed = cluster();
+  EXPECT_THAT(printed, HasSubstr("Holm of 4 tests"));
+  EXPECT_THAT(printed, testing::ContainsRegex("\nstrain .*0\\.004 \\*"));
+}
+
+TEST_F(ClusterCommand, ALongNameOfAParameterIsShortenedInAllTables)
+{
+  std::string const name(120, 'x');
+  std::ostringstream text;
+  text << "run,time,A,k" << name << ",k2\n";
+  for (int run = 0; run < 40; ++run)
+    for (int time = 0; time < 4; ++time)
+      text << run << ',' << time << ',' << (run % 2 == 0 ? time : -time) << ',' << run * 37 % 40 << ','
+           << run * 23 % 40 << '\n';
+  arguments.file = folder.write(text.str(), "long.csv");
+  arguments.clusters = 2;
+  arguments.rank = true;
+  const std::string printed = cluster();
+  std::istringstream lines(printed.substr(printed.find("\n\n")));
+  for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 104u) << line;
+}
+
 TEST_F(ClusterCommand, NothingToRankIsAFailureThatLeavesNoFile)
 {
   ScanShape shape;

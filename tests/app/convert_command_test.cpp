@@ -17,6 +17,7 @@
 #include <nlohmann/json.hpp>
 
 #include <cmath>
+#include <filesystem>
 
 namespace runsieve::test {
 namespace {
@@ -256,6 +257,42 @@ TEST_F(ConvertCommand, APlotWhoseEndingIsInCapitalsNeedsNoGateToRank)
     testing::internal::GetCapturedStdout();
     ADD_FAILURE() << error.what();
   }
+}
+
+TEST_F(ConvertCommand, APlotOfAnyNameNeedsNoGateToRank)
+{
+  const std::string plot = plotWith({gate});
+  const std::string expected = rank({"rank", plot});
+  std::filesystem::rename(plot, folder.file("plot.txt"));
+  EXPECT_EQ(rank({"rank", folder.file("plot.txt")}), expected);
+  EXPECT_THROW((void)parseCommandLine({"rank", scan}), UsageError) << "a scan needs one";
+}
+
+TEST_F(ConvertCommand, ASelectionThatNoGatesMadeIsNotSavedAsASieve)
+{
+  StoredPlot plot;
+  plot.scan = shaped.scan;
+  plot.selectedRows = {16, 49};
+  writePlot(plot, folder.file("dragged.rsd"));
+  const std::string sieve = folder.file("sieve.json");
+  try {
+    rank({"rank", folder.file("dragged.rsd"), "--save-sieve", sieve});
+    ADD_FAILURE() << "saved";
+  } catch (UsageError const& error) {
+    EXPECT_THAT(error.what(), HasSubstr("--save-sieve: no gates made the selection"));
+  }
+  testing::internal::GetCapturedStdout();
+  EXPECT_FALSE(std::filesystem::exists(sieve));
+  EXPECT_THAT(rank({"rank", plotWith({gate}), "--save-sieve", sieve}), HasSubstr("runs pass"));
+  EXPECT_TRUE(std::filesystem::exists(sieve)) << "gates made this one";
+}
+
+TEST_F(ConvertCommand, ASieveFileWithoutGatesKeepsThoseOfTheStoredPlot)
+{
+  const std::string plot = plotWith({gate});
+  const std::string sieve =
+      folder.write(R"({"format": "runsieve sieve", "version": 1, "gates": []})", "s.json");
+  EXPECT_EQ(rank({"rank", plot, "--sieve", sieve}), rank({"rank", plot}));
 }
 
 TEST_F(ConvertCommand, APlotOfAPlotKeepsSelectionViewAndZoom)

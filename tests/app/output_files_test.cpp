@@ -59,6 +59,41 @@ TEST_F(OutputFiles, NeverTakeThePlaceOfTheTableOfParameters)
               HasSubstr("doses.csv is the file that is read"));
 }
 
+TEST_F(OutputFiles, NeverTakeThePlaceOfTheSieveFileThatIsRead)
+{
+  std::string const sieve = folder.file("sieve.json");
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(faultOf(runSelect, {"select", scan, "-g", gate, "--save-sieve", sieve}), "");
+  std::string const content = TempFolder::contentOf(sieve);
+  EXPECT_THAT(faultOf(runSelect, {"select", scan, "--sieve", sieve, "-o", sieve}),
+              HasSubstr("sieve.json is the file that is read"));
+  EXPECT_THAT(faultOf(runBox, {"box", scan, "--sieve", sieve, "--save-sieve", sieve}),
+              HasSubstr("sieve.json is the file that is read"))
+      << "the gates of the box are others";
+  EXPECT_EQ(TempFolder::contentOf(sieve), content);
+  EXPECT_EQ(
+      faultOf(runSelect, {"select", scan, "--sieve", sieve, "-g", "A @ 0 in 0..", "--save-sieve", sieve}), "")
+      << "it keeps its gates";
+  EXPECT_NE(TempFolder::contentOf(sieve), content);
+  (void)testing::internal::GetCapturedStdout();
+  (void)testing::internal::GetCapturedStderr();
+}
+
+TEST_F(OutputFiles, NeverTakeThePlaceOfATableThatTheSieveFileNames)
+{
+  std::string const table = folder.write("run,m\n0,1\n1,2\n", "doses.csv");
+  std::string const sieve = folder.file("sieve.json");
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(faultOf(runSelect, {"select", scan, "--parameters", table, "-g", gate, "--save-sieve", sieve}),
+            "");
+  (void)testing::internal::GetCapturedStdout();
+  (void)testing::internal::GetCapturedStderr();
+  EXPECT_THAT(faultOf(runSelect, {"select", scan, "--sieve", sieve, "-o", table}),
+              HasSubstr("doses.csv is the file that is read"));
+}
+
 TEST_F(OutputFiles, AreNotWrittenTwice)
 {
   std::string const output = folder.file("both.json");

@@ -122,9 +122,26 @@ TEST_F(PairsCommand, CsvHasAllPairsAndTheMethod)
   ASSERT_EQ(lines().size(), 4u);
   EXPECT_THAT(lines()[0],
               StartsWith("first,second,n_passing,n_others,r_passing,r_others,difference,r_all,by_design,"
-                         "r_expected,statistic,p_adjusted,significant,family,permutations,seed,"));
-  EXPECT_THAT(lines()[1], AllOf(StartsWith("\"x\",\"y\","), HasSubstr(",true,3,1000,7,1,")));
+                         "r_expected,statistic,p_adjusted,significant,family,permutations,seed,noise_floor,"
+                         "settled,p_threshold,gates_tried,version"));
+  EXPECT_THAT(lines()[1], AllOf(StartsWith("\"x\",\"y\","), HasSubstr(",true,3,1000,7,0.")));
   for (std::size_t const line : {2, 3}) EXPECT_THAT(lines()[line], HasSubstr("\"z, too\""));
+}
+
+TEST_F(PairsCommand, TheFamilyCountsTheGatesTried)
+{
+  run({"--format", "csv", "--gates-tried", "5"});
+  EXPECT_THAT(lines()[1], AllOf(HasSubstr(",true,15,1000,1,"), HasSubstr(",true,0.05,5,")));
+  run({"--format", "json", "--gates-tried", "5"});
+  auto const method = nlohmann::json::parse(out)["method"];
+  EXPECT_EQ(method["family"], 15);
+  EXPECT_EQ(method["most_permutations"], 10000);
+}
+
+TEST_F(PairsCommand, AGateThatEveryRunPassesIsNamed)
+{
+  run({"-g", "A @ 1 in -5..5"});
+  EXPECT_THAT(out, HasSubstr("warning  all runs pass \"A @ 1 in -5..5\"\n"));
 }
 
 TEST_F(PairsCommand, JsonHasEverything)

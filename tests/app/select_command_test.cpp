@@ -141,6 +141,26 @@ TEST_F(SelectCommand, ASieveFileReplaysGatesAndTellsOtherData)
   EXPECT_THAT(err, HasSubstr("2 of 2 runs pass"));
 }
 
+TEST_F(SelectCommand, AnInfiniteParameterIsNoMissingOneInJson)
+{
+  scan =
+      folder.write("id,time,A,k\na,0,1,inf\na,1,2,inf\nb,0,1,-inf\nb,1,5,-inf\nc,0,1,\nc,1,9,\n", "odd.csv");
+  run({"-g", "A @ 1 in 0..", "--format", "json"});
+  auto const selected = nlohmann::json::parse(out)["selected"];
+  EXPECT_EQ(selected[0]["parameters"]["k"], "inf");
+  EXPECT_EQ(selected[1]["parameters"]["k"], "-inf");
+  EXPECT_TRUE(selected[2]["parameters"]["k"].is_null());
+}
+
+TEST_F(SelectCommand, GatesOfNamesThatAreNotAsciiAreAlignedAndHarmless)
+{
+  scan = folder.write(
+      "id,time,\"\xc3\xa4\xc3\xb6\x1b[31m\",B,k\na,0,1,1,2\na,1,2,1,2\nb,0,1,2,3\nb,1,5,1,3\n", "odd.csv");
+  run({"-g", "\xc3\xa4\xc3\xb6\x1b[31m @ 1 in 0..1", "-g", "B @ 1 in 0..1"});
+  EXPECT_THAT(err, HasSubstr("gate   \xc3\xa4\xc3\xb6\\x1b[31m @ 1 in 0..1  0 left\n"));
+  EXPECT_THAT(err, HasSubstr("gate   B @ 1 in 0..1" + std::string(9, ' ') + "  0 left\n"));
+}
+
 TEST_F(SelectCommand, TimesOutsideOfTheScanAreAnError)
 {
   EXPECT_THROW(run({"-g", "A @ 7 in 0..1"}), GateError);

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <sstream>
 
 using runsieve::test::writeTable;
@@ -146,8 +147,82 @@ TEST_F(SieveCommands, CsvTellsTheMethodInEachLine)
   std::istringstream lines(testing::internal::GetCapturedStdout());
   std::string line;
   std::getline(lines, line);
-  while (std::getline(lines, line))
-    EXPECT_THAT(line, HasSubstr(",true,0.050000000000000003,0.10000000000000001,4,"));
+  while (std::getline(lines, line)) EXPECT_THAT(line, HasSubstr(",true,0.05,0.1,4,"));
+}
+
+TEST_F(SieveCommands, GatesTriedAreNotToldOfAPThatTheyDoNotAdjust)
+{
+  RankArguments arguments;
+  arguments.file = scan;
+  arguments.gates = {"A @ 2 in 0.5..1"};
+  arguments.gatesTried = 20;
+  for (Adjustment const adjust : {Adjustment::None, Adjustment::Holm}) {
+    arguments.adjust = adjust;
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(runRank(arguments), 0);
+    const std::string text = testing::internal::GetCapturedStdout();
+    if (adjust == Adjustment::None)
+      EXPECT_THAT(text, HasSubstr("\np adj  p, not adjusted\n"));
+    else
+      EXPECT_THAT(text, HasSubstr(", for 20 sets of gates tried\n"));
+  }
+}
+
+TEST_F(SieveCommands, JsonTellsAtLeastAsManyMostPermutationsAsWereAskedFor)
+{
+  folder.write(R"({"format": "runsieve sieve", "version": 1, "gates": [{"text": "A @ 2 in 0.5..1"}],
+                   "method": {"permutations": 2000, "most_permutations": 500}})",
+               "sieve.json");
+  RankArguments arguments;
+  arguments.file = scan;
+  arguments.format = "json";
+  arguments.sieve = folder.file("sieve.json");
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(runRank(arguments), 0);
+  const auto method = nlohmann::json::parse(testing::internal::GetCapturedStdout())["method"];
+  EXPECT_EQ(method["permutations"], 2000);
+  EXPECT_EQ(method["most_permutations"], 2000);
+}
+
+TEST(ExactNumber, HasAsManyDigitsAsTellItApart)
+{
+  EXPECT_EQ(exact(0.1), "0.1");
+  EXPECT_EQ(exact(1.0 / 3.0), "0.3333333333333333");
+  EXPECT_EQ(exact(-0.0), "0");
+  EXPECT_EQ(exact(std::nan("")), "");
+}
+
+TEST(JsonNumber, IsATextIfItIsInfiniteAndNullIfItIsNone)
+{
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  EXPECT_EQ(numberJson(infinity), "inf");
+  EXPECT_EQ(numberJson(-infinity), "-inf");
+  EXPECT_TRUE(numberJson(std::nan("")).is_null());
+  EXPECT_EQ(numberJson(0.5), 0.5);
+}
+
+TEST_F(SieveCommands, ACommandThatFailsLeavesNoSieveFile)
+{
+  RankArguments arguments;
+  arguments.file = scan;
+  arguments.gates = {"A @ 2 in 5..6"};
+  arguments.saveSieve = folder.file("sieve.json");
+  EXPECT_THROW(runRank(arguments), std::runtime_error);
+  EXPECT_EQ(folder.fileCount(), 1u);
+  PairsArguments pairs;
+  pairs.file = scan;
+  pairs.gates = arguments.gates;
+  pairs.saveSieve = arguments.saveSieve;
+  EXPECT_THROW(runPairs(pairs), std::runtime_error);
+  EXPECT_EQ(folder.fileCount(), 1u);
+  RenderArguments render = picture("view.png");
+  render.species = "none";
+  render.saveSieve = arguments.saveSieve;
+  EXPECT_THROW(renderPicture(render), std::runtime_error);
+  EXPECT_EQ(folder.fileCount(), 1u);
+  render.species.clear();
+  EXPECT_EQ(renderPicture(render), 0);
+  EXPECT_EQ(folder.fileCount(), 3u);
 }
 
 TEST(FormattedNumber, ANumberThatRoundsToZeroHasNoMinus)

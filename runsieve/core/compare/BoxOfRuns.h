@@ -129,9 +129,9 @@ struct BoxOfRuns
 ///    largest for each run that it takes.
 /// 2. *Choice*: of the boxes on this path the densest that covers enough passing runs.
 /// 3. *Pasting*: that box is widened as long as its density does not fall.
-/// 4. *Limits that don't matter* are told by their quasi-p-value, the probability that as many runs pass in
-///    the box if its density were that of the box without the limit. They are taken out if that is asked for,
-///    and in any case if they keep no run out.
+/// 4. *Limits that don't matter* are told by their quasi-p-value, the probability that at least as many runs
+///    pass in the box if its density were that of the box without the limit. They are taken out if that is
+///    asked for, and in any case if they keep no run out.
 /// 5. *Stability*: all that is done again for random halves of the runs, and the boxes are tried on the other
 ///    halves.
 ///

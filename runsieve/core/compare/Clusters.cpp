@@ -25,20 +25,29 @@ void checkLabels(std::vector<int> const& labels, std::size_t runs)
                                   " runs");
 }
 
-RunSet runsOfCluster(std::vector<int> const& labels, int cluster)
+std::vector<int> labelsOf(ComparedRuns const& runs, std::vector<int> const& labels)
 {
-  RunSet runs(labels.size());
-  for (std::size_t run = 0; run < labels.size(); ++run) runs.set(run, labels[run] == cluster);
-  return runs;
+  std::vector<int> ofMembers;
+  ofMembers.reserve(runs.members().size());
+  for (std::size_t const run : runs.members()) ofMembers.push_back(labels[run]);
+  return ofMembers;
 }
 
-std::vector<std::uint32_t> classesOf(std::vector<int> const& labels)
+std::vector<std::uint8_t> maskOf(std::vector<int> const& labels, int cluster)
+{
+  std::vector<std::uint8_t> mask(labels.size());
+  std::transform(labels.begin(), labels.end(), mask.begin(),
+                 [cluster](int label) { return static_cast<std::uint8_t>(label == cluster ? 1 : 0); });
+  return mask;
+}
+
+/// A negative label becomes the number behind the last cluster.
+std::vector<std::uint32_t> classesOf(std::vector<int> const& labels, std::size_t clusters)
 {
   std::vector<std::uint32_t> classes;
   classes.reserve(labels.size());
-  // A negative label becomes the number behind the last cluster.
-  auto const none = static_cast<std::uint32_t>(clusterSizes(labels).size());
-  for (int const label : labels) classes.push_back(label < 0 ? none : static_cast<std::uint32_t>(label));
+  for (int const label : labels)
+    classes.push_back(static_cast<std::uint32_t>(label < 0 ? clusters : static_cast<std::size_t>(label)));
   return classes;
 }
 
@@ -72,15 +81,19 @@ void permute(ClusterComparison& comparison, ComparedRuns const& runs, std::vecto
 {
   ComparisonMethod const& method = comparison.method;
   const PermutationResult result =
-      permuted(PermutationTest(runs.parameters(), classesOf(labels), permutationOptions(method, work)), work);
+      permuted(PermutationTest(runs.parameters(), classesOf(labels, comparison.clusters.size()),
+                               permutationOptions(method, work)),
+               work);
   comparison.permutations = result.permutations;
   if (!result.permutable) return;
   comparison.noiseFloor = result.noiseFloor;
   comparison.isSettled = result.settled;
-  for (auto& cluster : comparison.clusters)
-    for (ParameterComparison& parameter : cluster) {
+  for (std::size_t k = 0; k < comparison.clusters.size(); ++k)
+    for (std::size_t i = 0; i < comparison.clusters[k].size(); ++i) {
+      ParameterComparison& parameter = comparison.clusters[k][i];
       if (std::isnan(parameter.d)) continue;
       parameter.pPermutation = forGatesTried(shareReaching(result.maxima, parameter.d), method);
+      if (parameter.isText) parameter.p = result.aloneOfClass.at(static_cast<std::uint32_t>(k))[i];
     }
   for (std::size_t i = 0; i < runs.parameters().size(); ++i) {
     ClusterDifference difference = strongest(comparison.clusters, i);
@@ -123,27 +136,36 @@ std::vector<std::size_t> clusterSizes(std::vector<int> const& labels)
   return sizes;
 }
 
-ClusterComparison compareClusters(Scan const& scan, std::vector<int> const& labels,
-                                  ComparisonMethod const& method, ComparisonWork const& work)
+ClusterComparison compareClusters(Scan const& scan, std::vector<int> const& labelsOfAll,
+                                  RunSet const& eligible, ComparisonMethod const& method,
+                                  ComparisonWork const& work)
 {
-  checkLabels(labels, scan.runs.size());
+  checkLabels(labelsOfAll, scan.runs.size());
   checkMethod(method);
-  const ComparedRuns runs(scan, RunSet(scan.runs.size(), true));
+  const ComparedRuns runs(scan, eligible);
+  const std::vector<int> labels = labelsOf(runs, labelsOfAll);
   ClusterComparison comparison;
   comparison.method = method;
   comparison.leftOut = runs.leftOut();
+  comparison.compared = labels.size();
   std::vector<std::vector<ParameterComparison>*> all;
-  comparison.clusters.resize(clusterSizes(labels).size());
-  for (std::size_t k = 0; k < comparison.clusters.size(); ++k) {
-    const RunSet members = runsOfCluster(labels, static_cast<int>(k));
-    if (members.count() == 0) continue;
-    comparison.clusters[k] = runs.compare(runs.maskOf(members), work.threads);
+  const std::vector<std::size_t> sizes = clusterSizes(labels);
+  comparison.clusters.resize(clusterSizes(labelsOfAll).size());
+  for (std::size_t k = 0; k < sizes.size(); ++k) {
+    if (sizes[k] == 0) continue;
+    comparison.clusters[k] = runs.compare(maskOf(labels, static_cast<int>(k)), work.threads);
     all.push_back(&comparison.clusters[k]);
   }
   if (method.permutations > 0 && !runs.parameters().empty()) permute(comparison, runs, labels, work);
   comparison.family = adjustFamily(all, originalsOf(designOf(runs), runs.parameters().size()), method);
   for (auto* cluster : all) rankByDifference(*cluster, method.adjustment);
   return comparison;
+}
+
+ClusterComparison compareClusters(Scan const& scan, std::vector<int> const& labels,
+                                  ComparisonMethod const& method, ComparisonWork const& work)
+{
+  return compareClusters(scan, labels, RunSet(scan.runs.size(), true), method, work);
 }
 
 } // namespace runsieve

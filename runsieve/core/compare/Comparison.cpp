@@ -20,12 +20,21 @@ void takePermutations(Comparison& comparison, PermutationResult const& result)
   comparison.noiseFloor = result.noiseFloor;
   for (std::size_t i = 0; i < comparison.parameters.size(); ++i) {
     ParameterComparison& parameter = comparison.parameters[i];
+    if (std::isnan(parameter.d)) continue;
     parameter.pPermutation = forGatesTried(result.p[i], comparison.method);
     if (parameter.isText) parameter.p = result.alone[i];
   }
 }
 
 } // namespace
+
+RunSet completeRuns(Scan const& scan)
+{
+  RunSet complete(scan.runs.size());
+  for (std::size_t run = 0; run < scan.runs.size(); ++run)
+    complete.set(run, scan.runs[run].status == RunStatus::Complete);
+  return complete;
+}
 
 Comparison compareParameters(Scan const& scan, RunSet const& passing, RunSet const& eligible,
                              ComparisonMethod const& method, ComparisonWork const& work)

@@ -91,6 +91,9 @@ public:
   ComparisonCancelled() : std::runtime_error("the comparison was stopped") {}
 };
 
+/// The runs that ended as they should: those that take part in a comparison unless somebody asks for others.
+[[nodiscard]] RUNSIEVE_CORE_EXPORT RunSet completeRuns(Scan const& scan);
+
 /// Compares each parameter between the runs of a scan that pass and all others. Parameters whose values are
 /// all equal, missing ones aside, are left out. If one side is empty nothing is defined but the counts. May
 /// be called from several threads. \param passing runs of the scan; those that are not eligible don't count

@@ -22,4 +22,10 @@ std::optional<Adjustment> adjustmentNamed(std::string_view name)
   return std::nullopt;
 }
 
+double cutOf(ComparisonMethod const& method)
+{
+  double const largest = method.thresholds.largestP;
+  return largest == 1.0 ? 1.0 : largest / static_cast<double>(method.gatesTried);
+}
+
 } // namespace runsieve

@@ -46,6 +46,10 @@ struct ComparisonMethod
   std::size_t gatesTried = 1;
 };
 
+/// The p-value of one set of gates that is as the threshold of all that were tried (Bonferroni). 0 and 1 if
+/// the threshold is: no p-value reaches the former, and all reach the latter.
+[[nodiscard]] RUNSIEVE_CORE_EXPORT double cutOf(ComparisonMethod const& method);
+
 /// How the work is done; no effect on what comes out.
 struct ComparisonWork
 {

@@ -1,5 +1,6 @@
 #include <runsieve/core/compare/ComparisonWarnings.h>
 
+#include <runsieve/core/compare/Pairs.h>
 #include <runsieve/core/text/FieldText.h>
 
 #include <algorithm>
@@ -19,6 +20,13 @@ using Warnings = std::vector<ComparisonWarning>;
 std::string nameOf(ComparedRuns const& runs, DesignOfRuns const& design, std::size_t number)
 {
   return quoted(runs.parameterOf(design.numbers[number]).label.name);
+}
+
+std::vector<OrderedValues> ordersOf(ComparedRuns const& runs, DesignOfRuns const& design)
+{
+  std::vector<OrderedValues> orders;
+  for (std::size_t const index : design.numbers) orders.push_back(runs.parameters()[index].values);
+  return orders;
 }
 
 void warnOfLevels(Warnings& warnings, ComparedRuns const& runs, DesignOfRuns const& design)
@@ -46,6 +54,11 @@ void warnOfCorrelations(Warnings& warnings, ComparedRuns const& runs, DesignOfRu
   if (!correlated.empty()) correlated.front().insert(0, "correlated by design: ");
   addWarning(warnings, "correlated by design", correlated,
              "a difference in one can be that of the other; sample them independently to tell");
+  if (design.numbers.size() > mostPairedParameters)
+    warnings.push_back({"many parameters",
+                        "correlations by design are not looked for among " +
+                            std::to_string(design.numbers.size()) + " parameters",
+                        "a difference in one can be that of another; leave some out with --ignore to see"});
 }
 
 } // namespace
@@ -102,24 +115,30 @@ std::string correlationText(double r)
   return text;
 }
 
-DesignOfRuns designOf(ComparedRuns const& runs)
+DesignOfRuns designWithoutCorrelations(ComparedRuns const& runs)
 {
   DesignOfRuns design;
-  std::vector<OrderedValues> orders;
   std::vector<double const*> values;
   for (std::size_t i = 0; i < runs.parameters().size(); ++i) {
     if (runs.parameterOf(i).isText()) continue;
     design.numbers.push_back(i);
-    orders.push_back(runs.parameters()[i].values);
     values.push_back(runs.valuesOf(i).data());
   }
+  design.levels = fewLevels(ordersOf(runs, design), values);
+  design.design = sampleDesign(values, runs.members().size());
+  // Parameters that don't vary are not among the compared ones, but texts that do are.
+  if (design.design == SampleDesign::SWEEP && runs.parameters().size() > 1)
+    design.design = SampleDesign::INDEPENDENT;
+  return design;
+}
+
+DesignOfRuns designOf(ComparedRuns const& runs)
+{
+  DesignOfRuns design = designWithoutCorrelations(runs);
+  std::vector<OrderedValues> const orders = ordersOf(runs, design);
   std::size_t const count = runs.members().size();
-  design.levels = fewLevels(orders, values);
-  design.correlations = designCorrelations(orders, count);
-  design.design = sampleDesign(values, count);
-  // Parameters that don't vary are not among the compared ones.
-  if (design.numbers.size() == 1 && design.design != SampleDesign::INDEPENDENT)
-    design.design = SampleDesign::SWEEP;
+  design.correlations =
+      orders.size() > mostPairedParameters ? designCopies(orders, count) : designCorrelations(orders, count);
   return design;
 }
 

@@ -18,11 +18,13 @@ struct DesignOfRuns
 {
   SampleDesign design = SampleDesign::INDEPENDENT;
   std::vector<FewLevels> levels;               ///< of number parameters; positions count `numbers`
-  std::vector<DesignCorrelation> correlations; ///< likewise
+  std::vector<DesignCorrelation> correlations; ///< likewise; of more than mostPairedParameters only copies
   std::vector<std::size_t> numbers;            ///< positions of the number parameters in ComparedRuns
 };
 
 [[nodiscard]] DesignOfRuns designOf(ComparedRuns const& runs);
+/// The same without correlations, which take time for each pair of parameters.
+[[nodiscard]] DesignOfRuns designWithoutCorrelations(ComparedRuns const& runs);
 
 /// For each compared parameter the first one of which it is a copy, or itself.
 [[nodiscard]] std::vector<std::size_t> originalsOf(DesignOfRuns const& design, std::size_t parameters);

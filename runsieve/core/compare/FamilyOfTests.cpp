@@ -39,12 +39,10 @@ void checkMethod(ComparisonMethod const& method)
 
 PermutationOptions permutationOptions(ComparisonMethod const& method, ComparisonWork const& work)
 {
-  constexpr double least = 1e-9; // at a threshold of 0 or 1 nothing has to be decided
   PermutationOptions options;
   options.permutations = method.permutations;
   options.mostPermutations = std::max(method.permutations, method.mostPermutations);
-  options.cut =
-      std::clamp(method.thresholds.largestP / static_cast<double>(method.gatesTried), least, 1.0 - least);
+  options.cut = cutOf(method);
   options.seed = method.seed;
   options.threads = work.threads;
   return options;

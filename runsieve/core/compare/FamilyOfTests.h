@@ -11,7 +11,7 @@ namespace runsieve {
 /// \throw std::invalid_argument if the method cannot be followed
 void checkMethod(ComparisonMethod const& method);
 
-/// What a method means for the permutations. Sets of gates that were tried divide the threshold.
+/// What a method means for the permutations. Their cut is cutOf().
 [[nodiscard]] PermutationOptions permutationOptions(ComparisonMethod const& method,
                                                     ComparisonWork const& work);
 

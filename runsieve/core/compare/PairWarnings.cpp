@@ -66,7 +66,7 @@ std::vector<ComparisonWarning> pairWarningsOf(ComparedRuns const& runs,
                                               std::vector<std::uint8_t> const& passing,
                                               PairComparisons const& comparison)
 {
-  DesignOfRuns const design = designOf(runs);
+  DesignOfRuns const design = designWithoutCorrelations(runs);
   Warnings warnings;
   warnOfFewParameters(warnings, design.numbers.size());
   warnOfGroups(warnings, comparison.passing, comparison.others);

@@ -15,8 +15,6 @@ namespace runsieve {
 
 namespace {
 
-constexpr double z99 = 2.5758293035489004; ///< two-sided normal quantile of 99 %
-
 /// The number parameters of the compared runs.
 struct Numbers
 {
@@ -50,11 +48,6 @@ std::vector<LeftOutParameter> leftOutOf(ComparedRuns const& runs)
   return left;
 }
 
-double cutOf(ComparisonMethod const& method)
-{
-  return method.thresholds.largestP / static_cast<double>(method.gatesTried);
-}
-
 PairComparison permuted(Numbers const& numbers, std::vector<std::uint8_t> const& mask,
                         ComparisonMethod const& method, std::size_t permutations, ComparisonWork const& work)
 {
@@ -74,11 +67,12 @@ PairComparison permuted(Numbers const& numbers, std::vector<std::uint8_t> const&
 /// Whether the 99 % interval of each p lies on one side of the cut.
 bool isSettled(std::vector<PairResult> const& pairs, std::size_t permutations, double cut)
 {
+  if (cut == 0.0 || cut == 1.0) return true; // all p-values are above 0 and at most 1
   auto const made = static_cast<double>(permutations);
   return std::none_of(pairs.begin(), pairs.end(), [&](PairResult const& pair) {
     if (std::isnan(pair.p)) return false;
     auto const reached = static_cast<std::size_t>(std::lround(pair.p * (1.0 + made))) - 1;
-    Interval const p = wilsonInterval(reached, permutations, z99);
+    Interval const p = wilsonInterval(reached, permutations, normal99);
     return p.low <= cut && cut <= p.high;
   });
 }

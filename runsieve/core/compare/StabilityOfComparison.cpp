@@ -112,6 +112,13 @@ std::size_t enoughSubsamples(std::size_t wanted, double level)
   return std::max(wanted, static_cast<std::size_t>(std::min(most, std::ceil(1.0 / level))));
 }
 
+/// At a threshold of 1 there is no floor that chance exceeds so often: then the least one.
+double levelOf(ComparisonMethod const& method)
+{
+  constexpr double most = 1.0 - 1e-9;
+  return std::min(cutOf(method), most);
+}
+
 /// In the order of a comparison; not defined where d is not.
 template <class Entry>
 std::vector<Entry> picked(std::vector<Entry> const& entries, std::vector<std::size_t> const& places,
@@ -139,7 +146,7 @@ ComparisonStability stabilityOfComparison(Scan const& scan, RunSet const& passin
   const ComparedRuns runs(scan, eligible);
   const std::vector<std::uint8_t> mask = runs.maskOf(passing);
   const std::vector<std::size_t> places = placesOf(comparison, runs);
-  const double level = permutationOptions(comparison.method, work).cut;
+  const double level = levelOf(comparison.method);
   ComparisonStability result;
   result.method = method;
   if (method.top == 0) result.method.top = std::max<std::size_t>(1, significantOnes(comparison));

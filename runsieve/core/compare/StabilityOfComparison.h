@@ -87,10 +87,11 @@ struct ComparisonStability
 };
 
 /// Resamples the runs of a comparison, and takes subsamples, passing runs and others each. Number parameters
-/// are looked at by their cumulative shares, texts by the shares of each text, as their d is. \param passing,
-/// eligible those that were compared \param comparison what compareParameters() found \throw
-/// std::invalid_argument if the comparison is not of the parameters of these runs, or the method is out of
-/// range \throw ComparisonCancelled
+/// are looked at by their cumulative shares, texts by the shares of each text, as their d is.
+/// \param passing, eligible those that were compared
+/// \param comparison what compareParameters() found
+/// \throw std::invalid_argument if the comparison is not of the parameters of these runs, or the method is
+/// out of range \throw ComparisonCancelled
 [[nodiscard]] RUNSIEVE_CORE_EXPORT ComparisonStability stabilityOfComparison(
     Scan const& scan, RunSet const& passing, RunSet const& eligible, Comparison const& comparison,
     StabilityMethod const& method = {}, ComparisonWork const& work = {});

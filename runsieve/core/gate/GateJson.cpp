@@ -5,7 +5,6 @@
 #include <runsieve/core/text/BoundedJson.h>
 #include <runsieve/core/text/FieldText.h>
 
-#include <cmath>
 #include <limits>
 
 namespace runsieve {
@@ -22,16 +21,9 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
                   runsieve::quoted(found.dump()));
 }
 
-// JSON has no number for these.
-WrittenJson numberOf(double value)
-{
-  if (std::isfinite(value)) return value;
-  return std::isnan(value) ? "nan" : value < 0.0 ? "-inf" : "inf";
-}
-
 WrittenJson endOf(std::optional<double> const& time)
 {
-  return time ? numberOf(*time) : WrittenJson();
+  return time ? writtenNumber(*time) : WrittenJson();
 }
 
 WrittenJson keyOf(RunKey const& key)
@@ -44,7 +36,7 @@ WrittenJson keyOf(RunKey const& key)
 void writeRange(WrittenJson& json, Gate const& gate)
 {
   if (gate.span) json["times"] = WrittenJson::array({endOf(gate.span->first), endOf(gate.span->last)});
-  json["values"] = WrittenJson::array({numberOf(gate.range.low), numberOf(gate.range.high)});
+  json["values"] = WrittenJson::array({writtenNumber(gate.range.low), writtenNumber(gate.range.high)});
 }
 
 WrittenJson objectOf(Gate const& gate)

@@ -225,7 +225,8 @@ void enclose(ResolvedGate& resolved, GateSpan const& span, Scan const& scan)
   resolved.last = scan.times.size() - 1;
   if (span.first) {
     resolved.first = grid.behind(*span.first) - 1;
-    if (resolved.first<resolved.last&& * span.first - scan.times[resolved.first]> grid.tolerance())
+    double const behind = *span.first - scan.times[resolved.first];
+    if (resolved.first < resolved.last && behind > grid.tolerance())
       resolved.firstShare = shareOf(scan.times, resolved.first, *span.first);
   }
   if (span.last) {

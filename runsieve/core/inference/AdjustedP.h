@@ -10,8 +10,7 @@ namespace runsieve {
 ///
 /// \param p p-values in any order
 /// \param family number of tests made, those not in `p` included, such as the gates tried; 0 for the number
-/// of
-///   those in `p` that are not NaN
+///   of those in `p` that are not NaN
 /// \throws std::invalid_argument if the family is smaller than that number
 /// \return one per p-value, at most 1, in the order of `p`
 

@@ -13,8 +13,9 @@ namespace runsieve {
 /// that comes out is at least as dense and covers at least as much.
 ///
 /// Friedman and Fisher paste the box at the end of the peeling; here any box can be pasted, so that it is
-/// done for the one that is chosen from the path. \return nothing if asked to stop, between two pastes \throw
-/// std::invalid_argument as checkSizes() and PeelOptions::check()
+/// done for the one that is chosen from the path.
+/// \return nothing if asked to stop, between two pastes
+/// \throw std::invalid_argument as checkSizes() and PeelOptions::check()
 [[nodiscard]] std::optional<Box> pasted(BoxTable const& table, BoxSample const& sample, Box box,
                                         PeelOptions const& options = {}, StopAsked const& stopAsked = {});
 

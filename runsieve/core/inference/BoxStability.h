@@ -49,9 +49,10 @@ struct HalfSamples
 /// Looks for the same kind of box in random halves of the runs, drawn without replacement, and tries each on
 /// the other half (subsampling; Meinshausen and Buehlmann, Journal of the Royal Statistical Society B 72,
 /// 2010; for boxes Bryant and Lempert, Technological Forecasting and Social Change 77, 2010). Of an odd
-/// number of runs the smaller half is searched. Half i is drawn by RandomStream(seed, i). \param stopAsked
-/// asked by the calling thread alone, after every few samples \return nothing if it says so \throw
-/// std::invalid_argument as findBoxPath() and chosenBox()
+/// number of runs the smaller half is searched. Half i is drawn by RandomStream(seed, i).
+/// \param stopAsked asked by the calling thread alone, after every few samples
+/// \return nothing if it says so
+/// \throw std::invalid_argument as findBoxPath() and chosenBox()
 [[nodiscard]] std::optional<BoxStability> boxStability(BoxTable const& table, BoxSample const& sample,
                                                        PeelOptions const& options, BoxRule const& rule,
                                                        HalfSamples const& halves = {},

@@ -73,19 +73,6 @@ BoxSample::BoxSample(unsigned char const* passing, std::size_t runs, unsigned ch
   }
 }
 
-BoxSample BoxSample::outsideOf(BoxTable const& table, Box const& box) const
-{
-  checkSizes(table, *this);
-  BoxSample rest = *this;
-  rest.total = {};
-  for (std::size_t run = 0; run < runMarks.size(); ++run) {
-    unsigned char& mark = rest.runMarks[run];
-    if (table.holds(box, run)) mark = 0;
-    rest.total += tallyOf(mark);
-  }
-  return rest;
-}
-
 void checkSizes(BoxTable const& table, BoxSample const& sample)
 {
   if (sample.marks().size() != table.runs())

@@ -81,10 +81,6 @@ public:
   [[nodiscard]] std::vector<unsigned char> const& marks() const { return runMarks; }
   [[nodiscard]] BoxTally const& all() const { return total; }
 
-  /// Those of its runs that are outside of a box, among which the next box is looked for (covering; Friedman
-  /// and Fisher 1999).
-  [[nodiscard]] BoxSample outsideOf(BoxTable const& table, Box const& box) const;
-
 private:
   std::vector<unsigned char> runMarks;
   BoxTally total;

@@ -45,8 +45,8 @@ struct LaneDistances
 };
 
 /// Compares passing runs and others in each lane; a run counts as often as it is in the resample. In a lane
-/// in which no passing run, or no other, has a value the distance is 0 and the change the largest there can
-/// be, 1.
+/// in which no passing run, or no other, has a value the distance is 0 and the change 1, so that no
+/// lower end of an interval is above 0.
 ///
 /// One pass over the runs in the order of the values, and a few more for a parameter that not all runs have.
 /// \param steps laneSteps(counts)

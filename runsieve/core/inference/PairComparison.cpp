@@ -28,7 +28,8 @@ double independenceStatistic(double r, double n)
   return std::abs(r) * std::sqrt(n - 1.0);
 }
 
-/// Fisher's z; no correlation of n runs that is not perfect is nearer to 1 than 12 / n^3.
+/// Fisher's z; without ties no correlation of n runs that is not perfect is nearer to 1 than 12 / n^3. One
+/// with ties that is nearer counts as this near, which is cautious.
 double fisherZ(double r, double n)
 {
   const double limit = 1.0 - 6.0 / (n * n * n);

@@ -36,8 +36,6 @@ struct PairResult
   bool beyondFloor = false;
   std::size_t passingRuns = 0; ///< that have both values
   std::size_t otherRuns = 0;   ///< likewise
-
-  [[nodiscard]] double difference() const { return passing - others; }
 };
 
 /// Interactions between parameters: pairs that are correlated in the passing runs although each parameter on
@@ -82,7 +80,6 @@ public:
   /// on the number of threads.
   void advance(std::size_t pieces = 0);
   [[nodiscard]] bool done() const { return work.done(); }
-  [[nodiscard]] double progress() const { return work.progress(); }
 
   /// All pairs, (0, 1), (0, 2), ..., (1, 2), ...; their statistics and p only when done.
   [[nodiscard]] std::vector<PairResult> pairs() const;

@@ -15,7 +15,6 @@ namespace runsieve {
 
 namespace {
 
-constexpr double z99 = 2.5758293035489004; ///< two-sided normal quantile of 99 %
 constexpr std::size_t stepsOfSlice = std::size_t{1}
                                      << 21; ///< of a thread, each for all lanes: some milliseconds
 
@@ -108,7 +107,7 @@ PermutationTest::PermutationTest(std::vector<ComparedParameter> const& all,
     : options(asked), threads(threadCount(asked.threads)), batchEnd(asked.permutations)
 {
   require(asked.permutations > 0, "no permutations are asked for");
-  require(asked.cut > 0.0 && asked.cut < 1.0, "the cut of p-values is not between 0 and 1");
+  require(asked.cut >= 0.0 && asked.cut <= 1.0, "the cut of p-values is not in 0..1");
   if (classes.size() > mostLaneRuns) throw std::length_error("too many runs to permute");
   takeSides(classes);
   takeParameters(all, classes);
@@ -131,6 +130,7 @@ void PermutationTest::takeSides(std::vector<std::uint32_t> const& classes)
   for (auto const& [size, number] : bySize) {
     sides[number] = static_cast<std::uint32_t>(sideSizes.size());
     sideSizes.push_back(size);
+    classOf.push_back(number);
   }
   for (std::uint32_t const number : classes)
     if (number != leftOut) sideOf.push_back(sides[number]);
@@ -152,15 +152,18 @@ void PermutationTest::takeParameters(std::vector<ComparedParameter> const& all,
 // The observed sides go through the same walks as the permuted ones, in the first lane.
 void PermutationTest::observe()
 {
-  std::vector<LaneFractions> largest(parameters.size());
+  observed.resize(parameters.size());
+  reached.resize(parameters.size());
+  observedOfSide.resize(sidesWalked());
+  reachedOfSide.assign(sidesWalked(), std::vector<std::size_t>(parameters.size()));
   std::vector<LaneBits> bits(runs);
   for (std::size_t side = 0; side < sidesWalked(); ++side) {
     std::transform(sideOf.begin(), sideOf.end(), bits.begin(),
                    [&](std::uint32_t of) { return static_cast<LaneBits>(of == side ? 1 : 0); });
-    raise(largest, side, 1, bits);
+    for (LaneFractions const& d : differences(side, 1, bits)) observedOfSide[side].push_back(d[0]);
+    for (std::size_t p = 0; p < parameters.size(); ++p)
+      observed[p] = std::max(observed[p], observedOfSide[side][p]);
   }
-  for (LaneFractions const& d : largest) observed.push_back(d[0]);
-  reached.resize(parameters.size());
 }
 
 // Of two sides each differs from the other by the same.
@@ -169,10 +172,11 @@ std::size_t PermutationTest::sidesWalked() const
   return sideSizes.size() <= 2 ? std::min<std::size_t>(sideSizes.size(), 1) : sideSizes.size();
 }
 
-/// Raises the differences of all parameters to those of one side and all others, where these are larger.
-void PermutationTest::raise(std::vector<LaneFractions>& largest, std::size_t side, std::size_t lanes,
-                            std::vector<LaneBits> const& bits) const
+/// The differences of all parameters between one side and all others.
+std::vector<PermutationTest::LaneFractions>
+PermutationTest::differences(std::size_t side, std::size_t lanes, std::vector<LaneBits> const& bits) const
 {
+  std::vector<LaneFractions> found(parameters.size());
   LaneNumbers ofAll{};
   std::fill_n(ofAll.begin(), lanes, sideSizes[side]);
   for (std::size_t p = 0; p < parameters.size(); ++p) {
@@ -180,10 +184,21 @@ void PermutationTest::raise(std::vector<LaneFractions>& largest, std::size_t sid
     std::size_t const withValue = values.order.size();
     LaneNumbers const members = withValue == runs ? ofAll : membersAmong(values, bits);
     Counts const counts = countsFor(largestProduct(sideSizes[side], runs, withValue));
-    LaneNumbers const differences = largestDifferences(values, bits, members, parameters[p].steps, counts);
+    LaneNumbers const largest = largestDifferences(values, bits, members, parameters[p].steps, counts);
     for (std::size_t lane = 0; lane < lanes; ++lane)
-      largest[p][lane] =
-          std::max(largest[p][lane], differenceOfShares(differences[lane], members[lane], withValue));
+      found[p][lane] = differenceOfShares(largest[lane], members[lane], withValue);
+  }
+  return found;
+}
+
+/// Counts where the categories of one side reach what they do in the data.
+void PermutationTest::countReached(std::vector<LaneFractions> const& of, std::size_t side, Block& block) const
+{
+  for (std::size_t p = 0; p < parameters.size(); ++p) {
+    if (parameters[p].steps != Steps::EACH_GROUP) continue;
+    block.reachedOfSide[side][p] += static_cast<std::size_t>(
+        std::count_if(of[p].begin(), of[p].begin() + static_cast<std::ptrdiff_t>(block.lanes),
+                      [&](Fraction d) { return !(d < observedOfSide[side][p]); }));
   }
 }
 
@@ -195,9 +210,14 @@ void PermutationTest::permute(Block& block)
 
   std::vector<LaneFractions> largest(parameters.size());
   std::vector<LaneBits> bits(runs);
+  block.reachedOfSide.assign(sidesWalked(), std::vector<std::size_t>(parameters.size()));
   for (std::size_t side = 0; side < sidesWalked(); ++side) {
     labels.mark(side, block.lanes, bits);
-    raise(largest, side, block.lanes, bits);
+    std::vector<LaneFractions> const ofSide = differences(side, block.lanes, bits);
+    countReached(ofSide, side, block);
+    for (std::size_t p = 0; p < parameters.size(); ++p)
+      for (std::size_t lane = 0; lane < block.lanes; ++lane)
+        largest[p][lane] = std::max(largest[p][lane], ofSide[p][lane]);
   }
 
   block.reached.resize(parameters.size());
@@ -216,13 +236,15 @@ void PermutationTest::permuteTo(std::size_t end)
 {
   std::vector<Block> blocks;
   for (std::size_t begin = made; begin < end; begin += laneCount)
-    blocks.push_back({begin, std::min(laneCount, end - begin), {}});
+    blocks.push_back({begin, std::min(laneCount, end - begin), {}, {}});
   maxima.resize(end);
   inParallel(threads, blocks.size(), [&](std::size_t i) { permute(blocks[i]); });
   for (Block const& block : blocks)
     for (std::size_t p = 0; p < parameters.size(); ++p) {
       reached[p].byMaximum += block.reached[p].byMaximum;
       reached[p].alone += block.reached[p].alone;
+      for (std::size_t side = 0; side < sidesWalked(); ++side)
+        reachedOfSide[side][p] += block.reachedOfSide[side][p];
     }
   made = end;
 }
@@ -258,8 +280,9 @@ std::size_t PermutationTest::sliceSize() const
 bool PermutationTest::settled() const
 {
   if (made == 0) return !permutable;
+  if (options.cut == 0.0 || options.cut == 1.0) return true; // all p-values are above 0 and at most 1
   return std::none_of(reached.begin(), reached.end(), [&](Reached const& of) {
-    Interval const p = wilsonInterval(of.byMaximum, made, z99);
+    Interval const p = wilsonInterval(of.byMaximum, made, normal99);
     return p.low <= options.cut && options.cut <= p.high;
   });
 }
@@ -281,18 +304,31 @@ double PermutationTest::noiseFloor() const
   return *found;
 }
 
+std::map<std::uint32_t, std::vector<double>> PermutationTest::aloneOfClass() const
+{
+  std::map<std::uint32_t, std::vector<double>> alone;
+  for (std::size_t side = 0; side < sideSizes.size(); ++side) {
+    std::size_t const walked = std::min(side, sidesWalked() - 1); // two sides differ by the same
+    std::vector<double>& ofClass = alone[classOf[side]];
+    for (std::size_t p = 0; p < parameters.size(); ++p)
+      ofClass.push_back(parameters[p].steps == Steps::EACH_GROUP ? shareOf(reachedOfSide[walked][p])
+                                                                 : std::numeric_limits<double>::quiet_NaN());
+  }
+  return alone;
+}
+
 PermutationResult PermutationTest::result() const
 {
   PermutationResult result;
   result.permutable = permutable;
   result.settled = settled();
   result.permutations = made;
-  result.seed = options.seed;
   for (std::size_t p = 0; p < parameters.size(); ++p) {
     result.d.push_back(observed[p].value());
     result.p.push_back(shareOf(reached[p].byMaximum));
     result.alone.push_back(shareOf(reached[p].alone));
   }
+  result.aloneOfClass = aloneOfClass();
   result.noiseFloor = noiseFloor();
   result.maxima = maxima;
   return result;

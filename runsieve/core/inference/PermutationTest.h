@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <vector>
 
 namespace runsieve {
@@ -17,7 +18,7 @@ struct PermutationOptions
 {
   std::size_t permutations = 1000;      ///< of a batch; at least 1
   std::size_t mostPermutations = 10000; ///< after which no further batch begins
-  double cut = 0.05;                    ///< p-value that decides, above 0 and below 1
+  double cut = 0.05; ///< p-value that decides, in [0, 1]; at 0 and 1 there is nothing to decide
   std::uint64_t seed = 1;
   unsigned threads = 0; ///< as for threadCount(); does not change the result
 };
@@ -32,10 +33,12 @@ struct PermutationResult
   /// if even the most permutations could not decide.
   bool settled = false;
   std::size_t permutations = 0;
-  std::uint64_t seed = 0;
   std::vector<double> d;     ///< for each parameter, the largest difference of shares, in [0, 1]
   std::vector<double> p;     ///< for each parameter, adjusted for all parameters (maxT)
   std::vector<double> alone; ///< for each parameter, the p-value of it alone
+  /// For each class the p-value of each parameter alone, where the class is compared with all others; NaN for
+  /// Steps::CUMULATIVE, of which there are exact ones without permutations.
+  std::map<std::uint32_t, std::vector<double>> aloneOfClass;
   /// What a difference must exceed for a p of at most the cut: with B permutations the c-th largest of the
   /// maxima, where c is the largest number with c / (1 + B) <= cut. NaN if that is none (B below 19 for 5 %).
   double noiseFloor;
@@ -112,13 +115,15 @@ private:
     std::size_t begin;
     std::size_t lanes;
     std::vector<Reached> reached;
+    std::vector<std::vector<std::size_t>> reachedOfSide; ///< of EACH_GROUP; for each side walked
   };
 
   void takeSides(std::vector<std::uint32_t> const& classes);
   void takeParameters(std::vector<ComparedParameter> const& all, std::vector<std::uint32_t> const& classes);
   void observe();
-  void raise(std::vector<LaneFractions>& largest, std::size_t side, std::size_t lanes,
-             std::vector<LaneBits> const& bits) const;
+  [[nodiscard]] std::vector<LaneFractions> differences(std::size_t side, std::size_t lanes,
+                                                       std::vector<LaneBits> const& bits) const;
+  void countReached(std::vector<LaneFractions> const& of, std::size_t side, Block& block) const;
   void permute(Block& block);
   void permuteTo(std::size_t end);
   void endBatch();
@@ -127,16 +132,20 @@ private:
   [[nodiscard]] bool settled() const;
   [[nodiscard]] double shareOf(std::size_t count) const;
   [[nodiscard]] double noiseFloor() const;
+  [[nodiscard]] std::map<std::uint32_t, std::vector<double>> aloneOfClass() const;
 
   PermutationOptions options;
   unsigned threads;
   std::size_t runs = 0;                 ///< that take part
   std::vector<std::uint32_t> sideSizes; ///< ascending
+  std::vector<std::uint32_t> classOf;   ///< of each side
   std::vector<std::uint32_t> sideOf;    ///< observed, for each run that takes part
   std::vector<ComparedParameter> parameters;
   bool permutable = false;
-  std::vector<Fraction> observed;
+  std::vector<Fraction> observed; ///< the largest of all sides
   std::vector<Reached> reached;
+  std::vector<std::vector<Fraction>> observedOfSide; ///< for each side walked
+  std::vector<std::vector<std::size_t>> reachedOfSide;
   std::vector<double> maxima;
   std::size_t made = 0;
   std::size_t batchEnd = 0;

@@ -8,7 +8,7 @@
 namespace runsieve {
 
 /// Long work in numbered pieces of about equal size, done a slice of pieces at a time, so that a host can
-/// show how far it is, or stop it. No piece may need the result of another of the same slice.
+/// stop it. No piece may need the result of another of the same slice.
 class PieceWork
 {
 public:
@@ -20,11 +20,6 @@ public:
   {}
 
   [[nodiscard]] bool done() const { return next == count; }
-  /// From 0 to 1.
-  [[nodiscard]] double progress() const
-  {
-    return done() ? 1.0 : static_cast<double>(next) / static_cast<double>(count);
-  }
 
   /// Calls work(piece) for the next pieces.
   /// \param pieces how many; 0 for some 50 ms of work

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
+#include <unordered_map>
 
 namespace runsieve {
 
@@ -17,6 +19,7 @@ constexpr std::size_t RUNS_OF_LATTICE_POINT = 5;
 // Fewer draws are even by chance too often.
 constexpr std::size_t LEAST_RUNS_OF_HYPERCUBE = 20;
 constexpr std::size_t LEAST_RUNS_OF_SEQUENCE = 64;
+constexpr double CHANCE_OF_SWEEP = 1e-4;
 /// Of the unevenness over the root of the number of runs, which is some 0.8 for independent draws.
 constexpr double EVEN = 0.15;
 
@@ -54,10 +57,19 @@ std::vector<std::uint32_t> ranksOf(OrderedValues const& ordered, std::size_t run
   return ranks;
 }
 
-bool isCopy(OrderedValues const& a, OrderedValues const& b, std::size_t runs, double r)
+bool isCopy(OrderedValues const& a, OrderedValues const& b, std::size_t runs, bool backwards)
 {
   return a.order.size() == b.order.size() && a.groupEnds.size() == b.groupEnds.size() &&
-         ranksOf(a, runs, false) == ranksOf(b, runs, r < 0.0);
+         ranksOf(a, runs, false) == ranksOf(b, runs, backwards);
+}
+
+std::uint64_t hashOf(std::vector<std::uint32_t> const& numbers)
+{
+  constexpr std::uint64_t start = 14695981039346656037U; // FNV-1a, of numbers in place of bytes
+  constexpr std::uint64_t prime = 1099511628211U;
+  std::uint64_t hash = start;
+  for (const std::uint32_t number : numbers) hash = (hash ^ number) * prime;
+  return hash;
 }
 
 std::vector<double> ascendingOf(double const* values, std::size_t runs)
@@ -107,6 +119,23 @@ bool isLattice(std::vector<double const*> const& values, std::size_t runs)
          });
 }
 
+/// Whether the values go one way from run to run, and would do so by chance in less than CHANCE_OF_SWEEP of
+/// the orders of these values.
+bool isSweep(double const* values, std::size_t runs)
+{
+  if (!std::is_sorted(values, values + runs) && !std::is_sorted(values, values + runs, std::greater<>()))
+    return false;
+  // Up and down; each run stands in its place by chance 1 in as many as there are up to it, and those of
+  // equal value in any of theirs.
+  double chance = 2.0;
+  std::size_t equal = 0;
+  for (std::size_t run = 0; run < runs && chance >= CHANCE_OF_SWEEP; ++run) {
+    equal = run > 0 && values[run] == values[run - 1] ? equal + 1 : 1;
+    chance *= static_cast<double>(equal) / static_cast<double>(run + 1);
+  }
+  return chance < CHANCE_OF_SWEEP;
+}
+
 /// Whether each parameter is spread evenly over the first `runs` runs.
 bool allEven(std::vector<double const*> const& values, std::size_t runs)
 {
@@ -131,13 +160,9 @@ std::vector<FewLevels> fewLevels(std::vector<OrderedValues> const& orders,
   for (std::size_t p = 0; p < orders.size(); ++p) {
     std::vector<std::uint32_t> const& ends = orders[p].groupEnds;
     if (ends.size() < 2) continue;
-    FewLevels entry{p, ends.size(), false, {}};
+    FewLevels entry{p, ends.size(), false};
     std::vector<double> levels;
-    const auto runs = static_cast<double>(orders[p].order.size());
-    for (std::size_t g = 0; g < ends.size(); ++g) {
-      levels.push_back(values[p][orders[p].order[ends[g] - 1]]);
-      entry.runsOfLevel.push_back((ends[g] - (g > 0 ? ends[g - 1] : 0)) / runs);
-    }
+    for (const std::uint32_t end : ends) levels.push_back(values[p][orders[p].order[end - 1]]);
     entry.lattice = onLattice(levels);
     const bool shared = ends.size() * RUNS_OF_LATTICE_POINT <= orders[p].order.size();
     if (ends.size() < few || (entry.lattice && shared)) found.push_back(entry);
@@ -154,12 +179,35 @@ std::vector<DesignCorrelation> designCorrelations(std::vector<OrderedValues> con
     for (std::size_t second = first + 1; second < orders.size(); ++second) {
       const double r = correlations.r[pairPlace(second, first)];
       if (std::abs(r) > limit)
-        found.push_back(
-            {first, second, r, std::abs(r) > 1.0 - 1e-9 && isCopy(orders[first], orders[second], runs, r)});
+        found.push_back({first, second, r,
+                         std::abs(r) > 1.0 - 1e-9 && isCopy(orders[first], orders[second], runs, r < 0.0)});
     }
   std::stable_sort(found.begin(), found.end(), [](DesignCorrelation const& a, DesignCorrelation const& b) {
     return std::abs(a.r) > std::abs(b.r);
   });
+  return found;
+}
+
+std::vector<DesignCorrelation> designCopies(std::vector<OrderedValues> const& orders, std::size_t runs)
+{
+  std::vector<DesignCorrelation> found;
+  std::unordered_map<std::uint64_t, std::vector<std::size_t>> originals; // by the hash of their ranks
+  for (std::size_t second = 0; second < orders.size(); ++second) {
+    const std::uint64_t forwards = hashOf(ranksOf(orders[second], runs, false));
+    const std::uint64_t backwards = hashOf(ranksOf(orders[second], runs, true));
+    std::optional<DesignCorrelation> copy;
+    for (const bool reversed : {false, true}) {
+      auto const like = originals.find(reversed ? backwards : forwards);
+      if (like == originals.end()) continue;
+      for (const std::size_t first : like->second)
+        if (!copy && isCopy(orders[first], orders[second], runs, reversed))
+          copy = DesignCorrelation{first, second, reversed ? -1.0 : 1.0, true};
+    }
+    if (copy)
+      found.push_back(*copy);
+    else
+      originals[forwards].push_back(second);
+  }
   return found;
 }
 
@@ -171,24 +219,11 @@ SampleDesign sampleDesign(std::vector<double const*> const& values, std::size_t 
     if (!isConstant(column, runs)) varying.push_back(column);
   }
   if (varying.empty()) return SampleDesign::INDEPENDENT;
-  if (varying.size() == 1 && values.size() > 1) return SampleDesign::SWEEP;
+  if (varying.size() == 1 && isSweep(varying.front(), runs)) return SampleDesign::SWEEP;
   if (varying.size() > 1 && isLattice(varying, runs)) return SampleDesign::LATTICE;
   if (runs < LEAST_RUNS_OF_HYPERCUBE || !allEven(varying, runs)) return SampleDesign::INDEPENDENT;
   if (runs >= LEAST_RUNS_OF_SEQUENCE && allEven(varying, runs / 2)) return SampleDesign::SEQUENCE;
   return oneInEachStratum(varying, runs) ? SampleDesign::LATIN_HYPERCUBE : SampleDesign::INDEPENDENT;
-}
-
-std::vector<std::size_t> monotoneInRunOrder(std::vector<double const*> const& values, std::size_t runs)
-{
-  std::vector<std::size_t> found;
-  for (std::size_t p = 0; p < values.size() && runs >= 3; ++p) {
-    double const* end = values[p] + runs;
-    auto breaks = [&](auto before) {
-      return std::adjacent_find(values[p], end, [&](double a, double b) { return !before(a, b); }) != end;
-    };
-    if (!breaks(std::less<>()) || !breaks(std::greater<>())) found.push_back(p);
-  }
-  return found;
 }
 
 } // namespace runsieve

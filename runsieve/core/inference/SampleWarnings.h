@@ -15,9 +15,8 @@ namespace runsieve {
 struct FewLevels
 {
   std::size_t parameter = 0;
-  std::size_t levels = 0;          ///< different values, at least 2
-  bool lattice = false;            ///< levels are equally spaced, or so are their logarithms; three or more
-  std::vector<double> runsOfLevel; ///< share of the runs with a value at each level, ascending
+  std::size_t levels = 0; ///< different values, at least 2
+  bool lattice = false;   ///< levels are equally spaced, or so are their logarithms; three or more
 };
 
 /// Parameters with fewer than `few` levels, and those with more on a lattice whose points are shared by five
@@ -38,17 +37,24 @@ struct DesignCorrelation
   bool copy = false;
 };
 
-/// Pairs whose correlation in all runs is beyond the limit, the strongest first, then by position.
+/// Pairs whose correlation in all runs is beyond the limit, the strongest first, then by position. Takes time
+/// and memory for each pair.
 /// \param runs number of runs
 [[nodiscard]] std::vector<DesignCorrelation> designCorrelations(std::vector<OrderedValues> const& orders,
                                                                 std::size_t runs, double limit = 0.3);
+
+/// Each parameter that is a copy, with the first one that it is a copy of, by position of the copy; r is 1 or
+/// -1. Takes time and memory for each parameter, not for each pair.
+/// \param runs number of runs
+[[nodiscard]] std::vector<DesignCorrelation> designCopies(std::vector<OrderedValues> const& orders,
+                                                          std::size_t runs);
 
 /// How the runs of a scan were chosen, where that is no independent draw. Tests that take runs as independent
 /// draws do not hold for a sweep and are rough for a lattice; for the evenly spread ones they are cautious.
 enum class SampleDesign
 {
   INDEPENDENT,     ///< nothing speaks against independent draws
-  SWEEP,           ///< one parameter varies, the others are constant
+  SWEEP,           ///< one parameter varies, in the order of the runs: it never falls, or never rises
   LATTICE,         ///< all combinations of levels, each in equally many runs
   LATIN_HYPERCUBE, ///< of each parameter one value in each of as many strata as there are runs
   SEQUENCE         ///< each parameter spread more evenly than draws are, in the first runs as well as in all
@@ -57,13 +63,9 @@ enum class SampleDesign
 /// What kind of sample the runs are. Strata and evenness are found for parameters spread uniformly or with
 /// uniform logarithms between any two ends; other distributions are taken for independent draws. A hypercube
 /// needs at least 20 runs, a sequence 64, all with finite values of all parameters. Independent draws are
-/// taken for one of them less than once in 10,000 scans.
+/// taken for one of them less than once in 10,000 scans; a sweep therefore takes at least 8 runs, and more if
+/// they share values.
 /// \param values one array of `runs` values per parameter
 [[nodiscard]] SampleDesign sampleDesign(std::vector<double const*> const& values, std::size_t runs);
-
-/// Parameters whose values rise strictly, or fall strictly, from each run to the next: three runs or more,
-/// all with a value.
-[[nodiscard]] std::vector<std::size_t> monotoneInRunOrder(std::vector<double const*> const& values,
-                                                          std::size_t runs);
 
 } // namespace runsieve

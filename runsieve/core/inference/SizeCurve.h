@@ -57,7 +57,6 @@ public:
   /// neither on the slices nor on the number of threads.
   void advance(std::size_t pieces = 0);
   [[nodiscard]] bool done() const { return work.done(); }
-  [[nodiscard]] double progress() const { return work.progress(); }
 
   /// When done: one point for each share. Ranges are 0, and floors infinite, without subsamples.
   [[nodiscard]] std::vector<SizePoint> points() const;

@@ -134,11 +134,8 @@ DistanceStability Stability::stabilityOf(std::size_t parameter) const
   result.upper = 1.0;
   if (!observed[parameter].defined || settings.resamples == 0) return result;
   std::vector<double> sorted;
-  for (std::size_t b = 0; b < settings.resamples; ++b) {
+  for (std::size_t b = 0; b < settings.resamples; ++b)
     sorted.push_back(changes[b * compared.size() + parameter]);
-    result.resampled += distances[b * compared.size() + parameter];
-  }
-  result.resampled /= static_cast<double>(settings.resamples);
   std::sort(sorted.begin(), sorted.end());
   if (!observed[parameter].enough) return result;
   const double tail = 0.5 * (1.0 - settings.confidence);

@@ -5,6 +5,8 @@
 
 namespace runsieve {
 
+inline constexpr double normal99 = 2.5758293035489004; ///< two-sided normal quantile of 99 %
+
 struct Interval
 {
   double low;
@@ -13,7 +15,7 @@ struct Interval
 
 /// Where a share lies of which `count` of `trials` were seen (Wilson, J. Am. Statist. Assoc. 22, 1927).
 /// \param trials at least 1
-/// \param z two-sided normal quantile, 2.5758 for 99 %
+/// \param z two-sided normal quantile, normal99 for 99 %
 [[nodiscard]] inline Interval wilsonInterval(std::size_t count, std::size_t trials, double z)
 {
   double const n = static_cast<double>(trials);

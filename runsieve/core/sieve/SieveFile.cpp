@@ -10,10 +10,10 @@
 #include <runsieve/core/text/FieldText.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
+#include <type_traits>
 
 namespace runsieve {
 
@@ -87,8 +87,7 @@ template <class Value> WrittenJson jsonOf(Value const& value)
 
 WrittenJson jsonOf(double value)
 {
-  if (std::isfinite(value)) return value;
-  return std::isnan(value) ? "nan" : value < 0.0 ? "-inf" : "inf";
+  return writtenNumber(value);
 }
 
 WrittenJson jsonOf(Adjustment adjustment)
@@ -105,7 +104,10 @@ WrittenJson gatesOf(SieveFile const& sieve)
 
 WrittenJson countsAsJson(SieveCounts const& counts)
 {
-  return {{"runs", counts.runs}, {"passing", counts.passing}, {"after_gate", counts.afterGate}};
+  WrittenJson json = {{"runs", counts.runs}};
+  if (counts.passing) json["passing"] = *counts.passing;
+  json["after_gate"] = counts.afterGate;
+  return json;
 }
 
 WrittenJson objectOf(SieveFile const& sieve)
@@ -159,10 +161,11 @@ void take(std::string const& path, Json const& json, double& value)
 }
 
 // A conversion would turn 1.5 into 1 and -1 into a large number.
-void take(std::string const& path, Json const& json, std::size_t& value)
+template <class Whole>
+std::enable_if_t<std::is_unsigned_v<Whole>> take(std::string const& path, Json const& json, Whole& value)
 {
   if (!json.is_number_unsigned()) fail(path, "a whole number", json);
-  value = json.get<std::size_t>();
+  value = json.get<Whole>();
 }
 
 void take(std::string const& path, Json const& json, Gate& gate)
@@ -269,16 +272,35 @@ std::size_t lineOf(std::string_view text, std::size_t position)
   return 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
 }
 
+bool wasCounted(SieveFile const& sieve)
+{
+  return sieve.counts.runs > 0;
+}
+
+std::vector<std::string> compareData(SieveFile const& sieve, Scan const& scan)
+{
+  std::vector<std::string> lines;
+  std::string const fingerprint = fingerprintOf(scan);
+  if (!sieve.fingerprint.empty() && fingerprint != sieve.fingerprint)
+    lines.push_back("the data differ: their fingerprint is " + fingerprint + ", that of the sieve " +
+                    sieve.fingerprint);
+  if (wasCounted(sieve) && scan.runs.size() != sieve.counts.runs)
+    lines.push_back("the scan has " + std::to_string(scan.runs.size()) + " runs; it had " +
+                    std::to_string(sieve.counts.runs));
+  return lines;
+}
+
 void compareCounts(std::vector<std::string>& lines, SieveFile const& sieve, GateResult const& result)
 {
+  if (!wasCounted(sieve)) return;
   for (std::size_t i = 0; i < result.gates.size() && i < sieve.counts.afterGate.size(); ++i)
     if (sieve.counts.afterGate[i] != result.gates[i].left)
       lines.push_back("after gate " + std::to_string(i + 1) + ", " + formatGate(sieve.gates[i]) + ", " +
                       std::to_string(result.gates[i].left) + " runs are left; there were " +
                       std::to_string(sieve.counts.afterGate[i]));
-  if (sieve.counts.passing != result.runs.count())
+  if (sieve.counts.passing && *sieve.counts.passing != result.runs.count())
     lines.push_back(std::to_string(result.runs.count()) + " runs pass; " +
-                    std::to_string(sieve.counts.passing) + " did");
+                    std::to_string(*sieve.counts.passing) + " did");
 }
 
 } // namespace
@@ -325,6 +347,17 @@ SieveFile loadSieve(std::string const& path)
   return readSieve({file.begin(), static_cast<std::size_t>(file.end() - file.begin())}, path);
 }
 
+ReadOptions mergedOptions(ReadOptions own, ReadOptions const& ofSieve)
+{
+  eachOption(own, [&](std::string_view name, auto& target) {
+    eachOption(ofSieve, [&](std::string_view other, auto const& value) {
+      if constexpr (std::is_same_v<std::decay_t<decltype(target)>, std::decay_t<decltype(value)>>)
+        if (name == other && isDefault(target)) target = value;
+    });
+  });
+  return own;
+}
+
 SieveCounts countsOf(GateResult const& result)
 {
   SieveCounts counts;
@@ -336,21 +369,19 @@ SieveCounts countsOf(GateResult const& result)
 
 std::vector<std::string> compareWith(SieveFile const& sieve, Scan const& scan, GateContext const& context)
 {
-  std::vector<std::string> lines;
-  bool const wasCounted = sieve.counts.runs > 0;
-  std::string const fingerprint = fingerprintOf(scan);
-  if (!sieve.fingerprint.empty() && fingerprint != sieve.fingerprint)
-    lines.push_back("the data differ: their fingerprint is " + fingerprint + ", that of the sieve " +
-                    sieve.fingerprint);
-  if (wasCounted && scan.runs.size() != sieve.counts.runs)
-    lines.push_back("the scan has " + std::to_string(scan.runs.size()) + " runs; it had " +
-                    std::to_string(sieve.counts.runs));
+  std::vector<std::string> lines = compareData(sieve, scan);
   try {
-    GateResult const result = applyGates(sieve.gates, scan, sieve.join, context);
-    if (wasCounted) compareCounts(lines, sieve, result);
+    compareCounts(lines, sieve, applyGates(sieve.gates, scan, sieve.join, context));
   } catch (GateError const& error) {
     lines.emplace_back(error.what());
   }
+  return lines;
+}
+
+std::vector<std::string> compareWith(SieveFile const& sieve, Scan const& scan, GateResult const& left)
+{
+  std::vector<std::string> lines = compareData(sieve, scan);
+  compareCounts(lines, sieve, left);
   return lines;
 }
 

@@ -20,7 +20,7 @@ namespace runsieve {
 struct SieveCounts
 {
   std::size_t runs = 0;               ///< of the scan; 0: nothing was counted
-  std::size_t passing = 0;            ///< through all gates, joined
+  std::optional<std::size_t> passing; ///< through all gates, joined; nothing if it was not counted
   std::vector<std::size_t> afterGate; ///< left after each gate, AppliedGate::left
 };
 
@@ -55,6 +55,10 @@ RUNSIEVE_CORE_EXPORT void writeSieve(std::string const& path, SieveFile const& s
 /// Reads a sieve file. \throw ScanError
 [[nodiscard]] RUNSIEVE_CORE_EXPORT SieveFile loadSieve(std::string const& path);
 
+/// Options for reading the data of a sieve: those that are set, and in place of the others those of the
+/// sieve. \param own other members than those that a sieve file keeps stay as they are
+[[nodiscard]] RUNSIEVE_CORE_EXPORT ReadOptions mergedOptions(ReadOptions own, ReadOptions const& ofSieve);
+
 /// What applyGates() left, to be written.
 [[nodiscard]] RUNSIEVE_CORE_EXPORT SieveCounts countsOf(GateResult const& result);
 
@@ -63,5 +67,8 @@ RUNSIEVE_CORE_EXPORT void writeSieve(std::string const& path, SieveFile const& s
 /// Empty if all is the same.
 [[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<std::string>
 compareWith(SieveFile const& sieve, Scan const& scan, GateContext const& context = {});
+/// The same if it is known already what the gates of the sieve leave of the scan.
+[[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<std::string>
+compareWith(SieveFile const& sieve, Scan const& scan, GateResult const& left);
 
 } // namespace runsieve

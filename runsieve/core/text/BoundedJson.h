@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cmath>
 #include <stdexcept>
 #include <string_view>
 
@@ -12,6 +13,13 @@ using WrittenJson = nlohmann::ordered_json;
 
 /// JSON of others. Its objects are trees: in ordered ones each member is looked up among all before it.
 using ReadJson = nlohmann::json;
+
+/// A number, or the text "inf", "-inf" or "nan", as JSON has no numbers for these.
+inline WrittenJson writtenNumber(double value)
+{
+  if (std::isfinite(value)) return value;
+  return std::isnan(value) ? "nan" : value < 0.0 ? "-inf" : "inf";
+}
 
 /// Reads JSON that is nested no deeper than files of ours could ever be: a row of a million brackets would
 /// take a hundred times its memory. \throw nlohmann::json::exception; std::length_error if it is nested

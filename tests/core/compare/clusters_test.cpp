@@ -225,6 +225,80 @@ TEST(CompareClusters, ASingleClusterDiffersFromNothing)
   EXPECT_THAT(found.differences, IsEmpty());
 }
 
+TEST_F(ThreeClusters, OnlyRunsThatTakePartAreCompared)
+{
+  // Of the first cluster the runs of low "a" take no part: without them nothing sets it apart.
+  RunSet eligible(60, true);
+  for (std::size_t run = 0; run < 60; run += 7) eligible.set(run, false);
+  const ClusterComparison found = compareClusters(scan, labels, eligible);
+  Scan others;
+  std::vector<int> labelsOfOthers;
+  Values a;
+  Values b;
+  for (std::size_t const run : eligible.members()) {
+    labelsOfOthers.push_back(labels[run]);
+    b.push_back(scan.parameters[0].values[run]);
+    a.push_back(scan.parameters[2].values[run]);
+  }
+  const ClusterComparison expected =
+      compareClusters(parameterScan({{"b", b}, {"same", Values(b.size(), 1.0)}, {"a", a}}), labelsOfOthers);
+  EXPECT_EQ(found.compared, eligible.count());
+  EXPECT_EQ(found.noiseFloor, expected.noiseFloor);
+  ASSERT_EQ(found.clusters.size(), 3u);
+  for (std::size_t k = 0; k < 3; ++k) {
+    ASSERT_EQ(found.clusters[k].size(), expected.clusters[k].size());
+    for (std::size_t i = 0; i < found.clusters[k].size(); ++i) {
+      EXPECT_EQ(found.clusters[k][i].passing, expected.clusters[k][i].passing);
+      EXPECT_EQ(found.clusters[k][i].d, expected.clusters[k][i].d);
+      EXPECT_EQ(found.clusters[k][i].pPermutation, expected.clusters[k][i].pPermutation);
+    }
+  }
+}
+
+TEST_F(ThreeClusters, AClusterOfWhichNoRunTakesPartIsEmpty)
+{
+  RunSet eligible(60);
+  for (std::size_t run = 0; run < 60; ++run) eligible.set(run, labels[run] != 1);
+  const ClusterComparison found = compareClusters(scan, labels, eligible);
+  ASSERT_EQ(found.clusters.size(), 3u);
+  EXPECT_THAT(found.clusters[1], IsEmpty());
+  EXPECT_EQ(found.clusters[0].size(), 2u);
+  EXPECT_EQ(found.compared, 40u);
+}
+
+/// 60 runs in three clusters, the last of another strain than the others.
+struct ClustersOfStrains : ThreeClusters
+{
+  ClustersOfStrains()
+  {
+    ScanParameter strain;
+    strain.label = labelled("strain");
+    strain.texts = {"WT", "mut"};
+    for (int const label : labels) strain.values.push_back(label == 2 ? 1.0 : 0.0);
+    scan.parameters.push_back(strain);
+  }
+
+  [[nodiscard]] static ParameterComparison const& strainIn(std::vector<ParameterComparison> const& cluster)
+  {
+    return *std::find_if(cluster.begin(), cluster.end(), [](auto const& c) { return c.name == "strain"; });
+  }
+};
+
+TEST_F(ClustersOfStrains, TextsHaveAPInEachClusterAndCountAsTests)
+{
+  for (Adjustment const adjustment :
+       {Adjustment::Holm, Adjustment::BenjaminiHochberg, Adjustment::None, Adjustment::Permutation}) {
+    ComparisonMethod method;
+    method.adjustment = adjustment;
+    const ClusterComparison found = compareClusters(scan, labels, method);
+    ParameterComparison const& strain = strainIn(found.clusters[2]);
+    EXPECT_EQ(std::fabs(strain.d), 1.0);
+    EXPECT_DOUBLE_EQ(strain.p, 1.0 / (1.0 + static_cast<double>(found.permutations)));
+    EXPECT_TRUE(strain.significant) << adjustmentName(adjustment);
+    EXPECT_EQ(found.family, 9u) << "three parameters in three clusters";
+  }
+}
+
 TEST(CompareClusters, TellsWhatIsLeftOut)
 {
   const Scan scan = parameterScan({{"a", {1, 1, 1}}, {"b", {1, 2, 3}}});
@@ -238,6 +312,7 @@ TEST(CompareClusters, TellsWhatIsLeftOut)
 TEST(CompareClusters, LabelsOfAnotherScanAreRefused)
 {
   const Scan scan = parameterScan({{"a", {1, 2, 3}}});
+  EXPECT_THROW((void)compareClusters(scan, {0, 1, 1}, RunSet(2, true)), std::invalid_argument);
   EXPECT_THROW((void)compareClusters(scan, {0, 1}), std::invalid_argument);
   EXPECT_THROW((void)compareClusters(scan, {0, 1, 3}), std::invalid_argument);
   EXPECT_THROW((void)compareClusters(scan, {0, 1, std::numeric_limits<int>::max()}), std::invalid_argument);

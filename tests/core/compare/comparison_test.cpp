@@ -373,6 +373,56 @@ TEST(ComparisonWarnings, TellOfASweepAndOfALattice)
               testing::Contains("lattice"));
 }
 
+TEST(ComparisonWarnings, TellOfASweepOfFewRunsAndNotOfOneWithTextsBeside)
+{
+  Values sweep;
+  for (int run = 0; run < 11; ++run) sweep.push_back(0.1 * run);
+  Scan scan = parameterScan({{"k", sweep}, {"same", Values(11, 3.0)}});
+  EXPECT_THAT(kindsOf(compareParameters(scan, firstRuns(11, 4))), testing::Contains("sweep"));
+  ScanParameter strain;
+  strain.label = labelled("strain");
+  strain.texts = {"WT", "mut"};
+  for (int run = 0; run < 11; ++run) strain.values.push_back(run % 2);
+  scan.parameters.push_back(strain);
+  EXPECT_THAT(kindsOf(compareParameters(scan, firstRuns(11, 4))), testing::Not(testing::Contains("sweep")));
+}
+
+TEST(ComparisonWarnings, ALatinHypercubeOfOneParameterIsNoSweep)
+{
+  Values strata;
+  for (int run = 0; run < 101; ++run) strata.push_back((run * run * run % 101 + 0.5) / 101);
+  EXPECT_THAT(kindsOf(compareParameters(parameterScan({{"k", strata}}), firstRuns(101, 30))), IsEmpty());
+}
+
+TEST(ComparisonWarnings, OfVeryManyParametersTellOfCopiesAndThatNoOtherCorrelationsAreLookedFor)
+{
+  std::vector<std::pair<std::string, Values>> parameters;
+  for (unsigned p = 0; p < 1001; ++p) parameters.emplace_back("k" + std::to_string(p), draws(40, p));
+  parameters[700].second = parameters[3].second;
+  ComparisonMethod method;
+  method.permutations = method.mostPermutations = 20;
+  const Comparison found = compareParameters(parameterScan(parameters), firstRuns(40, 15), method);
+  ASSERT_THAT(kindsOf(found), ElementsAre("copies", "many parameters"));
+  EXPECT_EQ(found.warnings[0].text, "\"k3\" and \"k700\" order the runs alike");
+  EXPECT_THAT(found.warnings[1].text, HasSubstr("1001 parameters"));
+  EXPECT_EQ(found.family, 1000u);
+}
+
+TEST(CompareParameters, AtAThresholdOf0Or1NothingHasToBeDecided)
+{
+  const Scan scan = parameterScan({{"a", draws(100, 1)}, {"b", draws(100, 2)}});
+  for (double const threshold : {0.0, 1.0})
+    for (std::size_t const tried : {1, 3}) {
+      ComparisonMethod method;
+      method.thresholds = {threshold, 0.0};
+      method.gatesTried = tried;
+      const Comparison found = compareParameters(scan, firstRuns(100, 30), method);
+      EXPECT_EQ(found.permutations, 1000u) << threshold;
+      EXPECT_TRUE(found.isSettled) << threshold;
+      EXPECT_EQ(found.parameters[0].significant, threshold == 1.0);
+    }
+}
+
 TEST(ComparisonWarnings, NameTheFirstOfMany)
 {
   std::vector<std::pair<std::string, Values>> parameters;

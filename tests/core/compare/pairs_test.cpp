@@ -322,5 +322,19 @@ TEST(ComparePairs, TooManyParametersAreRefused)
   EXPECT_THROW((void)comparePairs(parameterScan(parameters), runSet(3, {0, 1})), std::length_error);
 }
 
+TEST(ComparePairs, AtAThresholdOf0Or1NothingHasToBeDecided)
+{
+  const DrawnScan drawn(200);
+  const RunSet half = drawn.where([](std::size_t run) { return run % 2 == 0; });
+  for (double const threshold : {0.0, 1.0}) {
+    ComparisonMethod method;
+    method.thresholds.largestP = threshold;
+    const PairComparisons found = comparePairs(drawn.scan, half, method);
+    EXPECT_EQ(found.permutations, 1000u) << threshold;
+    EXPECT_TRUE(found.isSettled) << threshold;
+    EXPECT_EQ(found.pairs[0].significant, threshold == 1.0);
+  }
+}
+
 } // namespace
 } // namespace runsieve::test

@@ -342,22 +342,6 @@ TEST(BoxPath, looksOnlyAtRunsThatTakePart)
   }
 }
 
-TEST(BoxPath, findsASecondBoxAmongTheRunsOutsideOfTheFirst)
-{
-  BoxScan scan = uniformScan(2000, 4, 13);
-  letPass(scan, [&](std::size_t run) {
-    return (scan.columns[0][run] < 0.3 && scan.columns[1][run] < 0.5) || scan.columns[2][run] > 0.9;
-  });
-  BoxTable const table = scan.table();
-  BoxPath const first = pathOf(scan);
-  Box const box = first.box(first.steps.size() - 1);
-  BoxSample const rest = scan.sample().outsideOf(table, box);
-  BoxPath const second = *findBoxPath(table, rest);
-  EXPECT_EQ(second.all.runs + first.steps.back().inside.runs, 2000u);
-  EXPECT_GT(second.measures(second.steps.size() - 1).density(), 0.9);
-  EXPECT_FALSE(second.box(second.steps.size() - 1) == box);
-}
-
 TEST(BoxPath, stopsWhenAsked)
 {
   BoxScan scan = uniformScan(500, 3, 2);

@@ -97,16 +97,6 @@ TEST(BoxSample, countsOnlyRunsThatTakePart)
   EXPECT_EQ(BoxSample(passing, 4, eligible).all(), (BoxTally{3, 2}));
 }
 
-TEST(BoxSample, canLeaveOutTheRunsOfABox)
-{
-  BoxScan scan;
-  scan.columns = {{1, 2, 3, 4}};
-  scan.passing = {1, 1, 0, 1};
-  BoxSample const rest = scan.sample().outsideOf(scan.table(), Box{{numbersIn(0, -INFINITE, 1.5)}});
-  EXPECT_EQ(rest.all(), (BoxTally{3, 2}));
-  EXPECT_EQ(rest.marks()[0], 0);
-}
-
 TEST(BoxSample, mustBeOfTheRunsOfTheTable)
 {
   unsigned char const passing[] = {1, 0};

@@ -133,15 +133,23 @@ Classes naiveShuffle(Classes classes, std::uint64_t seed, std::uint64_t b)
   return classes;
 }
 
+/// One class against all others.
+Classes against(Classes classes, std::uint32_t number)
+{
+  for (std::uint32_t& one : classes) one = one == number ? 1 : 0;
+  return classes;
+}
+
 /// All of it, without any thought of speed.
-void expectNaive(std::vector<Values> const& values, Classes const& classes, PermutationResult const& result)
+void expectNaive(std::vector<Values> const& values, Classes const& classes, PermutationResult const& result,
+                 std::uint64_t seed = 1)
 {
   std::vector<double> d, byMaximum(values.size(), 1.0), alone(values.size(), 1.0);
   for (Values const& of : values) d.push_back(naiveStatistic(of, classes));
   EXPECT_EQ(result.d, d);
   ASSERT_EQ(result.maxima.size(), result.permutations);
   for (std::size_t b = 0; b < result.permutations; ++b) {
-    Classes const shuffled = naiveShuffle(classes, result.seed, b);
+    Classes const shuffled = naiveShuffle(classes, seed, b);
     std::vector<double> permuted;
     for (Values const& of : values) permuted.push_back(naiveStatistic(of, shuffled));
     double const maximum = *std::max_element(permuted.begin(), permuted.end());
@@ -162,7 +170,6 @@ void expectEqual(PermutationResult const& a, PermutationResult const& b)
   EXPECT_EQ(a.permutable, b.permutable);
   EXPECT_EQ(a.settled, b.settled);
   EXPECT_EQ(a.permutations, b.permutations);
-  EXPECT_EQ(a.seed, b.seed);
   EXPECT_EQ(a.d, b.d);
   EXPECT_EQ(a.p, b.p);
   EXPECT_EQ(a.alone, b.alone);
@@ -217,7 +224,7 @@ TEST(PermutationTest, makesEveryPermutationAsCountingDoes)
     SCOPED_TRACE(passing);
     Mask const mask = firstOnes(40, passing);
     expectNaive(allKinds(40), Classes(mask.begin(), mask.end()),
-                resultOf(allKinds(40), mask, only(75, passing)));
+                resultOf(allKinds(40), mask, only(75, passing)), passing);
   }
 }
 
@@ -226,6 +233,38 @@ TEST(PermutationTest, comparesEachOfSeveralClassesWithAllOthers)
   Classes classes(45);
   for (std::size_t run = 0; run < classes.size(); ++run) classes[run] = run % 9 < 2 ? 0 : run % 3;
   expectNaive(allKinds(45), classes, resultOf(allKinds(45), classes, only(50)));
+}
+
+TEST(PermutationTest, tellsThePOfCategoriesForEachClass)
+{
+  Classes classes(45);
+  for (std::size_t run = 0; run < classes.size(); ++run) classes[run] = run % 9 < 2 ? 5 : run % 3;
+  std::vector<Values> const values = allKinds(45);
+  PermutationResult const result = resultOf(values, classes, only(50));
+  ASSERT_EQ(result.aloneOfClass.size(), 4u);
+  for (auto const& [number, alone] : result.aloneOfClass) {
+    ASSERT_EQ(alone.size(), values.size());
+    for (std::size_t p = 0; p < values.size(); ++p) {
+      if (values[p].steps == Steps::CUMULATIVE) {
+        EXPECT_TRUE(std::isnan(alone[p])) << "there is an exact one";
+        continue;
+      }
+      double const observed = naiveStatistic(values[p], against(classes, number));
+      double reached = 1.0;
+      for (std::size_t b = 0; b < 50; ++b)
+        if (naiveStatistic(values[p], against(naiveShuffle(classes, 1, b), number)) >= observed) ++reached;
+      EXPECT_EQ(alone[p], reached / 51.0) << number;
+    }
+  }
+}
+
+TEST(PermutationTest, twoClassesHaveThePOfTheMask)
+{
+  PermutationResult const result = resultOf(allKinds(40), firstOnes(40, 12), only(64));
+  for (std::uint32_t const number : {0u, 1u}) {
+    EXPECT_EQ(result.aloneOfClass.at(number)[2], result.alone[2]);
+    EXPECT_EQ(result.aloneOfClass.at(number)[5], result.alone[5]);
+  }
 }
 
 TEST(PermutationTest, isExactWhereDifferencesExceed32Bits)
@@ -340,6 +379,21 @@ TEST(PermutationTest, goesOnWhileAPValueCouldCrossTheCut)
   EXPECT_LT(later.permutations, 10000u);
   EXPECT_EQ(later.permutations % 1000, 0u);
   EXPECT_TRUE(later.settled);
+}
+
+TEST(PermutationTest, hasNothingToDecideAtACutOf0Or1)
+{
+  Mask const mask = firstOnes(40, 10);
+  Values different{std::vector<double>(40)};
+  for (std::size_t run = 0; run < 40; ++run) different.of[run] = run < 10 ? 0.0 : 1.0;
+  Values const same{std::vector<double>(40, 1.0)}; // p is 1
+  for (double const cut : {0.0, 1.0}) {
+    PermutationOptions options;
+    options.cut = cut;
+    PermutationResult const result = resultOf({different, same}, mask, options);
+    EXPECT_EQ(result.permutations, 1000u) << cut;
+    EXPECT_TRUE(result.settled) << cut;
+  }
 }
 
 TEST(PermutationTest, endsAtTheMostPermutationsThoughTheyAreNoWholeBatches)
@@ -526,7 +580,7 @@ TEST(PermutationTest, refusesOptionsOutOfRange)
 {
   auto make = [](PermutationOptions const& options) { PermutationTest const test({}, Mask{1, 0}, options); };
   PermutationOptions options;
-  for (double const cut : {0.0, 1.0, -1.0, NOT_A_NUMBER}) {
+  for (double const cut : {-1.0, -1e-9, 1.0 + 1e-9, 2.0, NOT_A_NUMBER}) {
     options.cut = cut;
     EXPECT_THROW(make(options), std::invalid_argument);
   }

@@ -33,11 +33,6 @@ std::vector<FewLevels> levelsOf(std::vector<Column> const& columns, std::size_t 
   return fewLevels(ordersOf(columns), arraysOf(columns), few);
 }
 
-std::vector<std::size_t> monotoneOf(std::vector<Column> const& columns)
-{
-  return monotoneInRunOrder(arraysOf(columns), columns[0].size());
-}
-
 /// The i-th number of the van der Corput sequence, whose columns make a Halton sequence.
 double radicalInverse(std::size_t i, std::size_t base)
 {
@@ -63,13 +58,12 @@ Column hypercubeColumn(std::size_t runs, std::uint64_t seed)
 
 } // namespace
 
-TEST(FewLevels, areToldWithTheShareOfRunsAtEach)
+TEST(FewLevels, areToldWithTheirNumber)
 {
   const std::vector<FewLevels> found = levelsOf({{1, 5, 1, 1, NONE}, {1, 2, 3, 4, 5}}, 4);
   ASSERT_EQ(found.size(), 1u);
   EXPECT_EQ(found[0].parameter, 0u);
   EXPECT_EQ(found[0].levels, 2u);
-  EXPECT_EQ(found[0].runsOfLevel, (std::vector<double>{0.75, 0.25}));
   EXPECT_FALSE(found[0].lattice);
 }
 
@@ -90,7 +84,6 @@ TEST(FewLevels, areFoundOnALongLatticeThatManyRunsShare)
   ASSERT_EQ(found.size(), 1u);
   EXPECT_EQ(found[0].levels, 50u);
   EXPECT_TRUE(found[0].lattice);
-  EXPECT_DOUBLE_EQ(std::accumulate(found[0].runsOfLevel.begin(), found[0].runsOfLevel.end(), 0.0), 1.0);
 }
 
 TEST(FewLevels, ofConstantsNoValuesAndNoRunsAreNone)
@@ -153,6 +146,26 @@ TEST(DesignCorrelations, tellNoCopyWhereOneRunLacksAValueOrTiesDiffer)
   }
 }
 
+TEST(DesignCopies, areThoseThatCorrelationsFind)
+{
+  std::vector<Column> columns = uniformColumns(6, 200, 9);
+  columns[2] = columns[0];
+  for (double& value : columns[2]) value = std::exp(value);
+  columns[4] = columns[0];
+  for (double& value : columns[4]) value = -value;
+  columns[5] = columns[1];
+  columns[5][7] = NONE;
+  const std::vector<DesignCorrelation> found = designCopies(ordersOf(columns), 200);
+  ASSERT_EQ(found.size(), 2u);
+  EXPECT_EQ(found[0].first, 0u);
+  EXPECT_EQ(found[0].second, 2u);
+  EXPECT_EQ(found[0].r, 1.0);
+  EXPECT_EQ(found[1].first, 0u);
+  EXPECT_EQ(found[1].second, 4u);
+  EXPECT_EQ(found[1].r, -1.0);
+  EXPECT_TRUE(found[0].copy && found[1].copy);
+}
+
 TEST(DesignCorrelations, ofConstantsAndNoRunsAreNone)
 {
   EXPECT_TRUE(designCorrelations(ordersOf({{1, 1, 1}, {1, 2, 3}}), 3).empty());
@@ -173,9 +186,28 @@ TEST(SampleDesign, isAlmostNeverTakenForAnotherForDraws)
   EXPECT_LE(others, 1);
 }
 
-TEST(SampleDesign, isASweepIfOneOfTheParametersVaries)
+TEST(SampleDesign, isASweepIfTheOnlyParameterThatVariesGoesOneWay)
 {
-  EXPECT_EQ(designOf({Column(5, 1.0), {1, 2, 3, 4, 5}, Column(5, 7.0)}), SampleDesign::SWEEP);
+  const Column rising = {1, 2, 3, 4, 5, 6, 7, 9};
+  const Column falling = {9, 7, 6, 5, 4, 3, 2, 1};
+  const Column turning = {1, 2, 3, 4, 5, 6, 9, 7};
+  EXPECT_EQ(designOf({rising}), SampleDesign::SWEEP);
+  EXPECT_EQ(designOf({Column(8, 1.0), falling, Column(8, 7.0)}), SampleDesign::SWEEP);
+  EXPECT_EQ(designOf({turning}), SampleDesign::INDEPENDENT);
+  EXPECT_EQ(designOf({rising, turning}), SampleDesign::INDEPENDENT);
+  EXPECT_EQ(designOf({{1, 2, 3, 4, 5, 6, 7}}), SampleDesign::INDEPENDENT) << "draws can do that by chance";
+}
+
+TEST(SampleDesign, isASweepOverLevelsThatSeveralRunsShare)
+{
+  const Column three = {1, 1, 1, 1, 2, 2, 2, 2, 5, 5, 5, 5};
+  EXPECT_EQ(designOf({three}), SampleDesign::SWEEP);
+  EXPECT_EQ(designOf({{1, 1, 1, 2, 2, 2, 5, 5, 5}}), SampleDesign::INDEPENDENT) << "chance 1.2e-3";
+}
+
+TEST(SampleDesign, ofOneParameterThatIsDrawnInStrataIsAHypercube)
+{
+  EXPECT_EQ(designOf({hypercubeColumn(40, 3)}), SampleDesign::LATIN_HYPERCUBE);
 }
 
 TEST(SampleDesign, isALatticeIfAllCombinationsOfLevelsAreThereEquallyOften)
@@ -237,14 +269,6 @@ TEST(SampleDesign, isNotToldOfARangeWhoseWidthIsNoNumberOrTooSmallForOne)
   Column tiny = hypercubeColumn(30, 2);
   for (double& value : tiny) value *= 1e-310;
   EXPECT_EQ(designOf({huge, tiny}), SampleDesign::INDEPENDENT);
-}
-
-TEST(MonotoneInRunOrder, areParametersThatRiseOrFallFromRunToRun)
-{
-  EXPECT_EQ(monotoneOf({{1, 2, 3, 9}, {4, 3, 2, 1}, {1, 1, 2, 3}, {1, 3, 2, 4}, {1, 2, NONE, 3}}),
-            (std::vector<std::size_t>{0, 1}));
-  EXPECT_TRUE(monotoneOf({{1, 2}}).empty());
-  EXPECT_TRUE(monotoneOf({{}}).empty());
 }
 
 } // namespace runsieve::test

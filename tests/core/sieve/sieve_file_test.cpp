@@ -296,10 +296,44 @@ TEST(SieveFile, TellsHowAScanDiffersFromItsOwn)
       compareWith(sieve, scan),
       ElementsAre(HasSubstr("fingerprint"), "after gate 1, A @ 0 in 1..2, 1 runs are left; there were 3",
                   "after gate 2, A @ 1 in 2..inf, 1 runs are left; there were 2", "1 runs pass; 2 did"));
+  EXPECT_EQ(compareWith(sieve, scan, applyGates(sieve.gates, scan, sieve.join)), compareWith(sieve, scan));
   sieve.counts = SieveCounts();
   EXPECT_THAT(compareWith(sieve, scan), ElementsAre(HasSubstr("fingerprint"))) << "nothing was counted";
   sieve.fingerprint.clear();
   EXPECT_THAT(compareWith(sieve, scan), IsEmpty());
+}
+
+TEST(MergedOptions, TakeFromTheSieveWhatIsNotSet)
+{
+  ReadOptions sieve;
+  sieve.time = "t";
+  sieve.run = "id";
+  sieve.parameters = std::vector<std::string>{"k"};
+  sieve.decimal = ',';
+  sieve.parametersFile = "doses.csv";
+  sieve.exactTimes = true;
+  ReadOptions own;
+  own.run = "run";
+  own.parameters = std::vector<std::string>{};
+  own.missing = {"-"};
+  ReadOptions const merged = mergedOptions(own, sieve);
+  EXPECT_EQ(merged.time, "t");
+  EXPECT_EQ(merged.run, "run");
+  EXPECT_EQ(merged.parameters, std::vector<std::string>{}) << "none is a choice too";
+  EXPECT_EQ(merged.missing, std::vector<std::string>{"-"});
+  EXPECT_EQ(merged.decimal, ',');
+  EXPECT_EQ(merged.parametersFile, "doses.csv");
+  EXPECT_TRUE(merged.exactTimes);
+}
+
+TEST(SieveFile, WithoutTheNumberOfPassingRunsItIsNotCompared)
+{
+  Scan const scan = fourRuns();
+  SieveFile const sieve = readSieve(R"({"format": "runsieve sieve", "version": 1,
+      "gates": [{"text": "A @ 0 in 1..2"}], "counts": {"runs": 4}})");
+  EXPECT_FALSE(sieve.counts.passing.has_value());
+  EXPECT_THAT(compareWith(sieve, scan), IsEmpty());
+  EXPECT_FALSE(readSieve(toSieveText(sieve)).counts.passing.has_value());
 }
 
 TEST(SieveFile, TellsOfGatesThatDoNotFit)
