@@ -9,6 +9,7 @@
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/read/ReadScan.h>
 #include <runsieve/items/vtkPlotLineSet.h>
+#include <runsieve/widgets/SelectionDrag.h>
 #include <runsieve/widgets/VtkPlotWidget.h>
 
 #include <vtkAnnotationLink.h>
@@ -84,8 +85,8 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
   setWindowTitle("Runsieve");
   widget = new VtkPlotWidget;
   widget->installEventFilter(this);
-  connect(widget, &VtkPlotWidget::selectionDragged, this, &ExplorerWindow::followDrag);
-  connect(widget, &VtkPlotWidget::selectionDragEnded, this, &ExplorerWindow::endDrag);
+  connect(widget->selectionDrag(), &SelectionDrag::moved, this, &ExplorerWindow::followDrag);
+  connect(widget->selectionDrag(), &SelectionDrag::ended, this, &ExplorerWindow::endDrag);
   auto* middle = new QWidget;
   auto* layout = new QHBoxLayout(middle);
   layout->setContentsMargins(0, 0, 0, 0);

@@ -6,6 +6,8 @@
 
 #include <runsieve/records/ParameterSelection.h>
 
+#include <runsieve/items/vtkPlotLineSet.h>
+
 #include <vtkChart.h>
 #include <vtkChartMatrix.h>
 #include <vtkIntArray.h>
@@ -121,6 +123,9 @@ void drawClusters(PlotContainer& plot)
   const vtkIdType firstRun = chart->GetNumberOfPlots();
   if (!hasSelection(plot) && !plot.metaData->getShowQuantiles()) plot.drawClusterRuns();
   leaveOutOfLegend(chart, firstRun);
+  // The lines of the clusters cover those of all runs, and colours of their own mean something else.
+  if (firstRun < chart->GetNumberOfPlots())
+    if (vtkPlotLineSet* lines = runLines(plot)) lines->SetDensityColors(vtkPlotLineSet::DENSITY_OFF);
   const vtkIdType firstMean = chart->GetNumberOfPlots();
   for (vtkIdType i = firstRun; i < firstMean; ++i) chart->GetPlot(i)->SetWidth(thinRun);
   plot.showDecorationPlots = true;

@@ -16,7 +16,7 @@
 #include <QMouseEvent>
 
 VtkPlotWidget::VtkPlotWidget(QWidget* parent)
-    : QVTKOpenGLNativeWidget(parent), drag(std::make_unique<runsieve::SelectionDrag>())
+    : QVTKOpenGLNativeWidget(parent), drag(new runsieve::SelectionDrag(this))
 {
   // The widget first, then the view: the other order leaves the frame black.
   vtkNew<vtkGenericOpenGLRenderWindow> window;
@@ -92,7 +92,7 @@ void VtkPlotWidget::followDrag(QEvent* event)
   auto const* mouse = static_cast<QMouseEvent*>(event);
   auto tell = [this, mouse] {
     if (auto const rectangle = drag->to(inScene(mouse->localPos()), mouse->modifiers()))
-      Q_EMIT selectionDragged(*rectangle);
+      Q_EMIT drag->moved(*rectangle);
   };
   switch (event->type()) {
   case QEvent::MouseButtonPress:
@@ -106,7 +106,7 @@ void VtkPlotWidget::followDrag(QEvent* event)
   case QEvent::MouseButtonRelease:
     if (!drag->isUnderWay() || mouse->button() != drag->button()) break;
     drag->end();
-    Q_EMIT selectionDragEnded(false);
+    Q_EMIT drag->ended(false);
     break;
   default:
     break;
@@ -124,7 +124,7 @@ void VtkPlotWidget::cancelDrag()
   QMouseEvent release(QEvent::MouseButtonRelease, start, button, Qt::NoButton, Qt::NoModifier);
   QVTKOpenGLNativeWidget::event(&back);
   QVTKOpenGLNativeWidget::event(&release);
-  Q_EMIT selectionDragEnded(true);
+  Q_EMIT drag->ended(true);
   view->Render();
 }
 

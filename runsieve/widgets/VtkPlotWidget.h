@@ -1,13 +1,10 @@
 #pragma once
 
 #include <runsieve/runsieve_export.h>
-#include <runsieve/widgets/DragRectangle.h>
 
 #include <QPointer>
 #include <QVTKOpenGLNativeWidget.h>
 #include <vtkSmartPointer.h>
-
-#include <memory>
 
 class PlotContainer;
 class vtkContextView;
@@ -37,6 +34,10 @@ public:
   /// Shows another plot. It stays its owner's; the old one stays a child of this widget if it was made here.
   void setPlotContainer(PlotContainer* container);
 
+  /// Tells of rectangles while they are dragged over chartXY to select; the widget's. Include
+  /// runsieve/widgets/SelectionDrag.h.
+  [[nodiscard]] runsieve::SelectionDrag* selectionDrag() const { return drag; }
+
   /// Writes the visible plot as PDF. The exporter appends ".pdf"; the last ".pdf" in the name, in any case,
   /// is removed first if it starts at position 2 or later. A file that cannot be written is not reported.
   void printPlot(QString fileName);
@@ -44,13 +45,6 @@ public:
 public Q_SLOTS:
   /// Puts the current item into the scene again if clear is set, then renders.
   void updatePlot(bool clear = true);
-
-Q_SIGNALS:
-  /// While a rectangle of a selection is dragged in chartXY: at the press with no extent, and at each move,
-  /// before the frame that shows it is drawn. The selection itself changes at the release.
-  void selectionDragged(DragRectangle const& rectangle);
-  /// The drag is over: before the selection changes, or without a change if Esc was pressed.
-  void selectionDragEnded(bool cancelled);
 
 protected:
   bool event(QEvent* event) override;
@@ -60,7 +54,7 @@ private:
   void cancelDrag();
   [[nodiscard]] QPointF inScene(QPointF const& position) const;
 
-  std::unique_ptr<runsieve::SelectionDrag> drag;
+  runsieve::SelectionDrag* drag;
   bool ignoresRelease = false; ///< of the button that a cancelled drag still holds
   [[nodiscard]] bool hasContainer() const { return !guard.isNull(); }
 

@@ -3,6 +3,7 @@
 #include "support/ScanBuilder.h"
 
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/widgets/SelectionDrag.h>
 #include <runsieve/widgets/VtkPlotWidget.h>
 
 #include <vtkAxis.h>
@@ -37,9 +38,9 @@ struct SelectionDragTest : testing::Test
     showAndWait(widget, 700, 600);
     widget.updatePlot(true);
     settle(widget);
-    QObject::connect(&widget, &VtkPlotWidget::selectionDragged,
+    QObject::connect(widget.selectionDrag(), &SelectionDrag::moved,
                      [this](DragRectangle const& rectangle) { rectangles.push_back(rectangle); });
-    QObject::connect(&widget, &VtkPlotWidget::selectionDragEnded, [this](bool cancelled) {
+    QObject::connect(widget.selectionDrag(), &SelectionDrag::ended, [this](bool cancelled) {
       ends.push_back(cancelled);
       selectedAtEnd.push_back(selectedRows());
     });
