@@ -76,33 +76,42 @@ std::size_t LiveView::show(RunSet const& set)
   return count;
 }
 
+std::vector<long long> LiveView::joined(std::vector<long long> const& rows,
+                                        Qt::KeyboardModifiers modifiers) const
+{
+  std::vector<long long> result;
+  auto const join = [&](auto const& algorithm) {
+    algorithm(selected.begin(), selected.end(), rows.begin(), rows.end(), std::back_inserter(result));
+    return result;
+  };
+  bool const adds = modifiers.testFlag(Qt::ControlModifier);
+  bool const takes = modifiers.testFlag(Qt::ShiftModifier);
+  if (adds && takes) return join([](auto... range) { std::set_symmetric_difference(range...); });
+  if (adds) return join([](auto... range) { std::set_union(range...); });
+  if (takes) return join([](auto... range) { std::set_difference(range...); });
+  return rows;
+}
+
+std::optional<std::size_t> LiveView::moveFast(ResolvedGate const& gate, Qt::KeyboardModifiers modifiers)
+{
+  bool const joins = modifiers.testFlag(Qt::ControlModifier) && !selected.empty();
+  if (modifiers.testFlag(Qt::ShiftModifier) || (joins && !isNewPlace(gate))) return std::nullopt;
+  sieve.setFixed(joins ? runsThrough(selected, runs.runs.size(), runs.times.size())
+                       : RunSet(runs.runs.size()).complement());
+  std::size_t const left = *sieve.update(gate);
+  if (left == 0) return std::nullopt;
+  passing = sieve.mask();
+  return left;
+}
+
 std::size_t LiveView::move(DragRectangle const& rectangle, std::size_t output)
 {
-  bool const adds = rectangle.modifiers.testFlag(Qt::ControlModifier);
-  bool const takes = !adds && rectangle.modifiers.testFlag(Qt::ShiftModifier);
   std::optional<ResolvedGate> const gate = gateOf(rectangle, output, runs);
-  std::size_t const count = runs.runs.size();
-  std::size_t const times = runs.times.size();
-  if (!gate) return show(runsThrough(adds || takes ? selected : std::vector<long long>(), count, times));
-
-  if (!takes && (!adds || selected.empty() || isNewPlace(*gate))) {
-    RunSet all(count);
-    sieve.setFixed(adds && !selected.empty() ? runsThrough(selected, count, times) : all.complement());
-    std::size_t const left = *sieve.update(*gate);
-    passing = sieve.mask();
-    if (left > 0) return left;
-  }
+  if (gate)
+    if (auto const left = moveFast(*gate, rectangle.modifiers)) return *left;
   // A time at which no run lies in the rectangle asks for nothing, and rows of one time are alternatives.
-  std::vector<long long> const rows = rowsIn(*gate);
-  std::vector<long long> joined;
-  if (takes)
-    std::set_difference(selected.begin(), selected.end(), rows.begin(), rows.end(),
-                        std::back_inserter(joined));
-  else if (adds)
-    std::set_union(selected.begin(), selected.end(), rows.begin(), rows.end(), std::back_inserter(joined));
-  else
-    joined = rows;
-  return show(runsThrough(joined, count, times));
+  std::vector<long long> const rows = gate ? rowsIn(*gate) : std::vector<long long>();
+  return show(runsThrough(joined(rows, rectangle.modifiers), runs.runs.size(), runs.times.size()));
 }
 
 std::vector<LiveDistance> LiveView::distances()

@@ -6,6 +6,7 @@
 #include <runsieve/widgets/DragRectangle.h>
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace runsieve::app {
@@ -33,6 +34,11 @@ public:
 private:
   [[nodiscard]] bool isNewPlace(ResolvedGate const& gate) const;
   [[nodiscard]] std::vector<long long> rowsIn(ResolvedGate const& gate) const;
+  /// The rows that are selected if these are dragged over.
+  [[nodiscard]] std::vector<long long> joined(std::vector<long long> const& rows,
+                                              Qt::KeyboardModifiers modifiers) const;
+  /// By the sieve; nothing where it doesn't have the answer of rows.
+  std::optional<std::size_t> moveFast(ResolvedGate const& gate, Qt::KeyboardModifiers modifiers);
   std::size_t show(RunSet const& set);
 
   Scan const& runs;

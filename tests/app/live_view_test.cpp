@@ -50,7 +50,13 @@ struct LiveScan
     std::vector<long long> const before = hasSelection(plot) ? selectedRows(plot) : std::vector<long long>();
     std::set<long long> rows(before.begin(), before.end());
     std::vector<long long> const own = rowsIn(r);
-    if (r.modifiers & Qt::ControlModifier)
+    if (r.modifiers == (Qt::ControlModifier | Qt::ShiftModifier))
+      for (long long const row : own)
+        if (rows.count(row))
+          rows.erase(row);
+        else
+          rows.insert(row);
+    else if (r.modifiers & Qt::ControlModifier)
       rows.insert(own.begin(), own.end());
     else if (r.modifiers & Qt::ShiftModifier)
       for (long long const row : own) rows.erase(row);
@@ -81,6 +87,7 @@ DragRectangle randomRectangle(std::mt19937& random, Scan const& scan)
   if (random() % 3 == 0) rectangle.top = infinity;
   if (random() % 3 == 0) rectangle.modifiers = Qt::ControlModifier;
   if (random() % 5 == 0) rectangle.modifiers = Qt::ShiftModifier;
+  if (random() % 9 == 0) rectangle.modifiers = Qt::ControlModifier | Qt::ShiftModifier;
   return rectangle;
 }
 
