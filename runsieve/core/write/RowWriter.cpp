@@ -71,19 +71,6 @@ private:
   std::vector<Text> above;
 };
 
-// In brackets no unit looks like a number ("1") or like no value ("none").
-void appendUnits(std::string& to, std::vector<WrittenColumn> const& columns)
-{
-  if (std::all_of(columns.begin(), columns.end(),
-                  [](WrittenColumn const& column) { return column.unit.empty(); }))
-    return;
-  for (WrittenColumn const& column : columns) {
-    to += quotedField(column.unit.empty() ? "" : '[' + column.unit + ']');
-    to += ',';
-  }
-  to.back() = '\n';
-}
-
 } // namespace
 
 std::string quotedField(std::string_view text)
@@ -99,7 +86,6 @@ void writeRows(std::vector<WrittenColumn> const& columns, std::size_t runs, std:
   std::string text;
   for (WrittenColumn const& column : columns) text += (text.empty() ? "" : ",") + quotedField(column.name);
   text += '\n';
-  appendUnits(text, columns);
   RowFormatter formatter(columns, times);
   for (std::size_t run = 0; run < runs; ++run)
     for (std::size_t time = 0; time < times; ++time) {

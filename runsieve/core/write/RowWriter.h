@@ -25,15 +25,14 @@ struct WrittenColumn
   double const* numbers = nullptr;
   std::vector<std::string> texts; ///< one per run in place of the numbers
   Each each = Each::Row;
-  std::string unit;
 };
 
 /// Takes pieces of text in their order.
 using TextSink = std::function<void(std::string_view)>;
 
-/// Writes comma-separated text: a line of names in double quotes, a line of units in brackets if there are
-/// any, then a line for each time of each run. Each number has the fewest digits that read back to the same
-/// value, texts stand in double quotes. They must not hold line ends.
+/// Writes comma-separated text: a line of names in double quotes, then a line for each time of each run. Each
+/// number has the fewest digits that read back to the same value, texts stand in double quotes. They must not
+/// hold line ends.
 RUNSIEVE_CORE_EXPORT void writeRows(std::vector<WrittenColumn> const& columns, std::size_t runs,
                                     std::size_t times, TextSink const& sink);
 

@@ -68,7 +68,6 @@ private:
   void check(std::string const& what, ColumnLabel const& label) const
   {
     check("name of " + what, label.fullName());
-    check("unit of " + label.name, label.unit);
   }
 
   void check(std::string const& what, std::string const& text) const
@@ -99,7 +98,7 @@ std::vector<std::string> textsOf(ScanParameter const& parameter)
 
 void addRuns(Written& written, Scan const& scan)
 {
-  WrittenColumn column{": Run Index", nullptr, {}, Each::Run, {}};
+  WrittenColumn column{": Run Index", nullptr, {}, Each::Run};
   if (auto numbers = numbersOf(scan.runs)) {
     written.keys = std::move(*numbers);
     column.numbers = written.keys.data();
@@ -126,7 +125,7 @@ void addStatus(Written& written, Scan const& scan)
   bool any = false;
   for (std::size_t run = 0; run < scan.runs.size(); ++run) any = any || isSaidToHaveFailed(scan, run);
   if (!any) return;
-  WrittenColumn column{"status", nullptr, {}, Each::Run, {}};
+  WrittenColumn column{"status", nullptr, {}, Each::Run};
   for (ScanRun const& run : scan.runs)
     column.texts.emplace_back(run.status == RunStatus::Failed ? "failed" : "ok");
   written.columns.push_back(std::move(column));
@@ -137,15 +136,12 @@ void write(Scan const& scan, std::string const& file, TextSink const& sink)
   Fields(file).check(scan);
   Written written;
   for (ScanOutput const& output : scan.outputs)
-    written.columns.push_back({nameOf(output.label), output.values.get(), {}, Each::Row, output.label.unit});
-  written.columns.push_back({nameOfTime(scan.time), scan.times.data(), {}, Each::Time, {}});
+    written.columns.push_back({nameOf(output.label), output.values.get(), {}, Each::Row});
+  written.columns.push_back({nameOfTime(scan.time), scan.times.data(), {}, Each::Time});
   addRuns(written, scan);
   for (ScanParameter const& parameter : scan.parameters) {
-    WrittenColumn column{"Parameter: " + parameter.label.name, parameter.values.data(), {}, Each::Run, {}};
-    if (parameter.isText())
-      column.texts = textsOf(parameter); // a unit above texts would be taken for one of them
-    else
-      column.unit = parameter.label.unit;
+    WrittenColumn column{"Parameter: " + parameter.label.name, parameter.values.data(), {}, Each::Run};
+    if (parameter.isText()) column.texts = textsOf(parameter);
     written.columns.push_back(std::move(column));
   }
   addStatus(written, scan);

@@ -11,8 +11,8 @@ namespace runsieve {
 
 /// Writes a scan as comma-separated text with Runsieve's own column names, each number in the fewest digits
 /// that read back to the same value; reading it again gives the same scan, but for longer names (label) and
-/// units of text parameters. Values that a run lacks are "nan"; a line of units stands below the names if an
-/// output or a parameter has one; a column "status" stands behind the others if some run has failed and its
+/// the units of outputs and parameters: a line of them would keep other programs from reading numbers. Values
+/// that a run lacks are "nan"; a column "status" stands behind the others if some run has failed and its
 /// values don't show it.
 ///
 /// The file appears under its name only when it is complete: a save that fails or is interrupted leaves a
