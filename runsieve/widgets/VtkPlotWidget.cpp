@@ -14,6 +14,24 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+
+namespace {
+
+/// Whether the current context draws without a graphics card.
+bool isSoftwareRenderer()
+{
+  QOpenGLContext* context = QOpenGLContext::currentContext();
+  if (!context) return false;
+  auto const* name = reinterpret_cast<char const*>(context->functions()->glGetString(GL_RENDERER));
+  const QString renderer = QString::fromLatin1(name).toLower();
+  for (const char* known : {"llvmpipe", "softpipe", "swr", "software", "swiftshader"})
+    if (renderer.contains(known)) return true;
+  return false;
+}
+
+} // namespace
 
 VtkPlotWidget::VtkPlotWidget(QWidget* parent)
     : QVTKOpenGLNativeWidget(parent), drag(new runsieve::SelectionDrag(this))
@@ -78,6 +96,14 @@ void VtkPlotWidget::printPlot(QString fileName)
   if (position >= 2) fileName.remove(position, extension.size());
   exporter->SetFilePrefix(fileName.toLocal8Bit().constData());
   exporter->Write();
+}
+
+void VtkPlotWidget::initializeGL()
+{
+  QVTKOpenGLNativeWidget::initializeGL();
+  // Several samples of each pixel take a renderer on the processor 30 ms and more for each frame, changed or
+  // not.
+  if (isSoftwareRenderer()) renderWindow()->SetMultiSamples(0);
 }
 
 QPointF VtkPlotWidget::inScene(QPointF const& position) const

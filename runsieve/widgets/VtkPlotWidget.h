@@ -48,6 +48,7 @@ public Q_SLOTS:
 
 protected:
   bool event(QEvent* event) override;
+  void initializeGL() override;
 
 private:
   void followDrag(QEvent* event);
