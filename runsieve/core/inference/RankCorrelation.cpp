@@ -65,7 +65,8 @@ void correlateComplete(RankTable const& table, PairCorrelations& result)
 {
   const ConstColumns ranks = columnsOf(table, table.ranks);
   Eigen::MatrixXd products = Eigen::MatrixXd::Zero(ranks.cols(), ranks.cols());
-  products.selfadjointView<Eigen::Lower>().rankUpdate(ranks.transpose());
+  // Without runs there is no memory to look at.
+  if (!table.ranks.empty()) products.selfadjointView<Eigen::Lower>().rankUpdate(ranks.transpose());
   forEachPair(table.columns, [&](Eigen::Index i, Eigen::Index j, std::size_t place) {
     result.r[place] = coefficient(products(i, j), products(i, i), products(j, j));
     result.n[place] = static_cast<double>(table.rows);
