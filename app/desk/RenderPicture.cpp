@@ -15,17 +15,6 @@ namespace runsieve::app {
 
 namespace {
 
-/// As `rank` compares; nothing if no run passes that is compared.
-std::optional<ShownComparison> comparisonOf(GatedScan const& gated)
-{
-  ShownComparison shown{{}, gated.passed.runs, gated.eligible()};
-  RunSet compared(shown.passing);
-  compared &= shown.eligible;
-  if (compared.count() == 0) return std::nullopt;
-  shown.numbers = compareParameters(gated.scan(), shown.passing, shown.eligible, gated.method);
-  return shown;
-}
-
 std::size_t outputNamed(std::string const& name, Scan const& scan)
 {
   if (auto const output = scan.findOutput(name)) return *output;
@@ -53,12 +42,17 @@ int renderPicture(RenderArguments const& arguments)
   view.scene()->AddItem(plot.getItem());
   sieved.applyTo(plot, options);
   plot.metaData->plotTitle = pictureTitle(sieved.gated);
-  std::optional<ShownComparison> shown;
-  if (sieved.gated.sieves()) shown = comparisonOf(sieved.gated);
-  if (shown) orderBy(plot, shown->numbers);
+  std::optional<ParameterComparer> comparer;
+  ShownComparison shown;
+  if (sieved.gated.sieves()) {
+    comparer.emplace(sieved.gated.scan(), sieved.gated.eligible());
+    shown = compareRuns(*comparer, sieved.gated.passed.runs, sieved.gated.method);
+  }
+  const bool isCompared = !shown.numbers.parameters.empty();
+  if (isCompared) orderBy(plot, shown.numbers);
   plot.redraw();
   polish(plot);
-  if (shown) label(plot, sieved.gated.scan(), *shown);
+  if (isCompared) label(plot, *comparer, shown);
   view.save(arguments.output);
   // A plot that outlived its view would let go of textures in a context that is gone.
   plot.setScene(nullptr);

@@ -258,6 +258,7 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   runs = scanOf(scan);
   applyNotes(notes, runs);
   live = std::make_unique<LiveView>(runs, completeRuns(runs));
+  comparer.reset();
   comparison = {};
   readingNotes->setText(toTell == 1 ? QString("1 note on reading")
                                     : QString("%L1 notes on reading").arg(toTell));
@@ -548,13 +549,21 @@ bool ExplorerWindow::isSelectedByGates() const
   return !gates.empty() && storedPlot(*container, scan).selectedRows == gatedRows;
 }
 
+/// Of the runs that take part at present, which are the same until a file is opened or its gates are left.
+ParameterComparer const& ExplorerWindow::comparerOfRuns()
+{
+  const RunSet eligible = eligibleRuns(runs, isSelectedByGates() ? gates : std::vector<Gate>());
+  if (!comparer || comparer->eligible() != eligible)
+    comparer = std::make_unique<ParameterComparer>(runs, eligible);
+  return *comparer;
+}
+
 /// The numbers of the present selection, in the charts as well.
 void ExplorerWindow::compare()
 {
   comparison = {};
   if (!container || !hasSelection(*container)) return;
-  comparison = compareSelection(
-      *container, runs, eligibleRuns(runs, isSelectedByGates() ? gates : std::vector<Gate>()), method());
+  comparison = compareSelection(*container, comparerOfRuns(), method());
   if (!comparison.numbers.parameters.empty()) orderBy(*container, comparison.numbers);
 }
 
@@ -563,8 +572,8 @@ void ExplorerWindow::refresh()
   if (container) {
     polish(*container);
     if (!clusterOfRun.empty()) drawClusters(*container);
-    if (hasSelection(*container))
-      label(*container, runs, comparison);
+    if (hasSelection(*container) && comparer)
+      label(*container, *comparer, comparison);
     else if (!clusterOfRun.empty())
       label(*container, clusterComparison);
   }
@@ -584,7 +593,7 @@ void ExplorerWindow::showStatus()
         std::count_if(ranked.begin(), ranked.end(), [](auto const& r) { return r.significant; });
     if (!ranked.empty())
       text += QString("   |   %1 of %2 parameters differ").arg(significant).arg(ranked.size());
-    const std::size_t left = comparison.eligible.complement().count();
+    const std::size_t left = comparer ? comparer->eligible().complement().count() : 0;
     if (left > 0) text += QString("   |   %L1 not complete, not compared").arg(left);
   }
   if (!clusterOfRun.empty()) text += QString("   |   %1 clusters").arg(clusterSizes(clusterOfRun).size());

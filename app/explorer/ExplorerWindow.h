@@ -83,6 +83,7 @@ private:
   void refresh();
   void showStatus();
   void compare();
+  ParameterComparer const& comparerOfRuns();
   [[nodiscard]] ComparisonMethod method() const;
   [[nodiscard]] bool isSelectedByGates() const;
   ViewOptions options() const;
@@ -90,14 +91,15 @@ private:
   VtkPlotWidget* widget = nullptr;
   QPointer<PlotContainer> container; ///< the plot of the open scan, null before the first
   boost::shared_ptr<LinePlotTable> scan;
-  std::vector<int> clusterOfRun;       ///< empty without clusters
-  std::vector<std::string> reading;    ///< how the file was read
-  Scan runs;                           ///< the open scan; its outputs are those of the record
-  std::unique_ptr<LiveView> live;      ///< of runs
-  ShownComparison comparison;          ///< of the selection
-  ClusterComparison clusterComparison; ///< of the clusters
-  ScanNotes notes;                     ///< what the file has and the record has not
-  std::vector<Gate> gates;             ///< of the stored plot that was opened
+  std::vector<int> clusterOfRun;               ///< empty without clusters
+  std::vector<std::string> reading;            ///< how the file was read
+  Scan runs;                                   ///< the open scan; its outputs are those of the record
+  std::unique_ptr<LiveView> live;              ///< of runs
+  std::unique_ptr<ParameterComparer> comparer; ///< of runs; none before the first comparison
+  ShownComparison comparison;                  ///< of the selection
+  ClusterComparison clusterComparison;         ///< of the clusters
+  ScanNotes notes;                             ///< what the file has and the record has not
+  std::vector<Gate> gates;                     ///< of the stored plot that was opened
   GateJoin join = GateJoin::All;
   std::vector<long long> gatedRows; ///< that these gates had selected
 

@@ -3,13 +3,14 @@
 #include "app/cli/RankReport.h"
 #include "app/view/ScanPlot.h"
 
+#include <runsieve/items/vtkPlotStepLine.h>
+
 #include <vtkAxis.h>
 #include <vtkChart.h>
 #include <vtkChartMatrix.h>
 #include <vtkDoubleArray.h>
 #include <vtkNew.h>
 #include <vtkPen.h>
-#include <vtkPlotLine.h>
 #include <vtkTable.h>
 
 #include <algorithm>
@@ -85,20 +86,6 @@ template <class Function> void eachChart(PlotContainer& plot, Function const& fu
 
 using Curve = std::vector<std::pair<double, double>>;
 
-/// The distribution function of some runs: a point per value, with the share of the runs up to it.
-Curve distributionOf(std::vector<double> const& values, RunSet const& runs)
-{
-  std::vector<double> sorted;
-  for (std::size_t const run : runs.members())
-    if (!std::isnan(values[run])) sorted.push_back(values[run]);
-  std::sort(sorted.begin(), sorted.end());
-  Curve curve;
-  for (std::size_t i = 0; i < sorted.size(); ++i)
-    if (i + 1 == sorted.size() || sorted[i] != sorted[i + 1])
-      curve.emplace_back(sorted[i], static_cast<double>(i + 1) / static_cast<double>(sorted.size()));
-  return curve;
-}
-
 vtkSmartPointer<vtkTable> tableOf(Curve const& curve)
 {
   vtkNew<vtkDoubleArray> x;
@@ -115,24 +102,18 @@ vtkSmartPointer<vtkTable> tableOf(Curve const& curve)
   return table;
 }
 
-/// The staircase of a distribution function, moved up or down, as far as it stays between 0 and 1.
-Curve shifted(Curve const& curve, double by)
+/// A distribution function moved up or down, as far as it stays between 0 and 1.
+Curve shifted(Curve curve, double by)
 {
-  Curve corners;
-  double before = 0.0;
-  for (auto const& [value, share] : curve) {
-    corners.emplace_back(value, std::clamp(before + by, 0.0, 1.0));
-    corners.emplace_back(value, std::clamp(share + by, 0.0, 1.0));
-    before = share;
-  }
-  return corners;
+  for (auto& [value, share] : curve) share = std::clamp(share + by, 0.0, 1.0);
+  return curve;
 }
 
 void addFloor(vtkChart* chart, Curve const& others, double floor)
 {
   constexpr unsigned char grey = 170;
   for (double const by : {floor, -floor}) {
-    vtkNew<vtkPlotLine> line;
+    vtkNew<vtkPlotStepLine> line;
     line->SetInputData(tableOf(shifted(others, by)), vtkIdType(0), vtkIdType(1));
     line->SetLabel(floorLabel);
     line->SetColor(grey, grey, grey, 255);
@@ -148,24 +129,29 @@ bool hasFloor(vtkChart* chart)
   return plots > 0 && chart->GetPlot(plots - 1)->GetLabel() == floorLabel;
 }
 
+ParameterComparison const* find(Comparison const& comparison, std::size_t parameter)
+{
+  auto const& all = comparison.parameters;
+  auto const found = std::find_if(all.begin(), all.end(),
+                                  [&](ParameterComparison const& c) { return c.parameter == parameter; });
+  return found == all.end() ? nullptr : &*found;
+}
+
 /// Counts each run once in the curves of a chart and draws the noise floor.
-void drawCurves(vtkChart* chart, ScanParameter const& parameter, ShownComparison const& shown)
+void drawCurves(vtkChart* chart, ParameterComparison const& compared, ParameterComparer const& comparer,
+                ShownComparison const& shown)
 {
   if (chart->GetNumberOfPlots() != curvesOfSelection) return;
-  RunSet passing(shown.passing);
-  passing &= shown.eligible;
-  RunSet others(shown.eligible);
-  others -= shown.passing;
-  const RunSet* const samples[] = {&shown.eligible, &passing, &others};
-  for (vtkIdType i = 0; i < curvesOfSelection; ++i) {
-    const Curve curve = distributionOf(parameter.values, *samples[i]);
-    if (curve.empty())
+  const Curve curves[] = {comparer.distribution(compared.parameter, comparer.eligible()),
+                          comparer.distribution(compared.parameter, shown.passing),
+                          comparer.distribution(compared.parameter, shown.passing.complement())};
+  for (vtkIdType i = 0; i < curvesOfSelection; ++i)
+    if (curves[i].empty())
       chart->GetPlot(i)->SetVisible(false);
     else
-      chart->GetPlot(i)->SetInputData(tableOf(curve), vtkIdType(0), vtkIdType(1));
-  }
-  if (!std::isnan(shown.numbers.noiseFloor) && !parameter.isText())
-    addFloor(chart, distributionOf(parameter.values, others), shown.numbers.noiseFloor);
+      chart->GetPlot(i)->SetInputData(tableOf(curves[i]), vtkIdType(0), vtkIdType(1));
+  if (!std::isnan(shown.numbers.noiseFloor) && !compared.isText)
+    addFloor(chart, curves[2], shown.numbers.noiseFloor);
   chart->RecalculateBounds();
   vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);
   left->SetUnscaledRange(0.0, 1.0); // else it would begin at the least share
@@ -174,15 +160,22 @@ void drawCurves(vtkChart* chart, ScanParameter const& parameter, ShownComparison
 
 } // namespace
 
-ShownComparison compareSelection(PlotContainer const& plot, Scan const& scan, RunSet const& eligible,
+ShownComparison compareRuns(ParameterComparer const& comparer, RunSet const& passing,
+                            ComparisonMethod const& method)
+{
+  ShownComparison shown{{}, passing};
+  RunSet compared(passing);
+  compared &= comparer.eligible();
+  if (compared.count() > 0) shown.numbers = comparer.compare(passing, method);
+  return shown;
+}
+
+ShownComparison compareSelection(PlotContainer const& plot, ParameterComparer const& comparer,
                                  ComparisonMethod const& method)
 {
-  ShownComparison shown{{}, passingRuns(plot), eligible};
-  if (shown.passing.runs() != scan.runs.size()) return shown;
-  RunSet compared(shown.passing);
-  compared &= eligible;
-  if (compared.count() > 0) shown.numbers = compareParameters(scan, shown.passing, shown.eligible, method);
-  return shown;
+  const RunSet passing = passingRuns(plot);
+  if (passing.runs() != comparer.eligible().runs()) return {{}, passing};
+  return compareRuns(comparer, passing, method);
 }
 
 void orderBy(PlotContainer& plot, Comparison const& comparison)
@@ -200,17 +193,15 @@ void orderBy(PlotContainer& plot, ClusterComparison const& comparison)
   follow(plot, differences, [](ClusterDifference const& difference) { return difference.pPermutation; });
 }
 
-void label(PlotContainer& plot, Scan const& scan, ShownComparison const& shown)
+void label(PlotContainer& plot, ParameterComparer const& comparer, ShownComparison const& shown)
 {
   const bool density = plot.metaData->getUseDensity();
   eachChart(plot, [&](vtkChart* chart, std::size_t position) {
-    auto const& all = shown.numbers.parameters;
-    auto const found =
-        std::find_if(all.begin(), all.end(), [&](auto const& c) { return c.parameter == position; });
-    if (found == all.end()) return;
+    ParameterComparison const* found = find(shown.numbers, position);
+    if (!found) return;
     chart->SetTitle(
         chartTitle(found->d, adjustedP(*found, shown.numbers.method.adjustment), found->significant));
-    if (!density && !hasFloor(chart)) drawCurves(chart, scan.parameters[position], shown);
+    if (!density && !hasFloor(chart)) drawCurves(chart, *found, comparer, shown);
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <runsieve/core/compare/Clusters.h>
 #include <runsieve/core/compare/Comparison.h>
+#include <runsieve/core/compare/ParameterComparer.h>
 #include <runsieve/core/live/LiveDistance.h>
 #include <runsieve/plot/PlotContainer.h>
 
@@ -15,13 +16,14 @@ struct ShownComparison
 {
   Comparison numbers;
   RunSet passing; ///< runs of the scan; those that are not eligible don't count
-  RunSet eligible;
 };
 
-/// Compares the runs that the selection of a plot lets through with all others, leaving out runs that are not
-/// eligible. Nothing to show, and no numbers, without a selection or if it lets no eligible run through.
-[[nodiscard]] ShownComparison compareSelection(PlotContainer const& plot, Scan const& scan,
-                                               RunSet const& eligible, ComparisonMethod const& method);
+/// Compares runs with all others. Nothing to show, and no numbers, if none of them is eligible.
+[[nodiscard]] ShownComparison compareRuns(ParameterComparer const& comparer, RunSet const& passing,
+                                          ComparisonMethod const& method);
+/// The same for the runs that the selection of a plot lets through; nothing without a selection.
+[[nodiscard]] ShownComparison compareSelection(PlotContainer const& plot, ParameterComparer const& comparer,
+                                               ComparisonMethod const& method);
 
 /// Lets the small charts follow the numbers of the program in place of the library's own: which parameters
 /// are shown, and in which order. Redraws.
@@ -30,8 +32,9 @@ void orderBy(PlotContainer& plot, ClusterComparison const& comparison);
 
 /// Writes d, adjusted p and a star over the small charts, counts each run once in their curves, and draws the
 /// noise floor: a band around the curve of the others that the curve of the passing runs leaves where the
-/// difference is more than chance makes. To be called after each redraw; twice does no harm.
-void label(PlotContainer& plot, Scan const& scan, ShownComparison const& shown);
+/// difference is more than chance makes. To be called after each redraw; twice does no harm. \param comparer
+/// that made the comparison
+void label(PlotContainer& plot, ParameterComparer const& comparer, ShownComparison const& shown);
 /// The same for clusters, without a noise floor.
 void label(PlotContainer& plot, ClusterComparison const& comparison);
 

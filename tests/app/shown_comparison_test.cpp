@@ -10,6 +10,7 @@
 #include <runsieve/core/gate/GateText.h>
 
 #include <runsieve/adapters/ScanTable.h>
+#include <runsieve/items/vtkPlotStepLine.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,6 +24,7 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace runsieve::test {
 namespace {
@@ -48,6 +50,7 @@ struct ShownComparisonTest : testing::Test, PlotScene
 {
   boost::shared_ptr<LinePlotTable> record;
   Scan scan;
+  std::optional<ParameterComparer> comparer;
   app::ShownComparison shown;
 
   void show(app::ViewOptions const& options = {})
@@ -75,12 +78,20 @@ struct ShownComparisonTest : testing::Test, PlotScene
     app::selectRows(container, rows);
   }
 
+  /// What is compared of the present selection.
+  [[nodiscard]] app::ShownComparison compare(std::vector<Gate> const& gates = {},
+                                             ComparisonMethod const& method = {})
+  {
+    return app::compareSelection(container, ParameterComparer(scan, app::eligibleRuns(scan, gates)), method);
+  }
+
   void compareFirst(int count = 20)
   {
     selectFirst(count);
-    shown = app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {});
+    comparer.emplace(scan, app::eligibleRuns(scan, {}));
+    shown = app::compareSelection(container, *comparer, {});
     app::orderBy(container, shown.numbers);
-    app::label(container, scan, shown);
+    app::label(container, *comparer, shown);
   }
 
   [[nodiscard]] vtkChart* cell(int column, int row) { return container.chartMatrix->GetChart({column, row}); }
@@ -114,7 +125,7 @@ TEST_F(ShownComparisonTest, OfSeveralRowsTheFirstStandsOnTop)
   selectFirst(20);
   ComparisonMethod method;
   method.thresholds = {1.0, 0.0};
-  shown = app::compareSelection(container, scan, app::eligibleRuns(scan, {}), method);
+  shown = compare({}, method);
   app::orderBy(container, shown.numbers);
   // Ten parameters fill three rows, of which the last is not full.
   EXPECT_EQ(nameOf(cell(0, 0)), "k8") << "a row that isn't full cannot stand below";
@@ -162,12 +173,13 @@ TEST_F(ShownComparisonTest, TheNoiseFloorIsABandAroundTheOthers)
   const std::vector<double> others = heights(chart->GetPlot(2));
   const std::vector<double> upper = heights(chart->GetPlot(3));
   const std::vector<double> lower = heights(chart->GetPlot(4));
-  ASSERT_EQ(upper.size(), 2 * others.size());
+  ASSERT_EQ(upper.size(), others.size());
   for (std::size_t i = 0; i < others.size(); ++i) {
-    EXPECT_NEAR(upper[2 * i + 1], std::min(1.0, others[i] + shown.numbers.noiseFloor), 1e-12);
-    EXPECT_NEAR(lower[2 * i + 1], std::max(0.0, others[i] - shown.numbers.noiseFloor), 1e-12);
+    EXPECT_NEAR(upper[i], std::min(1.0, others[i] + shown.numbers.noiseFloor), 1e-12);
+    EXPECT_NEAR(lower[i], std::max(0.0, others[i] - shown.numbers.noiseFloor), 1e-12);
   }
-  app::label(container, scan, shown);
+  EXPECT_TRUE(vtkPlotStepLine::SafeDownCast(chart->GetPlot(3))) << "a staircase like the others";
+  app::label(container, *comparer, shown);
   EXPECT_EQ(chart->GetNumberOfPlots(), 5) << "once is enough";
 }
 
@@ -197,18 +209,16 @@ TEST_F(ShownComparisonTest, RunsThatAreNotCompleteAreNotCompared)
   scan.runs[0].status = RunStatus::Failed;
   compareFirst();
   EXPECT_EQ(shown.numbers.passing, 19u);
-  EXPECT_EQ(shown.eligible.count(), 59u);
+  EXPECT_EQ(comparer->eligible().count(), 59u);
 }
 
 TEST_F(ShownComparisonTest, WithoutASelectionThereIsNothingToCompare)
 {
   show();
-  EXPECT_THAT(app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {}).numbers.parameters,
-              IsEmpty());
+  EXPECT_THAT(compare().numbers.parameters, IsEmpty());
   compareFirst();
   app::clearSelection(container);
-  EXPECT_THAT(app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {}).numbers.parameters,
-              IsEmpty());
+  EXPECT_THAT(compare().numbers.parameters, IsEmpty());
 }
 
 TEST_F(ShownComparisonTest, RunsThatAreNotCompleteCountIfTheyAreEligible)
@@ -217,8 +227,8 @@ TEST_F(ShownComparisonTest, RunsThatAreNotCompleteCountIfTheyAreEligible)
   scan.runs[3].status = RunStatus::Short;
   selectFirst(20);
   const std::vector<Gate> gates = {parseGate("status short")};
-  EXPECT_EQ(app::compareSelection(container, scan, app::eligibleRuns(scan, gates), {}).numbers.passing, 20u);
-  EXPECT_EQ(app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {}).numbers.passing, 19u);
+  EXPECT_EQ(compare(gates).numbers.passing, 20u);
+  EXPECT_EQ(compare().numbers.passing, 19u);
 }
 
 TEST_F(ShownComparisonTest, WhereNoEligibleRunPassesThereIsNothingToCompare)
@@ -226,8 +236,7 @@ TEST_F(ShownComparisonTest, WhereNoEligibleRunPassesThereIsNothingToCompare)
   show();
   scan.runs[0].status = RunStatus::Failed;
   selectFirst(1);
-  EXPECT_THAT(app::compareSelection(container, scan, app::eligibleRuns(scan, {}), {}).numbers.parameters,
-              IsEmpty());
+  EXPECT_THAT(compare().numbers.parameters, IsEmpty());
 }
 
 TEST(RunsThrough, HaveARowAtEveryTimeThatAnyRowIsOf)

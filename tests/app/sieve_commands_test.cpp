@@ -90,8 +90,8 @@ TEST_F(SieveCommands, RankGivesWhatADragGives)
   PlotContainer plot(nullptr);
   scene->AddItem(plot.getItem());
   sieved.applyTo(plot, {});
-  const ShownComparison shown =
-      compareSelection(plot, sieved.gated.scan(), sieved.gated.eligible(), sieved.gated.method);
+  const ShownComparison shown = compareSelection(
+      plot, ParameterComparer(sieved.gated.scan(), sieved.gated.eligible()), sieved.gated.method);
   ASSERT_EQ(shown.numbers.parameters.size(), 3u);
   for (std::size_t i = 0; i < 3; ++i) {
     ParameterComparison const& c = shown.numbers.parameters[i];

@@ -1,6 +1,7 @@
 #include <runsieve/core/compare/ComparedRuns.h>
 
 #include <runsieve/core/inference/CategoryComparison.h>
+#include <runsieve/core/inference/DistributionFunction.h>
 #include <runsieve/core/inference/SampleComparison.h>
 #include <runsieve/core/inference/TwoSampleP.h>
 #include <runsieve/core/parallel/Parallel.h>
@@ -107,6 +108,16 @@ std::vector<ParameterComparison> ComparedRuns::compare(std::vector<std::uint8_t>
   inParallel(threadCount(threads), entries.size(),
              [&](std::size_t index) { results[index] = compareOne(index, mask); });
   return results;
+}
+
+std::vector<std::pair<double, double>> ComparedRuns::distribution(std::size_t position,
+                                                                  std::vector<std::uint8_t> const& mask) const
+{
+  auto const entry = std::find_if(entries.begin(), entries.end(),
+                                  [&](Entry const& candidate) { return candidate.position == position; });
+  if (entry == entries.end()) return {};
+  OrderedValues const& ordered = compared[static_cast<std::size_t>(entry - entries.begin())].values;
+  return distributionFunction(ordered, entry->values.data(), mask.data());
 }
 
 } // namespace runsieve

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace runsieve {
@@ -37,6 +38,11 @@ public:
   /// All that is known of each parameter without the others: no adjusted p-value, and none of texts.
   [[nodiscard]] std::vector<ParameterComparison> compare(std::vector<std::uint8_t> const& mask,
                                                          unsigned threads) const;
+
+  /// Values of a parameter in ascending order, each with the share of the marked members up to it. Empty if
+  /// none has a value, or if the parameter is not compared. \param position of the parameter in the scan
+  [[nodiscard]] std::vector<std::pair<double, double>>
+  distribution(std::size_t position, std::vector<std::uint8_t> const& mask) const;
 
 private:
   struct Entry

@@ -1,8 +1,6 @@
 #include <runsieve/core/compare/Comparison.h>
 
-#include <runsieve/core/compare/ComparedRuns.h>
-#include <runsieve/core/compare/ComparisonWarnings.h>
-#include <runsieve/core/compare/FamilyOfTests.h>
+#include <runsieve/core/compare/ParameterComparer.h>
 
 #include <algorithm>
 #include <array>
@@ -10,23 +8,6 @@
 #include <tuple>
 
 namespace runsieve {
-
-namespace {
-
-void takePermutations(Comparison& comparison, PermutationResult const& result)
-{
-  comparison.permutations = result.permutations;
-  comparison.isSettled = result.settled;
-  comparison.noiseFloor = result.noiseFloor;
-  for (std::size_t i = 0; i < comparison.parameters.size(); ++i) {
-    ParameterComparison& parameter = comparison.parameters[i];
-    if (std::isnan(parameter.d)) continue;
-    parameter.pPermutation = forGatesTried(result.p[i], comparison.method);
-    if (parameter.isText) parameter.p = result.alone[i];
-  }
-}
-
-} // namespace
 
 RunSet completeRuns(Scan const& scan)
 {
@@ -39,26 +20,7 @@ RunSet completeRuns(Scan const& scan)
 Comparison compareParameters(Scan const& scan, RunSet const& passing, RunSet const& eligible,
                              ComparisonMethod const& method, ComparisonWork const& work)
 {
-  checkMethod(method);
-  const ComparedRuns runs(scan, eligible);
-  const std::vector<std::uint8_t> mask = runs.maskOf(passing);
-  const DesignOfRuns design = designOf(runs);
-  Comparison comparison;
-  comparison.method = method;
-  comparison.passing = static_cast<std::size_t>(std::count(mask.begin(), mask.end(), 1));
-  comparison.others = mask.size() - comparison.passing;
-  comparison.parameters = runs.compare(mask, work.threads);
-  comparison.leftOut = runs.leftOut();
-  const bool comparable = comparison.passing > 0 && comparison.others > 0 && !comparison.parameters.empty();
-  if (comparable && method.permutations > 0)
-    takePermutations(
-        comparison,
-        permuted(PermutationTest(runs.parameters(), mask, permutationOptions(method, work)), work));
-  comparison.family =
-      adjustFamily({&comparison.parameters}, originalsOf(design, runs.parameters().size()), method);
-  comparison.warnings = warningsOf(runs, design, comparison.passing, comparison.others);
-  rankByDifference(comparison.parameters, method.adjustment);
-  return comparison;
+  return ParameterComparer(scan, eligible).compare(passing, method, work);
 }
 
 Comparison compareParameters(Scan const& scan, RunSet const& passing, ComparisonMethod const& method,
