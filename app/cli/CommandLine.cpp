@@ -528,7 +528,7 @@ private:
     auto* command = program.add_subcommand(
         "convert", "Turn a scan into a stored plot (.rsd), which keeps selection, view and zoom, or back");
     addReadOptions(*command, convert, true);
-    command->add_option("output", convert.output, "File to write, .rsd or .csv")->required();
+    command->add_option("target", convert.output, "File to write, .rsd or .csv")->required();
     addGates(*command, convert);
     command->footer("Example:\n  runsieve convert scan.csv scan.rsd --gate \"A @ 10 in 2..5\"");
   }

@@ -155,6 +155,16 @@ QWidget* ExplorerWindow::buildPanel()
     if (container) container->metaData->setPlotLine(!on);
   });
 
+  plainLines = new QCheckBox("Plain lines");
+  plainLines->setToolTip("Lines over lines in one colour, instead of shades by the number of runs");
+  layout->addWidget(plainLines);
+  connect(plainLines, &QCheckBox::toggled, this, [this](bool on) {
+    if (!container) return;
+    container->densityColors = shadesOf(on);
+    container->redraw();
+    refresh();
+  });
+
   auto* thresholds = new QFormLayout;
   thresholds->setRowWrapPolicy(QFormLayout::WrapAllRows);
   const ViewOptions defaults;
@@ -217,6 +227,7 @@ ViewOptions ExplorerWindow::options() const
   view.quantiles = quantiles->isChecked();
   view.logAxes = logAxes->isChecked();
   view.points = points->isChecked();
+  view.plainLines = plainLines->isChecked();
   if (outputs->currentIndex() >= 0) view.output = static_cast<std::size_t>(outputs->currentData().toInt());
   view.pThreshold = pThreshold->value();
   view.ksThreshold = ksThreshold->value();
@@ -282,10 +293,10 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
 
 void ExplorerWindow::setControls(ViewOptions const& view)
 {
-  const QSignalBlocker blockers[] = {QSignalBlocker(outputs),     QSignalBlocker(density),
-                                     QSignalBlocker(commonScale), QSignalBlocker(quantiles),
-                                     QSignalBlocker(logAxes),     QSignalBlocker(points),
-                                     QSignalBlocker(pThreshold),  QSignalBlocker(ksThreshold)};
+  const QSignalBlocker blockers[] = {
+      QSignalBlocker(outputs),    QSignalBlocker(density),    QSignalBlocker(commonScale),
+      QSignalBlocker(quantiles),  QSignalBlocker(logAxes),    QSignalBlocker(points),
+      QSignalBlocker(plainLines), QSignalBlocker(pThreshold), QSignalBlocker(ksThreshold)};
   outputs->clear();
   std::vector<std::size_t> const columns = scanLayout(*scan).outputs;
   const QStringList names = namesOf(*container, columns);
@@ -297,6 +308,7 @@ void ExplorerWindow::setControls(ViewOptions const& view)
   quantiles->setChecked(view.quantiles);
   logAxes->setChecked(view.logAxes);
   points->setChecked(!container->metaData->getPlotLine());
+  plainLines->setChecked(view.plainLines);
   pThreshold->setValue(view.pThreshold);
   ksThreshold->setValue(view.ksThreshold);
 }

@@ -110,6 +110,7 @@ private:
   QCheckBox* quantiles = nullptr;
   QCheckBox* logAxes = nullptr;
   QCheckBox* points = nullptr;
+  QCheckBox* plainLines = nullptr;
   QDoubleSpinBox* pThreshold = nullptr;
   QDoubleSpinBox* ksThreshold = nullptr;
   QLabel* status = nullptr;

@@ -25,6 +25,7 @@ template <class View, class Function> void eachMember(View& view, Function&& mem
   member("quantiles", view.quantiles);
   member("log_axes", view.logAxes);
   member("points", view.points);
+  member("plain_lines", view.plainLines);
   member("p_threshold", view.pThreshold);
   member("ks_threshold", view.ksThreshold);
 }

@@ -10,6 +10,7 @@
 #include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/scan/ParameterBounds.h>
 #include <runsieve/core/scan/ScanError.h>
+#include <runsieve/items/vtkPlotLineSet.h>
 
 #include <vtkDoubleArray.h>
 #include <vtkIntArray.h>
@@ -194,6 +195,7 @@ StoredPlot storedPlot(PlotContainer const& plot, boost::shared_ptr<LinePlotTable
   stored.view.quantiles = settings.getShowQuantiles();
   stored.view.logAxes = settings.getLogParameterAxes();
   stored.view.points = !settings.getPlotLine();
+  stored.view.plainLines = plot.densityColors == vtkPlotLineSet::DENSITY_OFF;
   stored.view.pThreshold = settings.getPThreshold();
   stored.view.ksThreshold = settings.getKsThreshold();
   auto window = plot.coordinateWindows.find(currentKey(plot));

@@ -69,11 +69,16 @@ void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOp
   settings.green = 70;
   settings.blue = 90;
   settings.alpha = lineOpacity(scan->trajectoryCount);
-  plot.densityColors = options.plainLines ? vtkPlotLineSet::DENSITY_OFF : vtkPlotLineSet::DENSITY_LOGARITHMIC;
+  plot.densityColors = shadesOf(options.plainLines);
   plot.horizontalGutter = gutter;
   plot.rightMargin = margin;
   plot.setLinePlotTable(scan, false);
   showOutput(plot, options.output);
+}
+
+int shadesOf(bool plainLines)
+{
+  return plainLines ? vtkPlotLineSet::DENSITY_OFF : vtkPlotLineSet::DENSITY_LOGARITHMIC;
 }
 
 void showOutput(PlotContainer& plot, std::size_t output)

@@ -31,6 +31,9 @@ struct ViewOptions
 /// Shows a scan in a container in the style selectionCdfPlot. The container's item must be in a scene.
 void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOptions const& options);
 
+/// PlotContainer::densityColors of lines over lines, or of shades by the number of runs.
+[[nodiscard]] int shadesOf(bool plainLines);
+
 /// Changes the output on the vertical axis; the selection stays.
 void showOutput(PlotContainer& plot, std::size_t output);
 

@@ -33,9 +33,9 @@ bool isSoftwareRenderer()
 
 } // namespace
 
-VtkPlotWidget::VtkPlotWidget(QWidget* parent)
-    : QVTKOpenGLNativeWidget(parent), drag(new runsieve::SelectionDrag(this))
+VtkPlotWidget::VtkPlotWidget(QWidget* parent) : QVTKOpenGLNativeWidget(parent)
 {
+  drag = new runsieve::SelectionDrag(this); // not before: a new child is an event, which reads the members
   // The widget first, then the view: the other order leaves the frame black.
   vtkNew<vtkGenericOpenGLRenderWindow> window;
   setRenderWindow(window);

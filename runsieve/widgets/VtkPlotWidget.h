@@ -55,7 +55,7 @@ private:
   void cancelDrag();
   [[nodiscard]] QPointF inScene(QPointF const& position) const;
 
-  runsieve::SelectionDrag* drag;
+  runsieve::SelectionDrag* drag = nullptr;
   bool ignoresRelease = false; ///< of the button that a cancelled drag still holds
   [[nodiscard]] bool hasContainer() const { return !guard.isNull(); }
 

@@ -28,7 +28,7 @@ inline testing::AssertionResult sameBits(LinePlotTable const& a, LinePlotTable c
 inline auto membersOf(app::ViewOptions const& view)
 {
   return std::make_tuple(view.output, view.density, view.commonScale, view.quantiles, view.logAxes,
-                         view.points, view.pThreshold, view.ksThreshold);
+                         view.points, view.plainLines, view.pThreshold, view.ksThreshold);
 }
 
 /// The corners of an invalid window mean nothing.
@@ -52,7 +52,7 @@ inline app::ViewOptions unusualView(std::size_t output)
 {
   app::ViewOptions view;
   view.output = output;
-  view.density = view.commonScale = view.quantiles = view.logAxes = view.points = true;
+  view.density = view.commonScale = view.quantiles = view.logAxes = view.points = view.plainLines = true;
   view.pThreshold = 0.012;
   view.ksThreshold = 0.34;
   return view;

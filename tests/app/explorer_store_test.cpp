@@ -25,8 +25,8 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-const char* const switches[] = {"Densities", "Common density scale", "Quartile bands", "Log parameter axes",
-                                "Points, not lines"};
+const char* const switches[] = {"Densities",          "Common density scale", "Quartile bands",
+                                "Log parameter axes", "Points, not lines",    "Plain lines"};
 
 struct ExplorerStore : ExplorerScene
 {
@@ -89,7 +89,7 @@ TEST_F(ExplorerStore, APlainViewComesBack)
   open(other, file("plot.rsd"));
   EXPECT_EQ(other.statusText(), "60 runs, 33 times");
   EXPECT_EQ(other.windowTitle(), "plot.rsd - Runsieve");
-  EXPECT_EQ(switchesOf(other), std::vector<bool>(5, false));
+  EXPECT_EQ(switchesOf(other), std::vector<bool>(6, false));
   EXPECT_EQ(rangesOf(other), rangesOf(window));
 }
 
@@ -240,7 +240,7 @@ TEST_F(ExplorerStore, AllOfItComesBackTogether)
   app::ExplorerWindow other;
   open(other, file("first.rsd"));
   EXPECT_EQ(other.statusText(), window.statusText());
-  EXPECT_EQ(switchesOf(other), std::vector<bool>(5, true));
+  EXPECT_EQ(switchesOf(other), std::vector<bool>(6, true));
   EXPECT_EQ(thresholdsOf(other), thresholdsOf(window));
   EXPECT_EQ(rangesOf(other), rangesOf(window));
   QString error;

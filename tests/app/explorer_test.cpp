@@ -4,6 +4,9 @@
 #include "support/TableFile.h"
 
 #include "app/explorer/ExplorerWindow.h"
+#include "app/view/ScanPlot.h"
+
+#include <runsieve/items/vtkPlotLineSet.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -255,6 +258,12 @@ TEST_F(ExplorerTest, SwitchesReachTheView)
   EXPECT_TRUE(settings.getUseDensity() && settings.getCommonDensityScale() && settings.getShowQuantiles() &&
               settings.getLogParameterAxes());
   EXPECT_EQ(window.plot()->chartXY->GetNumberOfPlots(), 4); // three bands and the runs
+  EXPECT_EQ(app::runLines(*window.plot())->GetDensityColors(), vtkPlotLineSet::DENSITY_LOGARITHMIC);
+  child<QCheckBox>("Plain lines")->click();
+  settle();
+  EXPECT_EQ(app::runLines(*window.plot())->GetDensityColors(), vtkPlotLineSet::DENSITY_OFF);
+  EXPECT_EQ(std::string(window.plot()->chartMatrix->GetChart({0, 0})->GetTitle()).substr(0, 2), "d ")
+      << "the small charts keep their numbers";
   child<QCheckBox>("Points, not lines")->click();
   settle();
   EXPECT_FALSE(settings.getPlotLine());

@@ -102,7 +102,7 @@ TEST(PlotSettings, AWindowThatIsNotValidIsNotWritten)
 TEST(PlotSettings, EachMissingMemberOfTheViewTakesItsDefault)
 {
   const Json view = Json::parse(toJson(PlotSettings())).at("view");
-  ASSERT_EQ(view.size(), 8u);
+  ASSERT_EQ(view.size(), 9u);
   for (auto const& [name, value] : view.items()) {
     const PlotSettings settings = fromJson(without("view", name));
     EXPECT_EQ(Json::parse(toJson(settings)).at("view").at(name), value) << name;

@@ -9,8 +9,10 @@
 #include <vtkNew.h>
 #include <vtkTable.h>
 #include <vtkTableFFT.h>
+#include <vtkVersionMacros.h>
 
 #include <cmath>
+#include <complex>
 #include <cstddef>
 #include <cstring>
 #include <limits>
@@ -21,6 +23,9 @@ namespace runsieve::test {
 namespace {
 
 using Curve = std::vector<double>;
+
+/// The filter of VTK 9.3 leaves the term of a single value as it finds it in memory.
+constexpr std::size_t shortestOfTheFilter = VTK_MAJOR_VERSION == 9 && VTK_MINOR_VERSION < 3 ? 1 : 2;
 
 bool sameBits(double a, double b)
 {
@@ -47,7 +52,9 @@ testing::AssertionResult hasTermsOfTheFilter(Curve const& curve)
     const auto row = static_cast<vtkIdType>(k);
     if (!sameBits(found[k].real(), expected->GetComponent(row, 0)) ||
         !sameBits(found[k].imag(), expected->GetComponent(row, 1)))
-      return testing::AssertionFailure() << "term " << k << " of " << curve.size();
+      return testing::AssertionFailure()
+             << "term " << k << " of " << curve.size() << ": " << found[k].real() << ", " << found[k].imag()
+             << " instead of " << expected->GetComponent(row, 0) << ", " << expected->GetComponent(row, 1);
   }
   return testing::AssertionSuccess();
 }
@@ -64,15 +71,25 @@ Curve randomCurve(std::size_t length, unsigned seed)
 // A phase of a term that is zero but for rounding is noise: only equal bits give equal clusters.
 TEST(ClusteringNumbers, TheTransformIsThatOfTheFilterToTheLastBit)
 {
-  for (std::size_t length = 1; length <= 400; ++length)
+  for (std::size_t length = shortestOfTheFilter; length <= 400; ++length)
     EXPECT_TRUE(hasTermsOfTheFilter(randomCurve(length, static_cast<unsigned>(length))));
   for (std::size_t length : {512, 625, 729, 1000, 1001, 1009, 1024, 2401, 3600, 3721})
     EXPECT_TRUE(hasTermsOfTheFilter(randomCurve(length, 1)));
 }
 
+TEST(ClusteringNumbers, TheTransformOfOneValueIsThatValue)
+{
+  for (double value : {9.963402506993452, 0.0, 1e300, std::numeric_limits<double>::infinity()}) {
+    auto transform = FourierTransform(1);
+    auto const& terms = transform.of(&value);
+    ASSERT_EQ(terms.size(), 1u);
+    EXPECT_EQ(terms[0], std::complex<double>(value, 0.0));
+  }
+}
+
 TEST(ClusteringNumbers, TheTransformOfCurvesWithoutSpreadOrNumbersIsThatOfTheFilter)
 {
-  for (std::size_t length = 1; length <= 60; ++length) {
+  for (std::size_t length = shortestOfTheFilter; length <= 60; ++length) {
     EXPECT_TRUE(hasTermsOfTheFilter(Curve(length, 0.1)));
     EXPECT_TRUE(hasTermsOfTheFilter(Curve(length, 0.0)));
     EXPECT_TRUE(hasTermsOfTheFilter(Curve(length, 1e300)));
