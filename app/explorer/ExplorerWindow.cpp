@@ -338,6 +338,7 @@ bool ExplorerWindow::savePicture(QString const& path, QString& error)
 {
   try {
     widget->makeCurrent();
+    if (container) hideHover(*container);
     widget->updatePlot(false);
     app::savePicture(widget->view->GetRenderWindow(), QFile::encodeName(path).toStdString());
     return true;
@@ -405,6 +406,7 @@ void ExplorerWindow::chooseOutput(int index)
 {
   if (!container || index < 0) return;
   removeClusters(); // they are of another output
+  hideHover(*container);
   showOutput(*container, static_cast<std::size_t>(outputs->itemData(index).toInt()));
   refresh();
 }

@@ -10,6 +10,7 @@
 #include <vtkAxis.h>
 #include <vtkChart.h>
 #include <vtkChartMatrix.h>
+#include <vtkChartXY.h>
 #include <vtkIdTypeArray.h>
 #include <vtkIntArray.h>
 #include <vtkNew.h>
@@ -17,6 +18,7 @@
 #include <vtkSelection.h>
 #include <vtkSelectionNode.h>
 #include <vtkTable.h>
+#include <vtkTooltipItem.h>
 
 #include <algorithm>
 #include <cmath>
@@ -103,6 +105,19 @@ void polish(PlotContainer& plot)
       left->SetUnscaledMinimum(0.0);
       left->SetBehavior(vtkAxis::FIXED);
     }
+}
+
+void hideHover(PlotContainer& plot)
+{
+  const auto hide = [](vtkChart* chart) {
+    vtkChartXY* xy = vtkChartXY::SafeDownCast(chart);
+    if (xy && xy->GetTooltip()) xy->GetTooltip()->SetVisible(false);
+  };
+  hide(plot.chartXY);
+  if (!plot.chartMatrix) return;
+  const vtkVector2i size = plot.chartMatrix->GetSize();
+  for (int row = 0; row < size.GetY(); ++row)
+    for (int column = 0; column < size.GetX(); ++column) hide(plot.chartMatrix->GetChart({column, row}));
 }
 
 vtkPlotLineSet* runLines(PlotContainer const& plot)

@@ -41,6 +41,10 @@ void showOutput(PlotContainer& plot, std::size_t output);
 /// show, and, if all densities share a scale, that scale on every chart.
 void polish(PlotContainer& plot);
 
+/// Takes away the boxes that tell what is under the pointer, until it moves: after a change they tell of what
+/// was there before, and nobody wants them in a picture.
+void hideHover(PlotContainer& plot);
+
 /// The lines of the runs; null while they are points or another style is shown.
 [[nodiscard]] vtkPlotLineSet* runLines(PlotContainer const& plot);
 

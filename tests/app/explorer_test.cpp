@@ -14,6 +14,8 @@
 #include <vtkAxis.h>
 #include <vtkChart.h>
 #include <vtkChartMatrix.h>
+#include <vtkChartXY.h>
+#include <vtkTooltipItem.h>
 
 #include <QApplication>
 #include <QCheckBox>
@@ -244,6 +246,22 @@ TEST_F(ExplorerTest, AnotherOutputKeepsTheSelection)
     both +=
         scattered(0, r) >= 0.3 && scattered(0, r) <= 0.8 && scattered(1, r) >= 0.05 && scattered(1, r) <= 0.6;
   EXPECT_NE(status().find(std::to_string(both) + " runs pass"), std::string::npos) << status();
+}
+
+TEST_F(ExplorerTest, WhatIsUnderThePointerIsNotToldInPicturesNorOfAFormerOutput)
+{
+  vtkTooltipItem* box = vtkChartXY::SafeDownCast(window.plot()->chartXY)->GetTooltip();
+  vtkTooltipItem* small =
+      vtkChartXY::SafeDownCast(window.plot()->chartMatrix->GetChart({1, 0}))->GetTooltip();
+  box->SetVisible(true);
+  small->SetVisible(true);
+  QString error;
+  ASSERT_TRUE(window.savePicture(file("hover.png"), error)) << error.toStdString();
+  EXPECT_FALSE(box->GetVisible());
+  EXPECT_FALSE(small->GetVisible());
+  box->SetVisible(true);
+  window.findChild<QComboBox*>()->setCurrentIndex(1);
+  EXPECT_FALSE(vtkChartXY::SafeDownCast(window.plot()->chartXY)->GetTooltip()->GetVisible());
 }
 
 TEST_F(ExplorerTest, SwitchesReachTheView)
