@@ -6,6 +6,7 @@
 #include "app/view/ScanClusters.h"
 #include "app/view/ScanPlot.h"
 #include "app/view/ShownComparison.h"
+#include "app/view/SmallCharts.h"
 
 #include <runsieve/adapters/ScanTable.h>
 
@@ -55,6 +56,7 @@ void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, Clu
   polish(plot);
   drawClusters(plot);
   label(plot, comparison);
+  nameTexts(plot, scan, arguments.width);
   view.save(arguments.picture);
   plot.setScene(nullptr); // a plot that outlived its view would let go of textures in a context that is gone
 }

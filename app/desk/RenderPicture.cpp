@@ -4,6 +4,7 @@
 #include "app/render/OffscreenView.h"
 #include "app/view/ShownComparison.h"
 #include "app/view/SievedScan.h"
+#include "app/view/SmallCharts.h"
 
 #include <vtkContextScene.h>
 
@@ -52,6 +53,7 @@ int renderPicture(RenderArguments const& arguments)
   if (isCompared) orderBy(plot, shown.numbers);
   plot.redraw();
   polish(plot);
+  nameTexts(plot, sieved.gated.scan(), arguments.width);
   if (isCompared) label(plot, *comparer, shown);
   view.save(arguments.output);
   // A plot that outlived its view would let go of textures in a context that is gone.

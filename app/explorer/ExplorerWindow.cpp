@@ -5,6 +5,7 @@
 #include "app/scan/ColumnName.h"
 #include "app/scan/ReadingText.h"
 #include "app/scan/ScanLayout.h"
+#include "app/view/SmallCharts.h"
 
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/read/ReadScan.h>
@@ -585,6 +586,7 @@ void ExplorerWindow::refresh()
 {
   if (container) {
     polish(*container);
+    nameTexts(*container, runs, widget->width());
     if (!clusterOfRun.empty()) drawClusters(*container);
     if (hasSelection(*container) && comparer)
       label(*container, *comparer, comparison);

@@ -2,6 +2,7 @@
 
 #include "app/cli/RankReport.h"
 #include "app/view/ScanPlot.h"
+#include "app/view/SmallCharts.h"
 
 #include <runsieve/items/vtkPlotStepLine.h>
 
@@ -23,19 +24,6 @@ namespace {
 constexpr char floorLabel[] = "noise floor";
 constexpr float thinLine = 1.01f;          ///< pixels; at exactly 1 software OpenGL loses joints
 constexpr vtkIdType curvesOfSelection = 3; ///< all runs, passing runs, others
-
-/// For each parameter of the plot its position in Scan::parameters, which counts all columns of parameters.
-std::vector<std::size_t> positionsInScan(PlotContainer const& plot)
-{
-  std::vector<std::size_t> positions;
-  for (int const column : plot.metaData->parameterColumns) {
-    std::size_t before = 0;
-    for (int c = 0; c < column; ++c)
-      before += plot.typedColumnNames[static_cast<std::size_t>(c)].first == Kestrane::Parameter ? 1 : 0;
-    positions.push_back(before);
-  }
-  return positions;
-}
 
 /// The view fills its rows from below: the order in which the first row of the charts stands on top. A row
 /// that isn't full can only be the top one, so then the order stays.
@@ -67,21 +55,6 @@ void follow(PlotContainer& plot, std::vector<Entry> const& entries, P const& pOf
   }
   plot.parameterOrder = firstRowOnTop(plot.shownParameters());
   plot.redraw();
-}
-
-/// Calls a function with each small chart and the position of its parameter in the scan.
-template <class Function> void eachChart(PlotContainer& plot, Function const& function)
-{
-  if (plot.metaData->getPlotStyle() != selectionCdfPlot || !plot.chartMatrix) return;
-  const std::vector<std::size_t> positions = positionsInScan(plot);
-  const std::vector<int> shown = plot.shownParameters();
-  const vtkVector2i size = plot.chartMatrix->GetSize();
-  for (std::size_t k = 0; k < shown.size(); ++k) {
-    const int cell = static_cast<int>(k);
-    const vtkVector2i place(cell % size.GetX(), cell / size.GetX());
-    if (place.GetY() < size.GetY())
-      function(plot.chartMatrix->GetChart(place), positions[static_cast<std::size_t>(shown[k])]);
-  }
 }
 
 using Curve = std::vector<std::pair<double, double>>;
@@ -196,7 +169,7 @@ void orderBy(PlotContainer& plot, ClusterComparison const& comparison)
 void label(PlotContainer& plot, ParameterComparer const& comparer, ShownComparison const& shown)
 {
   const bool density = plot.metaData->getUseDensity();
-  eachChart(plot, [&](vtkChart* chart, std::size_t position) {
+  eachSmallChart(plot, [&](vtkChart* chart, std::size_t position) {
     ParameterComparison const* found = find(shown.numbers, position);
     if (!found) return;
     chart->SetTitle(
@@ -207,7 +180,7 @@ void label(PlotContainer& plot, ParameterComparer const& comparer, ShownComparis
 
 void label(PlotContainer& plot, ClusterComparison const& comparison)
 {
-  eachChart(plot, [&](vtkChart* chart, std::size_t position) {
+  eachSmallChart(plot, [&](vtkChart* chart, std::size_t position) {
     auto const& all = comparison.differences;
     auto const found =
         std::find_if(all.begin(), all.end(), [&](auto const& c) { return c.parameter == position; });
@@ -217,7 +190,7 @@ void label(PlotContainer& plot, ClusterComparison const& comparison)
 
 void labelDistances(PlotContainer& plot, std::vector<LiveDistance> const& distances)
 {
-  eachChart(plot, [&](vtkChart* chart, std::size_t position) {
+  eachSmallChart(plot, [&](vtkChart* chart, std::size_t position) {
     double const d = position < distances.size() ? distances[position].d : LiveDistance::UNDEFINED;
     chart->SetTitle(std::isnan(d) ? std::string() : "d " + formatted(d, "%+.2f", "-"));
   });
