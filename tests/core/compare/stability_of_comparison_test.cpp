@@ -115,7 +115,7 @@ TEST(StabilityOfComparison, CountsOneAmongTheTopWhereNothingIsSignificant)
   EXPECT_EQ(f.stability.method.top, 1u);
   EXPECT_EQ(f.stability.parameters[0].topShare + f.stability.parameters[1].topShare, 1.0);
   EXPECT_EQ(f.stability.verdict, EnoughRuns::NothingDiffers);
-  EXPECT_THAT(f.stability.verdictText, HasSubstr("no parameter is significant"));
+  EXPECT_THAT(f.stability.verdictText, HasSubstr("no parameter is significant; d below the noise floor of 0."));
 }
 
 TEST(StabilityOfComparison, TakesSharesOfPassingRunsAndOfOthers)
