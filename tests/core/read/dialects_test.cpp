@@ -169,6 +169,7 @@ TEST(Dialects, NumbersOfSeveralCountriesAreToldAsAGuess)
   EXPECT_TRUE(
       tells(readString("time;A\n0;1.000\n1;12.500\n").report, "the point of \"1.000\" is a decimal sign"));
   EXPECT_FALSE(tells(readString("time;A\n0;1.000\n1;12.5\n").report, "decimal sign"));
+  EXPECT_FALSE(tells(readString("time;A\n0;1.e12\n1;12.500\n").report, "decimal sign"));
   EXPECT_FALSE(tells(readString("time,A\n0,1.000\n1,1.500\n").report, "decimal sign"));
 }
 
