@@ -173,6 +173,14 @@ TEST(Dialects, NumbersOfSeveralCountriesAreToldAsAGuess)
   EXPECT_FALSE(tells(readString("time,A\n0,1.000\n1,1.500\n").report, "decimal sign"));
 }
 
+TEST(Dialects, LineEndsOfWindowsAreNoPartOfTheLastCell)
+{
+  ScanFile const file = readString(
+      "run,time,A,strain\r\n1,0,1,wt\r\n1,1,2,wt\r\n2,0,1,\"A 3\"\r\n2,1,2,\"A 3\"\r\n3,0,1,x\r\n3,1,5,x");
+  ASSERT_EQ(file.scan.parameters.size(), 1u);
+  EXPECT_EQ(file.scan.parameters[0].texts, (std::vector<std::string>{"wt", "A 3", "x"}));
+}
+
 TEST(Dialects, WhatIsLeftOutMayHoldAnything)
 {
   ScanFile const file = readString("run time A\n\"row one\" 0 0 1\n\"row two\" 0 1 2\nx 1 0 3\ny 1 1 4\n");
