@@ -173,6 +173,16 @@ TEST(Dialects, NumbersOfSeveralCountriesAreToldAsAGuess)
   EXPECT_FALSE(tells(readString("time,A\n0,1.000\n1,1.500\n").report, "decimal sign"));
 }
 
+TEST(Dialects, ARunThatWasFoundByItsNumbersIsAGuess)
+{
+  ReadReport const report =
+      readString("entry,k,time,A\n1,7,0,1\n1,7,1,2\n2,9,0,1\n2,9,1,4\n3,8,0,2\n3,8,1,2\n").report;
+  auto const found = std::find_if(report.findings.begin(), report.findings.end(),
+                                  [](Finding const& f) { return f.what == "column \"entry\" is the run"; });
+  ASSERT_NE(found, report.findings.end());
+  EXPECT_TRUE(found->guess);
+}
+
 TEST(Dialects, LineEndsOfWindowsAreNoPartOfTheLastCell)
 {
   ScanFile const file = readString(
