@@ -1,6 +1,7 @@
 #include <runsieve/items/PixelPainter.h>
 
 #include <vtkContext2D.h>
+#include <vtkImageData.h>
 #include <vtkMatrix3x3.h>
 #include <vtkNew.h>
 #include <vtkOpenGLContextDevice2D.h>
@@ -97,6 +98,25 @@ std::optional<PixelFrame> pixelFrame(vtkContext2D* painter)
                     box.bottom,
                     width,
                     height};
+}
+
+RunCoverage::Frame coverageFrame(PixelFrame const& frame, double width, int subRows)
+{
+  RunCoverage::Frame result;
+  result.width = frame.width;
+  result.height = frame.height;
+  result.subRows = subRows;
+  result.halfWidth = 0.5 * width;
+  result.map = {frame.xScale, frame.xOffset - frame.left, frame.yScale, frame.yOffset - frame.bottom};
+  return result;
+}
+
+vtkSmartPointer<vtkImageData> newImage(PixelFrame const& frame)
+{
+  auto image = vtkSmartPointer<vtkImageData>::New();
+  image->SetDimensions(frame.width, frame.height, 1);
+  image->AllocateScalars(VTK_UNSIGNED_CHAR, 4);
+  return image;
 }
 
 void drawPixels(vtkContext2D* painter, PixelFrame const& frame, vtkImageData* image)

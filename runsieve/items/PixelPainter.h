@@ -1,6 +1,9 @@
 #pragma once
 
+#include <runsieve/items/RunCoverage.h>
 #include <runsieve/items/ThinnedPolyline.h>
+
+#include <vtkSmartPointer.h>
 
 #include <optional>
 
@@ -37,6 +40,12 @@ struct PixelFrame
 /// Nothing if the painter makes no pixels, turns what it draws, or clips everything away, or if the card
 /// holds no image of that size.
 [[nodiscard]] std::optional<PixelFrame> pixelFrame(vtkContext2D* painter);
+
+/// For the lines of a painter, of some width in pixels, in the pixels of its frame.
+[[nodiscard]] RunCoverage::Frame coverageFrame(PixelFrame const& frame, double width, int subRows);
+
+/// An image of RGBA of the size of a frame; what it shows is undefined.
+[[nodiscard]] vtkSmartPointer<vtkImageData> newImage(PixelFrame const& frame);
 
 /// Draws an image of RGBA (straight alpha, row 0 lowest) pixel by pixel over the unclipped part of a frame.
 void drawPixels(vtkContext2D* painter, PixelFrame const& frame, vtkImageData* image);

@@ -1,5 +1,6 @@
 #include <runsieve/items/vtkPlotLineSet.h>
 
+#include <runsieve/items/ChartOf.h>
 #include <runsieve/items/DensityBars.h>
 #include <runsieve/items/LineLegend.h>
 #include <runsieve/items/LineSetPicture.h>
@@ -7,7 +8,6 @@
 #include <runsieve/items/SelectionHighlight.h>
 
 #include <vtkAxis.h>
-#include <vtkChart.h>
 #include <vtkContextMapper2D.h>
 #include <vtkObjectFactory.h>
 #include <vtkOpenGLContextDevice2D.h>
@@ -37,13 +37,6 @@ constexpr double densityHighlightWidth = 1.0; // pixels
 vtkDataArray* flagsOf(vtkTable* table)
 {
   return vtkDataArray::SafeDownCast(table->GetColumnByName("vtkRemainderSelection"));
-}
-
-/// The chart of an item; null if it stands alone.
-vtkChart* chartOf(vtkAbstractContextItem* item)
-{
-  while (item && !vtkChart::SafeDownCast(item)) item = item->GetParent();
-  return vtkChart::SafeDownCast(item);
 }
 
 vtkMTimeType timeOf(vtkDataArray* column)
@@ -340,7 +333,7 @@ bool vtkPlotLineSet::PaintPicture(vtkContext2D* painter)
 void vtkPlotLineSet::PaintBars(vtkContext2D* painter)
 {
   if (!this->XAxis || !this->YAxis) return;
-  vtkChart* chart = chartOf(this);
+  vtkChart* chart = runsieve::chartOf(this);
   const bool isRight = !(chart && chart->GetShowLegend()); // a legend stands there
   vtkAxis* end = this->XAxis;
   const float x = isRight ? end->GetPosition2().GetX() : end->GetPosition1().GetX();
