@@ -52,7 +52,7 @@ void LineGroup::leave(ColumnLine& line)
 
 bool LineGroup::paint(vtkContext2D* painter, ColumnLine& line)
 {
-  if (!pixelDevice(painter)) return false;
+  if (!takesImage(painter, lines.size())) return false;
   if (line.frames.toCome != frameNumber) beginFrame(painter, line);
   line.frames.toCome = 0;
   if (line.frames.shown != frameNumber) return false;
