@@ -126,12 +126,13 @@ bool takesImage(vtkContext2D* painter, std::size_t lines)
   return images ? lines > images->mostLines() : pixelDevice(painter) != nullptr;
 }
 
-std::optional<ColumnScale> quarterPixelColumns(vtkContext2D* painter)
+std::optional<ColumnScale> fineColumns(vtkContext2D* painter)
 {
   if (!imageWindow(painter)) return std::nullopt;
   vtkMatrix3x3* matrix = painter->GetTransform()->GetMatrix();
   if (matrix->GetElement(0, 1) != 0.0) return std::nullopt;
-  return ColumnScale{4.0 * matrix->GetElement(0, 0), 4.0 * matrix->GetElement(0, 2)};
+  const double perPixel = exportedImages() ? 2.0 : 4.0; // files get no larger than they need to be
+  return ColumnScale{perPixel * matrix->GetElement(0, 0), perPixel * matrix->GetElement(0, 2)};
 }
 
 bool PixelFrame::operator==(PixelFrame const& o) const

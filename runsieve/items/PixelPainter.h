@@ -25,10 +25,10 @@ namespace runsieve {
 /// Whether a painter exports shapes (PDF) now.
 [[nodiscard]] bool exportsShapes();
 
-/// Where x lies in quarters of columns of pixels; nothing if the painter makes no pixels or turns what it
-/// draws. Quarters, as lines are smoothed over less than a pixel. An export with ExportedImages counts as
-/// pixels.
-[[nodiscard]] std::optional<ColumnScale> quarterPixelColumns(vtkContext2D* painter);
+/// Where x lies in columns to which curves may be thinned: quarters of a pixel, as lines are smoothed over
+/// less than one, and halves of a unit of an export with ExportedImages. Nothing if the painter makes
+/// neither, or turns what it draws.
+[[nodiscard]] std::optional<ColumnScale> fineColumns(vtkContext2D* painter);
 
 /// Where the coordinates of a painter and its clip lie in the pixels of the viewport, or of images for an
 /// export. Pixel k reaches from k to k + 1; row 0 is the lowest.
