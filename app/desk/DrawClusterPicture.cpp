@@ -13,6 +13,7 @@
 #include <vtkContextScene.h>
 
 #include <algorithm>
+#include <iostream>
 
 namespace runsieve::app {
 
@@ -57,7 +58,8 @@ void drawClusterPicture(ClusterArguments const& arguments, Scan const& scan, Clu
   drawClusters(plot);
   label(plot, comparison);
   nameTexts(plot, scan, arguments.width);
-  view.save(arguments.picture);
+  const std::string note = view.save(arguments.picture);
+  if (!note.empty()) std::cerr << "runsieve: " << note << '\n';
   plot.setScene(nullptr); // a plot that outlived its view would let go of textures in a context that is gone
 }
 

@@ -55,11 +55,12 @@ int renderPicture(RenderArguments const& arguments)
   polish(plot);
   nameTexts(plot, sieved.gated.scan(), arguments.width);
   if (isCompared) label(plot, *comparer, shown);
-  view.save(arguments.output);
+  const std::string note = view.save(arguments.output);
   // A plot that outlived its view would let go of textures in a context that is gone.
   plot.setScene(nullptr);
   saveSieve(sieved.gated, arguments);
   printNotes(sieved.gated);
+  if (!note.empty()) std::cerr << "runsieve: " << note << '\n';
   if (sieved.gated.sieves() && sieved.gated.passed.runs.count() == 0)
     std::cerr << "runsieve: no run passes through all gates\n";
   return 0;

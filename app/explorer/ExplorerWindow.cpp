@@ -44,6 +44,8 @@ namespace runsieve::app {
 
 namespace {
 
+constexpr int noteTime = 15'000; ///< ms
+
 constexpr float afterTheLibrary = -1.0f; ///< observer priority below that of the plot's own callback
 
 const char* const howTo =
@@ -341,7 +343,9 @@ bool ExplorerWindow::savePicture(QString const& path, QString& error)
     widget->makeCurrent();
     if (container) hideHover(*container);
     widget->updatePlot(false);
-    app::savePicture(widget->view->GetRenderWindow(), QFile::encodeName(path).toStdString());
+    const std::string note =
+        app::savePicture(widget->view->GetRenderWindow(), QFile::encodeName(path).toStdString());
+    if (!note.empty()) statusBar()->showMessage("Saved: " + QString::fromStdString(note), noteTime);
     return true;
   } catch (std::exception const& failure) {
     error = QString::fromStdString(failure.what());

@@ -112,10 +112,10 @@ void OffscreenView::render()
   view->Render();
 }
 
-void OffscreenView::save(std::string const& path)
+std::string OffscreenView::save(std::string const& path)
 {
   render();
-  savePicture(view->GetRenderWindow(), path);
+  return savePicture(view->GetRenderWindow(), path);
 }
 
 } // namespace runsieve::app

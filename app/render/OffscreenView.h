@@ -27,9 +27,9 @@ public:
 
   void render();
   /// Writes the rendered scene; the format follows the extension, .png or .pdf, in any case. The file appears
-  /// under its name only when it is complete. \throw std::runtime_error for another extension or a file that
-  /// cannot be written
-  void save(std::string const& path);
+  /// under its name only when it is complete. \return a note for the user; \sa savePicture
+  /// \throw std::runtime_error for another extension or a file that cannot be written
+  std::string save(std::string const& path);
 
 private:
   class Context;

@@ -1,6 +1,9 @@
 #include "app/render/SavePicture.h"
 
+#include "app/render/PdfFile.h"
+
 #include <runsieve/core/files/SafeFile.h>
+#include <runsieve/items/ExportedImages.h>
 
 #include <vtkGL2PSExporter.h>
 #include <vtkNew.h>
@@ -17,6 +20,12 @@
 namespace runsieve::app {
 
 namespace {
+
+/// More runs would take a PDF of megabytes, and readers seconds to show it.
+constexpr std::size_t mostShapes = 2000;
+
+constexpr double pixelsPerPoint = 2.0;
+constexpr int pixelsPerInch = 144;
 
 QByteArray pngOf(vtkRenderWindow* window)
 {
@@ -49,8 +58,9 @@ QByteArray withoutUndefinedStates(QByteArray pdf)
   return pdf;
 }
 
-QByteArray pdfOf(vtkRenderWindow* window)
+QByteArray pdfOf(vtkRenderWindow* window, std::string& note)
 {
+  ExportedImages images(pixelsPerPoint, mostShapes);
   // The exporter writes files only, and appends the extension.
   QTemporaryDir folder;
   vtkNew<vtkGL2PSExporter> exporter;
@@ -63,22 +73,28 @@ QByteArray pdfOf(vtkRenderWindow* window)
   exporter->SetFilePrefix(QFile::encodeName(folder.filePath("picture")).constData());
   exporter->Write();
   QFile file(folder.filePath("picture.pdf"));
-  return file.open(QIODevice::ReadOnly) ? withoutUndefinedStates(file.readAll()) : QByteArray();
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  if (!images.images().empty())
+    note = "the lines of more than " + std::to_string(mostShapes) + " runs are an image of " +
+           std::to_string(pixelsPerInch) + " pixels per inch in the PDF; the rest are shapes";
+  return finishedPdf(withoutUndefinedStates(file.readAll()), images.images());
 }
 
 } // namespace
 
-void savePicture(vtkRenderWindow* window, std::string const& path)
+std::string savePicture(vtkRenderWindow* window, std::string const& path)
 {
   const QString name = QFile::decodeName(path.c_str());
   const QString extension = QFileInfo(name).suffix().toLower();
   if (extension != "png" && extension != "pdf")
     throw std::runtime_error(path + ": a picture is saved as .png or .pdf");
-  const QByteArray bytes = extension == "png" ? pngOf(window) : pdfOf(window);
+  std::string note;
+  const QByteArray bytes = extension == "png" ? pngOf(window) : pdfOf(window, note);
   if (bytes.isEmpty()) throw std::runtime_error(path + ": the picture could not be made");
   SafeFile file(path);
   file.write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
   file.commit();
+  return note;
 }
 
 } // namespace runsieve::app

@@ -35,17 +35,6 @@ int subRowsOf(PixelFrame const& frame)
   return 1;
 }
 
-RunCoverage::Frame coverageFrame(PixelFrame const& frame, double width, int subRows)
-{
-  RunCoverage::Frame result;
-  result.width = frame.width;
-  result.height = frame.height;
-  result.subRows = subRows;
-  result.halfWidth = 0.5 * width;
-  result.map = {frame.xScale, frame.xOffset - frame.left, frame.yScale, frame.yOffset - frame.bottom};
-  return result;
-}
-
 bool sameLooks(std::vector<CoverageImage::Look> const& a, std::vector<CoverageImage::Look> const& b)
 {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](auto const& one, auto const& other) {
@@ -157,9 +146,7 @@ void LineSetPicture::resolve(Lines const& lines, double opacityOfCoat, PixelFram
   }
   image.resolve(layers);
   // A new object: the device keeps the texture of the image that it has drawn last.
-  shown = vtkSmartPointer<vtkImageData>::New();
-  shown->SetDimensions(frame.width, frame.height, 1);
-  shown->AllocateScalars(VTK_UNSIGNED_CHAR, 4);
+  shown = newImage(frame);
   // A copy: the device may read an image again after the next one was made.
   std::copy(image.pixels().begin(), image.pixels().end(),
             static_cast<unsigned char*>(shown->GetScalarPointer()));

@@ -1,13 +1,14 @@
 #include <runsieve/items/vtkPlotLineSet.h>
 
+#include <runsieve/items/ChartOf.h>
 #include <runsieve/items/DensityBars.h>
+#include <runsieve/items/ExportedImages.h>
 #include <runsieve/items/LineLegend.h>
 #include <runsieve/items/LineSetPicture.h>
 #include <runsieve/items/RunPicking.h>
 #include <runsieve/items/SelectionHighlight.h>
 
 #include <vtkAxis.h>
-#include <vtkChart.h>
 #include <vtkContextMapper2D.h>
 #include <vtkObjectFactory.h>
 #include <vtkOpenGLContextDevice2D.h>
@@ -17,6 +18,7 @@
 #include <vtkTable.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -37,13 +39,6 @@ constexpr double densityHighlightWidth = 1.0; // pixels
 vtkDataArray* flagsOf(vtkTable* table)
 {
   return vtkDataArray::SafeDownCast(table->GetColumnByName("vtkRemainderSelection"));
-}
-
-/// The chart of an item; null if it stands alone.
-vtkChart* chartOf(vtkAbstractContextItem* item)
-{
-  while (item && !vtkChart::SafeDownCast(item)) item = item->GetParent();
-  return vtkChart::SafeDownCast(item);
 }
 
 vtkMTimeType timeOf(vtkDataArray* column)
@@ -217,8 +212,19 @@ void vtkPlotLineSet::PaintUnselected(vtkContext2D* painter)
   if (!plain.shown) return;
   this->PaintPolyline(painter, plain.extra, plain.extraCount);
   const vtkIdType n = this->Points->GetNumberOfPoints();
+  const std::vector<bool> hidden = this->LinesHiddenInExport();
   for (vtkIdType start = 0; start <= n - this->Stride; start += this->Stride)
-    this->PaintPolyline(painter, start, this->Stride);
+    if (hidden.empty() || !hidden[static_cast<std::size_t>(start / this->Stride)])
+      this->PaintPolyline(painter, start, this->Stride);
+}
+
+/// Files that hold images have opaque lines, and highlights are wider than the lines that they lie over.
+std::vector<bool> vtkPlotLineSet::LinesHiddenInExport()
+{
+  if (!runsieve::exportsShapes() || !runsieve::ExportedImages::present()) return {};
+  this->RenewSelection();
+  this->CountCoats(this->Points->GetNumberOfPoints() / this->Stride);
+  return {this->Kept->coats.begin(), this->Kept->coats.end()};
 }
 
 vtkPlotLineSet::LineSource vtkPlotLineSet::Present(vtkIdTypeArray* rows, vtkIdType count) const
@@ -262,6 +268,10 @@ void vtkPlotLineSet::SelectLinesOfRemainder()
 void vtkPlotLineSet::PaintSelectedLines(vtkContext2D* painter)
 {
   runsieve::applySelectionHighlight(painter, this->Pen->GetWidth());
+  if (runsieve::exportsShapes()) {
+    this->ExportSelectedLines(painter);
+    return;
+  }
   const vtkIdType n = this->Points->GetNumberOfPoints();
   vtkIdType coats = 0;
   for (vtkIdType i = 0; i < this->SelectedLines->GetNumberOfTuples(); ++i) {
@@ -270,6 +280,21 @@ void vtkPlotLineSet::PaintSelectedLines(vtkContext2D* painter)
     if (coats > opaqueCoats) continue;
     // A selection can be older than the table, and the last run can be short.
     if (line < 0 || (line + 1) * this->Stride > n) continue;
+    this->PaintPolyline(painter, line * this->Stride, this->Stride);
+  }
+}
+
+/// Each line once, as opaque as its coats are together: files would hold the same line up to ten times.
+void vtkPlotLineSet::ExportSelectedLines(vtkContext2D* painter)
+{
+  const vtkIdType lines = this->Points->GetNumberOfPoints() / this->Stride;
+  this->CountCoats(lines);
+  const double through = 1.0 - painter->GetPen()->GetOpacity() / 255.0;
+  for (vtkIdType line = 0; line < lines; ++line) {
+    const int coats = this->Kept->coats[static_cast<std::size_t>(line)];
+    if (coats == 0) continue;
+    painter->GetPen()->SetOpacity(
+        static_cast<unsigned char>(std::lround(255.0 * (1.0 - std::pow(through, coats)))));
     this->PaintPolyline(painter, line * this->Stride, this->Stride);
   }
 }
@@ -311,7 +336,8 @@ bool vtkPlotLineSet::Paint(vtkContext2D* painter)
 bool vtkPlotLineSet::PaintPicture(vtkContext2D* painter)
 {
   const vtkIdType lines = this->Points->GetNumberOfPoints() / this->Stride;
-  if (lines < fewLines || this->Pen->GetLineType() != vtkPen::SOLID_LINE || !runsieve::pixelDevice(painter))
+  if (lines < fewLines || this->Pen->GetLineType() != vtkPen::SOLID_LINE ||
+      !runsieve::takesImage(painter, static_cast<std::size_t>(lines)))
     return false;
   this->RenewSelection();
   this->CountCoats(lines);
@@ -340,11 +366,12 @@ bool vtkPlotLineSet::PaintPicture(vtkContext2D* painter)
 void vtkPlotLineSet::PaintBars(vtkContext2D* painter)
 {
   if (!this->XAxis || !this->YAxis) return;
-  vtkChart* chart = chartOf(this);
+  vtkChart* chart = runsieve::chartOf(this);
   const bool isRight = !(chart && chart->GetShowLegend()); // a legend stands there
   vtkAxis* end = this->XAxis;
   const float x = isRight ? end->GetPosition2().GetX() : end->GetPosition1().GetX();
-  const double inch = runsieve::pixelDevice(painter)->GetRenderWindow()->GetDPI();
+  auto* device = vtkOpenGLContextDevice2D::SafeDownCast(painter->GetDevice());
+  const double inch = device->GetRenderWindow()->GetDPI();
   runsieve::paintDensityBars(painter, this->Kept->picture->bars(),
                              {x, this->YAxis->GetPosition2().GetY(), isRight},
                              static_cast<float>(inch / 72.0));

@@ -22,7 +22,8 @@ class LineSetPicture;
 ///
 /// On the screen and in images many lines are painted as one image, for which the lines in each pixel are
 /// counted; it looks as if they were drawn one over another. Few lines, and all lines where a painter records
-/// calls or exports shapes, are polylines.
+/// calls or exports shapes, are polylines; an export has each highlighted line once, as opaque as its coats
+/// are together, and may ask for images of many lines (runsieve::ExportedImages).
 class RUNSIEVE_EXPORT vtkPlotLineSet : public runsieve::LinkedPlotPoints
 {
 public:
@@ -120,8 +121,10 @@ private:
   bool FlagsAreStale(vtkTable* table);
   [[nodiscard]] LineSource Present(vtkIdTypeArray* rows, vtkIdType count) const;
   void PaintUnselected(vtkContext2D* painter);
+  std::vector<bool> LinesHiddenInExport();
   void PaintPolyline(vtkContext2D* painter, vtkIdType firstPoint, vtkIdType count);
   void PaintSelectedLines(vtkContext2D* painter);
+  void ExportSelectedLines(vtkContext2D* painter);
   bool LinesAreStale(vtkIdTypeArray* rows, vtkIdType count);
   void SelectLinesOfPoints();
   void SelectLinesOfRemainder();

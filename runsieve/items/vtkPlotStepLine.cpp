@@ -121,7 +121,7 @@ bool vtkPlotStepLine::Paint(vtkContext2D* painter)
   if (this->BadPoints && this->BadPoints->GetNumberOfTuples() > 0) return true;
   // An empty polyline is nothing to draw, and the painter would report it as an error.
   if (!this->StepPoints || this->StepPoints->GetNumberOfPoints() < 2) return true;
-  const auto columns = runsieve::quarterPixelColumns(painter);
+  const auto columns = runsieve::fineColumns(painter);
   if (columns)
     paintThinned(painter, this->StepPoints, *columns);
   else

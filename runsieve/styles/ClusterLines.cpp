@@ -3,12 +3,15 @@
 #include <runsieve/charts/Palette.h>
 #include <runsieve/charts/Plots.h>
 #include <runsieve/items/ColumnLine.h>
+#include <runsieve/items/LineGroup.h>
 #include <runsieve/tables/TableAccess.h>
 
 #include <vtkChart.h>
 #include <vtkIntArray.h>
 #include <vtkPlot.h>
 #include <vtkTable.h>
+
+#include <memory>
 
 namespace runsieve {
 
@@ -29,8 +32,9 @@ void setClusterColor(vtkPlot* plot, unsigned int cluster, double brightness, uns
 void addClusterLines(vtkChart* chart, vtkTable* runs, vtkIntArray* labels)
 {
   const vtkIdType count = labels->GetNumberOfTuples();
+  auto const group = std::make_shared<LineGroup>();
   for (vtkIdType run = 0; run < count; ++run) {
-    auto plot = ColumnLine::create();
+    auto plot = ColumnLine::create(group);
     addAuxiliaryPlot(chart, plot); // its rows are time points, not rows of the main table
     setClusterColor(plot, static_cast<unsigned int>(labels->GetValue(run)), 255.0, 180);
     if (hasColumn(runs, count) && hasColumn(runs, run)) plot->setColumns(runs, count, run);

@@ -6,6 +6,7 @@
 #include "app/desk/DeskCommands.h"
 #include "app/view/ShownComparison.h"
 #include "app/view/SievedScan.h"
+#include "support/PdfText.h"
 #include "support/ScanBuilder.h"
 
 #include <vtkContextScene.h>
@@ -293,8 +294,9 @@ TEST_F(SieveCommands, RenderWritesPictures)
 TEST_F(SieveCommands, ThePdfHoldsNoOperatorThatReadersReject)
 {
   EXPECT_EQ(renderPicture(picture("view.pdf")), 0);
-  const std::string pdf = test::TempFolder::contentOf(folder.file("view.pdf"));
+  const std::string pdf = test::inflatedPdf(test::TempFolder::contentOf(folder.file("view.pdf")));
   EXPECT_THAT(pdf, StartsWith("%PDF-"));
+  EXPECT_NE(pdf.find(" l\n"), std::string::npos);
   EXPECT_EQ(pdf.find(" ca\n"), std::string::npos);
   for (std::size_t at = pdf.find("/GS"); at != std::string::npos; at = pdf.find("/GS", at + 1))
     EXPECT_EQ(pdf.substr(at, 4), "/GSa") << "at byte " << at;

@@ -1,7 +1,5 @@
 #include "LineScene.h"
 
-#include <QFile>
-
 #include <limits>
 
 namespace runsieve::test {
@@ -32,15 +30,6 @@ struct RunPicture : LineScene
     if (rowsOfRun) flag(table, rowsOfRun);
     add(table);
     return picture();
-  }
-
-  QByteArray pdf()
-  {
-    const QString path = folder.filePath("lines.pdf");
-    view.save(path.toStdString());
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
   }
 
   /// The axes alone; a chart without any plot lays them out otherwise.
@@ -294,15 +283,6 @@ TEST_F(RunPicture, ADashedPenIsDrawnAsLines)
   const QImage hidden = picture();
   EXPECT_EQ(hidden, empty());
   EXPECT_GT(rms(solid, empty()), 5.0);
-}
-
-TEST_F(RunPicture, PdfHoldsPolylinesNotAnImage)
-{
-  static_cast<void>(asImage());
-  const QByteArray lines = pdf();
-  EXPECT_GT(lines.count(" l\n"), runs * (times - 1));
-  static_cast<void>(empty());
-  EXPECT_EQ(lines.count("/Subtype /Image"), pdf().count("/Subtype /Image"));
 }
 
 TEST_F(RunPicture, DensityColoursTellFewRunsFromMany)

@@ -70,6 +70,28 @@ TEST_F(ClusterLinesTest, ALineCanBeGivenOtherDataAsAnyPlot)
   EXPECT_EQ(heights()[2], (std::vector<float>{7, 8, 9}));
 }
 
+TEST_F(ClusterLinesTest, ALineCanBeGivenAnotherColumnOfItsTable)
+{
+  cluster(3, 3);
+  plot.chart()->GetPlot(2)->SetInputArray(1, plot.container.clusterRunTable->GetColumnName(0));
+  EXPECT_EQ(plot.chart()->GetPlot(2)->GetInput(), plot.container.clusterRunTable.GetPointer());
+  EXPECT_EQ(heights()[2], (std::vector<float>{0, 1, 2}));
+}
+
+TEST_F(ClusterLinesTest, ThousandsOfRunsAreLinesWhereCallsAreRecorded)
+{
+  cluster(1000, 3);
+  EXPECT_EQ(heights().size(), 1000u);
+}
+
+TEST_F(ClusterLinesTest, APointOfARunIsFoundAtItsPlace)
+{
+  cluster(60, 3);
+  vtkVector2f place;
+  EXPECT_EQ(plot.chart()->GetPlot(5)->GetNearestPoint({1.0F, 51.0F}, {0.1F, 0.1F}, &place, nullptr), 1);
+  EXPECT_EQ(place, vtkVector2f(1.0F, 51.0F));
+}
+
 TEST_F(ClusterLinesTest, RunsOfOneTimePointDrawNothingAndSayNothing)
 {
   cluster(3, 1);
