@@ -60,26 +60,40 @@ vtkSmartPointer<vtkSelection> renamedInOrder(vtkSelection* selection)
   return ordered;
 }
 
-void appendInverse(vtkIdTypeArray* list, long long rowCount, std::vector<long long>& rows)
+/// Calls add(row) for each entry of a list that is a row. A selection can be older than the table; the
+/// conversion passes its ids on unchecked.
+template <class Add> void forListed(vtkIdTypeArray* list, long long rowCount, Add const& add)
 {
-  std::vector<unsigned char> named(static_cast<std::size_t>(rowCount), 0);
-  for (vtkIdType i = 0; i < list->GetNumberOfTuples(); ++i) {
-    const vtkIdType row = list->GetValue(i);
-    if (row >= 0 && row < rowCount) named[static_cast<std::size_t>(row)] = 1;
-  }
-  for (long long row = 0; row < rowCount; ++row)
-    if (!named[static_cast<std::size_t>(row)]) rows.push_back(row);
+  vtkIdType const* const ids = list->GetPointer(0);
+  const vtkIdType count = list->GetNumberOfTuples();
+  for (vtkIdType i = 0; i < count; ++i)
+    if (ids[i] >= 0 && ids[i] < rowCount) add(ids[i]);
 }
 
-void appendListed(vtkIdTypeArray* list, long long rowCount, std::vector<long long>& rows)
+/// Calls add(row) for each row that a list does not hold.
+template <class Add> void forOthers(vtkIdTypeArray* list, long long rowCount, Add const& add)
 {
-  const vtkIdType count = list->GetNumberOfTuples();
-  rows.reserve(rows.size() + static_cast<std::size_t>(count));
-  for (vtkIdType i = 0; i < count; ++i) {
-    // A selection can be older than the table; the conversion passes its ids on unchecked.
-    const vtkIdType row = list->GetValue(i);
-    if (row >= 0 && row < rowCount) rows.push_back(row);
+  std::vector<unsigned char> named(static_cast<std::size_t>(rowCount), 0);
+  forListed(list, rowCount, [&](long long row) { named[static_cast<std::size_t>(row)] = 1; });
+  for (long long row = 0; row < rowCount; ++row)
+    if (!named[static_cast<std::size_t>(row)]) add(row);
+}
+
+/// Calls add(row) for each selected row. False if the selection cannot be converted to rows.
+template <class Add> bool forSelected(vtkSelection* selection, vtkTable* table, Add const& add)
+{
+  auto converted = vtkSmartPointer<vtkSelection>::Take(vtkConvertSelection::ToSelectionType(
+      selection, table, vtkSelectionNode::INDICES, nullptr, vtkSelectionNode::ROW));
+  if (!converted) return false;
+  for (vtkSelectionNode* node : nodesInOrder(converted)) {
+    auto* list = vtkIdTypeArray::SafeDownCast(node->GetSelectionList());
+    if (node->GetFieldType() != vtkSelectionNode::ROW || !list) continue;
+    if (node->GetProperties()->Get(vtkSelectionNode::INVERSE()))
+      forOthers(list, table->GetNumberOfRows(), add);
+    else
+      forListed(list, table->GetNumberOfRows(), add);
   }
+  return true;
 }
 
 } // namespace
@@ -114,18 +128,13 @@ UnitedSelection uniteSelections(vtkSelection* input, vtkAnnotationLayers* annota
 
 bool selectedRows(vtkSelection* selection, vtkTable* table, std::vector<long long>& rows)
 {
-  auto converted = vtkSmartPointer<vtkSelection>::Take(vtkConvertSelection::ToSelectionType(
-      selection, table, vtkSelectionNode::INDICES, nullptr, vtkSelectionNode::ROW));
-  if (!converted) return false;
-  for (vtkSelectionNode* node : nodesInOrder(converted)) {
-    auto* list = vtkIdTypeArray::SafeDownCast(node->GetSelectionList());
-    if (node->GetFieldType() != vtkSelectionNode::ROW || !list) continue;
-    if (node->GetProperties()->Get(vtkSelectionNode::INVERSE()))
-      appendInverse(list, table->GetNumberOfRows(), rows);
-    else
-      appendListed(list, table->GetNumberOfRows(), rows);
-  }
-  return true;
+  return forSelected(selection, table, [&](long long row) { rows.push_back(row); });
+}
+
+bool flagSelectedRows(vtkSelection* selection, vtkTable* table, std::vector<unsigned char>& flags)
+{
+  flags.assign(static_cast<std::size_t>(table->GetNumberOfRows()), 0);
+  return forSelected(selection, table, [&](long long row) { flags[static_cast<std::size_t>(row)] = 1; });
 }
 
 } // namespace runsieve

@@ -29,4 +29,7 @@ UnitedSelection uniteSelections(vtkSelection* input, vtkAnnotationLayers* annota
 /// to rows.
 bool selectedRows(vtkSelection* selection, vtkTable* table, std::vector<long long>& rows);
 
+/// The same as a flag for each row of the table, 1 for selected ones.
+bool flagSelectedRows(vtkSelection* selection, vtkTable* table, std::vector<unsigned char>& flags);
+
 } // namespace runsieve

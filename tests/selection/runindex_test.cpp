@@ -1,6 +1,6 @@
 #include "support/TableBuilder.h"
 
-#include <runsieve/stats/RunIndex.h>
+#include <runsieve/selection/RunIndex.h>
 
 #include <gmock/gmock.h>
 
