@@ -28,6 +28,11 @@ vtkSmartPointer<FlagColumn> FlagColumn::withRows(const char* name, vtkIdType row
   return vtkSmartPointer<FlagColumn>::Take(column);
 }
 
+RowSpans const* FlagColumn::ones()
+{
+  return writtenAt == this->GetMTime() ? &written : nullptr;
+}
+
 void FlagColumn::write(RowSpans const& ones)
 {
   vtkIdType* values = this->GetPointer(0);
@@ -46,6 +51,8 @@ void FlagColumn::put(vtkTable* table, std::vector<Flags> const& list, BlockRunne
   for (std::size_t i = 0; i < list.size(); ++i) {
     FlagColumn* const column = columns[i];
     column->Modified();
+    column->written = list[i].ones;
+    column->writtenAt = column->GetMTime();
     if (list[i].asLast) table->RemoveColumnByName(list[i].name);
     if (table->GetColumnByName(list[i].name) != column) table->AddColumn(column);
   }

@@ -27,6 +27,9 @@ public:
   /// may have written to the former column. Its storage is used again if nobody but the table holds it.
   static void put(vtkTable* table, std::vector<Flags> const& list, BlockRunner const& runner);
 
+  /// The rows that are 1; null if the column has been modified since they were written.
+  [[nodiscard]] RowSpans const* ones();
+
 protected:
   FlagColumn() = default;
   ~FlagColumn() override = default;
@@ -35,6 +38,9 @@ private:
   static vtkSmartPointer<FlagColumn> reusable(vtkTable* table, const char* name);
   static vtkSmartPointer<FlagColumn> withRows(const char* name, vtkIdType rows);
   void write(RowSpans const& ones);
+
+  RowSpans written;
+  vtkMTimeType writtenAt = 0;
 };
 
 } // namespace runsieve

@@ -3,6 +3,7 @@
 #include <runsieve/core/kernels/RowSpans.h>
 #include <runsieve/core/kernels/RunParts.h>
 #include <runsieve/selection/ColumnPool.h>
+#include <runsieve/selection/FlagColumn.h>
 #include <runsieve/selection/RunIndex.h>
 
 #include <vtkDataSetAttributes.h>
@@ -64,26 +65,37 @@ void RowGather::addPacked(vtkDataArray* source, RowSpans const& rows, Parts cons
   target->SetVoidArray(values, rows.rowCount() * source->GetNumberOfComponents(), 0,
                        vtkAbstractArray::VTK_DATA_ARRAY_USER_DEFINED);
   target->SetArrayFreeFunction(ColumnPool::release);
-  if (auto* doubles = vtkDoubleArray::SafeDownCast(source); doubles && parts)
-    if (addKnown(doubles, parts, static_cast<double*>(values))) return;
+  if (parts && (addFlags(source, rows, values) || addKnown(source, parts, values))) return;
   blocks.emplace_back([array = source->GetVoidPointer(0), rowBytes, values, &rows] {
     gatherRows(rows, array, rowBytes, values);
   });
 }
 
-bool RowGather::addKnown(vtkDoubleArray* source, Parts const& parts, double* values)
+bool RowGather::addFlags(vtkDataArray* source, RowSpans const& rows, void* values)
 {
-  if (source->GetNumberOfComponents() != 1 || source->GetNumberOfTuples() != from->GetNumberOfRows())
+  auto* flags = dynamic_cast<FlagColumn*>(source);
+  RowSpans const* const ones = flags ? flags->ones() : nullptr;
+  if (!ones) return false;
+  blocks.emplace_back([&rows, ones, values] { gatherFlags(rows, *ones, static_cast<vtkIdType*>(values)); });
+  return true;
+}
+
+bool RowGather::addKnown(vtkDataArray* source, Parts const& parts, void* values)
+{
+  auto* column = vtkDoubleArray::SafeDownCast(source);
+  if (!column || column->GetNumberOfComponents() != 1 ||
+      column->GetNumberOfTuples() != from->GetNumberOfRows())
     return false;
-  if (source == known.times) {
-    RunGrid const* grid = known.index->grid(source, known.stride);
+  auto* const out = static_cast<double*>(values);
+  if (column == known.times) {
+    RunGrid const* grid = known.index->grid(column, known.stride);
     if (!grid->holdsAll()) return false;
-    blocks.emplace_back([grid, parts, values] { grid->gather(*parts, values); });
+    blocks.emplace_back([grid, parts, out] { grid->gather(*parts, out); });
     return true;
   }
-  RunValues const* runs = known.index->values(source, known.stride);
+  RunValues const* runs = known.index->values(column, known.stride);
   if (!runs->constantWithinRuns()) return false;
-  blocks.emplace_back([runs, parts, values] { runs->gather(*parts, values); });
+  blocks.emplace_back([runs, parts, out] { runs->gather(*parts, out); });
   return true;
 }
 

@@ -33,7 +33,8 @@ public:
 
   /// Gives a table the columns and the number of rows; then, if asked to, the column "vtkOriginalRowIds" with
   /// the row numbers, which replaces one of that name.
-  /// \param rows in the order in which they come; must live until run()
+  /// \param rows in the order in which they come, ascending if something is known of the table; must live
+  /// until run()
   void add(RowSpans const& rows, bool addRowIds, vtkTable* to);
 
   /// Writes the values of all tables. A block is a column.
@@ -44,8 +45,9 @@ private:
 
   /// Sets up the values of a column; a block will write them.
   void addPacked(vtkDataArray* source, RowSpans const& rows, Parts const& parts, vtkDataArray* target);
-  /// Writes a column from what is known. False if it has to be read.
-  bool addKnown(vtkDoubleArray* source, Parts const& parts, double* values);
+  // These write a column from what is known; false if it has to be read.
+  bool addFlags(vtkDataArray* source, RowSpans const& rows, void* values);
+  bool addKnown(vtkDataArray* source, Parts const& parts, void* values);
 
   vtkTable* from;
   StackedRuns known;

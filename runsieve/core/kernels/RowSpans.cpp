@@ -1,5 +1,6 @@
 #include <runsieve/core/kernels/RowSpans.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace runsieve {
@@ -27,6 +28,23 @@ void gatherRows(RowSpans const& rows, void const* array, std::size_t rowBytes, v
     const std::size_t bytes = static_cast<std::size_t>(spans[i].count) * rowBytes;
     std::memcpy(to, at(spans[i]), bytes);
     to += bytes;
+  }
+}
+
+void gatherFlags(RowSpans const& rows, RowSpans const& ones, long long* out)
+{
+  auto one = ones.spans().begin();
+  auto const last = ones.spans().end();
+  for (RowSpan span : rows.spans()) {
+    const long long end = span.first + span.count;
+    std::fill_n(out, span.count, 0);
+    while (one != last && one->first + one->count <= span.first) ++one;
+    // The last one may reach into the next span.
+    for (auto here = one; here != last && here->first < end; ++here) {
+      const long long from = std::max(here->first, span.first);
+      std::fill_n(out + (from - span.first), std::min(here->first + here->count, end) - from, 1);
+    }
+    out += span.count;
   }
 }
 

@@ -46,4 +46,9 @@ private:
 RUNSIEVE_CORE_EXPORT void gatherRows(RowSpans const& rows, void const* array, std::size_t rowBytes,
                                      void* out);
 
+/// Copies rows of an array of flags without reading it.
+/// \param ones rows whose flag is 1; all others are 0. Ascending as the rows are
+/// \param out holds rows.rowCount() flags
+RUNSIEVE_CORE_EXPORT void gatherFlags(RowSpans const& rows, RowSpans const& ones, long long* out);
+
 } // namespace runsieve
