@@ -1,9 +1,9 @@
 // What pictures of runs take in memory: counts per pixel, images of them, and what threads need in between.
 // Pictures of 2400 x 1800 without a window.
 //
-// Blocks of 256 KiB or more are counted that are allocated while a frame is drawn, and as long as they live.
-// A first frame on few pixels makes what belongs to the scan (points as floats) before. Memory of the OpenGL
-// driver is not counted: it aligns its blocks, and aligned ones come by other calls.
+// Blocks of 1 MB or more are counted that are allocated while a frame is drawn, and as long as they live,
+// but for those of eight bytes per row of the scan: points and flags of the lines. Memory of the OpenGL driver
+// is not counted: it aligns its blocks, and aligned ones come by other calls.
 
 #include "BenchScan.h"
 
@@ -41,7 +41,7 @@ class LargeBlocks
 public:
   void add(void* block, std::size_t bytes)
   {
-    if (!block || !counting || bytes < smallest) return;
+    if (!block || !counting || bytes < smallest || bytes == ignored) return;
     for (auto& slot : slots) {
       void* none = nullptr;
       if (!slot.block.compare_exchange_strong(none, block)) continue;
@@ -68,9 +68,10 @@ public:
   std::atomic<bool> counting = false;
   std::atomic<std::size_t> live = 0;
   std::atomic<std::size_t> peak = 0;
+  std::size_t ignored = 0; ///< blocks of that size
 
 private:
-  static constexpr std::size_t smallest = std::size_t{256} << 10;
+  static constexpr std::size_t smallest = 1'000'000;
 
   struct Slot
   {
@@ -135,6 +136,7 @@ public:
     view.contextView()->GetRenderWindow()->SetSize(2400, 1800);
     blocks.live = 0;
     blocks.peak = 0;
+    blocks.ignored = 8 * scan.table->rows();
   }
   ~CountedPlot() { plot.setScene(nullptr); }
 

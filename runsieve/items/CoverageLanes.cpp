@@ -11,7 +11,7 @@ namespace runsieve {
 namespace {
 
 constexpr std::size_t mostLanes = 8;
-constexpr std::size_t mostExtraBytes = std::size_t{16} << 20;
+constexpr std::size_t mostExtraBytes = std::size_t{8} << 20;
 constexpr std::size_t fewestPoints = 50'000; ///< fewer are counted before a thread has woken up
 constexpr std::size_t runsOfChunk = 128;
 

@@ -160,6 +160,7 @@ void LineSetPicture::resolve(Lines const& lines, double opacityOfCoat, PixelFram
   }
   // A new object: the device keeps the texture of the image that it has drawn last, and may read that again
   // after the next one was made.
+  shown = nullptr; // before there are two
   shown = vtkSmartPointer<vtkImageData>::New();
   shown->SetDimensions(frame.width, frame.height, 1);
   shown->AllocateScalars(VTK_UNSIGNED_CHAR, 4);

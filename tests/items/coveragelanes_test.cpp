@@ -134,11 +134,11 @@ TEST(CoverageLanesTest, LargePicturesGetFewerThreads)
 {
   const std::vector<float> points = anyRuns(many);
   Threads threads;
-  RunCoverage large = emptyPicture(2000, 1000); // 16 MB
+  RunCoverage large = emptyPicture(1000, 1000); // 8 MB
   CoverageLanes::add(large, {points.data(), stride, many}, nullptr, threads.runner());
-  EXPECT_LE(threads.blocks, 2u);
+  EXPECT_EQ(threads.blocks, 2u);
   threads.calls = 0;
-  RunCoverage huge = emptyPicture(4000, 2000);
+  RunCoverage huge = emptyPicture(2000, 1000);
   CoverageLanes::add(huge, {points.data(), stride, many}, nullptr, threads.runner());
   EXPECT_EQ(threads.calls, 0);
 }
