@@ -154,13 +154,10 @@ void LineSetPicture::resolve(Lines const& lines, double opacityOfCoat, PixelFram
   if (!countsChanged && sameLooks(looks, wanted)) return;
   looks = std::move(wanted);
   countsChanged = false;
-  if (layers.empty()) {
-    shown = nullptr;
-    return;
-  }
+  shown = nullptr; // before there are two
+  if (layers.empty()) return;
   // A new object: the device keeps the texture of the image that it has drawn last, and may read that again
   // after the next one was made.
-  shown = nullptr; // before there are two
   shown = vtkSmartPointer<vtkImageData>::New();
   shown->SetDimensions(frame.width, frame.height, 1);
   shown->AllocateScalars(VTK_UNSIGNED_CHAR, 4);
