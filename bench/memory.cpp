@@ -1,9 +1,9 @@
 // What pictures of runs take in memory: counts per pixel, images of them, and what threads need in between.
 // Pictures of 2400 x 1800 without a window.
 //
-// Blocks of 1 MB or more are counted that are allocated while a frame is drawn, and as long as they live,
-// but for those of eight bytes per row of the scan: points and flags of the lines. Memory of the OpenGL driver
-// is not counted: it aligns its blocks, and aligned ones come by other calls.
+// Blocks of 4 MB or more are counted that are allocated while a frame is drawn, and as long as they live,
+// but for those of eight bytes per row of the scan: points and flags of the lines. Memory of the OpenGL
+// driver is not counted: it aligns its blocks, and aligned ones come by other calls.
 
 #include "BenchScan.h"
 
@@ -71,7 +71,7 @@ public:
   std::size_t ignored = 0; ///< blocks of that size
 
 private:
-  static constexpr std::size_t smallest = 1'000'000;
+  static constexpr std::size_t smallest = 4'000'000;
 
   struct Slot
   {
