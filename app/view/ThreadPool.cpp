@@ -64,9 +64,11 @@ void ThreadPool::serve()
 
 BlockRunner sharedThreads()
 {
-  static ThreadPool pool(std::thread::hardware_concurrency());
-  if (std::thread::hardware_concurrency() < 2) return {};
-  return [](std::size_t count, std::function<void(std::size_t)> const& work) { pool.run(count, work); };
+  const unsigned cores = std::thread::hardware_concurrency();
+  if (cores < 2) return {};
+  // Never destroyed: a process that was forked off would wait for threads that it doesn't have.
+  static auto* const pool = new ThreadPool(cores);
+  return [](std::size_t count, std::function<void(std::size_t)> const& work) { pool->run(count, work); };
 }
 
 } // namespace runsieve::app
