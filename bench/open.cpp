@@ -15,7 +15,12 @@
 
 #include <QCoreApplication>
 
+#include <charconv>
+#include <chrono>
 #include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
 
 #include <unistd.h>
 
@@ -54,6 +59,50 @@ void readFile(benchmark::State& state, std::string const& name, unsigned threads
       benchmark::Counter(file.megabytes(), benchmark::Counter::kIsIterationInvariantRate);
 }
 
+/// All fields of a file below its header, in the order of the lines, read as plainly as it goes.
+std::vector<double> plainlyRead(std::string const& path)
+{
+  std::vector<double> values;
+  std::ifstream file(path);
+  std::string line;
+  std::getline(file, line);
+  while (std::getline(file, line)) {
+    char const* const end = line.data() + line.size();
+    for (char const* field = line.data(); field < end; ++field) {
+      double value = 0.0;
+      field = std::from_chars(field, end, value).ptr;
+      values.push_back(value);
+    }
+  }
+  return values;
+}
+
+template <class Work> double secondsOf(Work const& work)
+{
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Both in turn, so that a busy machine slows both.
+void readBesidePlainLoop(benchmark::State& state, std::string const& name)
+{
+  const WrittenScan file(name);
+  ReadOptions options;
+  options.threads = 1;
+  double plain = 0.0;
+  double own = 0.0;
+  for (auto _ : state) {
+    plain += secondsOf([&] { benchmark::DoNotOptimize(plainlyRead(file.path).data()); });
+    const double seconds =
+        secondsOf([&] { benchmark::DoNotOptimize(linePlotTableOf(readScan(file.path, options).scan)); });
+    state.SetIterationTime(seconds);
+    own += seconds;
+  }
+  state.counters["plain loop ms"] = 1e3 * plain / static_cast<double>(state.iterations());
+  state.counters["ratio"] = own / plain;
+}
+
 void writeFile(benchmark::State& state, std::string const& name)
 {
   const WrittenScan file(name);
@@ -88,6 +137,9 @@ int main(int argc, char** argv)
                                    scan, threads)
           ->Unit(benchmark::kMillisecond)
           ->UseRealTime();
+    benchmark::RegisterBenchmark(("read beside a plain loop/" + scan).c_str(), readBesidePlainLoop, scan)
+        ->Unit(benchmark::kMillisecond)
+        ->UseManualTime();
     benchmark::RegisterBenchmark(("write/" + scan).c_str(), writeFile, scan)
         ->Unit(benchmark::kMillisecond)
         ->UseRealTime();

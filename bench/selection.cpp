@@ -2,12 +2,16 @@
 
 #include "BenchScan.h"
 
+#include "app/view/ThreadPool.h"
+
 #include <runsieve/core/kernels/RunIntersection.h>
 #include <runsieve/plot/PlotContainer.h>
 #include <runsieve/selection/RowGather.h>
+#include <runsieve/selection/RunIndex.h>
 #include <runsieve/selection/vtkCombinedFilterAndSelectedRows.h>
 
 #include <vtkAnnotationLink.h>
+#include <vtkDoubleArray.h>
 #include <vtkNew.h>
 #include <vtkTable.h>
 
@@ -52,10 +56,12 @@ double residentMegabytes()
   return static_cast<double>(resident) * 4096.0 / 1e6;
 }
 
-void selectionToStatistics(benchmark::State& state, std::string const& name, bool brush)
+void selectionToStatistics(benchmark::State& state, std::string const& name, bool brush,
+                           BlockRunner const& runner)
 {
   BenchScan const& scan = benchScan(name);
   SilentPlot silent(scan);
+  silent.plot.setRunner(runner);
   const vtkSmartPointer<vtkSelection> selection = rowSelection(rowsOf(scan, brush));
   const double before = residentMegabytes();
   silent.plot.annotationLink->SetCurrentSelection(
@@ -72,6 +78,16 @@ void selectionToStatistics(benchmark::State& state, std::string const& name, boo
   state.counters["sum of d"] = sumD;
   state.counters["extra MB"] = after - before;
   state.counters["extra/samples"] = (after - before) / sampleMegabytes;
+}
+
+void inOneThread(benchmark::State& state, std::string const& name, bool brush)
+{
+  selectionToStatistics(state, name, brush, {});
+}
+
+void inThreads(benchmark::State& state, std::string const& name, bool brush)
+{
+  selectionToStatistics(state, name, brush, app::sharedThreads());
 }
 
 void filterAlone(benchmark::State& state, std::string const& name, bool brush)
@@ -92,15 +108,22 @@ void filterAlone(benchmark::State& state, std::string const& name, bool brush)
   }
 }
 
+std::vector<unsigned char> flagsOf(BenchScan const& scan, bool brush)
+{
+  std::vector<unsigned char> selected(scan.table->rows(), 0);
+  for (long long row : rowsOf(scan, brush)) selected[static_cast<std::size_t>(row)] = 1;
+  return selected;
+}
+
 void intersectionAlone(benchmark::State& state, std::string const& name, bool brush)
 {
   BenchScan const& scan = benchScan(name);
-  const std::size_t rows = scan.table->rows();
-  std::vector<unsigned char> selected(rows, 0);
-  for (long long row : rowsOf(scan, brush)) selected[static_cast<std::size_t>(row)] = 1;
+  const auto rows = static_cast<long long>(scan.table->rows());
+  double const* const times = scan.table->columnData[timeColumn];
+  const std::vector<unsigned char> selected = flagsOf(scan, brush);
+  const RunGrid grid(times, rows, stride);
   for (auto _ : state) {
-    const RunIntersection runs(selected.data(), scan.table->columnData[timeColumn],
-                               static_cast<long long>(rows), stride);
+    const RunIntersection runs(selected.data(), times, rows, stride, grid);
     benchmark::DoNotOptimize(runs.split().others.rowCount());
   }
 }
@@ -109,16 +132,22 @@ void copiesAlone(benchmark::State& state, std::string const& name, bool brush)
 {
   BenchScan const& scan = benchScan(name);
   SilentPlot silent(scan);
-  std::vector<unsigned char> selected(scan.table->rows(), 0);
-  for (long long row : rowsOf(scan, brush)) selected[static_cast<std::size_t>(row)] = 1;
   const auto rows = static_cast<long long>(scan.table->rows());
-  const RunIntersection::Split split =
-      RunIntersection(selected.data(), scan.table->columnData[timeColumn], rows, stride).split();
-  const RowSpans* samples[2] = {&split.remainder, &split.others};
+  double const* const times = scan.table->columnData[timeColumn];
+  const std::vector<unsigned char> selected = flagsOf(scan, brush);
+  const RunGrid grid(times, rows, stride);
+  const RunIntersection::Split split = RunIntersection(selected.data(), times, rows, stride, grid).split();
+  vtkTable* const from = silent.plot.plotData;
+  RunIndex index;
+  const StackedRuns known = {&index, stride, vtkDoubleArray::SafeDownCast(from->GetColumn(timeColumn))};
   for (auto _ : state) {
-    vtkNew<vtkTable> tables[2];
-    for (int i = 0; i < 2; ++i) gatherTable(silent.plot.plotData, *samples[i], false, tables[i]);
-    benchmark::DoNotOptimize(tables[1]->GetNumberOfRows());
+    vtkNew<vtkTable> passing;
+    vtkNew<vtkTable> others;
+    RowGather gather(from, known);
+    gather.add(split.remainder, false, passing);
+    gather.add(split.others, false, others);
+    gather.run();
+    benchmark::DoNotOptimize(others->GetNumberOfRows());
   }
 }
 
@@ -148,7 +177,8 @@ void registerJourney(std::string const& title, Journey journey, std::string cons
 int main(int argc, char** argv)
 {
   for (std::string scan : {"W1", "W2", "W3"}) {
-    registerJourney("selection to statistics", selectionToStatistics, scan);
+    registerJourney("selection to statistics", inOneThread, scan);
+    registerJourney("selection to statistics, all cores", inThreads, scan);
     registerJourney("step: filter with copies", filterAlone, scan);
     registerJourney("step: intersection", intersectionAlone, scan);
     registerJourney("step: copies", copiesAlone, scan);

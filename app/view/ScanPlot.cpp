@@ -2,6 +2,7 @@
 
 #include "app/scan/ColumnName.h"
 #include "app/scan/ScanLayout.h"
+#include "app/view/ThreadPool.h"
 
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/items/vtkPlotLineSet.h>
@@ -72,6 +73,7 @@ void showScan(PlotContainer& plot, boost::shared_ptr<LinePlotTable> scan, ViewOp
   settings.blue = 90;
   settings.alpha = lineOpacity(scan->trajectoryCount);
   plot.densityColors = shadesOf(options.plainLines);
+  plot.setRunner(sharedThreads());
   plot.horizontalGutter = gutter;
   plot.rightMargin = margin;
   plot.setLinePlotTable(scan, false);

@@ -4,6 +4,7 @@
 #include <runsieve/items/RunCoverage.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -70,34 +71,47 @@ private:
   int next = 0;
 };
 
-/// Counts of whole pixels, row by row.
-void averageRows(RunCoverage const& coverage, std::vector<std::uint32_t>& means)
+/// Counts of whole pixels, row by row from below.
+class PixelCounts
 {
-  const auto width = static_cast<std::size_t>(coverage.frame().width);
-  const auto height = static_cast<std::size_t>(coverage.frame().height);
-  const int subRows = coverage.frame().subRows;
-  const int halvings = subRows / 2; // 0, 1 or 2 for 1, 2 or 4 sub-rows
-  means.assign(width * height, 0);
-  std::vector<std::uint32_t> counts(width);
-  int next = 0;
-  for (std::size_t y = 0; y < height; ++y) {
-    std::uint32_t* const mean = means.data() + y * width;
+public:
+  explicit PixelCounts(RunCoverage const& coverage)
+      : coverage(coverage), counts(static_cast<std::size_t>(coverage.frame().width)), means(counts.size())
+  {}
+
+  std::vector<std::uint32_t> const& nextRow()
+  {
+    const int subRows = coverage.frame().subRows;
+    const int halvings = subRows / 2; // 0, 1 or 2 for 1, 2 or 4 sub-rows
+    const std::size_t width = means.size();
+    std::fill(means.begin(), means.end(), 0);
     for (int i = 0; i < subRows; ++i) {
       coverage.step(next++, counts.data());
       // Parts, not the sum: that could wrap.
-      for (std::size_t k = 0; k < width; ++k) mean[k] += counts[k] >> halvings;
+      for (std::size_t k = 0; k < width; ++k) means[k] += counts[k] >> halvings;
     }
+    return means;
   }
-}
 
+private:
+  RunCoverage const& coverage;
+  std::vector<std::uint32_t> counts;
+  std::vector<std::uint32_t> means;
+  int next = 0;
+};
+
+/// Walks over the counts twice, for the scale and for the colours: to keep those of whole pixels between
+/// would take as much memory as the counts.
 class DensityShader : public LayerShader
 {
 public:
-  DensityShader(std::vector<std::uint32_t> const& means, std::size_t width, CoverageImage::Look const& look)
-      : LayerShader(width), counts(means.data()), colors(CountHistogram::bins)
+  DensityShader(RunCoverage const& coverage, CoverageImage::Look const& look)
+      : LayerShader(static_cast<std::size_t>(coverage.frame().width)), pixels(coverage),
+        colors(CountHistogram::bins)
   {
     CountHistogram histogram;
-    histogram.add(means.data(), means.size());
+    PixelCounts all(coverage);
+    for (int y = 0; y < coverage.frame().height; ++y) histogram.add(all.nextRow().data(), row.alpha.size());
     const bool isEven = look.shades == CoverageImage::Shades::equalArea;
     shown = DensityScale(isEven ? DensityScale::Kind::equalArea : DensityScale::Kind::logarithmic, histogram);
     const ColorRamp ramp(look.color);
@@ -113,6 +127,7 @@ public:
   Shaded const& nextRow() override
   {
     const std::size_t width = row.alpha.size();
+    std::uint32_t const* const counts = pixels.nextRow().data();
     for (std::size_t k = 0; k < width; ++k) {
       Color const& color = colors[CountHistogram::binOf(counts[k])];
       row.red[k] = color[0];
@@ -123,15 +138,14 @@ public:
       const std::uint32_t covered = counts[k] < RunCoverage::perRun ? counts[k] : RunCoverage::perRun;
       row.alpha[k] = static_cast<float>(static_cast<int>(covered)) / RunCoverage::perRun;
     }
-    counts += width;
     return row;
   }
 
   [[nodiscard]] DensityScale const& scale() const { return shown; }
 
 private:
-  std::uint32_t const* counts; ///< of the next row
-  std::vector<Color> colors;   ///< of each bin of counts
+  PixelCounts pixels;
+  std::vector<Color> colors; ///< of each bin of counts
   DensityScale shown;
 };
 
@@ -183,12 +197,11 @@ void check(std::vector<CoverageImage::Layer> const& layers)
 
 } // namespace
 
-void CoverageImage::resolve(std::vector<Layer> const& layers)
+void CoverageImage::resolve(std::vector<Layer> const& layers, std::uint8_t* pixels)
 {
   check(layers);
-  columns = layers[0].coverage->frame().width;
-  rows = layers[0].coverage->frame().height;
-  const auto width = static_cast<std::size_t>(columns);
+  const RunCoverage::Frame& frame = layers[0].coverage->frame();
+  const auto width = static_cast<std::size_t>(frame.width);
   scales.assign(layers.size(), DensityScale());
   std::array<std::unique_ptr<LayerShader>, 2> shaders;
   for (std::size_t i = 0; i < layers.size(); ++i) {
@@ -197,24 +210,21 @@ void CoverageImage::resolve(std::vector<Layer> const& layers)
       shaders[i] = std::make_unique<OpacityShader>(*coverage, look);
       continue;
     }
-    averageRows(*coverage, means[i]);
-    auto shader = std::make_unique<DensityShader>(means[i], width, look);
+    auto shader = std::make_unique<DensityShader>(*coverage, look);
     scales[i] = shader->scale();
     shaders[i] = std::move(shader);
   }
 
-  bytes.resize(4 * width * static_cast<std::size_t>(rows));
   Shaded composed(width);
-  for (int y = 0; y < rows; ++y) {
-    std::uint8_t* const here = bytes.data() + 4 * width * static_cast<std::size_t>(y);
+  for (int y = 0; y < frame.height; ++y, pixels += 4 * width) {
     Shaded const& below = shaders[0]->nextRow();
     if (!shaders[1]) {
-      store(below, here);
+      store(below, pixels);
       continue;
     }
     composed = below;
     putOver(composed, shaders[1]->nextRow());
-    store(composed, here);
+    store(composed, pixels);
   }
 }
 

@@ -3,7 +3,6 @@
 #include <runsieve/items/ColorRamp.h>
 #include <runsieve/items/DensityScale.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -42,25 +41,17 @@ public:
   };
 
   /// Makes the image anew.
-  /// \throws std::invalid_argument if there are not one or two layers, one has no counts, or their sizes
-  /// differ.
-  void resolve(std::vector<Layer> const& layers);
+  /// \param pixels 4 bytes for each pixel of the layers, written: red, green, blue, alpha, row by row from
+  /// the bottom. Alpha is straight: colours are not multiplied by it. Pixels without runs are 0. \throws
+  /// std::invalid_argument if there are not one or two layers, one has no counts, or their sizes differ.
+  void resolve(std::vector<Layer> const& layers, std::uint8_t* pixels);
 
-  [[nodiscard]] int width() const { return columns; }
-  [[nodiscard]] int height() const { return rows; }
-  /// Red, green, blue, alpha, one byte each, row by row from the bottom. Alpha is straight: colours are not
-  /// multiplied by it. Pixels without runs are 0.
-  [[nodiscard]] std::vector<std::uint8_t> const& pixels() const { return bytes; }
   /// What a scale bar needs; that of an empty picture for a layer of Shades::opacity or one that is not
   /// there.
   [[nodiscard]] DensityScale scale(std::size_t layer) const;
 
 private:
-  int columns = 0;
-  int rows = 0;
-  std::vector<std::uint8_t> bytes;
   std::vector<DensityScale> scales;
-  std::array<std::vector<std::uint32_t>, 2> means; ///< counts of all pixels, of each layer that needs them
 };
 
 } // namespace runsieve

@@ -1,6 +1,7 @@
 #include <runsieve/items/LineSetPicture.h>
 
 #include <runsieve/core/kernels/Xxh64.h>
+#include <runsieve/items/CoverageLanes.h>
 
 #include <vtkImageData.h>
 #include <vtkPoints2D.h>
@@ -97,8 +98,8 @@ bool LineSetPicture::countAll(Lines const& lines, PixelFrame const& frame)
   if (allRuns.isOf(wanted)) return true;
   countsChanged = true;
   RunCoverage& counts = allRuns.begin(wanted, 1);
-  const bool isCounted =
-      counts.add(runsOf(lines)) && counts.add(floatsOf(lines.points) + 2 * lines.extra, lines.extraCount);
+  const bool isCounted = CoverageLanes::add(counts, runsOf(lines), nullptr, runner) &&
+                         counts.add(floatsOf(lines.points) + 2 * lines.extra, lines.extraCount);
   if (!isCounted) allRuns.counts.reset();
   return isCounted;
 }
@@ -115,10 +116,12 @@ bool LineSetPicture::countCoats(Lines const& lines, Coats const& coats, PixelFra
   bool isCounted = true;
   if (!highlighted.isOf(wanted)) {
     countsChanged = true;
-    isCounted = highlighted.begin(wanted, subRowsOf(frame)).add(runs, coats.ofRuns.data());
+    RunCoverage& counts = highlighted.begin(wanted, subRowsOf(frame));
+    isCounted = CoverageLanes::add(counts, runs, coats.ofRuns.data(), runner);
   } else if (highlighted.coats != coats.ofRuns) {
     countsChanged = true;
-    isCounted = highlighted.counts->change(runs, highlighted.coats.data(), coats.ofRuns.data());
+    isCounted = CoverageLanes::change(*highlighted.counts, runs, highlighted.coats.data(),
+                                      coats.ofRuns.data(), runner);
   }
   if (isCounted)
     highlighted.coats = coats.ofRuns;
@@ -140,25 +143,26 @@ void LineSetPicture::resolve(Lines const& lines, double opacityOfCoat, PixelFram
   if (!countsChanged && sameLooks(looks, wanted)) return;
   looks = std::move(wanted);
   countsChanged = false;
-  if (layers.empty()) {
-    shown = nullptr;
-    return;
-  }
-  image.resolve(layers);
-  // A new object: the device keeps the texture of the image that it has drawn last.
+  shown = nullptr; // before there are two
+  if (layers.empty()) return;
+  // A new object: the device keeps the texture of the image that it has drawn last, and may read that again
+  // after the next one was made.
   shown = newImage(frame);
-  // A copy: the device may read an image again after the next one was made.
-  std::copy(image.pixels().begin(), image.pixels().end(),
-            static_cast<unsigned char*>(shown->GetScalarPointer()));
+  image.resolve(layers, static_cast<unsigned char*>(shown->GetScalarPointer()));
 }
 
 bool LineSetPicture::paint(vtkContext2D* painter, Lines const& lines)
 {
   const std::optional<PixelFrame> frame = pixelFrame(painter);
   if (!frame || lines.stride < 1) return false;
-  const Coats coats = coatsOf(lines);
-  if (!countAll(lines, *frame) || !countCoats(lines, coats, *frame)) return false;
-  resolve(lines, coats.opacity, *frame);
+  try {
+    const Coats coats = coatsOf(lines);
+    if (!countAll(lines, *frame) || !countCoats(lines, coats, *frame)) return false;
+    resolve(lines, coats.opacity, *frame);
+  } catch (...) { // counts may be half done
+    for (Layer* layer : {&allRuns, &highlighted}) layer->counts.reset();
+    throw;
+  }
   if (shown) drawPixels(painter, *frame, shown);
   return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <runsieve/core/parallel/BlockRunner.h>
 #include <runsieve/items/CoverageImage.h>
 #include <runsieve/items/DensityBars.h>
 #include <runsieve/items/PixelPainter.h>
@@ -10,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class vtkContext2D;
@@ -47,6 +49,9 @@ public:
     Pen coatsPen;
     CoverageImage::Shades shades = CoverageImage::Shades::opacity;
   };
+
+  /// Lends threads to counting; none, the default: in the calling thread. No effect on the picture.
+  void setRunner(BlockRunner threads) { runner = std::move(threads); }
 
   /// Draws lines. False, and nothing is drawn, if the painter makes no pixels or has no place for an image,
   /// or if there are more runs than can be counted.
@@ -93,6 +98,7 @@ private:
   bool countCoats(Lines const& lines, Coats const& coats, PixelFrame const& frame);
   void resolve(Lines const& lines, double opacityOfCoat, PixelFrame const& frame);
 
+  BlockRunner runner;
   Layer allRuns;
   Layer highlighted;
   bool countsChanged = false;             ///< since the image was made

@@ -1,5 +1,6 @@
 #include <runsieve/plot/PlotContainerPrivate.h>
 
+#include <runsieve/items/LineSetPicture.h>
 #include <runsieve/items/VtkVersion.h>
 #include <runsieve/plot/vtkShiftScaleCallback.h>
 #include <runsieve/records/LinePlotTable.h>
@@ -21,6 +22,8 @@
 #include <vtkTable.h>
 
 #include <QStringList>
+
+#include <utility>
 
 using namespace runsieve;
 
@@ -71,6 +74,7 @@ PlotContainer::PlotContainer(PlotContainer const& other)
 {
   metaData->setParent(this);
   metaData->rankedParametersValid = false; // the side tables do not come along
+  setRunner(other.d->runner);
   connect(metaData, &PlotMetaData::redrawNeeded, this, &PlotContainer::redraw);
   plotData = vtkSmartPointer<vtkTable>::New();
   plotData->DeepCopy(other.plotData);
@@ -115,6 +119,12 @@ void PlotContainer::Private::observeSelection()
   plot.annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, plot.selectionCallback, 0.0);
   plot.shiftScaleCallback = vtkSmartPointer<vtkShiftScaleCallback>::Take(vtkShiftScaleCallback::New());
   plot.shiftScaleCallback->plotContainer = &plot;
+}
+
+void PlotContainer::setRunner(BlockRunner runner)
+{
+  d->linePicture->setRunner(runner);
+  d->runner = std::move(runner);
 }
 
 void PlotContainer::setPlotData(vtkSmartPointer<vtkTable> data)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <runsieve/core/parallel/BlockRunner.h>
 #include <runsieve/records/CoordinateWindow.h>
 #include <runsieve/records/KsStatistics.h>
 #include <runsieve/records/PlotMetaData.h>
@@ -127,6 +128,11 @@ public:
   /// How lines of runs show how many there are, a number of vtkPlotLineSet::DensityColors; 0: as lines over
   /// lines do. Counts from the next redraw on.
   int densityColors = 0;
+
+  /// Lends threads to the evaluation of selections and to the counting of runs in pictures; a plot makes none
+  /// of its own. None, the default: all in the calling thread. Numbers and pictures are the same with any
+  /// number of threads. A copy of the plot uses the same ones.
+  void setRunner(runsieve::BlockRunner runner);
 
   // ---- data, columns, scene (plot/PlotContainer.cpp)
 

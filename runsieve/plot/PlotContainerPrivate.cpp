@@ -109,7 +109,7 @@ void PlotContainer::Private::rank(vtkTable* table, std::size_t index, RowSpans c
 {
   const ParameterSource source = {plot.plotData, plot.metaData->parameterColumns, plot.typedColumnNames,
                                   plot.parameterBounds, plot.metaData->getStride()};
-  rankParameters(source, table, rows, runOrders, plot.tables, index);
+  rankParameters(source, table, rows, runOrders, plot.tables, index, runner);
   if (table != plot.plotData) return;
   plot.metaData->rankedParametersValid = true;
   rankedFrom = plot.plotData;
@@ -118,8 +118,8 @@ void PlotContainer::Private::rank(vtkTable* table, std::size_t index, RowSpans c
 void PlotContainer::Private::evaluateSelection(vtkAnnotationLink* link)
 {
   plot.tables.resize(2);
-  const SplitTable split =
-      splitBySelection(link, plot.plotData, plot.metaData->parameterColumns, plot.metaData->getStride());
+  const SplitTable split = splitBySelection(link, plot.plotData, plot.metaData->parameterColumns,
+                                            plot.metaData->getStride(), runOrders, runner);
   if (split.passing->GetNumberOfRows() > 0) {
     auto append = [this](vtkTable* table, RowSpans const& rows) {
       plot.tables.push_back(table);

@@ -4,8 +4,8 @@
 #include <runsieve/charts/ChartRoles.h>
 #include <runsieve/charts/CustomTicks.h>
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/selection/RunIndex.h>
 #include <runsieve/stats/RankedTables.h>
-#include <runsieve/stats/RunIndex.h>
 #include <runsieve/styles/Style.h>
 
 #include <vtkSmartPointer.h>
@@ -52,6 +52,7 @@ public:
   runsieve::ChartRoles roles;
   runsieve::CustomTicks ticks;
   runsieve::RunIndex runOrders; ///< of plotData
+  runsieve::BlockRunner runner;
   std::shared_ptr<runsieve::LineSetPicture> linePicture;
 
 private:

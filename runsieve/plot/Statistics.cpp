@@ -39,7 +39,7 @@ void cluster(PlotContainer& plot, ClusterSearch const& search)
 void PlotContainer::ksTestSelection(std::size_t first, std::size_t second)
 {
   auto at = [this](std::size_t i) { return i < tables.size() ? tables[i].GetPointer() : nullptr; };
-  ksStatistics = compareRanked(at(first), at(second));
+  ksStatistics = compareRanked(at(first), at(second), d->runner);
 }
 
 std::vector<int> PlotContainer::shownParameters() const

@@ -1,15 +1,22 @@
 #pragma once
 
 #include <runsieve/core/kernels/RowSpans.h>
+#include <runsieve/core/parallel/BlockRunner.h>
 
 class vtkCombinedFilterAndSelectedRows;
 
 namespace runsieve {
 
-/// The library's own access to the rows that the last run of a filter has given to its outputs.
+class RunIndex;
+
+/// The library's own access to a filter.
 struct FilteredRows
 {
-  /// The input rows of output 0 or 1, ascending.
+  /// Spares later runs of the filter what is known of its table, and lends them threads. The index must
+  /// outlive them.
+  static void help(vtkCombinedFilterAndSelectedRows& filter, RunIndex& index, BlockRunner const& runner);
+
+  /// The input rows of output 0 or 1 of the last run, ascending.
   static RowSpans const& of(vtkCombinedFilterAndSelectedRows const& filter, int port);
 };
 

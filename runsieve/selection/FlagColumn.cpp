@@ -28,6 +28,11 @@ vtkSmartPointer<FlagColumn> FlagColumn::withRows(const char* name, vtkIdType row
   return vtkSmartPointer<FlagColumn>::Take(column);
 }
 
+RowSpans const* FlagColumn::ones()
+{
+  return writtenAt == this->GetMTime() ? &written : nullptr;
+}
+
 void FlagColumn::write(RowSpans const& ones)
 {
   vtkIdType* values = this->GetPointer(0);
@@ -35,14 +40,22 @@ void FlagColumn::write(RowSpans const& ones)
   for (RowSpan span : ones.spans()) std::fill_n(values + span.first, span.count, 1);
 }
 
-void FlagColumn::put(vtkTable* table, const char* name, RowSpans const& ones, bool asLast)
+void FlagColumn::put(vtkTable* table, std::vector<Flags> const& list, BlockRunner const& runner)
 {
-  vtkSmartPointer<FlagColumn> column = reusable(table, name);
-  if (!column) column = withRows(name, table->GetNumberOfRows());
-  column->write(ones);
-  column->Modified();
-  if (asLast) table->RemoveColumnByName(name);
-  if (table->GetColumnByName(name) != column) table->AddColumn(column);
+  std::vector<vtkSmartPointer<FlagColumn>> columns;
+  for (Flags const& flags : list) {
+    columns.push_back(reusable(table, flags.name));
+    if (!columns.back()) columns.back() = withRows(flags.name, table->GetNumberOfRows());
+  }
+  runBlocks(runner, list.size(), [&](std::size_t i) { columns[i]->write(list[i].ones); });
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    FlagColumn* const column = columns[i];
+    column->Modified();
+    column->written = list[i].ones;
+    column->writtenAt = column->GetMTime();
+    if (list[i].asLast) table->RemoveColumnByName(list[i].name);
+    if (table->GetColumnByName(list[i].name) != column) table->AddColumn(column);
+  }
   table->Modified();
 }
 

@@ -7,6 +7,7 @@
 #include <vtkDataObject.h>
 #include <vtkIdTypeArray.h>
 #include <vtkInformation.h>
+#include <vtkNew.h>
 #include <vtkSelection.h>
 #include <vtkSelectionNode.h>
 #include <vtkTable.h>
@@ -47,6 +48,37 @@ std::vector<vtkSelectionNode*> nodesInOrder(vtkSelection* selection)
   return nodes;
 }
 
+/// The same nodes, which share their lists.
+void shareNodes(vtkSelection* from, vtkSelection* to)
+{
+  for (unsigned int i = 0; i < from->GetNumberOfNodes(); ++i) {
+    vtkNew<vtkSelectionNode> node;
+    node->ShallowCopy(from->GetNode(i));
+    to->SetNode(from->GetNodeNameAtIndex(i), node);
+  }
+}
+
+/// Whether a node names rows by their numbers, as a conversion would leave it; charts call rows points.
+bool namesRows(vtkSelectionNode* node)
+{
+  const int field = node->GetFieldType();
+  return node->GetContentType() == vtkSelectionNode::INDICES &&
+         (field == vtkSelectionNode::ROW || field == vtkSelectionNode::POINT) &&
+         vtkIdTypeArray::SafeDownCast(node->GetSelectionList());
+}
+
+/// The selection by row numbers; itself if it is one, since a conversion copies all numbers. Null if there is
+/// no way.
+vtkSmartPointer<vtkSelection> byRows(vtkSelection* selection, vtkTable* table)
+{
+  bool all = true;
+  for (unsigned int i = 0; i < selection->GetNumberOfNodes(); ++i)
+    all = all && namesRows(selection->GetNode(i));
+  if (all) return selection;
+  return vtkSmartPointer<vtkSelection>::Take(vtkConvertSelection::ToSelectionType(
+      selection, table, vtkSelectionNode::INDICES, nullptr, vtkSelectionNode::ROW));
+}
+
 /// The same nodes under names that sort in the order of adding: converting a selection walks it by name.
 vtkSmartPointer<vtkSelection> renamedInOrder(vtkSelection* selection)
 {
@@ -60,26 +92,39 @@ vtkSmartPointer<vtkSelection> renamedInOrder(vtkSelection* selection)
   return ordered;
 }
 
-void appendInverse(vtkIdTypeArray* list, long long rowCount, std::vector<long long>& rows)
+/// Calls add(row) for each entry of a list that is a row. A selection can be older than the table; the
+/// conversion passes its ids on unchecked.
+template <class Add> void forListed(vtkIdTypeArray* list, long long rowCount, Add const& add)
 {
-  std::vector<unsigned char> named(static_cast<std::size_t>(rowCount), 0);
-  for (vtkIdType i = 0; i < list->GetNumberOfTuples(); ++i) {
-    const vtkIdType row = list->GetValue(i);
-    if (row >= 0 && row < rowCount) named[static_cast<std::size_t>(row)] = 1;
-  }
-  for (long long row = 0; row < rowCount; ++row)
-    if (!named[static_cast<std::size_t>(row)]) rows.push_back(row);
+  vtkIdType const* const ids = list->GetPointer(0);
+  const vtkIdType count = list->GetNumberOfTuples();
+  for (vtkIdType i = 0; i < count; ++i)
+    if (ids[i] >= 0 && ids[i] < rowCount) add(ids[i]);
 }
 
-void appendListed(vtkIdTypeArray* list, long long rowCount, std::vector<long long>& rows)
+/// Calls add(row) for each row that a list does not hold.
+template <class Add> void forOthers(vtkIdTypeArray* list, long long rowCount, Add const& add)
 {
-  const vtkIdType count = list->GetNumberOfTuples();
-  rows.reserve(rows.size() + static_cast<std::size_t>(count));
-  for (vtkIdType i = 0; i < count; ++i) {
-    // A selection can be older than the table; the conversion passes its ids on unchecked.
-    const vtkIdType row = list->GetValue(i);
-    if (row >= 0 && row < rowCount) rows.push_back(row);
+  std::vector<unsigned char> named(static_cast<std::size_t>(rowCount), 0);
+  forListed(list, rowCount, [&](long long row) { named[static_cast<std::size_t>(row)] = 1; });
+  for (long long row = 0; row < rowCount; ++row)
+    if (!named[static_cast<std::size_t>(row)]) add(row);
+}
+
+/// Calls add(row) for each selected row. False if the selection cannot be converted to rows.
+template <class Add> bool forSelected(vtkSelection* selection, vtkTable* table, Add const& add)
+{
+  const vtkSmartPointer<vtkSelection> rows = byRows(selection, table);
+  if (!rows) return false;
+  for (vtkSelectionNode* node : nodesInOrder(rows)) {
+    auto* list = vtkIdTypeArray::SafeDownCast(node->GetSelectionList());
+    if (!list || !namesRows(node)) continue;
+    if (node->GetProperties()->Get(vtkSelectionNode::INVERSE()))
+      forOthers(list, table->GetNumberOfRows(), add);
+    else
+      forListed(list, table->GetNumberOfRows(), add);
   }
+  return true;
 }
 
 } // namespace
@@ -95,37 +140,34 @@ int describeRowFilterPort(int port, vtkInformation* info)
 
 UnitedSelection uniteSelections(vtkSelection* input, vtkAnnotationLayers* annotations)
 {
+  std::vector<vtkAnnotation*> counting;
+  const unsigned int count = annotations ? annotations->GetNumberOfAnnotations() : 0;
+  for (unsigned int i = 0; i < count; ++i)
+    if (vtkAnnotation* annotation = annotations->GetAnnotation(i); counts(annotation))
+      counting.push_back(annotation);
   UnitedSelection united;
   united.selection = vtkSmartPointer<vtkSelection>::New();
-  if (input) {
+  united.sources = static_cast<int>(counting.size()) + (input ? 1 : 0);
+  // Uniting appends to lists.
+  if (input && counting.empty())
+    shareNodes(input, united.selection);
+  else if (input)
     united.selection->DeepCopy(input);
-    united.sources = 1;
-  }
-  const unsigned int count = annotations ? annotations->GetNumberOfAnnotations() : 0;
-  for (unsigned int i = 0; i < count; ++i) {
-    vtkAnnotation* annotation = annotations->GetAnnotation(i);
-    if (!counts(annotation)) continue;
+  for (vtkAnnotation* annotation : counting)
     if (vtkSelection* selection = annotation->GetSelection()) united.selection->Union(selection);
-    ++united.sources;
-  }
   united.selection = renamedInOrder(united.selection);
   return united;
 }
 
 bool selectedRows(vtkSelection* selection, vtkTable* table, std::vector<long long>& rows)
 {
-  auto converted = vtkSmartPointer<vtkSelection>::Take(vtkConvertSelection::ToSelectionType(
-      selection, table, vtkSelectionNode::INDICES, nullptr, vtkSelectionNode::ROW));
-  if (!converted) return false;
-  for (vtkSelectionNode* node : nodesInOrder(converted)) {
-    auto* list = vtkIdTypeArray::SafeDownCast(node->GetSelectionList());
-    if (node->GetFieldType() != vtkSelectionNode::ROW || !list) continue;
-    if (node->GetProperties()->Get(vtkSelectionNode::INVERSE()))
-      appendInverse(list, table->GetNumberOfRows(), rows);
-    else
-      appendListed(list, table->GetNumberOfRows(), rows);
-  }
-  return true;
+  return forSelected(selection, table, [&](long long row) { rows.push_back(row); });
+}
+
+bool flagSelectedRows(vtkSelection* selection, vtkTable* table, std::vector<unsigned char>& flags)
+{
+  flags.assign(static_cast<std::size_t>(table->GetNumberOfRows()), 0);
+  return forSelected(selection, table, [&](long long row) { flags[static_cast<std::size_t>(row)] = 1; });
 }
 
 } // namespace runsieve

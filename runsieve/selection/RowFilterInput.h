@@ -17,8 +17,9 @@ int describeRowFilterPort(int port, vtkInformation* info);
 /// A selection and the enabled annotations, united.
 struct UnitedSelection
 {
-  vtkSmartPointer<vtkSelection> selection; ///< a copy of its own: converting a selection writes into it
-  int sources = 0;                         ///< how many selections went in
+  /// Of its own, since converting a selection writes into its nodes; lists can be those of the input.
+  vtkSmartPointer<vtkSelection> selection;
+  int sources = 0; ///< how many selections went in
 };
 
 /// Unites a selection with the annotations that are neither disabled nor hidden. Either may be null.
@@ -28,5 +29,8 @@ UnitedSelection uniteSelections(vtkSelection* input, vtkAnnotationLayers* annota
 /// twice stands twice. Ids outside the table are dropped. Returns false if the selection cannot be converted
 /// to rows.
 bool selectedRows(vtkSelection* selection, vtkTable* table, std::vector<long long>& rows);
+
+/// The same as a flag for each row of the table, 1 for selected ones.
+bool flagSelectedRows(vtkSelection* selection, vtkTable* table, std::vector<unsigned char>& flags);
 
 } // namespace runsieve

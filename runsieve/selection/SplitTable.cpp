@@ -26,7 +26,7 @@ int findTimeColumn(vtkTable* table, int otherwise)
 } // namespace
 
 SplitTable splitBySelection(vtkAnnotationLink* link, vtkTable* table, std::vector<int> const& parameters,
-                            int stride)
+                            int stride, RunIndex& index, BlockRunner const& runner)
 {
   auto filter =
       vtkSmartPointer<vtkCombinedFilterAndSelectedRows>::Take(vtkCombinedFilterAndSelectedRows::New());
@@ -38,6 +38,7 @@ SplitTable splitBySelection(vtkAnnotationLink* link, vtkTable* table, std::vecto
   filter->AddOriginalRowIdsArrayOff();
   filter->SetTimeColumnIndex(findTimeColumn(table, parameters[0] - 2));
   filter->SetStride(stride);
+  FilteredRows::help(*filter, index, runner);
   filter->Update();
 
   // The filter dies here, so its outputs are handed over instead of copied.

@@ -1,10 +1,11 @@
 #include <runsieve/selection/vtkCombinedFilterAndSelectedRows.h>
 
+#include <runsieve/core/kernels/RunIntersection.h>
 #include <runsieve/selection/FilteredRows.h>
 #include <runsieve/selection/FlagColumn.h>
 #include <runsieve/selection/RowFilterInput.h>
 #include <runsieve/selection/RowGather.h>
-#include <runsieve/core/kernels/RunIntersection.h>
+#include <runsieve/selection/RunIndex.h>
 
 #include <vtkAnnotationLayers.h>
 #include <vtkDoubleArray.h>
@@ -14,13 +15,16 @@
 #include <vtkSelection.h>
 #include <vtkTable.h>
 
+#include <algorithm>
 #include <utility>
 
 using namespace runsieve;
 
-struct vtkCombinedFilterAndSelectedRows::Split
+struct vtkCombinedFilterAndSelectedRows::Internals
 {
-  RowSpans rows[2]; ///< of output 0 and output 1
+  RowSpans rows[2];          ///< of output 0 and output 1
+  RunIndex* index = nullptr; ///< of the input, if the caller keeps one
+  BlockRunner runner;
 };
 
 vtkCombinedFilterAndSelectedRows* vtkCombinedFilterAndSelectedRows::New()
@@ -30,7 +34,7 @@ vtkCombinedFilterAndSelectedRows* vtkCombinedFilterAndSelectedRows::New()
 
 vtkCombinedFilterAndSelectedRows::vtkCombinedFilterAndSelectedRows()
     : AddOriginalRowIdsArray(false), TimeColumnIndex(-1), ParaCount(-1), Stride(1),
-      LastSplit(std::make_unique<Split>())
+      Own(std::make_unique<Internals>())
 {
   this->SetNumberOfInputPorts(3);
   this->SetNumberOfOutputPorts(2);
@@ -117,9 +121,15 @@ int vtkCombinedFilterAndSelectedRows::FillInputPortInformation(int port, vtkInfo
   return describeRowFilterPort(port, info);
 }
 
+void FilteredRows::help(vtkCombinedFilterAndSelectedRows& filter, RunIndex& index, BlockRunner const& runner)
+{
+  filter.Own->index = &index;
+  filter.Own->runner = runner;
+}
+
 RowSpans const& FilteredRows::of(vtkCombinedFilterAndSelectedRows const& filter, int port)
 {
-  return filter.LastSplit->rows[port == 0 ? 0 : 1];
+  return filter.Own->rows[port == 0 ? 0 : 1];
 }
 
 int vtkCombinedFilterAndSelectedRows::RequestData(vtkInformation*, vtkInformationVector** inputs,
@@ -130,7 +140,7 @@ int vtkCombinedFilterAndSelectedRows::RequestData(vtkInformation*, vtkInformatio
   vtkAnnotationLayers* inputAnnotations = vtkAnnotationLayers::GetData(inputs[2], 0);
   vtkTable* output0 = vtkTable::GetData(outputs, 0);
   vtkTable* output1 = vtkTable::GetData(outputs, 1);
-  *this->LastSplit = Split();
+  for (RowSpans& rows : this->Own->rows) rows = RowSpans();
   if (!inputSelection && !inputAnnotations) {
     vtkErrorMacro("No vtkSelection or vtkAnnotationLayers provided as input.");
     return 0;
@@ -148,33 +158,38 @@ int vtkCombinedFilterAndSelectedRows::RequestData(vtkInformation*, vtkInformatio
     output0->ShallowCopy(input);
     return 1;
   }
-  std::vector<long long> selected;
-  if (!selectedRows(united.selection, input, selected)) {
+  std::vector<unsigned char> selected;
+  if (!flagSelectedRows(united.selection, input, selected)) {
     vtkErrorMacro("Selection conversion to INDICES failed.");
     return 0;
   }
 
   const vtkIdType rows = input->GetNumberOfRows();
+  const long long stride = std::max(this->Stride, 1LL);
   auto* times = vtkDoubleArray::SafeDownCast(input->GetColumn(this->TimeColumnIndex));
-  std::vector<unsigned char> flags(static_cast<std::size_t>(rows), 0);
-  for (long long row : selected) flags[static_cast<std::size_t>(row)] = 1;
-
   bool evaluated = false;
   RunIntersection::Split split;
-  if (times && times->GetNumberOfComponents() == 1 && !selected.empty()) {
-    const RunIntersection intersection(flags.data(), times->GetPointer(0), rows, this->Stride);
+  if (times && times->GetNumberOfComponents() == 1 && times->GetNumberOfTuples() >= rows) {
+    const bool known = this->Own->index && rows > 0 && times->GetNumberOfTuples() == rows;
+    const RunGrid grid =
+        known ? *this->Own->index->grid(times, stride) : RunGrid(times->GetPointer(0), rows, stride);
+    const RunIntersection intersection(selected.data(), times->GetPointer(0), rows, stride, grid);
     evaluated = intersection.anySelected();
     if (evaluated) split = intersection.split();
   }
   // The outputs carry the flag columns of the run before, so they are gathered first.
-  gatherTable(input, split.remainder, this->AddOriginalRowIdsArray, output0);
-  gatherTable(input, split.others, this->AddOriginalRowIdsArray, output1);
+  RowGather gather(input, {this->Own->index, stride, times});
+  gather.add(split.remainder, this->AddOriginalRowIdsArray, output0);
+  gather.add(split.others, this->AddOriginalRowIdsArray, output1);
+  gather.run(this->Own->runner);
   if (evaluated) {
-    this->LastSplit->rows[0] = split.remainder;
-    this->LastSplit->rows[1] = std::move(split.others);
-    FlagColumn::put(input, "vtkComplementSelection", split.complement, true);
-    FlagColumn::put(input, "vtkReducedSelection", split.reduced, false);
-    FlagColumn::put(input, "vtkRemainderSelection", split.remainder, false);
+    FlagColumn::put(input,
+                    {{"vtkComplementSelection", split.complement, true},
+                     {"vtkReducedSelection", split.reduced, false},
+                     {"vtkRemainderSelection", split.remainder, false}},
+                    this->Own->runner);
+    this->Own->rows[0] = std::move(split.remainder);
+    this->Own->rows[1] = std::move(split.others);
   }
   return 1;
 }

@@ -63,6 +63,6 @@ private:
   vtkCombinedFilterAndSelectedRows(vtkCombinedFilterAndSelectedRows const&) = delete;
   void operator=(vtkCombinedFilterAndSelectedRows const&) = delete;
 
-  struct Split;
-  std::unique_ptr<Split> LastSplit;
+  struct Internals;
+  std::unique_ptr<Internals> Own;
 };

@@ -1,10 +1,10 @@
 #include <runsieve/stats/RankedTables.h>
 
 #include <runsieve/core/kernels/RankedSample.h>
-#include <runsieve/core/kernels/RowSpans.h>
+#include <runsieve/core/kernels/RunParts.h>
 #include <runsieve/core/kernels/SampleDensity.h>
 #include <runsieve/core/kernels/SortedSample.h>
-#include <runsieve/stats/RunIndex.h>
+#include <runsieve/selection/RunIndex.h>
 #include <runsieve/tables/ParameterNames.h>
 #include <runsieve/tables/TableAccess.h>
 
@@ -90,57 +90,66 @@ void clearRankedTables(vtkSmartPointer<vtkTable>& ranks, vtkSmartPointer<vtkTabl
 class Samples
 {
 public:
-  Samples(ParameterSource const& itsSource, vtkTable* itsTable, RowSpans const* itsRows, bool areAllRuns,
-          RunIndex& itsOrders)
-      : source(itsSource), table(itsTable), rows(itsRows), allRuns(areAllRuns), orders(itsOrders),
-        stride(std::max(itsSource.stride, 1))
+  /// Makes the orders of the first `count` parameters.
+  Samples(ParameterSource const& source, vtkTable* itsTable, RowSpans const* rows, bool areAllRuns,
+          RunIndex& index, std::size_t count)
+      : table(itsTable), allRuns(areAllRuns), stride(std::max(source.stride, 1))
   {
-    if (!rows) return;
-    parts = runParts(*rows, stride);
-    runMask.assign(static_cast<std::size_t>(source.allRuns->GetNumberOfRows() / stride + 1), 0);
-    for (RunPart part : parts) runMask[static_cast<std::size_t>(part.run)] = 1;
+    const auto runs = static_cast<std::size_t>(source.allRuns->GetNumberOfRows() / stride + 1);
+    if (rows) marked = runsOf(runParts(*rows, stride), runs);
+    for (std::size_t i = 0; i < count; ++i) {
+      const int number = source.columns[i];
+      vtkDoubleArray* all = doubleColumn(source.allRuns, number);
+      const bool ordered =
+          all && all->GetNumberOfTuples() == source.allRuns->GetNumberOfRows() &&
+          doubleColumn(table, number) &&
+          (allRuns ? table == source.allRuns : rows && isConstantWithinRuns(index.values(all, stride)));
+      columns.push_back({number, ordered ? index.order(all, stride) : nullptr});
+    }
   }
 
-  std::vector<double> of(int column)
+  [[nodiscard]] std::size_t count() const { return columns.size(); }
+
+  /// The sample of a parameter. Any number of threads may ask.
+  [[nodiscard]] std::vector<double> of(std::size_t i) const
   {
-    vtkDoubleArray* all = doubleColumn(source.allRuns, column);
-    vtkDoubleArray* values = doubleColumn(table, column);
-    const bool ordered = all && values && (rows || (allRuns && table == source.allRuns));
-    ParameterOrder const* order = ordered ? orders.order(all, stride) : nullptr;
+    const auto [number, order] = columns[i];
     if (order && allRuns) return order->sorted();
     std::vector<double> sample;
-    if (order && order->constantWithinRuns() && order->agreesWith(parts, values->GetPointer(0))) {
-      order->distinctOf(runMask.data(), sample);
+    if (order) {
+      order->distinctOf(marked.data(), sample);
     } else if (allRuns) {
-      sample = valuesOf(table, column, stride);
+      sample = valuesOf(table, number, stride);
       sortSample(sample);
-    } else if (values) {
+    } else if (vtkDoubleArray* values = doubleColumn(table, number)) {
       sample = sortedDistinct(values->GetPointer(0), static_cast<std::size_t>(values->GetNumberOfTuples()));
     } else {
-      const std::vector<double> converted = valuesOf(table, column, 1);
+      const std::vector<double> converted = valuesOf(table, number, 1);
       sample = sortedDistinct(converted.data(), converted.size());
     }
     return sample;
   }
 
 private:
-  ParameterSource const& source;
+  struct Column
+  {
+    int number;
+    ParameterOrder const* order; ///< null: its values are sorted
+  };
+
+  static bool isConstantWithinRuns(RunValues const* runs) { return runs && runs->constantWithinRuns(); }
+
   vtkTable* table;
-  RowSpans const* rows;
   bool allRuns;
-  RunIndex& orders;
   long long stride;
-  std::vector<RunPart> parts;
-  std::vector<unsigned char> runMask;
+  std::vector<unsigned char> marked; ///< runs that have a row
+  std::vector<Column> columns;
 };
 
-std::vector<std::vector<double>> samplesOf(ParameterSource const& source, vtkTable* table,
-                                           RowSpans const* rows, bool allRuns, RunIndex& orders,
-                                           std::size_t count)
+std::vector<std::vector<double>> samplesOf(Samples const& samples, BlockRunner const& runner)
 {
-  Samples samples(source, table, rows, allRuns, orders);
-  std::vector<std::vector<double>> list;
-  for (std::size_t i = 0; i < count; ++i) list.push_back(samples.of(source.columns[i]));
+  std::vector<std::vector<double>> list(samples.count());
+  runBlocks(runner, list.size(), [&](std::size_t i) { list[i] = samples.of(i); });
   return list;
 }
 
@@ -152,30 +161,31 @@ AlignedSample alignedSample(ParameterSource const& source, std::size_t i, std::v
   return alignSample(sample, length, &bound);
 }
 
-void addRanks(vtkTable* table, std::string const& name, std::vector<double> const& sorted,
-              ParameterRange const& range)
+/// What a parameter adds to both tables.
+struct RankedColumns
 {
-  auto rank = newValues(sorted.size());
-  auto values = newValues(sorted.size());
-  rankSample(sorted, range, rank.get(), values.get());
-  addColumn(table, "Rank of " + name, std::move(rank), sorted.size());
-  addColumn(table, "Sorted " + name, std::move(values), sorted.size());
-}
+  std::size_t count = 0; ///< of ranks and of sorted values
+  std::unique_ptr<double[]> rank;
+  std::unique_ptr<double[]> sorted;
+  std::unique_ptr<double[]> density; ///< on densityPoints locations
+  std::unique_ptr<double[]> locations;
+};
 
-void addDensity(vtkTable* table, std::string const& name, std::vector<double> const& sorted,
-                ParameterRange const& range)
+RankedColumns rankedColumns(AlignedSample const& sample)
 {
-  auto density = newValues(densityPoints);
-  auto locations = newValues(densityPoints);
-  sampleDensity(sorted, range, locations.get(), density.get());
-  addColumn(table, "Density of " + name, std::move(density), densityPoints);
-  addColumn(table, "Locations of " + name, std::move(locations), densityPoints);
+  const std::size_t count = sample.sorted.size();
+  RankedColumns columns = {count, newValues(count), newValues(count), newValues(densityPoints),
+                           newValues(densityPoints)};
+  rankSample(sample.sorted, sample.range, columns.rank.get(), columns.sorted.get());
+  sampleDensity(sample.sorted, sample.range, columns.locations.get(), columns.density.get());
+  return columns;
 }
 
 } // namespace
 
 void rankParameters(ParameterSource const& source, vtkTable* table, RowSpans const* rows, RunIndex& orders,
-                    std::vector<vtkSmartPointer<vtkTable>>& tables, std::size_t index)
+                    std::vector<vtkSmartPointer<vtkTable>>& tables, std::size_t index,
+                    BlockRunner const& runner)
 {
   if (tables.size() <= index + 1) tables.resize(index + 2);
   const std::vector<std::string> names = namesIn(source, table);
@@ -187,17 +197,22 @@ void rankParameters(ParameterSource const& source, vtkTable* table, RowSpans con
               << std::endl;
 
   const std::vector<std::vector<double>> samples =
-      samplesOf(source, table, rows, index == 0, orders, names.size());
+      samplesOf(Samples(source, table, rows, index == 0, orders, names.size()), runner);
   std::size_t M = 0;
   for (auto const& sample : samples) M = std::max(M, sample.size());
+  std::vector<RankedColumns> ranked(names.size());
+  // What stands in for missing values is free: the quantiles of the shorter list are stretched.
+  runBlocks(runner, ranked.size(),
+            [&](std::size_t i) { ranked[i] = rankedColumns(alignedSample(source, i, samples[i], M)); });
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (samples[i].size() != M)
       std::cout << "Huston we have a problem. Encountered a parameter list with size " << samples[i].size()
                 << ", expected " << M << std::endl;
-    // What stands in for missing values is free: the quantiles of the shorter list are stretched.
-    const auto [sorted, range] = alignedSample(source, i, samples[i], M);
-    addRanks(tables[index], names[i], sorted, range);
-    addDensity(tables[index + 1], names[i], sorted, range);
+    RankedColumns& columns = ranked[i];
+    addColumn(tables[index], "Rank of " + names[i], std::move(columns.rank), columns.count);
+    addColumn(tables[index], "Sorted " + names[i], std::move(columns.sorted), columns.count);
+    addColumn(tables[index + 1], "Density of " + names[i], std::move(columns.density), densityPoints);
+    addColumn(tables[index + 1], "Locations of " + names[i], std::move(columns.locations), densityPoints);
   }
 }
 

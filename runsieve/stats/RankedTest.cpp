@@ -21,18 +21,19 @@ double statisticOf(vtkDoubleArray* a, vtkDoubleArray* b)
 
 } // namespace
 
-std::vector<KsStatistics> compareRanked(vtkTable* first, vtkTable* second)
+std::vector<KsStatistics> compareRanked(vtkTable* first, vtkTable* second, BlockRunner const& runner)
 {
-  std::vector<KsStatistics> statistics;
-  if (!first || !second) return statistics;
+  if (!first || !second) return {};
   const vtkIdType pairs = std::min(first->GetNumberOfColumns(), second->GetNumberOfColumns()) / 2;
   const auto nA = static_cast<std::size_t>(first->GetNumberOfRows());
   const auto nB = static_cast<std::size_t>(second->GetNumberOfRows());
-  for (vtkIdType i = 0; i < pairs; ++i) {
-    const double d = statisticOf(doubleColumn(first, 2 * i + 1), doubleColumn(second, 2 * i + 1));
+  std::vector<KsStatistics> statistics(static_cast<std::size_t>(pairs));
+  runBlocks(runner, statistics.size(), [&](std::size_t i) {
+    const auto column = static_cast<vtkIdType>(2 * i + 1);
+    const double d = statisticOf(doubleColumn(first, column), doubleColumn(second, column));
     const TwoSampleTest test = testOf(d, nA, nB);
-    statistics.push_back({test.p, test.d});
-  }
+    statistics[i] = {test.p, test.d};
+  });
   return statistics;
 }
 

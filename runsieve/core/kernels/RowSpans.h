@@ -2,6 +2,7 @@
 
 #include <runsieve/core/runsieve_core_export.h>
 
+#include <cstddef>
 #include <vector>
 
 namespace runsieve {
@@ -18,15 +19,15 @@ struct RowSpan
 class RUNSIEVE_CORE_EXPORT RowSpans
 {
 public:
-  void append(long long row)
+  void append(long long row) { append({row, 1}); }
+  void append(RowSpan rows)
   {
-    if (!list.empty() && list.back().first + list.back().count == row)
-      ++list.back().count;
+    if (!list.empty() && list.back().first + list.back().count == rows.first)
+      list.back().count += rows.count;
     else
-      list.push_back({row, 1});
-    ++total;
+      list.push_back(rows);
+    total += rows.count;
   }
-  void clear();
 
   [[nodiscard]] std::vector<RowSpan> const& spans() const { return list; }
   [[nodiscard]] long long rowCount() const { return total; }
@@ -39,8 +40,15 @@ private:
   long long total = 0;
 };
 
-/// Copies the rows of one column; out holds rows.rowCount() values.
-RUNSIEVE_CORE_EXPORT void gatherRows(RowSpans const& rows, double const* column, double* out);
-RUNSIEVE_CORE_EXPORT void gatherRows(RowSpans const& rows, long long const* column, long long* out);
+/// Copies rows of an array.
+/// \param rowBytes size of a row
+/// \param out holds rows.rowCount() rows
+RUNSIEVE_CORE_EXPORT void gatherRows(RowSpans const& rows, void const* array, std::size_t rowBytes,
+                                     void* out);
+
+/// Copies rows of an array of flags without reading it.
+/// \param ones rows whose flag is 1; all others are 0. Ascending as the rows are
+/// \param out holds rows.rowCount() flags
+RUNSIEVE_CORE_EXPORT void gatherFlags(RowSpans const& rows, RowSpans const& ones, long long* out);
 
 } // namespace runsieve

@@ -3,36 +3,69 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 
 namespace runsieve {
 
+namespace {
+
+/// The first row from `from` on whose flag is not that of `from`, or the end.
+long long endOfEqual(unsigned char const* flags, long long from, long long end)
+{
+  void const* found =
+      std::memchr(flags + from, flags[from] == 0 ? 1 : 0, static_cast<std::size_t>(end - from));
+  return found ? static_cast<unsigned char const*>(found) - flags : end;
+}
+
+} // namespace
+
 RunIntersection::RunIntersection(unsigned char const* selected_, double const* times_, long long rows_,
-                                 long long stride_)
-    : selected(selected_), times(times_), rows(rows_), stride(std::max(stride_, 1LL))
+                                 long long stride_, RunGrid const& grid_)
+    : selected(selected_), times(times_), rows(rows_), stride(std::max(stride_, 1LL)), grid(grid_)
 {
-  const long long runs = (rows + stride - 1) / stride;
-  timesHit.assign(static_cast<std::size_t>(runs), 0);
-  runOnGrid.assign(static_cast<std::size_t>(runs), 0);
-  readGrid();
-  for (long long run = 0; run < runs; ++run) {
-    const long long first = run * stride;
-    const long long count = std::min(stride, rows - first);
-    runOnGrid[static_cast<std::size_t>(run)] = onGrid(first, count);
-    if (std::memchr(selected + first, 1, static_cast<std::size_t>(count))) countRun(run, first, count);
+  timesHit.assign(static_cast<std::size_t>((rows + stride - 1) / stride), 0);
+  std::vector<double> const& first = grid.times();
+  gridAscends = std::adjacent_find(first.begin(), first.end(), std::not_fn(std::less<>())) == first.end();
+  if (gridAscends) countOnGrid();
+  for (long long run = 0; run * stride < rows; ++run)
+    if (!gridAscends || !grid.holds(run)) countOffGrid(run);
+}
+
+long long RunIntersection::rowsOf(long long run) const
+{
+  return std::min(stride, rows - run * stride);
+}
+
+/// Each row of a grid that ascends is a time of its own, so flags are only added up.
+void RunIntersection::countOnGrid()
+{
+  std::vector<unsigned char> anySelected(grid.times().size(), 0);
+  unsigned char* const any = anySelected.data();
+  for (long long run = 0; run * stride < rows; ++run) {
+    if (!grid.holds(run)) continue;
+    unsigned char const* const flags = selected + run * stride;
+    const long long count = rowsOf(run);
+    int hit = 0;
+    for (long long t = 0; t < count; ++t) {
+      hit += flags[t];
+      any[t] |= flags[t];
+    }
+    timesHit[static_cast<std::size_t>(run)] = hit;
   }
+  for (std::size_t t = 0; t < anySelected.size(); ++t)
+    if (anySelected[t] != 0) slotFor(grid.times()[t]);
 }
 
-void RunIntersection::readGrid()
+void RunIntersection::countOffGrid(long long run)
 {
-  const long long length = std::min(stride, rows);
-  gridSlot.assign(static_cast<std::size_t>(length), -1);
-  gridUsable = std::none_of(times, times + length, [](double t) { return std::isnan(t); });
-}
-
-bool RunIntersection::onGrid(long long firstRow, long long count) const
-{
-  return gridUsable &&
-         std::memcmp(times + firstRow, times, static_cast<std::size_t>(count) * sizeof(double)) == 0;
+  const long long first = run * stride;
+  for (long long row = first; row < first + rowsOf(run); ++row) {
+    if (!selected[row] || std::isnan(times[row])) continue;
+    auto& last = lastRunInSlot[static_cast<std::size_t>(slotFor(times[row]))];
+    if (last == run) continue;
+    last = run;
+    ++timesHit[static_cast<std::size_t>(run)];
+  }
 }
 
 int RunIntersection::slotFor(double time)
@@ -45,62 +78,61 @@ int RunIntersection::slotFor(double time)
   return entry->second;
 }
 
-int RunIntersection::knownSlot(double time) const
+bool RunIntersection::isDemanded(double time) const
 {
-  auto entry = timeSlots.find(time);
-  return entry == timeSlots.end() ? -1 : entry->second;
+  return timeSlots.count(time) > 0;
 }
 
-void RunIntersection::countRun(long long run, long long firstRow, long long count)
+/// A grid time can be demanded through a run off the grid, or twice in the grid: all of them are looked up.
+std::vector<RowSpan> RunIntersection::demandedOnGrid() const
 {
-  const bool grid = runOnGrid[static_cast<std::size_t>(run)];
-  for (long long t = 0; t < count; ++t) {
-    if (!selected[firstRow + t]) continue;
-    const double time = times[firstRow + t];
-    if (std::isnan(time)) continue;
-    int slot = grid ? gridSlot[static_cast<std::size_t>(t)] : -1;
-    if (slot < 0) {
-      slot = slotFor(time);
-      if (grid) gridSlot[static_cast<std::size_t>(t)] = slot;
+  RowSpans found;
+  for (std::size_t t = 0; t < grid.times().size(); ++t)
+    if (isDemanded(grid.times()[t])) found.append(static_cast<long long>(t));
+  return found.spans();
+}
+
+/// Rows at demanded times.
+void RunIntersection::splitOnGrid(Split& split, RowSpan span, bool keep) const
+{
+  const long long end = span.first + span.count;
+  if (!keep) split.others.append(span);
+  for (long long row = span.first; row < end;) {
+    const long long next = endOfEqual(selected, row, end);
+    const RowSpan equal = {row, next - row};
+    if (!selected[row]) {
+      split.complement.append(equal);
+      if (keep) split.others.append(equal);
+    } else {
+      (keep ? split.remainder : split.reduced).append(equal);
     }
-    auto& last = lastRunInSlot[static_cast<std::size_t>(slot)];
-    if (last == run) continue;
-    last = run;
-    ++timesHit[static_cast<std::size_t>(run)];
+    row = next;
   }
 }
 
 RunIntersection::Split RunIntersection::split() const
 {
   Split split;
-  auto place = [&](long long row, bool keep) {
-    if (selected[row] && keep) {
-      split.remainder.append(row);
-      return;
-    }
-    (selected[row] ? split.reduced : split.complement).append(row);
-    split.others.append(row);
-  };
-
-  // A grid time can be demanded through a run off the grid, or twice in the grid: look all of them up once.
-  std::vector<long long> demandedGridRows;
-  if (gridUsable)
-    for (std::size_t t = 0; t < gridSlot.size(); ++t)
-      if (knownSlot(times[t]) >= 0) demandedGridRows.push_back(static_cast<long long>(t));
-
-  for (long long first = 0, run = 0; first < rows; first += stride, ++run) {
-    const long long count = std::min(stride, rows - first);
-    const bool keep = survives(run);
-    if (runOnGrid[static_cast<std::size_t>(run)]) {
-      for (long long t : demandedGridRows) {
-        if (t >= count) break;
-        place(first + t, keep);
+  const std::vector<RowSpan> onGrid = demandedOnGrid();
+  for (long long run = 0; run * stride < rows; ++run) {
+    const long long first = run * stride;
+    const bool keep = timesHit[static_cast<std::size_t>(run)] == demanded;
+    if (grid.holds(run)) {
+      for (RowSpan span : onGrid) {
+        const long long count = std::min(span.count, rowsOf(run) - span.first);
+        if (count > 0) splitOnGrid(split, {first + span.first, count}, keep);
       }
       continue;
     }
-    for (long long row = first; row < first + count; ++row) {
+    for (long long row = first; row < first + rowsOf(run); ++row) {
       const bool timeless = std::isnan(times[row]);
-      if (selected[row] || (!timeless && knownSlot(times[row]) >= 0)) place(row, keep && !timeless);
+      if (!selected[row] && (timeless || !isDemanded(times[row]))) continue;
+      if (selected[row] && keep && !timeless) {
+        split.remainder.append(row);
+        continue;
+      }
+      (selected[row] ? split.reduced : split.complement).append(row);
+      split.others.append(row);
     }
   }
   return split;

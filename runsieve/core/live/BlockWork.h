@@ -19,10 +19,7 @@ template <class Work> bool inBlocks(LiveWork const& how, std::size_t count, Work
     else
       work(block);
   };
-  if (how.runner)
-    how.runner(count, unlessEnded);
-  else
-    for (std::size_t block = 0; block < count && !ended; ++block) unlessEnded(block);
+  runBlocks(how.runner, count, unlessEnded);
   return !ended;
 }
 

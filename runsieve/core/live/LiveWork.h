@@ -1,14 +1,10 @@
 #pragma once
 
-#include <cstddef>
+#include <runsieve/core/parallel/BlockRunner.h>
+
 #include <functional>
 
 namespace runsieve {
-
-/// Calls work(0) ... work(count - 1), each once, in any order, in one thread or several, and returns when all
-/// calls have.
-using BlockRunner =
-    std::function<void(std::size_t count, std::function<void(std::size_t block)> const& work)>;
 
 /// How the work of a LiveSieve is done; no effect on what comes out.
 struct LiveWork

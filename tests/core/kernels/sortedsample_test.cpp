@@ -29,7 +29,8 @@ Sample distinctOfRows(Sample const& rows)
 Sample distinctOfRuns(Sample const& runs, std::vector<unsigned char> const& mask)
 {
   Sample found;
-  ParameterOrder(runs.data(), static_cast<long long>(runs.size()), 1).distinctOf(mask.data(), found);
+  const RunValues values(runs.data(), static_cast<long long>(runs.size()), 1);
+  ParameterOrder(values).distinctOf(mask.data(), found);
   return found;
 }
 

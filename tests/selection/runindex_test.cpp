@@ -1,6 +1,6 @@
 #include "support/TableBuilder.h"
 
-#include <runsieve/stats/RunIndex.h>
+#include <runsieve/selection/RunIndex.h>
 
 #include <gmock/gmock.h>
 
@@ -23,6 +23,29 @@ TEST_F(RunIndexTest, AnOrderIsMadeOnce)
   EXPECT_THAT(first->sorted(), ElementsAre(1, 2, 3));
   double const* kept = first->sorted().data();
   EXPECT_EQ(index.order(column, 2)->sorted().data(), kept);
+}
+
+TEST_F(RunIndexTest, ValuesAndGridOfAColumnAreFoundOnce)
+{
+  EXPECT_THAT(index.values(column, 2)->values(), ElementsAre(3, 1, 2));
+  EXPECT_TRUE(index.values(column, 2)->constantWithinRuns());
+  EXPECT_FALSE(index.values(column, 3)->constantWithinRuns());
+  EXPECT_THAT(index.grid(column, 2)->times(), ElementsAre(3, 3));
+  double const* kept = index.values(column, 2)->values().data();
+  EXPECT_TRUE(index.grid(column, 2));
+  EXPECT_TRUE(index.order(column, 2));
+  EXPECT_EQ(index.values(column, 2)->values().data(), kept);
+}
+
+TEST_F(RunIndexTest, AColumnWrittenInPlaceIsTheSameUntilItSaysSo)
+{
+  index.order(column, 2);
+  column->SetValue(0, 9.0);
+  EXPECT_THAT(index.values(column, 2)->values(), ElementsAre(3, 1, 2));
+  column->Modified();
+  EXPECT_THAT(index.values(column, 2)->values(), ElementsAre(9, 1, 2));
+  EXPECT_FALSE(index.values(column, 2)->constantWithinRuns());
+  EXPECT_THAT(index.grid(column, 2)->times(), ElementsAre(9, 3));
 }
 
 TEST_F(RunIndexTest, AModifiedColumnIsReadAnew)
@@ -51,7 +74,10 @@ TEST_F(RunIndexTest, AColumnWithOtherMemoryIsReadAnew)
 
 TEST_F(RunIndexTest, AColumnWithoutRowsHasNoOrder)
 {
-  EXPECT_FALSE(index.order(vtkSmartPointer<vtkDoubleArray>::New(), 2));
+  const auto empty = vtkSmartPointer<vtkDoubleArray>::New();
+  EXPECT_FALSE(index.order(empty, 2));
+  EXPECT_FALSE(index.values(empty, 2));
+  EXPECT_FALSE(index.grid(empty, 2));
 }
 
 TEST_F(RunIndexTest, TheOrderByADeletedColumnGoes)
