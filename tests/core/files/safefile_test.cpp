@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 
+#include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
@@ -22,6 +23,9 @@ namespace {
 /// Told of each file that goes to the disk, before it does.
 std::function<void(int descriptor)> atSync;
 
+/// Whether files without a name can be given one later, through /proc.
+bool hasProc = true;
+
 } // namespace
 
 // Takes the place of the function of the C library for all that is linked into this program.
@@ -29,6 +33,15 @@ extern "C" int fsync(int descriptor)
 {
   if (atSync) atSync(descriptor);
   return static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
+
+extern "C" int access(char const* path, int mode) noexcept
+{
+  if (!hasProc && std::string(path).rfind("/proc/", 0) == 0) {
+    errno = ENOENT;
+    return -1;
+  }
+  return static_cast<int>(::syscall(SYS_faccessat, AT_FDCWD, path, mode));
 }
 
 namespace runsieve::test {
@@ -54,7 +67,11 @@ struct SafeFileTest : testing::Test
   TempFolder folder;
   std::string path = folder.file("plot.rsd");
 
-  ~SafeFileTest() override { atSync = nullptr; }
+  ~SafeFileTest() override
+  {
+    atSync = nullptr;
+    hasProc = true;
+  }
 
   static void save(std::string const& file, std::string const& text)
   {
@@ -145,6 +162,23 @@ TEST_F(SafeFileTest, WithoutACommitTheFormerFileStaysAndNothingElse)
     safe.write("new");
   }
   EXPECT_EQ(TempFolder::contentOf(path), "former");
+  EXPECT_EQ(folder.fileCount(), 1u);
+}
+
+TEST_F(SafeFileTest, WithoutFilesThatHaveNoNameAFileStandsAsideUntilItIsWhole)
+{
+  hasProc = false;
+  save(path, "former");
+  EXPECT_EQ(TempFolder::contentOf(path), "former");
+  {
+    SafeFile safe(path);
+    safe.write("new");
+    EXPECT_EQ(folder.fileCount(), 2u);
+  }
+  EXPECT_EQ(TempFolder::contentOf(path), "former");
+  EXPECT_EQ(folder.fileCount(), 1u);
+  save(path, "new");
+  EXPECT_EQ(TempFolder::contentOf(path), "new");
   EXPECT_EQ(folder.fileCount(), 1u);
 }
 

@@ -304,6 +304,35 @@ TEST_F(Hdf5Test, DataSetsOfTwoAxesInOneGroupAreOutputs)
   EXPECT_THAT(faultOf(two, withDataSet("A")), HasSubstr("several arrays have the name \"A\""));
 }
 
+TEST_F(Hdf5Test, AFilterThatIsNotInstalledIsNamed)
+{
+  constexpr H5Z_filter_t number = 31415;
+  const H5Z_class2_t filter = {
+      H5Z_CLASS_T_VERS,
+      number,
+      1,
+      1,
+      "of a laboratory",
+      nullptr,
+      nullptr,
+      [](unsigned, std::size_t, unsigned const*, std::size_t bytes, std::size_t*, void**) { return bytes; }};
+  ASSERT_GE(H5Zregister(&filter), 0);
+  {
+    Hdf5Content content(path);
+    const hid_t creation = H5Pcreate(H5P_DATASET_CREATE);
+    const hsize_t piece[] = {1, 3, 2};
+    H5Pset_chunk(creation, 3, piece);
+    H5Pset_filter(creation, number, H5Z_FLAG_MANDATORY, 0, nullptr);
+    content.numbers("v", {2, 3, 2}, cube, H5T_NATIVE_DOUBLE, creation);
+    H5Pclose(creation);
+  }
+  EXPECT_EQ(readHdf5(path, {}).scan.runs.size(), 2u);
+  ASSERT_GE(H5Zunregister(number), 0);
+  EXPECT_THAT(
+      scanFault([&] { (void)readHdf5(path, {}); }),
+      HasSubstr("it is compressed by a filter that is not installed (number 31415); save it with gzip"));
+}
+
 TEST_F(Hdf5Test, CompressedDataSetsAreReadInPieces)
 {
   const std::size_t runs = 700;
