@@ -75,8 +75,9 @@ QByteArray pdfOf(vtkRenderWindow* window, std::string& note)
   QFile file(folder.filePath("picture.pdf"));
   if (!file.open(QIODevice::ReadOnly)) return {};
   if (!images.images().empty())
-    note = "the lines of more than " + std::to_string(mostShapes) + " runs are an image of " +
-           std::to_string(pixelsPerInch) + " pixels per inch in the PDF; the rest are shapes";
+    note = "the lines of runs are an image of " + std::to_string(pixelsPerInch) +
+           " pixels per inch in the PDF, the rest are shapes (plain lines of up to " +
+           std::to_string(mostShapes) + " runs stay lines)";
   return finishedPdf(withoutUndefinedStates(file.readAll()), images.images());
 }
 

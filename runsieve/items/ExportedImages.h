@@ -34,7 +34,7 @@ public:
   };
 
   /// \param scale pixels of images for one unit of the page, which is a pixel of the window; above 0
-  /// \param mostLines of a set that stay shapes
+  /// \param mostLines of a set that stay shapes; sets in density colours never do, since shapes have no shades
   ExportedImages(double scale, std::size_t mostLines);
   ~ExportedImages();
   ExportedImages(ExportedImages const&) = delete;

@@ -120,10 +120,10 @@ bool exportsShapes()
   return exports(vtkOpenGLGL2PSHelper::Capture);
 }
 
-bool takesImage(vtkContext2D* painter, std::size_t lines)
+bool takesImage(vtkContext2D* painter, std::size_t lines, bool shaded)
 {
   ExportedImages const* images = exportedImages();
-  return images ? lines > images->mostLines() : pixelDevice(painter) != nullptr;
+  return images ? shaded || lines > images->mostLines() : pixelDevice(painter) != nullptr;
 }
 
 std::optional<ColumnScale> fineColumns(vtkContext2D* painter)

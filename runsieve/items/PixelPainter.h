@@ -19,8 +19,8 @@ namespace runsieve {
 [[nodiscard]] vtkOpenGLContextDevice2D* pixelDevice(vtkContext2D* painter);
 
 /// Whether a painter takes an image in place of so many lines: one that makes pixels does, and one that
-/// exports shapes if ExportedImages says so.
-[[nodiscard]] bool takesImage(vtkContext2D* painter, std::size_t lines);
+/// exports shapes if ExportedImages says so. \param shaded by how many there are, which shapes cannot be
+[[nodiscard]] bool takesImage(vtkContext2D* painter, std::size_t lines, bool shaded = false);
 
 /// Whether a painter exports shapes (PDF) now.
 [[nodiscard]] bool exportsShapes();

@@ -337,7 +337,7 @@ bool vtkPlotLineSet::PaintPicture(vtkContext2D* painter)
 {
   const vtkIdType lines = this->Points->GetNumberOfPoints() / this->Stride;
   if (lines < fewLines || this->Pen->GetLineType() != vtkPen::SOLID_LINE ||
-      !runsieve::takesImage(painter, static_cast<std::size_t>(lines)))
+      !runsieve::takesImage(painter, static_cast<std::size_t>(lines), this->Shades != DENSITY_OFF))
     return false;
   this->RenewSelection();
   this->CountCoats(lines);

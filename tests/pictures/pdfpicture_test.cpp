@@ -114,6 +114,15 @@ TEST_F(PdfPicture, VeryManyRunsAreAnImageAndTheUserIsTold)
   EXPECT_EQ(segments(text), 0);
 }
 
+TEST_F(PdfPicture, RunsInShadesAreAnImageSinceShapesHaveNone)
+{
+  vtkPlotLineSet* lines = add(tableOf({0, 60}));
+  lines->SetDensityColors(vtkPlotLineSet::DENSITY_LOGARITHMIC);
+  const std::string text = pdf();
+  EXPECT_NE(note.find("144 pixels per inch"), std::string::npos) << note;
+  EXPECT_EQ(count(text, "/Runs0 Do\n"), 1);
+}
+
 TEST_F(PdfPicture, TheImageLiesOverTheGridInTheFrameOfTheChart)
 {
   vtkPlotLineSet* lines = add(tableOf({0, many}));
