@@ -2,6 +2,7 @@
 // Needs a display.
 
 #include "BenchScan.h"
+#include "QuietRun.h"
 
 #include "app/explorer/ExplorerWindow.h"
 
@@ -21,8 +22,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iostream>
-#include <memory>
 #include <stdexcept>
 #include <vector>
 
@@ -130,12 +129,5 @@ int main(int argc, char** argv)
         ->Iterations(2);
     benchmark::RegisterBenchmark(("repaint/" + scan).c_str(), hover, scan)->Unit(benchmark::kMillisecond);
   }
-  benchmark::Initialize(&argc, argv);
-  std::cout.rdbuf(nullptr); // the library's lines
-  std::unique_ptr<benchmark::BenchmarkReporter> reporter(benchmark::CreateDefaultDisplayReporter());
-  std::ostream report(std::cerr.rdbuf());
-  reporter->SetOutputStream(&report);
-  reporter->SetErrorStream(&report);
-  benchmark::RunSpecifiedBenchmarks(reporter.get());
-  return 0;
+  return runQuietly(argc, argv);
 }

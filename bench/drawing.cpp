@@ -2,6 +2,7 @@
 // the size changes. Pictures of 1200 x 900 without a window.
 
 #include "BenchScan.h"
+#include "QuietRun.h"
 
 #include "app/render/OffscreenView.h"
 #include "app/view/ScanPlot.h"
@@ -15,9 +16,6 @@
 #include <vtkNew.h>
 
 #include <benchmark/benchmark.h>
-
-#include <iostream>
-#include <memory>
 
 using namespace runsieve;
 using namespace runsieve::bench;
@@ -126,12 +124,5 @@ int main(int argc, char** argv)
   registerFrame("drag to picture", dragToPicture);
   registerFrame("repaint", repaint);
   registerFrame("panned", panned);
-  benchmark::Initialize(&argc, argv);
-  std::cout.rdbuf(nullptr); // the library's lines
-  std::unique_ptr<benchmark::BenchmarkReporter> reporter(benchmark::CreateDefaultDisplayReporter());
-  std::ostream report(std::cerr.rdbuf());
-  reporter->SetOutputStream(&report);
-  reporter->SetErrorStream(&report);
-  benchmark::RunSpecifiedBenchmarks(reporter.get());
-  return 0;
+  return runQuietly(argc, argv);
 }

@@ -6,6 +6,7 @@
 // driver is not counted: it aligns its blocks, and aligned ones come by other calls.
 
 #include "BenchScan.h"
+#include "QuietRun.h"
 
 #include "app/render/OffscreenView.h"
 #include "app/view/ScanPlot.h"
@@ -23,8 +24,6 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
-#include <iostream>
-#include <memory>
 
 #include <malloc.h>
 
@@ -195,12 +194,5 @@ int main(int argc, char** argv)
                                    scan, plain)
           ->Unit(benchmark::kMillisecond)
           ->Iterations(1);
-  benchmark::Initialize(&argc, argv);
-  std::cout.rdbuf(nullptr); // the library's lines
-  std::unique_ptr<benchmark::BenchmarkReporter> reporter(benchmark::CreateDefaultDisplayReporter());
-  std::ostream report(std::cerr.rdbuf());
-  reporter->SetOutputStream(&report);
-  reporter->SetErrorStream(&report);
-  benchmark::RunSpecifiedBenchmarks(reporter.get());
-  return 0;
+  return runQuietly(argc, argv);
 }

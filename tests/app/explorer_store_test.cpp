@@ -13,6 +13,7 @@
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QMessageBox>
+#include <QStatusBar>
 #include <QTimer>
 
 #include <fstream>
@@ -91,6 +92,15 @@ TEST_F(ExplorerStore, APlainViewComesBack)
   EXPECT_EQ(other.windowTitle(), "plot.rsd - Runsieve");
   EXPECT_EQ(switchesOf(other), std::vector<bool>(6, false));
   EXPECT_EQ(rangesOf(other), rangesOf(window));
+}
+
+TEST_F(ExplorerStore, ASavedPdfTellsThatItsRunsAreAnImage)
+{
+  QString error;
+  ASSERT_TRUE(window.savePicture(file("view.png"), error)) << error.toStdString();
+  EXPECT_EQ(window.statusBar()->currentMessage(), "");
+  ASSERT_TRUE(window.savePicture(file("view.pdf"), error)) << error.toStdString();
+  EXPECT_THAT(window.statusBar()->currentMessage().toStdString(), HasSubstr("144 pixels per inch"));
 }
 
 TEST_F(ExplorerStore, TheSelectionComesBack)
