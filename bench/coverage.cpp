@@ -1,8 +1,8 @@
 // The picture of all runs of a scan: counting, per pixel, how many of its lines cover it, and making an image
 // of the counts.
 
-#include <runsieve/items/CoverageImage.h>
-#include <runsieve/items/RunCoverage.h>
+#include <runsieve/core/coverage/CoverageImage.h>
+#include <runsieve/core/coverage/RunCoverage.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <runsieve/items/ColorRamp.h>
-#include <runsieve/items/DensityScale.h>
+#include <runsieve/core/coverage/ColorRamp.h>
+#include <runsieve/core/coverage/DensityScale.h>
 
 #include <vector>
 

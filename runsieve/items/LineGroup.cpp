@@ -1,8 +1,8 @@
 #include <runsieve/items/LineGroup.h>
 
+#include <runsieve/core/coverage/CoverageMix.h>
+#include <runsieve/core/coverage/RunCoverage.h>
 #include <runsieve/items/ColumnLine.h>
-#include <runsieve/items/CoverageMix.h>
-#include <runsieve/items/RunCoverage.h>
 
 #include <vtkImageData.h>
 #include <vtkPen.h>

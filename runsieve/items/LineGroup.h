@@ -1,6 +1,6 @@
 #pragma once
 
-#include <runsieve/items/ColorRamp.h>
+#include <runsieve/core/coverage/ColorRamp.h>
 #include <runsieve/items/PixelPainter.h>
 
 #include <vtkSmartPointer.h>

@@ -1,7 +1,7 @@
 #include <runsieve/items/LineSetPicture.h>
 
+#include <runsieve/core/coverage/CoverageLanes.h>
 #include <runsieve/core/kernels/Xxh64.h>
-#include <runsieve/items/CoverageLanes.h>
 
 #include <vtkImageData.h>
 #include <vtkPoints2D.h>

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <runsieve/core/coverage/CoverageImage.h>
+#include <runsieve/core/coverage/RunCoverage.h>
 #include <runsieve/core/parallel/BlockRunner.h>
-#include <runsieve/items/CoverageImage.h>
 #include <runsieve/items/DensityBars.h>
 #include <runsieve/items/PixelPainter.h>
-#include <runsieve/items/RunCoverage.h>
 
 #include <vtkSmartPointer.h>
 

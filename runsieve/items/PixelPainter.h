@@ -1,6 +1,6 @@
 #pragma once
 
-#include <runsieve/items/RunCoverage.h>
+#include <runsieve/core/coverage/RunCoverage.h>
 #include <runsieve/items/ThinnedPolyline.h>
 
 #include <vtkSmartPointer.h>

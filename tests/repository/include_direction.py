@@ -19,6 +19,7 @@ CORE = "core"
 BELOW = {
     "core/kernels": set(),
     "core/parallel": set(),
+    "core/coverage": {"core/parallel"},
     "core/text": set(),
     "core/scan": {"core/text"},
     "core/files": {"core/text", "core/scan"},
@@ -31,7 +32,7 @@ BELOW = {
     "core/sieve": {"core/text", "core/scan", "core/files", "core/kernels", "core/compare", "core/gate", "core/read"},
     "records": {"core/kernels"},
     "tables": {"records"},
-    "items": {"core/parallel", "core/kernels", "records"},
+    "items": {"core/parallel", "core/kernels", "core/coverage", "records"},
     "selection": {"core/parallel", "core/kernels", "records", "tables"},
     "stats": {"core/parallel", "core/kernels", "records", "tables", "selection"},
     "charts": {"records", "tables", "items"},
@@ -46,8 +47,9 @@ LIBRARY = "runsieve"
 USERS_OF_THE_LIBRARY = ("app", "examples")
 # Pictures without a display, which the gallery shares with the program.
 SHARED_BY_USERS = "app/render/"
-# Rooms of the core from which the program takes more than public headers: numbers as text, safe files, threads.
-SHARED_WITH_APP = {"core/text", "core/files", "core/parallel"}
+# Rooms of the core from which the program takes more than public headers: numbers as text, safe files, threads, runs
+# as counts.
+SHARED_WITH_APP = {"core/text", "core/files", "core/parallel", "core/coverage"}
 UPPER_FOLDERS = ("app", "tests", "support", "bench", "examples")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:<([^>]+)>|"([^"]+)"|(\w+))')

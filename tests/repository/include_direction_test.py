@@ -106,7 +106,7 @@ class IncludeDirectionTest(unittest.TestCase):
         text = "/* one\n#include <runsieve/plot/Plot.h>\n*/\n// #include <runsieve/plot/Plot.h>\n"
         self.assertEqual([], self.messages({"runsieve/items/Line.h": text}))
         text += "  #  include<runsieve/plot/Plot.h> // why not\n"
-        self.assertEqual(["runsieve/items/Line.h:5: <runsieve/plot/Plot.h>: items includes only core/kernels, core/parallel, items, records"], self.messages({"runsieve/items/Line.h": text}))
+        self.assertEqual(["runsieve/items/Line.h:5: <runsieve/plot/Plot.h>: items includes only core/coverage, core/kernels, core/parallel, items, records"], self.messages({"runsieve/items/Line.h": text}))
 
     def test_a_public_header_that_is_gone_is_reported(self):
         with tempfile.TemporaryDirectory() as folder:

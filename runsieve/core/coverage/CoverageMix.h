@@ -1,6 +1,7 @@
 #pragma once
 
-#include <runsieve/items/ColorRamp.h>
+#include <runsieve/core/coverage/ColorRamp.h>
+#include <runsieve/core/runsieve_core_export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -15,7 +16,7 @@ class RunCoverage;
 /// A pixel has the mean of the colours of the lines that cover it, weighted by their opacities, and as much
 /// opacity as if all were drawn one over another. For lines of one opacity that is what drawing them in
 /// random order gives on average.
-class CoverageMix
+class RUNSIEVE_CORE_EXPORT CoverageMix
 {
 public:
   /// An image of nothing. \param width in pixels, 1 or more, \param height likewise.

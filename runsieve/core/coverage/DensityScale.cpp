@@ -1,6 +1,6 @@
-#include <runsieve/items/DensityScale.h>
+#include <runsieve/core/coverage/DensityScale.h>
 
-#include <runsieve/items/RunCoverage.h>
+#include <runsieve/core/coverage/RunCoverage.h>
 
 #include <algorithm>
 #include <cmath>

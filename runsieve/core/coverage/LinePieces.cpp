@@ -1,4 +1,4 @@
-#include <runsieve/items/LinePieces.h>
+#include <runsieve/core/coverage/LinePieces.h>
 
 #include <algorithm>
 #include <cmath>

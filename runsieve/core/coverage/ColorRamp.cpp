@@ -1,4 +1,4 @@
-#include <runsieve/items/ColorRamp.h>
+#include <runsieve/core/coverage/ColorRamp.h>
 
 #include <algorithm>
 #include <cmath>

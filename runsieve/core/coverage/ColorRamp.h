@@ -1,5 +1,7 @@
 #pragma once
 
+#include <runsieve/core/runsieve_core_export.h>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +16,7 @@ using Color = std::array<std::uint8_t, 3>;
 /// Made in OKLab (B. Ottosson, A perceptual color space for image processing, 2020): lightness falls evenly,
 /// the hue is that of the given colour, and chroma is what that colour has, less where sRGB has no such
 /// colour. A grey gives greys.
-class ColorRamp
+class RUNSIEVE_CORE_EXPORT ColorRamp
 {
 public:
   static constexpr std::size_t steps = 256;

@@ -1,4 +1,4 @@
-#include <runsieve/items/OpacityTable.h>
+#include <runsieve/core/coverage/OpacityTable.h>
 
 #include <cmath>
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <runsieve/core/runsieve_core_export.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -10,7 +12,7 @@ namespace runsieve {
 ///
 /// Counts are in units of 1 / RunCoverage::perRun. Pixels that less than one run covers are the smooth edges
 /// of lines and do not enter.
-class CountHistogram
+class RUNSIEVE_CORE_EXPORT CountHistogram
 {
 public:
   static constexpr std::size_t bins = 24 * 64; ///< of 1 to 2^24 runs
@@ -39,7 +41,7 @@ private:
 
 /// Where on a ramp of colours, from 0 to 1, a number of runs lies: the smallest of a picture at 0, its
 /// largest at 1. If they are the same, it lies at 1.
-class DensityScale
+class RUNSIEVE_CORE_EXPORT DensityScale
 {
 public:
   enum class Kind

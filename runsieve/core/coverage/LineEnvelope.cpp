@@ -1,4 +1,4 @@
-#include <runsieve/items/LineEnvelope.h>
+#include <runsieve/core/coverage/LineEnvelope.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <runsieve/core/coverage/RunCoverage.h>
 #include <runsieve/core/parallel/BlockRunner.h>
-#include <runsieve/items/RunCoverage.h>
+#include <runsieve/core/runsieve_core_export.h>
 
 #include <cstdint>
 
@@ -16,10 +17,11 @@ namespace runsieve {
 namespace CoverageLanes {
 
 /// As RunCoverage::add().
-bool add(RunCoverage& counts, RunBlock const& runs, std::uint8_t const* coats, BlockRunner const& runner);
+RUNSIEVE_CORE_EXPORT bool add(RunCoverage& counts, RunBlock const& runs, std::uint8_t const* coats,
+                              BlockRunner const& runner);
 /// As RunCoverage::change().
-bool change(RunCoverage& counts, RunBlock const& runs, std::uint8_t const* oldCoats,
-            std::uint8_t const* newCoats, BlockRunner const& runner);
+RUNSIEVE_CORE_EXPORT bool change(RunCoverage& counts, RunBlock const& runs, std::uint8_t const* oldCoats,
+                                 std::uint8_t const* newCoats, BlockRunner const& runner);
 
 } // namespace CoverageLanes
 

@@ -1,4 +1,4 @@
-#include <runsieve/items/RunCoverage.h>
+#include <runsieve/core/coverage/RunCoverage.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include <runsieve/items/CoverageLanes.h>
+#include <runsieve/core/coverage/CoverageLanes.h>
 
 #include <gtest/gtest.h>
 

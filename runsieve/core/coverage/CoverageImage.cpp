@@ -1,7 +1,7 @@
-#include <runsieve/items/CoverageImage.h>
+#include <runsieve/core/coverage/CoverageImage.h>
 
-#include <runsieve/items/OpacityTable.h>
-#include <runsieve/items/RunCoverage.h>
+#include <runsieve/core/coverage/OpacityTable.h>
+#include <runsieve/core/coverage/RunCoverage.h>
 
 #include <algorithm>
 #include <array>

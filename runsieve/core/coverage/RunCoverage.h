@@ -1,7 +1,8 @@
 #pragma once
 
-#include <runsieve/items/LineEnvelope.h>
-#include <runsieve/items/LinePieces.h>
+#include <runsieve/core/coverage/LineEnvelope.h>
+#include <runsieve/core/coverage/LinePieces.h>
+#include <runsieve/core/runsieve_core_export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -27,7 +28,7 @@ struct RunBlock
 /// away what was added restores the buffer bit for bit, whatever came in between.
 ///
 /// One object serves one thread. Lines in several threads go into one object each, and merge().
-class RunCoverage
+class RUNSIEVE_CORE_EXPORT RunCoverage
 {
 public:
   /// The unit of counts: a pixel that one line of one coat covers has as many.

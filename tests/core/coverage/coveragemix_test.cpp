@@ -1,5 +1,5 @@
-#include <runsieve/items/CoverageMix.h>
-#include <runsieve/items/RunCoverage.h>
+#include <runsieve/core/coverage/CoverageMix.h>
+#include <runsieve/core/coverage/RunCoverage.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include <runsieve/items/CoverageMix.h>
+#include <runsieve/core/coverage/CoverageMix.h>
 
-#include <runsieve/items/OpacityTable.h>
-#include <runsieve/items/RunCoverage.h>
+#include <runsieve/core/coverage/OpacityTable.h>
+#include <runsieve/core/coverage/RunCoverage.h>
 
 #include <algorithm>
 #include <stdexcept>

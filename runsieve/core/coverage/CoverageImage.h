@@ -1,7 +1,8 @@
 #pragma once
 
-#include <runsieve/items/ColorRamp.h>
-#include <runsieve/items/DensityScale.h>
+#include <runsieve/core/coverage/ColorRamp.h>
+#include <runsieve/core/coverage/DensityScale.h>
+#include <runsieve/core/runsieve_core_export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +13,7 @@ namespace runsieve {
 class RunCoverage;
 
 /// An image of one or two layers of counts, the second over the first.
-class CoverageImage
+class RUNSIEVE_CORE_EXPORT CoverageImage
 {
 public:
   /// How counts become colours.
