@@ -4,7 +4,7 @@
 #include "BenchScan.h"
 #include "QuietRun.h"
 
-#include "app/explorer/ExplorerWindow.h"
+#include "app/composite/CompositeWindow.h"
 
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/write/WriteScan.h>
@@ -79,7 +79,7 @@ public:
 
 private:
   QTemporaryDir folder;
-  app::ExplorerWindow window;
+  app::CompositeWindow window;
 };
 
 void drag(benchmark::State& state, std::string const& name)

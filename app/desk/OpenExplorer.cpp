@@ -1,8 +1,9 @@
 #include "app/desk/DeskCommands.h"
 
-#include "app/explorer/ExplorerWindow.h"
+#include "app/explorer/window/ExplorerWindow.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QSurfaceFormat>
 #include <QVTKOpenGLNativeWidget.h>
 
@@ -33,10 +34,10 @@ int openExplorer(ExploreArguments const& arguments)
   char* argv[] = {name, nullptr};
   QApplication application(argc, argv);
   ExplorerWindow window;
-  window.resize(1200, 950);
-  window.show();
+  window.resize(1280, 860);
+  window.QWidget::show();
   if (!arguments.file.empty())
-    window.openInteractively(QString::fromLocal8Bit(arguments.file.c_str()), arguments.read);
+    window.open(QFile::decodeName(arguments.file.c_str()), arguments.read);
   return QApplication::exec();
 }
 

@@ -10,6 +10,9 @@ namespace {
 /// Lightness of both ends: the lightest still stands out from a white background.
 constexpr double lightest = 0.88;
 constexpr double darkest = 0.24;
+// The same on dark.
+constexpr double dimmest = 0.38;
+constexpr double brightest = 0.95;
 
 struct Lab
 {
@@ -78,12 +81,14 @@ Color colorOf(double lightness, Lab const& hue)
 
 } // namespace
 
-ColorRamp::ColorRamp(Color const& color)
+ColorRamp::ColorRamp(Color const& color, bool onDark)
 {
+  const double first = onDark ? dimmest : lightest;
+  const double last = onDark ? brightest : darkest;
   const Lab hue = labOf(color);
   for (std::size_t i = 0; i < steps; ++i) {
     const double position = static_cast<double>(i) / (steps - 1);
-    colors[i] = colorOf(lightest + position * (darkest - lightest), hue);
+    colors[i] = colorOf(first + position * (last - first), hue);
   }
 }
 

@@ -21,9 +21,10 @@ class RUNSIEVE_CORE_EXPORT ColorRamp
 public:
   static constexpr std::size_t steps = 256;
 
-  explicit ColorRamp(Color const& color);
+  /// \param onDark from dark to light, for a dark ground
+  explicit ColorRamp(Color const& color, bool onDark = false);
 
-  /// \param position 0, light, to 1, dark; the nearest for others and NaN.
+  /// \param position 0, near the ground, to 1, far from it; the nearest for others and NaN.
   [[nodiscard]] Color at(double position) const;
 
 private:

@@ -114,7 +114,7 @@ public:
     for (int y = 0; y < coverage.frame().height; ++y) histogram.add(all.nextRow().data(), row.alpha.size());
     const bool isEven = look.shades == CoverageImage::Shades::equalArea;
     shown = DensityScale(isEven ? DensityScale::Kind::equalArea : DensityScale::Kind::logarithmic, histogram);
-    const ColorRamp ramp(look.color);
+    const ColorRamp ramp(look.color, look.onDark);
     for (std::size_t bin = 0; bin < colors.size(); ++bin) {
       // The first and the last bin show the ends of the ramp.
       const double low = CountHistogram::lowerEdge(bin);

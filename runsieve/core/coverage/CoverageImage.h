@@ -21,7 +21,7 @@ public:
   {
     /// The colour, with opacity 1 - (1 - a)^count: as if the lines were drawn one over another.
     opacity,
-    /// Opaque colours of the hue, light for few runs and dark for many, on a logarithmic scale from the
+    /// Opaque colours of the hue, light for few runs and dark for many (on dark the other way round), on a logarithmic scale from the
     /// smallest to the largest count of the layer. Pixels that less than one run covers are as transparent.
     logarithmic,
     /// Likewise, with each colour for as many pixels.
@@ -33,6 +33,7 @@ public:
     Color color{};
     double opacity = 1; ///< of one run, 0 to 1; for Shades::opacity only
     Shades shades = Shades::opacity;
+    bool onDark = false; ///< whether what is behind is dark: then few runs are dark and many are light
   };
 
   struct Layer

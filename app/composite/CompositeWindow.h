@@ -23,14 +23,14 @@ class VtkPlotWidget;
 
 namespace runsieve::app {
 
-/// The desktop explorer: one scan in the composite view, with the switches of the view beside it.
-class ExplorerWindow : public QMainWindow
+/// A window with one scan in the composite view, with the switches of the view beside it.
+class CompositeWindow : public QMainWindow
 {
   Q_OBJECT
 
 public:
-  explicit ExplorerWindow(QWidget* parent = nullptr);
-  ~ExplorerWindow() override;
+  explicit CompositeWindow(QWidget* parent = nullptr);
+  ~CompositeWindow() override;
 
   /// Opens a scan or a stored plot. If that fails the present one stays, and error tells why.
   bool open(QString const& path, QString& error, ReadOptions const& read = {});

@@ -1,4 +1,4 @@
-#include "ExplorerScene.h"
+#include "CompositeScene.h"
 
 #include "app/view/ScanPlot.h"
 
@@ -22,7 +22,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-struct ExplorerClusters : ExplorerScene
+struct CompositeClusters : CompositeScene
 {
   static constexpr int runs = 60;
   static constexpr vtkIdType plain = 1; ///< plots of the runs' chart without clusters
@@ -115,14 +115,14 @@ std::size_t widestGapBehind(std::vector<std::pair<double, int>> const& values, s
   return widest;
 }
 
-TEST_F(ExplorerClusters, StartsWithoutAny)
+TEST_F(CompositeClusters, StartsWithoutAny)
 {
   expectNoClusters();
 }
 
-TEST_F(ExplorerClusters, AWindowWithoutAScanHasNothingToGroup)
+TEST_F(CompositeClusters, AWindowWithoutAScanHasNothingToGroup)
 {
-  app::ExplorerWindow empty;
+  app::CompositeWindow empty;
   const QString invitation = empty.statusText();
   EXPECT_FALSE(empty.cluster(3, ShapeOf::Curves));
   empty.selectCluster(0);
@@ -132,7 +132,7 @@ TEST_F(ExplorerClusters, AWindowWithoutAScanHasNothingToGroup)
   EXPECT_EQ(empty.plot(), nullptr);
 }
 
-TEST_F(ExplorerClusters, ShowsThemAndSaysHowMany)
+TEST_F(CompositeClusters, ShowsThemAndSaysHowMany)
 {
   ASSERT_TRUE(cluster());
   expectClusters();
@@ -140,7 +140,7 @@ TEST_F(ExplorerClusters, ShowsThemAndSaysHowMany)
   EXPECT_THAT(status(), StartsWith("60 runs, 33 times"));
 }
 
-TEST_F(ExplorerClusters, TheMenuOffersEachClusterAndTheWayBack)
+TEST_F(CompositeClusters, TheMenuOffersEachClusterAndTheWayBack)
 {
   ASSERT_TRUE(cluster());
   EXPECT_THAT(menu(), ElementsAre("Group by curves...", "Group by phase...", "Group by magnitude...", "-",
@@ -150,7 +150,7 @@ TEST_F(ExplorerClusters, TheMenuOffersEachClusterAndTheWayBack)
   EXPECT_EQ(menu().size(), 8u) << "the entries of before are gone";
 }
 
-TEST_F(ExplorerClusters, EachEntryGroupsByTheShapeOfItsName)
+TEST_F(CompositeClusters, EachEntryGroupsByTheShapeOfItsName)
 {
   const std::pair<const char*, ShapeOf> entries[] = {{"Group by curves", ShapeOf::Curves},
                                                      {"Group by phase", ShapeOf::Phase},
@@ -168,7 +168,7 @@ TEST_F(ExplorerClusters, EachEntryGroupsByTheShapeOfItsName)
   EXPECT_EQ(different.size(), 3u) << "three ways, three results";
 }
 
-TEST_F(ExplorerClusters, TheDialogTakesTheNumberOfClusters)
+TEST_F(CompositeClusters, TheDialogTakesTheNumberOfClusters)
 {
   chooseGrouping("Group by curves", 5);
   EXPECT_THAT(status(), HasSubstr("5 clusters"));
@@ -176,14 +176,14 @@ TEST_F(ExplorerClusters, TheDialogTakesTheNumberOfClusters)
   EXPECT_THAT(status(), HasSubstr("5 clusters")) << "who cancels keeps what there is";
 }
 
-TEST_F(ExplorerClusters, NoClusterToMakeLeavesNone)
+TEST_F(CompositeClusters, NoClusterToMakeLeavesNone)
 {
   ASSERT_TRUE(cluster());
   EXPECT_FALSE(cluster(0));
   expectNoClusters();
 }
 
-TEST_F(ExplorerClusters, ASelectedClusterIsTheRunsThatPass)
+TEST_F(CompositeClusters, ASelectedClusterIsTheRunsThatPass)
 {
   ASSERT_TRUE(cluster());
   for (int k = 0; k < 3; ++k) {
@@ -197,14 +197,14 @@ TEST_F(ExplorerClusters, ASelectedClusterIsTheRunsThatPass)
   }
 }
 
-TEST_F(ExplorerClusters, TheMenuSelectsTheClusterThatItNames)
+TEST_F(CompositeClusters, TheMenuSelectsTheClusterThatItNames)
 {
   ASSERT_TRUE(cluster());
   choose("Select cluster 1 ");
   EXPECT_EQ(survivors(), runsOf(1));
 }
 
-TEST_F(ExplorerClusters, ClearingTheSelectionGoesBackToTheClusters)
+TEST_F(CompositeClusters, ClearingTheSelectionGoesBackToTheClusters)
 {
   ASSERT_TRUE(cluster());
   window.selectCluster(2);
@@ -215,7 +215,7 @@ TEST_F(ExplorerClusters, ClearingTheSelectionGoesBackToTheClusters)
   EXPECT_FALSE(app::hasSelection(plot()));
 }
 
-TEST_F(ExplorerClusters, AnotherOutputRemovesThem)
+TEST_F(CompositeClusters, AnotherOutputRemovesThem)
 {
   ASSERT_TRUE(cluster());
   window.findChild<QComboBox*>()->setCurrentIndex(1);
@@ -225,7 +225,7 @@ TEST_F(ExplorerClusters, AnotherOutputRemovesThem)
   EXPECT_GE(adjustedRandIndex(labels(), shaped.otherShapeOfRun), 0.95);
 }
 
-TEST_F(ExplorerClusters, AnotherOutputKeepsASelectedCluster)
+TEST_F(CompositeClusters, AnotherOutputKeepsASelectedCluster)
 {
   ASSERT_TRUE(cluster());
   window.selectCluster(1);
@@ -238,7 +238,7 @@ TEST_F(ExplorerClusters, AnotherOutputKeepsASelectedCluster)
   EXPECT_EQ(survivors(), selected);
 }
 
-TEST_F(ExplorerClusters, RemovingThemGoesBackToThePlainView)
+TEST_F(CompositeClusters, RemovingThemGoesBackToThePlainView)
 {
   ASSERT_TRUE(cluster());
   choose("Remove clusters");
@@ -249,7 +249,7 @@ TEST_F(ExplorerClusters, RemovingThemGoesBackToThePlainView)
   expectNoClusters();
 }
 
-TEST_F(ExplorerClusters, RemovingThemKeepsASelection)
+TEST_F(CompositeClusters, RemovingThemKeepsASelection)
 {
   ASSERT_TRUE(cluster());
   window.selectCluster(0);
@@ -261,7 +261,7 @@ TEST_F(ExplorerClusters, RemovingThemKeepsASelection)
   EXPECT_THAT(status(), HasSubstr("20 runs pass"));
 }
 
-TEST_F(ExplorerClusters, AnotherScanHasNone)
+TEST_F(CompositeClusters, AnotherScanHasNone)
 {
   ASSERT_TRUE(cluster());
   QString error;
@@ -270,7 +270,7 @@ TEST_F(ExplorerClusters, AnotherScanHasNone)
   expectNoClusters();
 }
 
-TEST_F(ExplorerClusters, ADragSievesAsUsual)
+TEST_F(CompositeClusters, ADragSievesAsUsual)
 {
   constexpr int time = 16;
   std::vector<std::pair<double, int>> values;
@@ -289,7 +289,7 @@ TEST_F(ExplorerClusters, ADragSievesAsUsual)
   EXPECT_THAT(status(), HasSubstr(std::to_string(expected.size()) + " runs pass through all places"));
 }
 
-TEST_F(ExplorerClusters, AnEmptyDragGoesBackToTheClusters)
+TEST_F(CompositeClusters, AnEmptyDragGoesBackToTheClusters)
 {
   ASSERT_TRUE(cluster());
   drag(16, 3.0, 5.0);
@@ -297,7 +297,7 @@ TEST_F(ExplorerClusters, AnEmptyDragGoesBackToTheClusters)
   expectClusters();
 }
 
-TEST_F(ExplorerClusters, ASwitchOfTheViewKeepsThem)
+TEST_F(CompositeClusters, ASwitchOfTheViewKeepsThem)
 {
   ASSERT_TRUE(cluster());
   plot().metaData->setUseDensity(true);
@@ -305,7 +305,7 @@ TEST_F(ExplorerClusters, ASwitchOfTheViewKeepsThem)
   expectClusters();
 }
 
-TEST_F(ExplorerClusters, TheSameScanGivesTheSameClustersAgain)
+TEST_F(CompositeClusters, TheSameScanGivesTheSameClustersAgain)
 {
   ASSERT_TRUE(cluster());
   const std::vector<int> first = labels();

@@ -6,7 +6,7 @@
 #include "support/ChartMouse.h"
 #include "support/ShapedScan.h"
 
-#include "app/explorer/ExplorerWindow.h"
+#include "app/composite/CompositeWindow.h"
 
 #include <gtest/gtest.h>
 
@@ -21,12 +21,12 @@
 
 namespace runsieve::test {
 
-/// The explorer on a scan of three shapes.
-struct ExplorerScene : testing::Test
+/// The composite view's window on a scan of three shapes.
+struct CompositeScene : testing::Test
 {
   QTemporaryDir folder;
   ShapedScan shaped;
-  app::ExplorerWindow window;
+  app::CompositeWindow window;
 
   void SetUp() override
   {
@@ -37,7 +37,7 @@ struct ExplorerScene : testing::Test
     settle();
   }
 
-  static void show(app::ExplorerWindow& shown)
+  static void show(app::CompositeWindow& shown)
   {
     shown.resize(1000, 800);
     shown.show();
@@ -46,7 +46,7 @@ struct ExplorerScene : testing::Test
 
   QString file(const char* name) const { return folder.filePath(name); }
 
-  static void settle(app::ExplorerWindow& shown)
+  static void settle(app::CompositeWindow& shown)
   {
     for (int i = 0; i < 3; ++i) QApplication::processEvents();
     test::settle(*shown.plotWidget());
@@ -74,7 +74,7 @@ struct ExplorerScene : testing::Test
   }
 
   /// The box or button of a window that bears a text.
-  template <class Widget> static Widget* child(app::ExplorerWindow& parent, QString const& text)
+  template <class Widget> static Widget* child(app::CompositeWindow& parent, QString const& text)
   {
     for (Widget* widget : parent.findChildren<Widget*>())
       if (widget->text() == text) return widget;

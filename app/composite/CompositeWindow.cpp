@@ -1,4 +1,4 @@
-#include "app/explorer/ExplorerWindow.h"
+#include "app/composite/CompositeWindow.h"
 
 #include "app/cli/GatedScan.h"
 #include "app/render/SavePicture.h"
@@ -83,13 +83,13 @@ void warn(QWidget* parent, QString const& text)
 
 } // namespace
 
-ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
+CompositeWindow::CompositeWindow(QWidget* parent) : QMainWindow(parent)
 {
   setWindowTitle("Runsieve");
   widget = new VtkPlotWidget;
   widget->installEventFilter(this);
-  connect(widget->selectionDrag(), &SelectionDrag::moved, this, &ExplorerWindow::followDrag);
-  connect(widget->selectionDrag(), &SelectionDrag::ended, this, &ExplorerWindow::endDrag);
+  connect(widget->selectionDrag(), &SelectionDrag::moved, this, &CompositeWindow::followDrag);
+  connect(widget->selectionDrag(), &SelectionDrag::ended, this, &CompositeWindow::endDrag);
   auto* middle = new QWidget;
   auto* layout = new QHBoxLayout(middle);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -102,36 +102,36 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
   readingNotes->setFlat(true);
   readingNotes->setToolTip("What the file was taken for, and what was guessed, dropped or put in order");
   readingNotes->hide();
-  connect(readingNotes, &QPushButton::clicked, this, &ExplorerWindow::showReading);
+  connect(readingNotes, &QPushButton::clicked, this, &CompositeWindow::showReading);
   statusBar()->addPermanentWidget(readingNotes);
   buildMenu();
 }
 
-ExplorerWindow::~ExplorerWindow()
+CompositeWindow::~CompositeWindow()
 {
   // The widget goes first; the plot it shows must not be told by a half-destroyed window.
   delete widget;
   delete container;
 }
 
-void ExplorerWindow::buildMenu()
+void CompositeWindow::buildMenu()
 {
   QMenu* file = menuBar()->addMenu("&File");
-  file->addAction("&Open...", this, &ExplorerWindow::chooseFile, QKeySequence::Open);
-  file->addAction("Open &folder...", this, &ExplorerWindow::chooseFolder, QKeySequence("Ctrl+Shift+O"));
-  file->addAction("How the file was &read...", this, &ExplorerWindow::showReading);
+  file->addAction("&Open...", this, &CompositeWindow::chooseFile, QKeySequence::Open);
+  file->addAction("Open &folder...", this, &CompositeWindow::chooseFolder, QKeySequence("Ctrl+Shift+O"));
+  file->addAction("How the file was &read...", this, &CompositeWindow::showReading);
   file->addSeparator();
-  file->addAction("Save &plot...", this, &ExplorerWindow::choosePlotFile, QKeySequence::Save);
-  file->addAction("Save p&icture...", this, &ExplorerWindow::choosePicture, QKeySequence("Ctrl+Shift+S"));
+  file->addAction("Save &plot...", this, &CompositeWindow::choosePlotFile, QKeySequence::Save);
+  file->addAction("Save p&icture...", this, &CompositeWindow::choosePicture, QKeySequence("Ctrl+Shift+S"));
   file->addSeparator();
   file->addAction("&Quit", qApp, &QApplication::quit, QKeySequence::Quit);
   QMenu* selection = menuBar()->addMenu("&Selection");
-  selection->addAction("&Clear", this, &ExplorerWindow::clearSelection, QKeySequence("Ctrl+L"));
+  selection->addAction("&Clear", this, &CompositeWindow::clearSelection, QKeySequence("Ctrl+L"));
   clusterEntries = menuBar()->addMenu("&Clusters");
   fillClusterMenu();
 }
 
-QWidget* ExplorerWindow::buildPanel()
+QWidget* CompositeWindow::buildPanel()
 {
   auto* panel = new QWidget;
   panel->setFixedWidth(210);
@@ -140,7 +140,7 @@ QWidget* ExplorerWindow::buildPanel()
   form->setRowWrapPolicy(QFormLayout::WrapAllRows);
   outputs = new QComboBox;
   form->addRow("Output", outputs);
-  connect(outputs, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ExplorerWindow::chooseOutput);
+  connect(outputs, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &CompositeWindow::chooseOutput);
   layout->addLayout(form);
 
   density = addSwitch(layout, "Densities", "Show densities instead of cumulative curves",
@@ -178,7 +178,7 @@ QWidget* ExplorerWindow::buildPanel()
   layout->addLayout(thresholds);
 
   auto* clear = new QPushButton("Clear selection");
-  connect(clear, &QPushButton::clicked, this, &ExplorerWindow::clearSelection);
+  connect(clear, &QPushButton::clicked, this, &CompositeWindow::clearSelection);
   layout->addWidget(clear);
   layout->addStretch(1);
   auto* hint = new QLabel(howTo);
@@ -187,8 +187,8 @@ QWidget* ExplorerWindow::buildPanel()
   return panel;
 }
 
-QCheckBox* ExplorerWindow::addSwitch(QLayout* layout, QString const& text, QString const& hint,
-                                     void (PlotMetaData::*set)(bool))
+QCheckBox* CompositeWindow::addSwitch(QLayout* layout, QString const& text, QString const& hint,
+                                      void (PlotMetaData::*set)(bool))
 {
   auto* box = new QCheckBox(text);
   box->setToolTip(hint);
@@ -201,8 +201,8 @@ QCheckBox* ExplorerWindow::addSwitch(QLayout* layout, QString const& text, QStri
   return box;
 }
 
-QDoubleSpinBox* ExplorerWindow::addThreshold(QFormLayout* layout, QString const& text, double value,
-                                             void (PlotMetaData::*set)(double))
+QDoubleSpinBox* CompositeWindow::addThreshold(QFormLayout* layout, QString const& text, double value,
+                                              void (PlotMetaData::*set)(double))
 {
   auto* box = new QDoubleSpinBox;
   box->setRange(0.0, 1.0);
@@ -222,7 +222,7 @@ QDoubleSpinBox* ExplorerWindow::addThreshold(QFormLayout* layout, QString const&
   return box;
 }
 
-ViewOptions ExplorerWindow::options() const
+ViewOptions CompositeWindow::options() const
 {
   ViewOptions view;
   view.density = density->isChecked();
@@ -237,7 +237,7 @@ ViewOptions ExplorerWindow::options() const
   return view;
 }
 
-bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const& read)
+bool CompositeWindow::open(QString const& path, QString& error, ReadOptions const& read)
 {
   QApplication::setOverrideCursor(Qt::WaitCursor);
   const std::string file = QFile::encodeName(path).toStdString();
@@ -286,15 +286,15 @@ bool ExplorerWindow::open(QString const& path, QString& error, ReadOptions const
   delete former;
   setControls(loaded.view);
   compare();
-  connect(container->metaData, &PlotMetaData::redrawNeeded, this, &ExplorerWindow::refresh);
+  connect(container->metaData, &PlotMetaData::redrawNeeded, this, &CompositeWindow::refresh);
   container->annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, this,
-                                         &ExplorerWindow::afterSelection, afterTheLibrary);
+                                         &CompositeWindow::afterSelection, afterTheLibrary);
   setWindowTitle(QFileInfo(path).fileName() + " - Runsieve");
   refresh();
   return true;
 }
 
-void ExplorerWindow::setControls(ViewOptions const& view)
+void CompositeWindow::setControls(ViewOptions const& view)
 {
   const QSignalBlocker blockers[] = {
       QSignalBlocker(outputs),    QSignalBlocker(density),    QSignalBlocker(commonScale),
@@ -316,7 +316,7 @@ void ExplorerWindow::setControls(ViewOptions const& view)
   ksThreshold->setValue(view.ksThreshold);
 }
 
-bool ExplorerWindow::savePlot(QString const& path, QString& error)
+bool CompositeWindow::savePlot(QString const& path, QString& error)
 {
   if (!container) {
     error = "There is no scan to save.";
@@ -337,7 +337,7 @@ bool ExplorerWindow::savePlot(QString const& path, QString& error)
   }
 }
 
-bool ExplorerWindow::savePicture(QString const& path, QString& error)
+bool CompositeWindow::savePicture(QString const& path, QString& error)
 {
   try {
     widget->makeCurrent();
@@ -353,13 +353,13 @@ bool ExplorerWindow::savePicture(QString const& path, QString& error)
   }
 }
 
-void ExplorerWindow::openInteractively(QString const& path, ReadOptions const& read)
+void CompositeWindow::openInteractively(QString const& path, ReadOptions const& read)
 {
   QString error;
   if (!open(path, error, read)) warn(this, error);
 }
 
-void ExplorerWindow::chooseFile()
+void CompositeWindow::chooseFile()
 {
   const QString path =
       QFileDialog::getOpenFileName(this, "Open a scan", QString(),
@@ -368,13 +368,13 @@ void ExplorerWindow::chooseFile()
   if (!path.isEmpty()) openInteractively(path);
 }
 
-void ExplorerWindow::chooseFolder()
+void CompositeWindow::chooseFolder()
 {
   const QString path = QFileDialog::getExistingDirectory(this, "Open a folder with a file per run");
   if (!path.isEmpty()) openInteractively(path);
 }
 
-void ExplorerWindow::showReading()
+void CompositeWindow::showReading()
 {
   QStringList lines;
   for (std::string const& line : reading) lines << QString::fromStdString(line);
@@ -388,7 +388,7 @@ void ExplorerWindow::showReading()
   box.exec();
 }
 
-void ExplorerWindow::choosePicture()
+void CompositeWindow::choosePicture()
 {
   QString path =
       QFileDialog::getSaveFileName(this, "Save picture", "view.png", "PNG picture (*.png);;PDF (*.pdf)");
@@ -398,7 +398,7 @@ void ExplorerWindow::choosePicture()
   if (!savePicture(path, error)) warn(this, error);
 }
 
-void ExplorerWindow::choosePlotFile()
+void CompositeWindow::choosePlotFile()
 {
   QString path = QFileDialog::getSaveFileName(this, "Save plot", "plot.rsd", "Stored plot (*.rsd)");
   if (path.isEmpty()) return;
@@ -407,7 +407,7 @@ void ExplorerWindow::choosePlotFile()
   if (!savePlot(path, error)) warn(this, error);
 }
 
-void ExplorerWindow::chooseOutput(int index)
+void CompositeWindow::chooseOutput(int index)
 {
   if (!container || index < 0) return;
   removeClusters(); // they are of another output
@@ -416,7 +416,7 @@ void ExplorerWindow::chooseOutput(int index)
   refresh();
 }
 
-void ExplorerWindow::clearSelection()
+void CompositeWindow::clearSelection()
 {
   if (!container) return;
   if (clusterOfRun.empty())
@@ -426,7 +426,7 @@ void ExplorerWindow::clearSelection()
   refresh();
 }
 
-void ExplorerWindow::chooseClusters(ShapeOf shape)
+void CompositeWindow::chooseClusters(ShapeOf shape)
 {
   constexpr int fewest = 1;
   constexpr int most = 100;
@@ -437,7 +437,7 @@ void ExplorerWindow::chooseClusters(ShapeOf shape)
   if (chosen && !cluster(clusters, shape)) warn(this, "The runs of this output cannot be grouped.");
 }
 
-bool ExplorerWindow::cluster(int clusters, ShapeOf shape)
+bool CompositeWindow::cluster(int clusters, ShapeOf shape)
 {
   if (!container) return false;
   removeClusters();
@@ -450,7 +450,7 @@ bool ExplorerWindow::cluster(int clusters, ShapeOf shape)
   return !clusterOfRun.empty();
 }
 
-void ExplorerWindow::showClusters()
+void CompositeWindow::showClusters()
 {
   comparingClusters = true;
   if (hasSelection(*container)) app::clearSelection(*container);
@@ -460,14 +460,14 @@ void ExplorerWindow::showClusters()
   comparingClusters = false;
 }
 
-void ExplorerWindow::selectCluster(int cluster)
+void CompositeWindow::selectCluster(int cluster)
 {
   if (!container) return;
   PlotMetaData const& settings = *container->metaData;
   selectRows(*container, rowsOfCluster(clusterOfRun, cluster, settings.getStride(), !settings.getPlotLine()));
 }
 
-void ExplorerWindow::removeClusters()
+void CompositeWindow::removeClusters()
 {
   if (!container || clusterOfRun.empty()) return;
   clusterOfRun.clear();
@@ -480,7 +480,7 @@ void ExplorerWindow::removeClusters()
   refresh();
 }
 
-void ExplorerWindow::fillClusterMenu()
+void CompositeWindow::fillClusterMenu()
 {
   clusterEntries->clear();
   clusterEntries->addAction("Group by &curves...", this, [this] { chooseClusters(ShapeOf::Curves); });
@@ -494,10 +494,10 @@ void ExplorerWindow::fillClusterMenu()
         QString("Select cluster %1 (%L2 runs)").arg(k).arg(sizes[static_cast<std::size_t>(k)]), this,
         [this, k] { selectCluster(k); });
   clusterEntries->addSeparator();
-  clusterEntries->addAction("&Remove clusters", this, &ExplorerWindow::removeClusters);
+  clusterEntries->addAction("&Remove clusters", this, &CompositeWindow::removeClusters);
 }
 
-void ExplorerWindow::afterSelection()
+void CompositeWindow::afterSelection()
 {
   // The chart that was dragged on is still in its event: show the change when that is over.
   if (selectionChanged || comparingClusters) return;
@@ -510,7 +510,7 @@ void ExplorerWindow::afterSelection()
   });
 }
 
-bool ExplorerWindow::eventFilter(QObject* watched, QEvent* event)
+bool CompositeWindow::eventFilter(QObject* watched, QEvent* event)
 {
   // A pointer on its way to a drag leaves time to prepare for it.
   if (watched == widget && event->type() == QEvent::Enter) prepareLive();
@@ -518,13 +518,13 @@ bool ExplorerWindow::eventFilter(QObject* watched, QEvent* event)
 }
 
 /// In slices, between which events go on.
-void ExplorerWindow::prepareLive()
+void CompositeWindow::prepareLive()
 {
   if (!live || outputs->currentIndex() < 0) return;
-  if (!live->prepare(options().output)) QTimer::singleShot(0, this, &ExplorerWindow::prepareLive);
+  if (!live->prepare(options().output)) QTimer::singleShot(0, this, &CompositeWindow::prepareLive);
 }
 
-void ExplorerWindow::followDrag(DragRectangle const& rectangle)
+void CompositeWindow::followDrag(DragRectangle const& rectangle)
 {
   constexpr qint64 leastPause = 100; // ms between titles that a reader can follow
   if (!container || !live) return;
@@ -543,7 +543,7 @@ void ExplorerWindow::followDrag(DragRectangle const& rectangle)
   sinceDistances.start();
 }
 
-void ExplorerWindow::endDrag()
+void CompositeWindow::endDrag()
 {
   if (!dragging || !container) return;
   dragging = false;
@@ -555,7 +555,7 @@ void ExplorerWindow::endDrag()
   });
 }
 
-ComparisonMethod ExplorerWindow::method() const
+ComparisonMethod CompositeWindow::method() const
 {
   ComparisonMethod method;
   method.thresholds = {pThreshold->value(), ksThreshold->value()};
@@ -563,13 +563,13 @@ ComparisonMethod ExplorerWindow::method() const
 }
 
 /// Whether the selection is still that of the gates of the plot that was opened.
-bool ExplorerWindow::isSelectedByGates() const
+bool CompositeWindow::isSelectedByGates() const
 {
   return !gates.empty() && storedPlot(*container, scan).selectedRows == gatedRows;
 }
 
 /// Of the runs that take part at present, which are the same until a file is opened or its gates are left.
-ParameterComparer const& ExplorerWindow::comparerOfRuns()
+ParameterComparer const& CompositeWindow::comparerOfRuns()
 {
   const RunSet eligible = eligibleRuns(runs, isSelectedByGates() ? gates : std::vector<Gate>());
   if (!comparer || comparer->eligible() != eligible)
@@ -578,7 +578,7 @@ ParameterComparer const& ExplorerWindow::comparerOfRuns()
 }
 
 /// The numbers of the present selection, in the charts as well.
-void ExplorerWindow::compare()
+void CompositeWindow::compare()
 {
   comparison = {};
   if (!container || !hasSelection(*container)) return;
@@ -586,7 +586,7 @@ void ExplorerWindow::compare()
   if (!comparison.numbers.parameters.empty()) orderBy(*container, comparison.numbers);
 }
 
-void ExplorerWindow::refresh()
+void CompositeWindow::refresh()
 {
   if (container) {
     polish(*container);
@@ -601,7 +601,7 @@ void ExplorerWindow::refresh()
   showStatus();
 }
 
-void ExplorerWindow::showStatus()
+void CompositeWindow::showStatus()
 {
   if (!container) return;
   QString text = QString("%L1 runs, %L2 times").arg(scan->trajectoryCount).arg(scan->trajectoryLength);
@@ -620,7 +620,7 @@ void ExplorerWindow::showStatus()
   status->setText(text);
 }
 
-QString ExplorerWindow::statusText() const
+QString CompositeWindow::statusText() const
 {
   return status->text();
 }

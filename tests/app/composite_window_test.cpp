@@ -3,7 +3,7 @@
 #include "support/ScanBuilder.h"
 #include "support/TableFile.h"
 
-#include "app/explorer/ExplorerWindow.h"
+#include "app/composite/CompositeWindow.h"
 #include "app/view/ScanPlot.h"
 
 #include <runsieve/items/vtkPlotLineSet.h>
@@ -44,7 +44,7 @@ double scattered(int parameter, int run)
 }
 
 /// A window on a scan of two outputs, of which the first is the first parameter at all times.
-class ExplorerTest : public testing::Test
+class CompositeWindowTest : public testing::Test
 {
 protected:
   void SetUp() override
@@ -97,17 +97,17 @@ protected:
   std::string status() { return window.statusText().toStdString(); }
 
   QTemporaryDir folder;
-  ExplorerWindow window;
+  CompositeWindow window;
 };
 
-TEST_F(ExplorerTest, ShowsTheScanAndSaysHowLargeItIs)
+TEST_F(CompositeWindowTest, ShowsTheScanAndSaysHowLargeItIs)
 {
   EXPECT_EQ(status(), "40 runs, 11 times");
   EXPECT_EQ(window.plot()->metaData->getPlotStyle(), selectionCdfPlot);
   EXPECT_EQ(window.windowTitle(), "scan.csv - Runsieve");
 }
 
-TEST_F(ExplorerTest, ADragTellsHowManyRunsPass)
+TEST_F(CompositeWindowTest, ADragTellsHowManyRunsPass)
 {
   drag(2, 0.3, 0.8);
   const std::string expected = std::to_string(runsBetween(0, 0.3, 0.8)) + " runs pass through all places";
@@ -119,7 +119,7 @@ TEST_F(ExplorerTest, ADragTellsHowManyRunsPass)
 class HeldDrag
 {
 public:
-  HeldDrag(ExplorerWindow& window, QPointF from, QPointF to) : widget(*window.plotWidget())
+  HeldDrag(CompositeWindow& window, QPointF from, QPointF to) : widget(*window.plotWidget())
   {
     const ChartMouse mouse(widget, window.plot()->chartXY);
     end = mouse.at(to.x(), to.y());
@@ -148,7 +148,7 @@ int redPixels(QImage const& picture)
   return count;
 }
 
-TEST_F(ExplorerTest, WhileARectangleIsDraggedTheRunsThatWouldPassAreLitAndCounted)
+TEST_F(CompositeWindowTest, WhileARectangleIsDraggedTheRunsThatWouldPassAreLitAndCounted)
 {
   const std::string count = std::to_string(runsBetween(0, 0.3, 0.8));
   EXPECT_EQ(redPixels(window.plotWidget()->grabFramebuffer()), 0);
@@ -163,7 +163,7 @@ TEST_F(ExplorerTest, WhileARectangleIsDraggedTheRunsThatWouldPassAreLitAndCounte
   EXPECT_NE(status().find(count + " runs pass through all places"), std::string::npos) << status();
 }
 
-TEST_F(ExplorerTest, EscGivesADragUpAndTheViewIsAsBefore)
+TEST_F(CompositeWindowTest, EscGivesADragUpAndTheViewIsAsBefore)
 {
   drag(2, 0.3, 0.8);
   const std::string before = status();
@@ -178,7 +178,7 @@ TEST_F(ExplorerTest, EscGivesADragUpAndTheViewIsAsBefore)
   EXPECT_EQ(window.plot()->chartMatrix->GetChart({0, 0})->GetTitle(), title);
 }
 
-TEST_F(ExplorerTest, AClickWithTheSelectingButtonLeavesTheViewAsItIs)
+TEST_F(CompositeWindowTest, AClickWithTheSelectingButtonLeavesTheViewAsItIs)
 {
   drag(2, 0.3, 0.8);
   const std::string before = status();
@@ -190,7 +190,7 @@ TEST_F(ExplorerTest, AClickWithTheSelectingButtonLeavesTheViewAsItIs)
   EXPECT_EQ(window.plot()->chartMatrix->GetChart({0, 0})->GetTitle(), title);
 }
 
-TEST_F(ExplorerTest, WhatTheReaderGuessedIsTold)
+TEST_F(CompositeWindowTest, WhatTheReaderGuessedIsTold)
 {
   auto* notes = child<QPushButton>("1 note on reading");
   EXPECT_EQ(notes, nullptr) << "nothing to tell of a scan in the library's own form";
@@ -209,7 +209,7 @@ TEST_F(ExplorerTest, WhatTheReaderGuessedIsTold)
   EXPECT_FALSE(notes->isVisible());
 }
 
-TEST_F(ExplorerTest, AnEmptyDragClearsTheHighlightAsWell)
+TEST_F(CompositeWindowTest, AnEmptyDragClearsTheHighlightAsWell)
 {
   drag(2, 0.3, 0.8);
   ASSERT_NE(window.plot()->plotData->GetColumnByName("vtkRemainderSelection"), nullptr);
@@ -219,7 +219,7 @@ TEST_F(ExplorerTest, AnEmptyDragClearsTheHighlightAsWell)
   EXPECT_TRUE(window.plot()->ksStatistics.empty());
 }
 
-TEST_F(ExplorerTest, TheButtonClearsTheSelection)
+TEST_F(CompositeWindowTest, TheButtonClearsTheSelection)
 {
   drag(2, 0.3, 0.8);
   QTest::mouseClick(child<QPushButton>("Clear selection"), Qt::LeftButton);
@@ -229,7 +229,7 @@ TEST_F(ExplorerTest, TheButtonClearsTheSelection)
   EXPECT_NE(status().find("pass"), std::string::npos);
 }
 
-TEST_F(ExplorerTest, AnotherOutputKeepsTheSelection)
+TEST_F(CompositeWindowTest, AnotherOutputKeepsTheSelection)
 {
   drag(2, 0.3, 0.8);
   const std::string before = status();
@@ -248,7 +248,7 @@ TEST_F(ExplorerTest, AnotherOutputKeepsTheSelection)
   EXPECT_NE(status().find(std::to_string(both) + " runs pass"), std::string::npos) << status();
 }
 
-TEST_F(ExplorerTest, WhatIsUnderThePointerIsNotToldInPicturesNorOfAFormerOutput)
+TEST_F(CompositeWindowTest, WhatIsUnderThePointerIsNotToldInPicturesNorOfAFormerOutput)
 {
   vtkTooltipItem* box = vtkChartXY::SafeDownCast(window.plot()->chartXY)->GetTooltip();
   vtkTooltipItem* small =
@@ -264,7 +264,7 @@ TEST_F(ExplorerTest, WhatIsUnderThePointerIsNotToldInPicturesNorOfAFormerOutput)
   EXPECT_FALSE(vtkChartXY::SafeDownCast(window.plot()->chartXY)->GetTooltip()->GetVisible());
 }
 
-TEST_F(ExplorerTest, SwitchesReachTheView)
+TEST_F(CompositeWindowTest, SwitchesReachTheView)
 {
   drag(2, 0.3, 0.8);
   PlotMetaData const& settings = *window.plot()->metaData;
@@ -287,7 +287,7 @@ TEST_F(ExplorerTest, SwitchesReachTheView)
   EXPECT_FALSE(settings.getPlotLine());
 }
 
-TEST_F(ExplorerTest, AThresholdRegroupsTheGrid)
+TEST_F(CompositeWindowTest, AThresholdRegroupsTheGrid)
 {
   drag(2, 0.3, 0.8);
   for (auto* box : window.findChildren<QDoubleSpinBox*>())
@@ -300,7 +300,7 @@ TEST_F(ExplorerTest, AThresholdRegroupsTheGrid)
   EXPECT_NE(status().find("6 of 6 parameters differ"), std::string::npos) << status();
 }
 
-TEST_F(ExplorerTest, SavesPictures)
+TEST_F(CompositeWindowTest, SavesPictures)
 {
   QString error;
   ASSERT_TRUE(window.savePicture(file("view.png"), error)) << error.toStdString();
@@ -315,7 +315,7 @@ TEST_F(ExplorerTest, SavesPictures)
   EXPECT_FALSE(window.savePicture("/no/such/folder/view.png", error));
 }
 
-TEST_F(ExplorerTest, ABadFileLeavesThePresentScan)
+TEST_F(CompositeWindowTest, ABadFileLeavesThePresentScan)
 {
   QFile bad(file("bad.csv"));
   ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
@@ -329,7 +329,7 @@ TEST_F(ExplorerTest, ABadFileLeavesThePresentScan)
   EXPECT_NE(status().find("pass"), std::string::npos);
 }
 
-TEST_F(ExplorerTest, AnOutputMayHaveTheNameOfATime)
+TEST_F(CompositeWindowTest, AnOutputMayHaveTheNameOfATime)
 {
   QFile scan(file("timer.csv"));
   ASSERT_TRUE(scan.open(QIODevice::WriteOnly));
@@ -349,7 +349,7 @@ TEST_F(ExplorerTest, AnOutputMayHaveTheNameOfATime)
   EXPECT_EQ(window.plot()->metaData->yLabel, "Values[TimeIndex]");
 }
 
-TEST_F(ExplorerTest, AnotherScanReplacesThePresentOne)
+TEST_F(CompositeWindowTest, AnotherScanReplacesThePresentOne)
 {
   drag(2, 0.3, 0.8);
   test::ScanShape shape;

@@ -1,4 +1,4 @@
-#include "ExplorerScene.h"
+#include "CompositeScene.h"
 
 #include "app/view/ScanPlot.h"
 #include "StoredPlots.h"
@@ -29,7 +29,7 @@ using testing::IsEmpty;
 const char* const switches[] = {"Densities",          "Common density scale", "Quartile bands",
                                 "Log parameter axes", "Points, not lines",    "Plain lines"};
 
-struct ExplorerStore : ExplorerScene
+struct CompositeStore : CompositeScene
 {
   void save(const char* name)
   {
@@ -37,7 +37,7 @@ struct ExplorerStore : ExplorerScene
     ASSERT_TRUE(window.savePlot(file(name), error)) << error.toStdString();
   }
 
-  static void open(app::ExplorerWindow& other, QString const& path)
+  static void open(app::CompositeWindow& other, QString const& path)
   {
     show(other);
     QString error;
@@ -45,21 +45,21 @@ struct ExplorerStore : ExplorerScene
     settle(other);
   }
 
-  static std::vector<bool> switchesOf(app::ExplorerWindow& shown)
+  static std::vector<bool> switchesOf(app::CompositeWindow& shown)
   {
     std::vector<bool> states;
     for (const char* text : switches) states.push_back(child<QCheckBox>(shown, text)->isChecked());
     return states;
   }
 
-  static std::vector<double> thresholdsOf(app::ExplorerWindow& shown)
+  static std::vector<double> thresholdsOf(app::CompositeWindow& shown)
   {
     std::vector<double> values;
     for (auto const* box : shown.findChildren<QDoubleSpinBox*>()) values.push_back(box->value());
     return values;
   }
 
-  static std::vector<double> rangesOf(app::ExplorerWindow& shown)
+  static std::vector<double> rangesOf(app::CompositeWindow& shown)
   {
     vtkChart* chart = shown.plot()->chartXY;
     vtkAxis* bottom = chart->GetAxis(vtkAxis::BOTTOM);
@@ -83,10 +83,10 @@ struct ExplorerStore : ExplorerScene
   }
 };
 
-TEST_F(ExplorerStore, APlainViewComesBack)
+TEST_F(CompositeStore, APlainViewComesBack)
 {
   save("plot.rsd");
-  app::ExplorerWindow other;
+  app::CompositeWindow other;
   open(other, file("plot.rsd"));
   EXPECT_EQ(other.statusText(), "60 runs, 33 times");
   EXPECT_EQ(other.windowTitle(), "plot.rsd - Runsieve");
@@ -94,7 +94,7 @@ TEST_F(ExplorerStore, APlainViewComesBack)
   EXPECT_EQ(rangesOf(other), rangesOf(window));
 }
 
-TEST_F(ExplorerStore, ASavedPdfTellsThatItsRunsAreAnImage)
+TEST_F(CompositeStore, ASavedPdfTellsThatItsRunsAreAnImage)
 {
   QString error;
   ASSERT_TRUE(window.savePicture(file("view.png"), error)) << error.toStdString();
@@ -103,12 +103,12 @@ TEST_F(ExplorerStore, ASavedPdfTellsThatItsRunsAreAnImage)
   EXPECT_THAT(window.statusBar()->currentMessage().toStdString(), HasSubstr("144 pixels per inch"));
 }
 
-TEST_F(ExplorerStore, TheSelectionComesBack)
+TEST_F(CompositeStore, TheSelectionComesBack)
 {
   drag(16, 3.0, 5.0);
   ASSERT_THAT(status(), HasSubstr("pass through all places"));
   save("plot.rsd");
-  app::ExplorerWindow other;
+  app::CompositeWindow other;
   open(other, file("plot.rsd"));
   EXPECT_EQ(other.statusText(), window.statusText());
   ASSERT_EQ(other.plot()->ksStatistics.size(), plot().ksStatistics.size());
@@ -116,7 +116,7 @@ TEST_F(ExplorerStore, TheSelectionComesBack)
     EXPECT_EQ(other.plot()->ksStatistics[i].p, plot().ksStatistics[i].p);
 }
 
-TEST_F(ExplorerStore, GatesStayAsLongAsTheSelectionIsTheirs)
+TEST_F(CompositeStore, GatesStayAsLongAsTheSelectionIsTheirs)
 {
   drag(16, 3.0, 5.0);
   save("marked.rsd");
@@ -125,7 +125,7 @@ TEST_F(ExplorerStore, GatesStayAsLongAsTheSelectionIsTheirs)
   plot.gates = {parseGate("status complete"), parseGate("runs 1")};
   plot.join = GateJoin::Any;
   app::writePlot(plot, file("gated.rsd").toStdString());
-  app::ExplorerWindow other;
+  app::CompositeWindow other;
   open(other, file("gated.rsd"));
   QString error;
   ASSERT_TRUE(other.savePlot(file("again.rsd"), error)) << error.toStdString();
@@ -141,12 +141,12 @@ TEST_F(ExplorerStore, GatesStayAsLongAsTheSelectionIsTheirs)
   EXPECT_THAT(app::readPlot(file("other.rsd").toStdString()).gates, IsEmpty());
 }
 
-TEST_F(ExplorerStore, OutputsOfOneNameAreToldApartByTheirTypes)
+TEST_F(CompositeStore, OutputsOfOneNameAreToldApartByTheirTypes)
 {
   std::ofstream(file("types.csv").toStdString())
       << "\"Molecule: A\",\"Complex: A\",\"Molecule: B\",\": Time [s]\",\": Run Index\",\"Parameter: k\"\n"
          "1,2,3,0,0,1\n2,3,4,1,0,1\n1,2,4,0,1,2\n2,5,3,1,1,2\n";
-  app::ExplorerWindow other;
+  app::CompositeWindow other;
   open(other, file("types.csv"));
   auto const* outputs = other.findChild<QComboBox*>();
   std::vector<std::string> names;
@@ -154,7 +154,7 @@ TEST_F(ExplorerStore, OutputsOfOneNameAreToldApartByTheirTypes)
   EXPECT_THAT(names, ElementsAre("Molecule: A", "Complex: A", "B"));
 }
 
-TEST_F(ExplorerStore, WarningsShowNamesOfFilesAsTheyAre)
+TEST_F(CompositeStore, WarningsShowNamesOfFilesAsTheyAre)
 {
   QString shown;
   QTimer::singleShot(0, [&shown] {
@@ -168,13 +168,13 @@ TEST_F(ExplorerStore, WarningsShowNamesOfFilesAsTheyAre)
   EXPECT_THAT(shown.toStdString(), HasSubstr("<b>bold</b>.csv"));
 }
 
-TEST_F(ExplorerStore, EachSwitchComesBackAndReachesTheView)
+TEST_F(CompositeStore, EachSwitchComesBackAndReachesTheView)
 {
   for (int on = 0; on < 5; ++on) {
     for (int i = 0; i < 5; ++i) child<QCheckBox>(window, switches[i])->setChecked(i == on);
     settle();
     save("plot.rsd");
-    app::ExplorerWindow other;
+    app::CompositeWindow other;
     open(other, file("plot.rsd"));
     EXPECT_EQ(switchesOf(other), switchesOf(window)) << switches[on];
     PlotMetaData const& settings = *other.plot()->metaData;
@@ -187,7 +187,7 @@ TEST_F(ExplorerStore, EachSwitchComesBackAndReachesTheView)
   }
 }
 
-TEST_F(ExplorerStore, ThresholdsComeBackAndReachTheView)
+TEST_F(CompositeStore, ThresholdsComeBackAndReachTheView)
 {
   const auto boxes = window.findChildren<QDoubleSpinBox*>();
   ASSERT_EQ(boxes.size(), 2);
@@ -195,14 +195,14 @@ TEST_F(ExplorerStore, ThresholdsComeBackAndReachTheView)
   boxes[1]->setValue(0.4);
   settle();
   save("plot.rsd");
-  app::ExplorerWindow other;
+  app::CompositeWindow other;
   open(other, file("plot.rsd"));
   EXPECT_EQ(thresholdsOf(other), thresholdsOf(window));
   EXPECT_EQ(other.plot()->metaData->getPThreshold(), plot().metaData->getPThreshold());
   EXPECT_EQ(other.plot()->metaData->getKsThreshold(), plot().metaData->getKsThreshold());
 }
 
-TEST_F(ExplorerStore, AThresholdFinerThanItsBoxIsKept)
+TEST_F(CompositeStore, AThresholdFinerThanItsBoxIsKept)
 {
   app::StoredPlot plot;
   plot.scan = shaped.scan;
@@ -216,29 +216,29 @@ TEST_F(ExplorerStore, AThresholdFinerThanItsBoxIsKept)
   EXPECT_EQ(app::readPlot(file("plot.rsd").toStdString()).view.pThreshold, 0.00001);
 }
 
-TEST_F(ExplorerStore, TheOutputComesBack)
+TEST_F(CompositeStore, TheOutputComesBack)
 {
   window.findChild<QComboBox*>()->setCurrentIndex(1);
   settle();
   save("plot.rsd");
-  app::ExplorerWindow other;
+  app::CompositeWindow other;
   open(other, file("plot.rsd"));
   EXPECT_EQ(other.findChild<QComboBox*>()->currentText(), "B");
   EXPECT_EQ(other.plot()->chartXY->GetAxis(vtkAxis::LEFT)->GetTitle(), "B");
 }
 
-TEST_F(ExplorerStore, TheZoomComesBack)
+TEST_F(CompositeStore, TheZoomComesBack)
 {
   const std::vector<double> before = rangesOf(window);
   pan();
   ASSERT_NE(rangesOf(window), before);
   save("plot.rsd");
-  app::ExplorerWindow other;
+  app::CompositeWindow other;
   open(other, file("plot.rsd"));
   EXPECT_EQ(rangesOf(other), rangesOf(window));
 }
 
-TEST_F(ExplorerStore, AllOfItComesBackTogether)
+TEST_F(CompositeStore, AllOfItComesBackTogether)
 {
   window.findChild<QComboBox*>()->setCurrentIndex(1);
   for (const char* text : switches) child<QCheckBox>(window, text)->click();
@@ -247,7 +247,7 @@ TEST_F(ExplorerStore, AllOfItComesBackTogether)
   drag(16, 3.0, 5.0);
   pan();
   save("first.rsd");
-  app::ExplorerWindow other;
+  app::CompositeWindow other;
   open(other, file("first.rsd"));
   EXPECT_EQ(other.statusText(), window.statusText());
   EXPECT_EQ(switchesOf(other), std::vector<bool>(6, true));
@@ -259,13 +259,13 @@ TEST_F(ExplorerStore, AllOfItComesBackTogether)
             TempFolder::contentOf(file("first.rsd").toStdString()));
 }
 
-TEST_F(ExplorerStore, TheFileHoldsTheScanBitForBit)
+TEST_F(CompositeStore, TheFileHoldsTheScanBitForBit)
 {
   save("plot.rsd");
   EXPECT_TRUE(sameBits(*app::readPlot(file("plot.rsd").toStdString()).scan, *shaped.scan));
 }
 
-TEST_F(ExplorerStore, APlotCanBeOpenedOverAScanAndAScanOverAPlot)
+TEST_F(CompositeStore, APlotCanBeOpenedOverAScanAndAScanOverAPlot)
 {
   drag(16, 3.0, 5.0);
   child<QCheckBox>(window, "Densities")->click();
@@ -282,7 +282,7 @@ TEST_F(ExplorerStore, APlotCanBeOpenedOverAScanAndAScanOverAPlot)
   EXPECT_EQ(status(), selected);
 }
 
-TEST_F(ExplorerStore, ADragAddsToASelectionThatCameBack)
+TEST_F(CompositeStore, ADragAddsToASelectionThatCameBack)
 {
   drag(16, 3.0, 5.0);
   save("plot.rsd");
@@ -297,7 +297,7 @@ TEST_F(ExplorerStore, ADragAddsToASelectionThatCameBack)
   EXPECT_LT(app::survivingRuns(plot()), passing);
 }
 
-TEST_F(ExplorerStore, ADamagedPlotLeavesThePresentScanAndTellsWhy)
+TEST_F(CompositeStore, ADamagedPlotLeavesThePresentScanAndTellsWhy)
 {
   drag(16, 3.0, 5.0);
   save("plot.rsd");
@@ -322,23 +322,23 @@ TEST_F(ExplorerStore, ADamagedPlotLeavesThePresentScanAndTellsWhy)
   EXPECT_THAT(status(), HasSubstr("pass")) << "the present scan still works";
 }
 
-TEST_F(ExplorerStore, SayWhySavingFails)
+TEST_F(CompositeStore, SayWhySavingFails)
 {
   QString error;
   EXPECT_FALSE(window.savePlot("/no/such/folder/plot.rsd", error));
   EXPECT_THAT(error.toStdString(), HasSubstr("/no/such/folder/plot.rsd"));
-  app::ExplorerWindow empty;
+  app::CompositeWindow empty;
   EXPECT_FALSE(empty.savePlot(file("plot.rsd"), error));
   EXPECT_THAT(error.toStdString(), HasSubstr("no scan"));
 }
 
-TEST_F(ExplorerStore, ASavedClusterComesBackAsASelection)
+TEST_F(CompositeStore, ASavedClusterComesBackAsASelection)
 {
   ASSERT_TRUE(window.cluster(3, app::ShapeOf::Curves));
   window.selectCluster(1);
   settle();
   save("plot.rsd");
-  app::ExplorerWindow other;
+  app::CompositeWindow other;
   open(other, file("plot.rsd"));
   EXPECT_THAT(other.statusText().toStdString(), HasSubstr("20 runs pass"));
 }

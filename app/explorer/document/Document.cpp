@@ -1,0 +1,293 @@
+#include "app/explorer/document/Document.h"
+
+#include "app/cli/GatedScan.h"
+#include "app/explorer/document/StateStep.h"
+#include "app/view/ThreadPool.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr auto patience = std::chrono::milliseconds(8); ///< of preparing, so that a hover doesn't stutter
+constexpr qint64 leastPause = 100;                      ///< ms between distances that a reader can follow
+
+std::vector<Gate> gatesThatAreOn(State const& state)
+{
+  std::vector<Gate> on;
+  for (NamedGate const& gate : state.gates)
+    if (gate.on) on.push_back(gate.gate);
+  return on;
+}
+
+bool sameGates(State const& a, State const& b)
+{
+  auto const same = [](NamedGate const& x, NamedGate const& y) { return x.on == y.on && x.gate == y.gate; };
+  return a.join == b.join && std::equal(a.gates.begin(), a.gates.end(), b.gates.begin(), b.gates.end(), same);
+}
+
+bool sameMethod(ComparisonMethod const& a, ComparisonMethod const& b)
+{
+  return a.thresholds.largestP == b.thresholds.largestP && a.thresholds.smallestD == b.thresholds.smallestD &&
+         a.adjustment == b.adjustment && a.permutations == b.permutations &&
+         a.mostPermutations == b.mostPermutations && a.seed == b.seed && a.gatesTried == b.gatesTried;
+}
+
+/// Leaves out what a scan does not have.
+void fitToScan(ViewState& view, Scan const& scan)
+{
+  auto const isGone = [&](std::size_t output) { return output >= scan.outputs.size(); };
+  view.outputs.erase(std::remove_if(view.outputs.begin(), view.outputs.end(), isGone), view.outputs.end());
+  if (view.outputs.empty() && !scan.outputs.empty()) view.outputs = {0};
+  if (view.outputs.size() > ViewState::mostOutputs) view.outputs.resize(ViewState::mostOutputs);
+}
+
+} // namespace
+
+Document::Document(QObject* parent) : QObject(parent)
+{
+  connect(&comparing, &Background::failed, this, &Document::failed);
+  connect(&comparing, &Background::busyChanged, this, &Document::comparisonChanged);
+}
+
+Document::~Document()
+{
+  comparing.disconnect(this);
+}
+
+void Document::open(std::shared_ptr<Scan const> scan, ScanSource source, State state)
+{
+  comparing.cancel();
+  steps.clear();
+  moving.reset();
+  hovered.reset();
+  pinned.clear();
+  chosenGate.reset();
+  comparer.reset();
+  compared.reset();
+  distances.clear();
+  live.reset();
+  data = std::move(scan);
+  from = std::move(source);
+  current = std::move(state);
+  gates.reset(data.get(), gateContext());
+  if (data) fitToScan(current.view, *data);
+  takingPart = {};
+  applyGates();
+  Q_EMIT opened();
+  Q_EMIT stateChanged();
+  Q_EMIT passingChanged();
+  compare();
+}
+
+void Document::close()
+{
+  open(nullptr, {});
+}
+
+void Document::change(QString const& name, std::function<void(State&)> const& edit, int merge)
+{
+  if (!data) return;
+  State after = current;
+  edit(after);
+  fitToScan(after.view, *data);
+  steps.push(new StateStep(*this, name, std::move(after), merge));
+}
+
+void Document::setState(State const& state)
+{
+  const bool regate = !sameGates(current, state);
+  const bool recompare = !sameMethod(current.method, state.method);
+  current = state;
+  if (chosenGate && *chosenGate >= current.gates.size()) chosenGate.reset();
+  if (regate) moving.reset();
+  if (regate) applyGates();
+  Q_EMIT stateChanged();
+  if (regate) Q_EMIT passingChanged();
+  if (regate || recompare) compare();
+}
+
+void Document::applyGates()
+{
+  fixedFor.reset();
+  distances.clear();
+  if (!data) return;
+  gates.apply(current.gates, current.join);
+  RunSet eligible = eligibleRuns(*data, gatesThatAreOn(current));
+  if (eligible == takingPart) return;
+  takingPart = std::move(eligible);
+  comparer.reset();
+  live.reset();
+}
+
+void Document::compare()
+{
+  if (!data || !gates.sieves()) {
+    comparing.cancel();
+    compared.reset();
+    Q_EMIT comparisonChanged();
+    return;
+  }
+  comparing.start([this, scan = data, known = comparer, eligible = takingPart, passing = gates.passing(),
+                   method = current.method](Background::Cancelled const& cancelled) -> std::function<void()> {
+    ComparisonWork work;
+    work.cancelled = cancelled;
+    auto const comparer = known ? known : std::make_shared<ParameterComparer const>(*scan, eligible);
+    try {
+      auto result = std::make_shared<Comparison const>(comparer->compare(passing, method, work));
+      return [this, scan, comparer, result] {
+        if (data != scan) return;
+        this->comparer = comparer;
+        compared = result;
+      };
+    } catch (ComparisonCancelled const&) {
+      return {};
+    }
+  });
+}
+
+std::vector<std::size_t> Document::parameterOrder() const
+{
+  std::vector<std::size_t> order;
+  if (!data) return order;
+  if (compared)
+    for (ParameterComparison const& parameter : compared->parameters) order.push_back(parameter.parameter);
+  for (std::size_t i = 0; i < data->parameters.size(); ++i)
+    if (std::find(order.begin(), order.end(), i) == order.end()) order.push_back(i);
+  return order;
+}
+
+bool Document::prepareGate(std::size_t output)
+{
+  if (!data || output >= data->outputs.size()) return true;
+  if (!live) live = std::make_unique<LiveSieve>(*data, takingPart);
+  const auto start = std::chrono::steady_clock::now();
+  LiveWork work;
+  work.interrupted = [start] { return std::chrono::steady_clock::now() - start > patience; };
+  return live->prepare(output, work);
+}
+
+void Document::previewGate(std::size_t index, Gate const& gate)
+{
+  if (!data) return;
+  if (!live) live = std::make_unique<LiveSieve>(*data, takingPart);
+  if (!moving || moving->index != index) fixedFor.reset();
+  ResolvedGate resolved;
+  try {
+    resolved = resolveGate(gate, *data);
+  } catch (GateError const&) {
+    cancelPreview();
+    return;
+  }
+  if (index < current.gates.size() && !current.gates[index].on) {
+    moving = Moving{index, gate, gates.passing()};
+    Q_EMIT passingChanged();
+    return;
+  }
+  if (!fixedFor) sinceDistances.invalidate();
+  const bool alone = current.join == GateJoin::Any;
+  if (fixedFor != index) live->setFixed(alone ? RunSet(data->runs.size(), true) : gates.passingBut(index));
+  fixedFor = index;
+  LiveWork work;
+  work.runner = sharedThreads();
+  live->update(resolved, work);
+  RunSet through(data->runs.size());
+  for (std::size_t run = 0; run < data->runs.size(); ++run) through.set(run, live->mask()[run] != 0);
+  if (alone && gates.sieves()) {
+    const bool others = std::any_of(current.gates.begin(), current.gates.end(), [&](NamedGate const& other) {
+      return other.on && static_cast<std::size_t>(&other - current.gates.data()) != index;
+    });
+    if (others) through |= gates.passingBut(index);
+  }
+  moving = Moving{index, gate, std::move(through)};
+  updateDistances();
+  Q_EMIT passingChanged();
+}
+
+void Document::updateDistances()
+{
+  if (current.join == GateJoin::Any) return; // the sieve knows only what a single gate lets through
+  if (sinceDistances.isValid() && sinceDistances.elapsed() < leastPause) return;
+  distances = live->distances().value_or(std::vector<LiveDistance>());
+  sinceDistances.start();
+  Q_EMIT comparisonChanged();
+}
+
+Gate const* Document::previewedGate(std::size_t* index) const
+{
+  if (moving && index) *index = moving->index;
+  return moving ? &moving->gate : nullptr;
+}
+
+void Document::cancelPreview()
+{
+  if (!moving) return;
+  moving.reset();
+  fixedFor.reset();
+  distances.clear();
+  Q_EMIT passingChanged();
+  Q_EMIT comparisonChanged();
+}
+
+bool Document::commitPreview(QString const& stepName)
+{
+  if (!moving) return false;
+  if (moving->index >= current.gates.size() &&
+      runsThrough(resolveGate(moving->gate, *data), *data, gateContext()).count() == 0) {
+    cancelPreview();
+    return false;
+  }
+  const Moving placed = std::move(*moving);
+  moving.reset();
+  change(stepName, [&](State& state) {
+    if (placed.index < state.gates.size())
+      state.gates[placed.index].gate = placed.gate;
+    else
+      state.gates.push_back({newGateName(), placed.gate, true});
+  });
+  selectGate(std::min(placed.index, current.gates.size() - 1));
+  return true;
+}
+
+void Document::hover(std::optional<std::size_t> run)
+{
+  if (run == hovered) return;
+  hovered = run;
+  Q_EMIT highlightChanged();
+}
+
+void Document::pin(std::set<std::size_t> runs)
+{
+  if (runs == pinned) return;
+  pinned = std::move(runs);
+  Q_EMIT highlightChanged();
+}
+
+void Document::togglePin(std::size_t run)
+{
+  std::set<std::size_t> changed = pinned;
+  if (changed.erase(run) == 0) changed.insert(run);
+  pin(std::move(changed));
+}
+
+void Document::selectGate(std::optional<std::size_t> index)
+{
+  if (index && *index >= current.gates.size()) index.reset();
+  if (index == chosenGate) return;
+  chosenGate = index;
+  Q_EMIT highlightChanged();
+}
+
+std::string Document::newGateName() const
+{
+  for (std::size_t number = current.gates.size() + 1;; ++number) {
+    std::string name = "Gate " + std::to_string(number);
+    auto const has = [&](NamedGate const& gate) { return gate.name == name; };
+    if (std::none_of(current.gates.begin(), current.gates.end(), has)) return name;
+  }
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,94 @@
+#include "app/explorer/runs/RunsChart.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCompleter>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace runsieve::app {
+
+namespace {
+
+/// A box of many names in which a part of one finds it.
+QComboBox* searchableBox()
+{
+  auto* box = new QComboBox;
+  box->setEditable(true);
+  box->setInsertPolicy(QComboBox::NoInsert);
+  box->completer()->setCompletionMode(QCompleter::PopupCompletion);
+  box->completer()->setFilterMode(Qt::MatchContains);
+  box->setMinimumContentsLength(14);
+  box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  box->setAccessibleName("Output");
+  box->setToolTip("The output that this chart shows; type a part of its name to find it");
+  return box;
+}
+
+} // namespace
+
+RunsChart::RunsChart(Document& ofDocument, RunsZoom& zoom, std::size_t ofPlace, QWidget* parent)
+    : QWidget(parent), document(ofDocument), place(ofPlace)
+{
+  outputs = searchableBox();
+  for (ScanOutput const& output : document.scan().outputs)
+    outputs->addItem(QString::fromStdString(output.label.name));
+  logarithmic = new QCheckBox("Log");
+  logarithmic->setToolTip("Logarithmic axis of values");
+  closing = new QToolButton;
+  closing->setText(QString::fromUtf8("\u00d7"));
+  closing->setAutoRaise(true);
+  closing->setToolTip("Close this chart");
+  closing->setAccessibleName("Close this chart");
+  auto* bar = new QHBoxLayout;
+  bar->setContentsMargins(6, 2, 4, 0);
+  bar->addWidget(outputs);
+  bar->addWidget(logarithmic);
+  bar->addStretch(1);
+  bar->addWidget(closing);
+  chart = new RunsView(document, zoom, document.state().view.outputs[place]);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addLayout(bar);
+  layout->addWidget(chart, 1);
+  connect(outputs, qOverload<int>(&QComboBox::activated), this, &RunsChart::choose);
+  connect(logarithmic, &QCheckBox::toggled, this, [this](bool on) {
+    const std::size_t output = document.state().view.outputs[place];
+    document.change(on ? "Logarithmic axis" : "Linear axis",
+                    [&](State& state) { state.view.logOutputs[output] = on; });
+  });
+  connect(closing, &QToolButton::clicked, this, &RunsChart::close);
+  refresh();
+}
+
+void RunsChart::refresh()
+{
+  ViewState const& view = document.state().view;
+  const std::size_t output = view.outputs[place];
+  const QSignalBlocker quietOutputs(outputs);
+  const QSignalBlocker quietLog(logarithmic);
+  outputs->setCurrentIndex(static_cast<int>(output));
+  auto const log = view.logOutputs.find(output);
+  logarithmic->setChecked(log != view.logOutputs.end() && log->second);
+  closing->setVisible(view.outputs.size() > 1);
+}
+
+void RunsChart::choose(int index)
+{
+  if (index < 0) return;
+  document.change("Show output",
+                  [&](State& state) { state.view.outputs[place] = static_cast<std::size_t>(index); });
+}
+
+void RunsChart::close()
+{
+  document.change("Close chart", [&](State& state) {
+    state.view.outputs.erase(state.view.outputs.begin() + static_cast<std::ptrdiff_t>(place));
+  });
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,87 @@
+#include "app/explorer/runs/RunsPane.h"
+
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace runsieve::app {
+
+RunsPane::RunsPane(Document& ofDocument, QWidget* parent)
+    : QWidget(parent), document(ofDocument), shown(ofDocument)
+{
+  setAccessibleName("Charts of the runs");
+  column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  connect(&document, &Document::opened, this, [this] {
+    outputs.clear();
+    rebuild();
+  });
+  connect(&document, &Document::stateChanged, this, &RunsPane::rebuild);
+  connect(&shown, &RunsZoom::changed, this, &RunsPane::align);
+  rebuild();
+}
+
+RunsView* RunsPane::view(std::size_t place) const
+{
+  return place < charts.size() ? charts[place]->view() : nullptr;
+}
+
+void RunsPane::setTool(RunsTool wanted)
+{
+  tool = wanted;
+  for (RunsChart* chart : charts) chart->view()->setTool(tool);
+}
+
+bool RunsPane::addOutput()
+{
+  if (!document.isOpen()) return false;
+  std::vector<std::size_t> const& now = document.state().view.outputs;
+  if (now.size() >= std::min(ViewState::mostOutputs, document.scan().outputs.size())) return false;
+  std::size_t next = 0;
+  while (std::find(now.begin(), now.end(), next) != now.end()) ++next;
+  document.change("Add chart", [&](State& state) { state.view.outputs.push_back(next); });
+  return true;
+}
+
+bool RunsPane::isSettled() const
+{
+  return std::all_of(charts.begin(), charts.end(),
+                     [](RunsChart* chart) { return chart->view()->isSettled(); });
+}
+
+void RunsPane::rebuild()
+{
+  const std::vector<std::size_t> wanted =
+      document.isOpen() ? document.state().view.outputs : std::vector<std::size_t>();
+  if (wanted == outputs) {
+    for (RunsChart* chart : charts) chart->refresh();
+    return;
+  }
+  // A chart that goes may be the one whose button has just been pressed.
+  for (RunsChart* chart : charts) {
+    chart->hide();
+    chart->view()->disconnect(this);
+    chart->deleteLater();
+  }
+  charts.clear();
+  outputs = wanted;
+  for (std::size_t place = 0; place < outputs.size(); ++place) {
+    auto* chart = new RunsChart(document, shown, place);
+    chart->view()->setTool(tool);
+    chart->view()->setTimeNumbers(place + 1 == outputs.size());
+    connect(chart->view(), &RunsView::told, this, &RunsPane::told);
+    column->addWidget(chart, 1);
+    charts.push_back(chart);
+  }
+  align();
+}
+
+void RunsPane::align()
+{
+  double left = 0.0;
+  for (RunsChart* chart : charts) left = std::max(left, chart->view()->neededLeft());
+  for (RunsChart* chart : charts) chart->view()->setLeastLeft(left);
+}
+
+} // namespace runsieve::app

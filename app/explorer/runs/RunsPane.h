@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/explorer/document/Document.h"
+#include "app/explorer/runs/RunsChart.h"
+#include "app/explorer/runs/RunsZoom.h"
+
+#include <QWidget>
+
+#include <vector>
+
+class QVBoxLayout;
+
+namespace runsieve::app {
+
+/// The charts of the runs, one above the other, on one time axis.
+class RunsPane : public QWidget
+{
+  Q_OBJECT
+
+public:
+  explicit RunsPane(Document& document, QWidget* parent = nullptr);
+
+  [[nodiscard]] RunsZoom& zoom() { return shown; }
+  /// Null without an open scan.
+  [[nodiscard]] RunsView* view(std::size_t place = 0) const;
+  void setTool(RunsTool tool);
+  /// Adds a chart, of the first output that is not shown. False if there are as many as there may be.
+  bool addOutput();
+  /// Whether all pictures are those of the present state.
+  [[nodiscard]] bool isSettled() const;
+
+Q_SIGNALS:
+  void told(QString const& text);
+
+private:
+  void rebuild();
+  void align();
+
+  Document& document;
+  RunsZoom shown;
+  RunsTool tool = RunsTool::Gate;
+  QVBoxLayout* column = nullptr;
+  std::vector<std::size_t> outputs; ///< of the charts
+  std::vector<RunsChart*> charts;
+};
+
+} // namespace runsieve::app

@@ -1,0 +1,321 @@
+#include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/runs/RunsOverlay.h"
+#include "app/explorer/runs/RunsView.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr double reach = 7.0;      ///< pixels from a side of a gate, or from a line
+constexpr double wheelStep = 0.83; ///< of the axis that one step of the wheel leaves
+constexpr double keyStep = 0.1;    ///< of the axis
+
+/// To as many digits as pixels can tell: numbers that people can read and repeat.
+double rounded(double value, double step)
+{
+  if (!std::isfinite(value) || !(step > 0.0)) return value;
+  const double unit = std::pow(10.0, std::floor(std::log10(step)));
+  const double result = std::round(value / unit) * unit;
+  return std::isfinite(result) ? QString::number(result, 'g', 12).toDouble() : value;
+}
+
+Qt::CursorShape cursorOf(GateGrip const& grip)
+{
+  if ((grip.left && grip.top) || (grip.right && grip.bottom)) return Qt::SizeFDiagCursor;
+  if ((grip.right && grip.top) || (grip.left && grip.bottom)) return Qt::SizeBDiagCursor;
+  if (grip.left || grip.right) return Qt::SizeHorCursor;
+  if (grip.top || grip.bottom) return Qt::SizeVerCursor;
+  return Qt::SizeAllCursor;
+}
+
+} // namespace
+
+std::optional<std::pair<std::size_t, GateGrip>> RunsView::gateAt(QPointF const& at) const
+{
+  if (!axes.plot().adjusted(-reach, -reach, reach, reach).contains(at)) return std::nullopt;
+  std::optional<std::pair<std::size_t, GateGrip>> best;
+  auto const look = [&](std::size_t index) {
+    const std::optional<QRectF> shape = gateShape(document, index, output, axes);
+    const std::optional<GateGrip> grip = shape ? gripAt(*shape, at, reach) : std::nullopt;
+    if (grip) best = {index, *grip};
+    return grip.has_value();
+  };
+  // The selected gate is on top.
+  if (auto const chosen = document.selectedGate(); chosen && look(*chosen)) return best;
+  for (std::size_t i = document.state().gates.size(); i-- > 0;)
+    if (look(i)) return best;
+  return best;
+}
+
+Gate RunsView::finished(Gate gate) const
+{
+  Scan const& scan = document.scan();
+  const double xStep =
+      std::fabs(axes.xValue(axes.plot().center().x() + 1.0) - axes.xValue(axes.plot().center().x()));
+  auto const yStep = [&](double value) {
+    const double pixel = axes.yAt(value);
+    return std::fabs(axes.yValue(pixel - 1.0) - value);
+  };
+  if (gate.span) {
+    for (std::optional<double>* end : {&gate.span->first, &gate.span->last})
+      if (*end) *end = std::clamp(rounded(**end, xStep), scan.times.front(), scan.times.back());
+  }
+  if (gate.kind == GateKind::TimeOfMax || gate.kind == GateKind::TimeOfMin) {
+    gate.range = {rounded(gate.range.low, xStep), rounded(gate.range.high, xStep)};
+  } else {
+    gate.range.low = rounded(gate.range.low, yStep(gate.range.low));
+    gate.range.high = rounded(gate.range.high, yStep(gate.range.high));
+  }
+  return gate;
+}
+
+void RunsView::mousePressEvent(QMouseEvent* event)
+{
+  if (!document.isOpen() || drag) return;
+  const QPointF at = event->localPos();
+  const bool left = event->button() == Qt::LeftButton;
+  const bool right = event->button() == Qt::RightButton;
+  Drag begun{};
+  begun.from = at;
+  begun.axes = axes;
+  begun.negated = event->modifiers().testFlag(Qt::ShiftModifier);
+  if (event->button() == Qt::MiddleButton || (left && tool == RunsTool::Pan)) {
+    begun.kind = Drag::Kind::Pan;
+  } else if (left && tool == RunsTool::Zoom) {
+    begun.kind = Drag::Kind::Zoom;
+  } else if (left || right) {
+    if (!axes.plot().adjusted(-reach, -reach, reach, reach).contains(at)) return;
+    auto const held = left ? gateAt(at) : std::nullopt;
+    begun.kind = held ? Drag::Kind::Gate : Drag::Kind::NewGate;
+    if (held) {
+      begun.gate = held->first;
+      begun.grip = held->second;
+      begun.begun = document.state().gates[held->first].gate;
+      document.selectGate(held->first);
+    }
+  } else {
+    return;
+  }
+  drag = begun;
+  pointer = at;
+}
+
+void RunsView::mouseMoveEvent(QMouseEvent* event)
+{
+  if (!document.isOpen()) return;
+  pointer = event->localPos();
+  if (!drag) {
+    hoverAt(pointer);
+    return;
+  }
+  const QPointF by = pointer - drag->from;
+  if (!drag->moved && by.manhattanLength() < QApplication::startDragDistance() / 2.0) return;
+  if (!drag->moved) {
+    drag->moved = true;
+    found.reset();
+    document.hover(std::nullopt);
+  }
+  follow(pointer);
+}
+
+void RunsView::follow(QPointF const& at)
+{
+  const QPointF by = at - drag->from;
+  switch (drag->kind) {
+  case Drag::Kind::Pan: {
+    const double x = by.x() / drag->axes.plot().width();
+    const double y = by.y() / drag->axes.plot().height();
+    zoom.show(drag->axes.horizontal().part(-x, 1.0 - x), output, drag->axes.vertical().part(y, 1.0 + y));
+    break;
+  }
+  case Drag::Kind::Zoom:
+    update();
+    break;
+  case Drag::Kind::Gate:
+    document.previewGate(drag->gate, finished(draggedGate(drag->begun, axes, drag->grip, by)));
+    break;
+  case Drag::Kind::NewGate: {
+    const QRectF plot = axes.plot();
+    auto const inside = [&](QPointF const& p) {
+      return QPointF(std::clamp(p.x(), plot.left(), plot.right()),
+                     std::clamp(p.y(), plot.top(), plot.bottom()));
+    };
+    const QRectF rectangle = QRectF(inside(drag->from), inside(at)).normalized();
+    Gate gate = gateOver(rectangle, axes, document.scan().outputs[output].label.fullName());
+    gate.negated = drag->negated;
+    document.previewGate(document.state().gates.size(), finished(gate));
+    break;
+  }
+  }
+  if (document.previewedGate())
+    Q_EMIT told(
+        QString("%L1 of %L2 runs pass").arg(document.passing().count()).arg(document.scan().runs.size()));
+}
+
+void RunsView::mouseReleaseEvent(QMouseEvent* event)
+{
+  pointer = event->localPos();
+  if (!drag) return;
+  bool missed = false;
+  if (!drag->moved)
+    click(pointer);
+  else
+    missed = !finish(pointer);
+  drag.reset();
+  Q_EMIT told(missed ? QString("No run passes there: nothing has changed") : QString());
+  hoverAt(pointer);
+  update();
+}
+
+bool RunsView::finish(QPointF const& at)
+{
+  switch (drag->kind) {
+  case Drag::Kind::Pan:
+    break;
+  case Drag::Kind::Zoom: {
+    const QRectF part = QRectF(drag->from, at).normalized().intersected(axes.plot());
+    if (part.width() < 3.0 || part.height() < 3.0) break;
+    const QRectF plot = axes.plot();
+    zoom.show(axes.horizontal().part((part.left() - plot.left()) / plot.width(),
+                                     (part.right() - plot.left()) / plot.width()),
+              output,
+              axes.vertical().part((plot.bottom() - part.bottom()) / plot.height(),
+                                   (plot.bottom() - part.top()) / plot.height()));
+    break;
+  }
+  case Drag::Kind::Gate:
+    document.commitPreview(drag->grip.isWhole() ? "Move gate" : "Resize gate");
+    break;
+  case Drag::Kind::NewGate:
+    return document.commitPreview("Draw gate");
+  }
+  return true;
+}
+
+void RunsView::click(QPointF const& at)
+{
+  if (drag->kind == Drag::Kind::Gate && !drag->grip.isWhole()) return;
+  auto const run = findRun(document.scan(), output, axes, at, reach, visibleRuns());
+  clicked.reset();
+  if (run && drag->kind != Drag::Kind::Gate) {
+    clicked = run->run;
+    document.togglePin(run->run);
+  } else if (drag->kind == Drag::Kind::NewGate) {
+    document.selectGate(std::nullopt);
+  }
+}
+
+void RunsView::cancelDrag()
+{
+  if (!drag) return;
+  drag.reset();
+  document.cancelPreview();
+  Q_EMIT told(QString());
+  update();
+}
+
+void RunsView::hoverAt(QPointF const& at)
+{
+  auto const held = tool == RunsTool::Gate ? gateAt(at) : std::nullopt;
+  setCursor(held ? cursorOf(held->second) : tool == RunsTool::Pan ? Qt::OpenHandCursor : Qt::CrossCursor);
+  found = findRun(document.scan(), output, axes, at, reach, visibleRuns());
+  document.hover(found ? std::optional(found->run) : std::nullopt);
+  update();
+}
+
+void RunsView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+  if (event->button() != Qt::LeftButton || gateAt(event->localPos())) return;
+  if (clicked) document.togglePin(*clicked); // the first click of the two was none
+  clicked.reset();
+  zoom.reset();
+}
+
+void RunsView::zoomAbout(QPointF const& at, double factor, bool horizontal, bool vertical)
+{
+  const QRectF plot = axes.plot();
+  const double x = std::clamp((at.x() - plot.left()) / plot.width(), 0.0, 1.0);
+  const double y = std::clamp((plot.bottom() - at.y()) / plot.height(), 0.0, 1.0);
+  std::optional<AxisMap> time;
+  std::optional<AxisMap> value;
+  if (horizontal) time = axes.horizontal().part(x - x * factor, x + (1.0 - x) * factor);
+  if (vertical) value = axes.vertical().part(y - y * factor, y + (1.0 - y) * factor);
+  zoom.show(time, output, value);
+}
+
+void RunsView::nudge(double x, double y)
+{
+  zoom.show(axes.horizontal().part(x, 1.0 + x), output, axes.vertical().part(y, 1.0 + y));
+}
+
+void RunsView::wheelEvent(QWheelEvent* event)
+{
+  if (!document.isOpen() || drag) return;
+  constexpr double stepsOfWheel = 120.0;
+  const QPoint angle = event->angleDelta();
+  const double steps = (angle.y() != 0 ? angle.y() : angle.x()) / stepsOfWheel;
+  const QPointF at = event->position();
+  const bool onTimes = at.y() > axes.plot().bottom() || event->modifiers().testFlag(Qt::ControlModifier);
+  const bool onValues = at.x() < axes.plot().left() || event->modifiers().testFlag(Qt::ShiftModifier);
+  zoomAbout(at, std::pow(wheelStep, steps), !onValues, !onTimes);
+  event->accept();
+}
+
+void RunsView::keyPressEvent(QKeyEvent* event)
+{
+  const QPointF middle = axes.plot().center();
+  switch (event->key()) {
+  case Qt::Key_Escape:
+    if (drag)
+      cancelDrag();
+    else
+      document.selectGate(std::nullopt);
+    break;
+  case Qt::Key_0:
+    zoom.reset();
+    break;
+  case Qt::Key_Plus:
+  case Qt::Key_Equal:
+    zoomAbout(middle, wheelStep, true, true);
+    break;
+  case Qt::Key_Minus:
+    zoomAbout(middle, 1.0 / wheelStep, true, true);
+    break;
+  case Qt::Key_Left:
+    nudge(-keyStep, 0.0);
+    break;
+  case Qt::Key_Right:
+    nudge(keyStep, 0.0);
+    break;
+  case Qt::Key_Up:
+    nudge(0.0, keyStep);
+    break;
+  case Qt::Key_Down:
+    nudge(0.0, -keyStep);
+    break;
+  default:
+    QWidget::keyPressEvent(event);
+  }
+}
+
+bool RunsView::event(QEvent* event)
+{
+  // A pointer on its way to a drag leaves time to prepare for it.
+  if (event->type() == QEvent::Enter) prepare();
+  if (event->type() == QEvent::Leave) {
+    found.reset();
+    document.hover(std::nullopt);
+    update();
+  }
+  return QWidget::event(event);
+}
+
+} // namespace runsieve::app

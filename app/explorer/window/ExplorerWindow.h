@@ -1,0 +1,68 @@
+#pragma once
+
+#include "app/explorer/document/Document.h"
+#include "app/explorer/document/Opening.h"
+
+#include <QMainWindow>
+
+class QDockWidget;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QStackedWidget;
+class QToolButton;
+
+namespace runsieve::app {
+
+class Actions;
+class RunsPane;
+
+/// The desktop explorer: a scan, its gates, and what they make of it. Nothing is open at first.
+class ExplorerWindow : public QMainWindow
+{
+  Q_OBJECT
+
+public:
+  explicit ExplorerWindow(QWidget* parent = nullptr);
+  ~ExplorerWindow() override;
+
+  /// Begins to read a file beside the interface; what is open stays until that is done.
+  void open(QString const& path, ReadOptions const& options = {});
+
+  [[nodiscard]] Document& document() { return content; }
+  [[nodiscard]] Opening& opening() { return reader; }
+  [[nodiscard]] RunsPane& runs() { return *runsPane; }
+  [[nodiscard]] Actions& actions() { return *table; }
+  [[nodiscard]] QString statusText() const;
+  /// Whether nothing is being read, computed or drawn.
+  [[nodiscard]] bool isSettled() const;
+
+protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+private:
+  void buildCentre();
+  void buildDocks();
+  void buildStatus();
+  QDockWidget* addDock(QString const& title, char const* name, QWidget* pane, Qt::DockWidgetArea area);
+  void connectFileActions();
+  void connectGateActions();
+  void connectViewActions();
+  void show(std::shared_ptr<Scan const> const& scan, ScanSource const& source);
+  void refreshActions();
+  void refreshStatus();
+
+  Document content;
+  Opening reader;
+  Actions* table = nullptr;
+  QStackedWidget* centre = nullptr;
+  RunsPane* runsPane = nullptr;
+  QLabel* status = nullptr;
+  QPushButton* readingNotes = nullptr; ///< hidden if there is nothing to tell
+  QProgressBar* progress = nullptr;    ///< hidden while nothing is read
+  QToolButton* cancelling = nullptr;
+};
+
+} // namespace runsieve::app

@@ -1,0 +1,139 @@
+#include "app/explorer/runs/RunsPane.h"
+#include "app/explorer/window/Actions.h"
+#include "app/explorer/window/ExplorerWindow.h"
+#include "app/scan/ReadingText.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace runsieve::app {
+
+void ExplorerWindow::connectFileActions()
+{
+  table->on("file.open", [this] {
+    const QString path = QFileDialog::getOpenFileName(
+        this, "Open a scan", QString(),
+        "Scans (*.csv *.tsv *.txt *.dat *.gdat *.scan *.gz *.npy *.npz *.h5 *.hdf5);;All files (*)");
+    if (!path.isEmpty()) open(path);
+  });
+  table->on("file.folder", [this] {
+    const QString path = QFileDialog::getExistingDirectory(this, "Open a folder with a file per run");
+    if (!path.isEmpty()) open(path);
+  });
+  table->on("file.reading", [this] {
+    QStringList lines;
+    for (std::string const& line : readingLines(content.scan(), content.source().report))
+      lines << QString::fromStdString(line);
+    QMessageBox box(this);
+    box.setWindowTitle("How the file was read");
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box.setText(lines.isEmpty() ? QString("Nothing was guessed.") : lines.join('\n'));
+    box.exec();
+  });
+  table->on("file.window", [] {
+    auto* window = new ExplorerWindow;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->resize(1200, 850);
+    window->QWidget::show();
+  });
+  table->on("file.close", [this] { close(); });
+  table->on("file.quit", [] { QApplication::closeAllWindows(); });
+  table->on("edit.undo", [this] { content.undoStack().undo(); });
+  table->on("edit.redo", [this] { content.undoStack().redo(); });
+}
+
+void ExplorerWindow::connectGateActions()
+{
+  table->on("tool.gate", [this] { runsPane->setTool(RunsTool::Gate); });
+  table->on("tool.pan", [this] { runsPane->setTool(RunsTool::Pan); });
+  table->on("tool.zoom", [this] { runsPane->setTool(RunsTool::Zoom); });
+  table->at("tool.gate")->setChecked(true);
+  auto const editChosen = [this](QString const& name, auto edit) {
+    auto const index = content.selectedGate();
+    if (index) content.change(name, [&](State& state) { edit(state.gates[*index]); });
+  };
+  table->on("gate.toggle", [editChosen] { editChosen("Switch gate", [](NamedGate& g) { g.on = !g.on; }); });
+  table->on("gate.negate", [editChosen] {
+    editChosen("Invert gate", [](NamedGate& g) { g.gate.negated = !g.gate.negated; });
+  });
+  table->on("gate.delete", [this] {
+    auto const index = content.selectedGate();
+    if (index)
+      content.change("Delete gate", [&](State& state) {
+        state.gates.erase(state.gates.begin() + static_cast<std::ptrdiff_t>(*index));
+      });
+  });
+  table->on("gate.clear",
+            [this] { content.change("Delete all gates", [](State& state) { state.gates.clear(); }); });
+  table->on("join.all",
+            [this] { content.change("Pass all gates", [](State& s) { s.join = GateJoin::All; }); });
+  table->on("join.any",
+            [this] { content.change("Pass any gate", [](State& s) { s.join = GateJoin::Any; }); });
+}
+
+void ExplorerWindow::connectViewActions()
+{
+  auto const look = [this](char const* id, RunsLook wanted) {
+    table->on(id, [=] { content.change("Look of the runs", [&](State& s) { s.view.runsLook = wanted; }); });
+  };
+  look("look.density", RunsLook::Density);
+  look("look.lines", RunsLook::Lines);
+  look("look.bands", RunsLook::Bands);
+  auto const focus = [this](char const* id, Focus wanted) {
+    table->on(id, [=] { content.change("Focus", [&](State& s) { s.view.focus = wanted; }); });
+  };
+  focus("focus.all", Focus::All);
+  focus("focus.faded", Focus::Faded);
+  focus("focus.hidden", Focus::Hidden);
+  auto const parameters = [this](char const* id, ParameterLook wanted) {
+    table->on(id, [=] {
+      content.change("Look of the parameters", [&](State& s) { s.view.parameterLook = wanted; });
+    });
+  };
+  parameters("parameters.curves", ParameterLook::Curves);
+  parameters("parameters.densities", ParameterLook::Densities);
+  parameters("parameters.scatter", ParameterLook::Scatter);
+  table->on("view.addoutput", [this] { runsPane->addOutput(); });
+  table->on("zoom.reset", [this] { runsPane->zoom().reset(); });
+  table->on("zoom.back", [this] { runsPane->zoom().back(); });
+  table->on("zoom.forward", [this] { runsPane->zoom().forward(); });
+  table->on("pins.clear", [this] { content.pin({}); });
+}
+
+void ExplorerWindow::refreshActions()
+{
+  const bool open = content.isOpen();
+  for (char const* id :
+       {"file.reread", "file.reading", "file.save", "file.saveas", "file.figure", "file.runs", "file.plot",
+        "file.command", "gate.new", "view.addoutput", "view.limits", "view.composite", "set.keep", "set.type",
+        "set.file", "set.cluster", "set.failed", "method.edit", "zoom.reset"})
+    table->at(id)->setEnabled(open);
+  QUndoStack& steps = content.undoStack();
+  table->at("edit.undo")->setEnabled(steps.canUndo());
+  table->at("edit.undo")->setText(steps.canUndo() ? "&Undo " + steps.undoText() : QString("&Undo"));
+  table->at("edit.redo")->setEnabled(steps.canRedo());
+  table->at("edit.redo")->setText(steps.canRedo() ? "&Redo " + steps.redoText() : QString("&Redo"));
+  for (char const* id : {"edit.undo", "edit.redo"})
+    table->at(id)->setIconText(QString(id).endsWith("undo") ? "Undo" : "Redo");
+  for (char const* id : {"gate.edit", "gate.toggle", "gate.negate", "gate.delete"})
+    table->at(id)->setEnabled(content.selectedGate().has_value());
+  State const& state = content.state();
+  table->at("gate.clear")->setEnabled(!state.gates.empty());
+  table->at("pins.clear")->setEnabled(!content.pinnedRuns().empty());
+  table->at("zoom.back")->setEnabled(runsPane->zoom().canGoBack());
+  table->at("zoom.forward")->setEnabled(runsPane->zoom().canGoForward());
+  ViewState const& view = state.view;
+  char const* const looks[] = {"look.density", "look.lines", "look.bands"};
+  char const* const focuses[] = {"focus.all", "focus.faded", "focus.hidden"};
+  char const* const parameterLooks[] = {"parameters.curves", "parameters.densities", "parameters.scatter"};
+  char const* const joins[] = {"join.all", "join.any"};
+  table->at(looks[static_cast<int>(view.runsLook)])->setChecked(true);
+  table->at(focuses[static_cast<int>(view.focus)])->setChecked(true);
+  table->at(parameterLooks[static_cast<int>(view.parameterLook)])->setChecked(true);
+  table->at(joins[static_cast<int>(state.join)])->setChecked(true);
+}
+
+} // namespace runsieve::app
