@@ -71,6 +71,7 @@ void RunsChart::refresh()
   const std::size_t output = view.outputs[place];
   const QSignalBlocker quietOutputs(outputs);
   const QSignalBlocker quietLog(logarithmic);
+  chart->setOutput(output);
   outputs->setCurrentIndex(static_cast<int>(output));
   auto const log = view.logOutputs.find(output);
   logarithmic->setChecked(log != view.logOutputs.end() && log->second);

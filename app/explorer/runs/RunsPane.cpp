@@ -13,10 +13,7 @@ RunsPane::RunsPane(Document& ofDocument, QWidget* parent)
   column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  connect(&document, &Document::opened, this, [this] {
-    outputs.clear();
-    rebuild();
-  });
+  connect(&document, &Document::opened, this, &RunsPane::rebuild);
   connect(&document, &Document::stateChanged, this, &RunsPane::rebuild);
   connect(&shown, &RunsZoom::changed, this, &RunsPane::align);
   rebuild();
@@ -52,10 +49,10 @@ bool RunsPane::isSettled() const
 
 void RunsPane::rebuild()
 {
-  const std::vector<std::size_t> wanted =
-      document.isOpen() ? document.state().view.outputs : std::vector<std::size_t>();
-  if (wanted == outputs) {
+  const std::size_t wanted = document.isOpen() ? document.state().view.outputs.size() : 0;
+  if (wanted == charts.size() && document.sharedScan() == scan) {
     for (RunsChart* chart : charts) chart->refresh();
+    align();
     return;
   }
   // A chart that goes may be the one whose button has just been pressed.
@@ -65,11 +62,11 @@ void RunsPane::rebuild()
     chart->deleteLater();
   }
   charts.clear();
-  outputs = wanted;
-  for (std::size_t place = 0; place < outputs.size(); ++place) {
+  scan = document.sharedScan();
+  for (std::size_t place = 0; place < wanted; ++place) {
     auto* chart = new RunsChart(document, shown, place);
     chart->view()->setTool(tool);
-    chart->view()->setTimeNumbers(place + 1 == outputs.size());
+    chart->view()->setTimeNumbers(place + 1 == wanted);
     connect(chart->view(), &RunsView::told, this, &RunsPane::told);
     column->addWidget(chart, 1);
     charts.push_back(chart);

@@ -40,7 +40,7 @@ private:
   RunsZoom shown;
   RunsTool tool = RunsTool::Gate;
   QVBoxLayout* column = nullptr;
-  std::vector<std::size_t> outputs; ///< of the charts
+  std::shared_ptr<Scan const> scan; ///< that the charts were made for
   std::vector<RunsChart*> charts;
 };
 

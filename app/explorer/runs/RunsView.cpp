@@ -37,6 +37,7 @@ RunsView::RunsView(Document& ofDocument, RunsZoom& ofZoom, std::size_t shown, QW
   setFocusPolicy(Qt::StrongFocus);
   setAccessibleName("Runs over time");
   connect(&picture, &RunsPicture::changed, this, qOverload<>(&QWidget::update));
+  connect(&bands, &BandsPicture::changed, this, qOverload<>(&QWidget::update));
   connect(&zoom, &RunsZoom::changed, this, &RunsView::refresh);
   connect(&document, &Document::passingChanged, this, &RunsView::refresh);
   connect(&document, &Document::stateChanged, this, &RunsView::refresh);
@@ -48,6 +49,15 @@ void RunsView::setTool(RunsTool wanted)
 {
   tool = wanted;
   setCursor(tool == RunsTool::Pan ? Qt::OpenHandCursor : Qt::CrossCursor);
+}
+
+void RunsView::setOutput(std::size_t position)
+{
+  if (position == output) return;
+  cancelDrag();
+  output = position;
+  found.reset();
+  refresh();
 }
 
 void RunsView::setTimeNumbers(bool on)
@@ -81,6 +91,50 @@ void RunsView::relayout()
   setAccessibleDescription(titled(scan.outputs[output].label));
 }
 
+std::vector<RunsView::RunGroup> RunsView::groups() const
+{
+  std::vector<RunGroup> shown;
+  const bool sieves = document.sieves();
+  if (!sieves || document.state().view.focus != Focus::Hidden) shown.push_back({"all runs", {}, theme.all});
+  if (sieves) shown.push_back({"passing", document.passing().mask(), theme.passing});
+  for (NamedSet const& set : document.state().sets)
+    if (set.shown)
+      shown.push_back(
+          {QString::fromStdString(set.name), set.runs.mask(), theme.sets[set.color % theme.sets.size()]});
+  return shown;
+}
+
+void RunsView::requestBands()
+{
+  std::vector<BandsPicture::Group> wanted;
+  if (document.isOpen() && document.state().view.runsLook == RunsLook::Bands)
+    for (RunGroup& group : groups()) {
+      if (group.mask.empty()) group.mask.assign(document.scan().runs.size(), 1);
+      // Beside the passing runs the others are of interest, not all runs.
+      if (wanted.empty() && document.sieves() && document.state().view.focus != Focus::Hidden)
+        group.mask = document.passing().complement().mask();
+      wanted.push_back({std::move(group.mask), group.color});
+    }
+  bands.request(document.sharedScan(), output, std::move(wanted));
+}
+
+std::vector<LegendLine> RunsView::legend() const
+{
+  std::vector<LegendLine> lines;
+  const RunsLook look = document.state().view.runsLook;
+  auto const& images = picture.images();
+  for (RunGroup const& group : groups()) {
+    LegendLine line{group.name, group.color};
+    if (look == RunsLook::Density && lines.size() < images.size()) line.shades = images[lines.size()].scale;
+    if (look == RunsLook::Bands && lines.empty() && group.mask.empty() && document.sieves())
+      line.text = "the others";
+    lines.push_back(std::move(line));
+  }
+  // A single colour needs no legend.
+  if (lines.size() == 1 && look != RunsLook::Density) lines.clear();
+  return lines;
+}
+
 RunsRequest RunsView::wantedPicture() const
 {
   RunsRequest request;
@@ -96,17 +150,14 @@ RunsRequest RunsView::wantedPicture() const
                      .boundedTo(QSize(RunCoverage::largestSize, RunCoverage::largestSize));
   request.width = ratio;
   request.dark = theme.dark;
-  const bool shades = view.runsLook != RunsLook::Lines;
-  const bool sieves = document.sieves();
-  if (!sieves || view.focus != Focus::Hidden)
-    request.layers.push_back({{}, theme.all, shades, lineOpacity(document.scan().runs.size())});
-  if (sieves)
-    request.layers.push_back(
-        {document.passing().mask(), theme.passing, shades, lineOpacity(document.passing().count())});
-  for (NamedSet const& set : document.state().sets)
-    if (set.shown)
-      request.layers.push_back({set.runs.mask(), theme.sets[set.color % theme.sets.size()], shades,
-                                lineOpacity(set.runs.count())});
+  if (view.runsLook == RunsLook::Bands) return request;
+  const bool shades = view.runsLook == RunsLook::Density;
+  for (RunGroup& group : groups()) {
+    const auto runs = group.mask.empty()
+                          ? document.scan().runs.size()
+                          : static_cast<std::size_t>(std::count(group.mask.begin(), group.mask.end(), 1));
+    request.layers.push_back({std::move(group.mask), group.color, shades, lineOpacity(runs)});
+  }
   return request;
 }
 
@@ -114,6 +165,7 @@ void RunsView::refresh()
 {
   relayout();
   picture.request(wantedPicture());
+  requestBands();
   update();
 }
 
@@ -138,7 +190,9 @@ void RunsView::paintEvent(QPaintEvent*)
   const bool faded = document.sieves() && document.state().view.focus == Focus::Faded;
   constexpr double pale = 0.25;
   picture.paint(painter, axes.plot(), axes.horizontal(), axes.vertical(), {faded ? pale : 1.0});
+  if (document.state().view.runsLook == RunsLook::Bands) bands.paint(painter, axes, theme);
   axes.paint(painter, theme);
+  paintLegend(painter, axes.plot(), legend(), theme);
   const RunsOverlay overlay(document, output, axes, theme);
   overlay.paintRuns(painter);
   overlay.paintGates(painter, true);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "app/explorer/charts/BandsPicture.h"
 #include "app/explorer/charts/ChartFrame.h"
+#include "app/explorer/charts/DensityLegend.h"
 #include "app/explorer/charts/RunsPicture.h"
 #include "app/explorer/document/Document.h"
 #include "app/explorer/runs/GateShapes.h"
@@ -31,6 +33,7 @@ public:
   RunsView(Document& document, RunsZoom& zoom, std::size_t output, QWidget* parent = nullptr);
 
   [[nodiscard]] std::size_t shownOutput() const { return output; }
+  void setOutput(std::size_t position);
   void setTool(RunsTool tool);
   /// Whether the time axis has numbers and a title; of charts above one another only the lowest.
   void setTimeNumbers(bool on);
@@ -40,7 +43,7 @@ public:
 
   [[nodiscard]] ChartFrame const& frame() const { return axes; }
   /// Whether the picture is the one of the present state.
-  [[nodiscard]] bool isSettled() const { return picture.isSettled(); }
+  [[nodiscard]] bool isSettled() const { return picture.isSettled() && bands.isSettled(); }
 
   QSize sizeHint() const override { return {700, 420}; }
   QSize minimumSizeHint() const override { return {200, 110}; }
@@ -81,6 +84,14 @@ private:
     bool negated = false; ///< of NewGate: runs must not pass
   };
 
+  /// Runs that are shown in a colour, with a name for the legend; the later ones above.
+  struct RunGroup
+  {
+    QString name;
+    std::vector<std::uint8_t> mask; ///< empty: all runs
+    QColor color;
+  };
+
   void relayout();
   void refresh();
   void prepare();
@@ -94,7 +105,10 @@ private:
   void nudge(double x, double y);
   [[nodiscard]] std::optional<std::pair<std::size_t, GateGrip>> gateAt(QPointF const& at) const;
   [[nodiscard]] Gate finished(Gate gate) const;
+  [[nodiscard]] std::vector<RunGroup> groups() const;
   [[nodiscard]] RunsRequest wantedPicture() const;
+  void requestBands();
+  [[nodiscard]] std::vector<LegendLine> legend() const;
   [[nodiscard]] RunSet visibleRuns() const;
 
   Document& document;
@@ -106,6 +120,7 @@ private:
   Theme theme;
   ChartFrame axes;
   RunsPicture picture;
+  BandsPicture bands;
   std::optional<Drag> drag;
   QPointF pointer;
   std::optional<FoundRun> found;      ///< under the pointer

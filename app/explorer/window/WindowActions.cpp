@@ -1,6 +1,11 @@
 #include "app/explorer/runs/RunsPane.h"
 #include "app/explorer/window/Actions.h"
+#include "app/explorer/window/ActionTable.h"
+#include "app/explorer/window/CommandSearch.h"
 #include "app/explorer/window/ExplorerWindow.h"
+#include "app/explorer/window/HelpDialogs.h"
+#include "app/explorer/window/LimitsDialog.h"
+#include "app/explorer/window/MethodDialog.h"
 #include "app/scan/ReadingText.h"
 
 #include <QAction>
@@ -41,6 +46,14 @@ void ExplorerWindow::connectFileActions()
   });
   table->on("file.close", [this] { close(); });
   table->on("file.quit", [] { QApplication::closeAllWindows(); });
+  table->on("edit.commands", [this] {
+    QList<QAction*> all;
+    for (ActionEntry const& entry : actionTable()) all << table->at(entry.id);
+    CommandSearch(all, this).exec();
+  });
+  table->on("help.guide", [this] { showGuide(this); });
+  table->on("help.keys", [this] { showKeys(this); });
+  table->on("help.about", [this] { showAbout(this); });
   table->on("edit.undo", [this] { content.undoStack().undo(); });
   table->on("edit.redo", [this] { content.undoStack().redo(); });
 }
@@ -97,6 +110,8 @@ void ExplorerWindow::connectViewActions()
   parameters("parameters.densities", ParameterLook::Densities);
   parameters("parameters.scatter", ParameterLook::Scatter);
   table->on("view.addoutput", [this] { runsPane->addOutput(); });
+  table->on("view.limits", [this] { editLimits(content, runsPane->zoom(), this); });
+  table->on("method.edit", [this] { editMethod(content, this); });
   table->on("zoom.reset", [this] { runsPane->zoom().reset(); });
   table->on("zoom.back", [this] { runsPane->zoom().back(); });
   table->on("zoom.forward", [this] { runsPane->zoom().forward(); });

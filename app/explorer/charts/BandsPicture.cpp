@@ -1,0 +1,108 @@
+#include "app/explorer/charts/BandsPicture.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace runsieve::app {
+
+namespace {
+
+/// A place in pixels that painters can hold; what is not on a logarithmic axis lies below it.
+QPointF pointOf(ChartFrame const& frame, double time, double value)
+{
+  constexpr double farthest = 1e5;
+  QPointF point = frame.at(time, value);
+  if (std::isnan(point.y())) point.setY(frame.plot().bottom() + frame.plot().height());
+  point.setY(std::clamp(point.y(), -farthest, farthest));
+  return point;
+}
+
+void paintArea(QPainter& painter, std::vector<double> const& low, std::vector<double> const& high,
+               std::vector<double> const& times, ChartFrame const& frame, QColor const& color)
+{
+  // Times at which no run has a value part the area.
+  for (std::size_t first = 0; first < times.size(); ++first) {
+    if (std::isnan(low[first])) continue;
+    std::size_t end = first;
+    QPolygonF area;
+    for (; end < times.size() && !std::isnan(low[end]); ++end) area << pointOf(frame, times[end], high[end]);
+    for (std::size_t i = end; i-- > first;) area << pointOf(frame, times[i], low[i]);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawPolygon(area);
+    first = end;
+  }
+}
+
+bool sameGroups(std::vector<BandsPicture::Group> const& a, std::vector<BandsPicture::Group> const& b)
+{
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](auto const& x, auto const& y) { return x.color == y.color && x.mask == y.mask; });
+}
+
+} // namespace
+
+void paintBands(QPainter& painter, RunBands const& bands, std::vector<double> const& times,
+                ChartFrame const& frame, QColor const& color, double medianWidth)
+{
+  auto const pale = [&](double opacity) {
+    QColor area = color;
+    area.setAlphaF(opacity);
+    return area;
+  };
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setClipRect(frame.plot(), Qt::IntersectClip);
+  auto const& q = bands.quantiles;
+  paintArea(painter, q[0], q[4], times, frame, pale(0.16));
+  paintArea(painter, q[1], q[3], times, frame, pale(0.26));
+  QPainterPath median;
+  bool isDown = false;
+  for (std::size_t i = 0; i < times.size(); ++i) {
+    const bool isThere = !std::isnan(q[2][i]);
+    const QPointF point = pointOf(frame, times[i], q[2][i]);
+    if (isThere && isDown) median.lineTo(point);
+    if (isThere && !isDown) median.moveTo(point);
+    isDown = isThere;
+  }
+  painter.strokePath(median, QPen(color, medianWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.restore();
+}
+
+BandsPicture::BandsPicture(QObject* parent) : QObject(parent)
+{
+  connect(&work, &Background::busyChanged, this, &BandsPicture::changed);
+}
+
+void BandsPicture::request(std::shared_ptr<Scan const> const& scan, std::size_t output,
+                           std::vector<Group> groups)
+{
+  if (wanted.scan == scan && wanted.output == output && sameGroups(wanted.groups, groups)) return;
+  if (shown.scan != scan || shown.output != output) shown = {};
+  wanted = {scan, output, std::move(groups), {}};
+  if (!scan || output >= scan->outputs.size()) return;
+  work.start(
+      [this, result = wanted](Background::Cancelled const& cancelled) mutable -> std::function<void()> {
+        for (Group const& group : result.groups) {
+          std::optional<RunBands> bands = bandsOf(*result.scan, result.output, group.mask, cancelled);
+          if (!bands) return {};
+          result.bands.push_back(std::move(*bands));
+        }
+        return [this, result = std::move(result)] {
+          if (result.scan == wanted.scan && result.output == wanted.output) shown = result;
+          Q_EMIT changed();
+        };
+      });
+}
+
+void BandsPicture::paint(QPainter& painter, ChartFrame const& frame, Theme const& theme) const
+{
+  for (std::size_t i = 0; i < shown.bands.size(); ++i)
+    paintBands(painter, shown.bands[i], shown.scan->times, frame, shown.groups[i].color, 1.2 * theme.curve);
+}
+
+} // namespace runsieve::app

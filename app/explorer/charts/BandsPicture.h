@@ -1,0 +1,57 @@
+#pragma once
+
+#include "app/explorer/charts/ChartFrame.h"
+#include "app/explorer/charts/RunBands.h"
+#include "app/explorer/document/Background.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QPainter;
+
+namespace runsieve::app {
+
+/// Draws the quantiles of some runs: an area from 5 to 95 %, one from 25 to 75 %, and the median.
+void paintBands(QPainter& painter, RunBands const& bands, std::vector<double> const& times,
+                ChartFrame const& frame, QColor const& color, double medianWidth);
+
+/// Quantiles of groups of runs, computed beside the interface; until they are those of the former groups are
+/// shown.
+class BandsPicture : public QObject
+{
+  Q_OBJECT
+
+public:
+  /// Some runs in a colour.
+  struct Group
+  {
+    std::vector<std::uint8_t> mask; ///< 1 per run that belongs to it, else 0
+    QColor color;
+  };
+
+  explicit BandsPicture(QObject* parent = nullptr);
+
+  /// Asks for the bands of groups, the later ones above. Nothing happens if they are those asked for last.
+  void request(std::shared_ptr<Scan const> const& scan, std::size_t output, std::vector<Group> groups);
+  [[nodiscard]] bool isSettled() const { return !work.isBusy(); }
+  void paint(QPainter& painter, ChartFrame const& frame, Theme const& theme) const;
+
+Q_SIGNALS:
+  void changed();
+
+private:
+  struct Shown
+  {
+    std::shared_ptr<Scan const> scan;
+    std::size_t output = 0;
+    std::vector<Group> groups;
+    std::vector<RunBands> bands; ///< one per group
+  };
+
+  Shown wanted; ///< without bands
+  Shown shown;
+  Background work;
+};
+
+} // namespace runsieve::app
