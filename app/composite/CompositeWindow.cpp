@@ -262,9 +262,19 @@ bool CompositeWindow::open(QString const& path, QString& error, ReadOptions cons
   }
   QApplication::restoreOverrideCursor();
   if (!loaded.scan) return false;
-
-  scan = loaded.scan;
+  show(loaded, QFileInfo(path).fileName());
   reading = lines;
+  readingNotes->setText(toTell == 1 ? QString("1 note on reading")
+                                    : QString("%L1 notes on reading").arg(toTell));
+  readingNotes->setVisible(toTell > 0);
+  return true;
+}
+
+void CompositeWindow::show(StoredPlot const& loaded, QString const& name)
+{
+  scan = loaded.scan;
+  reading.clear();
+  readingNotes->hide();
   notes = loaded.notes;
   gates = loaded.gates;
   join = loaded.join;
@@ -274,9 +284,6 @@ bool CompositeWindow::open(QString const& path, QString& error, ReadOptions cons
   live = std::make_unique<LiveView>(runs, completeRuns(runs));
   comparer.reset();
   comparison = {};
-  readingNotes->setText(toTell == 1 ? QString("1 note on reading")
-                                    : QString("%L1 notes on reading").arg(toTell));
-  readingNotes->setVisible(toTell > 0);
   clusterOfRun.clear();
   fillClusterMenu();
   QPointer<PlotContainer> former = container;
@@ -289,9 +296,8 @@ bool CompositeWindow::open(QString const& path, QString& error, ReadOptions cons
   connect(container->metaData, &PlotMetaData::redrawNeeded, this, &CompositeWindow::refresh);
   container->annotationLink->AddObserver(vtkCommand::AnnotationChangedEvent, this,
                                          &CompositeWindow::afterSelection, afterTheLibrary);
-  setWindowTitle(QFileInfo(path).fileName() + " - Runsieve");
+  setWindowTitle(name + " - Runsieve");
   refresh();
-  return true;
 }
 
 void CompositeWindow::setControls(ViewOptions const& view)

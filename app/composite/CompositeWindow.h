@@ -34,6 +34,9 @@ public:
 
   /// Opens a scan or a stored plot. If that fails the present one stays, and error tells why.
   bool open(QString const& path, QString& error, ReadOptions const& read = {});
+  /// Shows a plot that is open elsewhere. \param name for the title
+  void show(StoredPlot const& plot, QString const& name);
+  using QMainWindow::show;
   /// Saves the view as .png or .pdf.
   bool savePicture(QString const& path, QString& error);
   /// Saves scan, view, selection and zoom, to be opened again.

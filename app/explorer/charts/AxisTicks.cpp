@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace runsieve::app {
 
@@ -17,10 +18,10 @@ struct RoundStep
 /// The smallest of 1, 2 and 5 times a power of 10 that is no less.
 RoundStep roundStep(double least)
 {
+  constexpr double rounding = 1.0 - 1e-9;
   const double power = std::pow(10.0, std::floor(std::log10(least) + 1e-9));
-  if (power >= least * (1.0 - 1e-9)) return {power, 5};
-  if (2.0 * power >= least) return {2.0 * power, 4};
-  if (5.0 * power >= least) return {5.0 * power, 5};
+  for (auto const& [factor, parts] : {std::pair{1.0, 5}, {2.0, 4}, {5.0, 5}})
+    if (factor * power >= least * rounding) return {factor * power, parts};
   return {10.0 * power, 5};
 }
 

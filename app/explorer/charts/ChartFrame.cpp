@@ -78,8 +78,7 @@ ChartFrame::ChartFrame(QRectF const& whole, ChartAxis horizontal, ChartAxis vert
   const double yTitle = y.title.isEmpty() ? 0.0 : text + theme.gap;
   const double left = std::max(yNumbers + yTitle + theme.gap, leastLeft);
   // Half of the last number may stand beyond the axis.
-  const double right =
-      x.hasNumbers ? std::min(0.12 * outer.width(), metrics.averageCharWidth() * 3.0) : theme.gap;
+  const double right = std::min(0.12 * outer.width(), metrics.averageCharWidth() * 3.0);
   const double top = std::ceil(outer.top() + 0.6 * text);
   const double start = std::ceil(outer.left() + left);
   inner = QRectF(start, top, std::max(std::floor(outer.right() - right) - start, 1.0),

@@ -57,6 +57,9 @@ public:
     return y.map.value((inner.bottom() - pixel) / inner.height());
   }
 
+  [[nodiscard]] std::vector<Tick> const& horizontalTicks() const { return xTicks; }
+  [[nodiscard]] std::vector<Tick> const& verticalTicks() const { return yTicks; }
+
   /// Axes, marks, numbers and titles.
   void paint(QPainter& painter, Theme const& theme) const;
 

@@ -139,9 +139,10 @@ void ExplorerWindow::open(QString const& path, ReadOptions const& options)
   reader.start(path, options);
 }
 
-void ExplorerWindow::show(std::shared_ptr<Scan const> const& scan, ScanSource const& source)
+void ExplorerWindow::show(std::shared_ptr<Scan const> const& scan, ScanSource const& source,
+                          State const& state)
 {
-  content.open(scan, source);
+  content.open(scan, source, state);
   const std::size_t toTell = remarks(*scan, source.report);
   readingNotes->setText(toTell == 1 ? QString("1 note on reading")
                                     : QString("%L1 notes on reading").arg(toTell));

@@ -50,7 +50,7 @@ private:
   void connectFileActions();
   void connectGateActions();
   void connectViewActions();
-  void show(std::shared_ptr<Scan const> const& scan, ScanSource const& source);
+  void show(std::shared_ptr<Scan const> const& scan, ScanSource const& source, State const& state);
   void refreshActions();
   void refreshStatus();
 

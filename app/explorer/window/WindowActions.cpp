@@ -2,6 +2,7 @@
 #include "app/explorer/window/Actions.h"
 #include "app/explorer/window/ActionTable.h"
 #include "app/explorer/window/CommandSearch.h"
+#include "app/explorer/window/CompositeOf.h"
 #include "app/explorer/window/ExplorerWindow.h"
 #include "app/explorer/window/HelpDialogs.h"
 #include "app/explorer/window/LimitsDialog.h"
@@ -27,6 +28,7 @@ void ExplorerWindow::connectFileActions()
     const QString path = QFileDialog::getExistingDirectory(this, "Open a folder with a file per run");
     if (!path.isEmpty()) open(path);
   });
+  table->on("file.example", [this] { reader.startExample(); });
   table->on("file.reading", [this] {
     QStringList lines;
     for (std::string const& line : readingLines(content.scan(), content.source().report))
@@ -115,6 +117,7 @@ void ExplorerWindow::connectViewActions()
   table->on("zoom.reset", [this] { runsPane->zoom().reset(); });
   table->on("zoom.back", [this] { runsPane->zoom().back(); });
   table->on("zoom.forward", [this] { runsPane->zoom().forward(); });
+  table->on("view.composite", [this] { showComposite(content, reader.path(), this); });
   table->on("pins.clear", [this] { content.pin({}); });
 }
 

@@ -1,0 +1,162 @@
+#include "DocumentScene.h"
+
+#include "app/explorer/charts/RunBands.h"
+#include "app/explorer/charts/RunsRenderer.h"
+
+#include <random>
+
+namespace runsieve::test {
+namespace {
+
+using app::AxisMap;
+using app::RunsLayer;
+using app::RunsRenderer;
+using app::RunsRequest;
+
+const auto never = [] { return false; };
+
+RunsRequest request()
+{
+  RunsRequest wanted;
+  wanted.scan = lineScan();
+  wanted.output = 1;
+  wanted.time = AxisMap(0.0, 10.0);
+  wanted.value = AxisMap(0.0, 1.0);
+  wanted.size = QSize(200, 120);
+  wanted.layers = {{{}, Qt::darkBlue}};
+  return wanted;
+}
+
+std::vector<std::uint8_t> mask(std::vector<std::size_t> const& runs)
+{
+  std::vector<std::uint8_t> marks(40);
+  for (std::size_t const run : runs) marks[run] = 1;
+  return marks;
+}
+
+QImage imageOf(RunsRequest const& wanted, std::size_t layer = 0)
+{
+  RunsRenderer renderer(nullptr);
+  return renderer.render(wanted, never)->at(layer).image;
+}
+
+TEST(RunsRenderer, ALineCoversThePixelsItPassesThrough)
+{
+  RunsRequest wanted = request();
+  wanted.output = 0;
+  wanted.layers = {{mask({4}), Qt::darkBlue}};
+  const QImage image = imageOf(wanted);
+  const int row = 120 - 1 - static_cast<int>(scattered(0, 4) * 120.0);
+  EXPECT_GT(qAlpha(image.pixel(100, row)), 100);
+  for (int y = 0; y < 120; ++y)
+    EXPECT_TRUE(std::abs(y - row) <= 1 || qAlpha(image.pixel(100, y)) == 0) << y;
+}
+
+TEST(RunsRenderer, RunsThatComeAndGoLeaveThePictureOfThoseThatAreIn)
+{
+  RunsRenderer renderer(nullptr);
+  RunsRequest wanted = request();
+  std::mt19937 random(3);
+  for (int round = 0; round < 30; ++round) {
+    std::vector<std::uint8_t> marks(40);
+    for (std::uint8_t& mark : marks) mark = random() % 3 == 0 ? 1 : 0;
+    wanted.layers = {{{}, Qt::darkBlue}, {marks, Qt::red}};
+    const auto images = renderer.render(wanted, never);
+    ASSERT_TRUE(images);
+    EXPECT_EQ(images->at(1).image, imageOf(wanted, 1)) << round;
+    EXPECT_EQ(images->at(0).image, imageOf(wanted, 0)) << round;
+  }
+}
+
+TEST(RunsRenderer, ACancelledPictureLeavesTheNextOneWhole)
+{
+  RunsRenderer renderer(nullptr);
+  const RunsRequest wanted = request();
+  EXPECT_FALSE(renderer.render(wanted, [] { return true; }));
+  EXPECT_EQ(renderer.render(wanted, never)->at(0).image, imageOf(wanted));
+  RunsRequest other = wanted;
+  other.layers = {{mask({1, 2, 3}), Qt::darkBlue}};
+  EXPECT_FALSE(renderer.render(other, [] { return true; }));
+  EXPECT_EQ(renderer.render(other, never)->at(0).image, imageOf(other));
+}
+
+TEST(RunsRenderer, OtherAxesAreCountedAnew)
+{
+  RunsRenderer renderer(nullptr);
+  RunsRequest wanted = request();
+  (void)renderer.render(wanted, never);
+  wanted.value = AxisMap(0.2, 0.6);
+  EXPECT_EQ(renderer.render(wanted, never)->at(0).image, imageOf(wanted));
+  wanted.size = QSize(90, 300);
+  EXPECT_EQ(renderer.render(wanted, never)->at(0).image, imageOf(wanted));
+}
+
+TEST(RunsRenderer, AnotherColourKeepsTheCounts)
+{
+  RunsRenderer renderer(nullptr);
+  RunsRequest wanted = request();
+  (void)renderer.render(wanted, never);
+  wanted.layers[0].color = Qt::darkGreen;
+  EXPECT_EQ(renderer.render(wanted, never)->at(0).image, imageOf(wanted));
+}
+
+TEST(RunsRenderer, NoRunsMakeNoImage)
+{
+  RunsRequest wanted = request();
+  wanted.layers = {{mask({}), Qt::red}};
+  EXPECT_TRUE(imageOf(wanted).isNull());
+}
+
+TEST(RunsRenderer, OnALogarithmicAxisWhatIsNotPositivePartsTheLine)
+{
+  RunsRequest wanted = request();
+  wanted.value = AxisMap(0.001, 1.0, true);
+  wanted.layers = {{mask({2}), Qt::red}};
+  const QImage image = imageOf(wanted);
+  // Output B is 0 at time 0, so that the line begins at time 1.
+  for (int y = 0; y < 120; ++y) EXPECT_EQ(qAlpha(image.pixel(8, y)), 0);
+  int covered = 0;
+  for (int y = 0; y < 120; ++y) covered += qAlpha(image.pixel(100, y)) > 0 ? 1 : 0;
+  EXPECT_GT(covered, 0);
+}
+
+TEST(RunsRenderer, AScanOfOneTimeOrWithoutOutputsDrawsNothing)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0};
+  scan->runs.push_back({"1", RunStatus::Complete, 1});
+  RunsRequest wanted = request();
+  wanted.scan = scan;
+  wanted.output = 0;
+  EXPECT_TRUE(imageOf(wanted).isNull());
+  scan->addOutput({"A", "", "", ""})[0] = 0.5;
+  (void)imageOf(wanted);
+}
+
+// R 4.2: quantile(c(3, 1, 4, 1, 5, 9, 2, 6), c(.05, .25, .5, .75, .95)) gives 1.00 1.75 3.50 5.25 7.95
+TEST(RunBands, AreThoseOfR)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0, 1.0};
+  const double values[] = {3, 1, 4, 1, 5, 9, 2, 6};
+  for (int run = 0; run < 9; ++run) scan->runs.push_back({std::to_string(run), RunStatus::Complete, 2});
+  double* out = scan->addOutput({"A", "", "", ""});
+  for (double const value : values) {
+    *out++ = value;
+    *out++ = std::nan("");
+  }
+  *out++ = 1000.0;
+  *out++ = 7.0;
+  std::vector<std::uint8_t> mask(9, 1);
+  mask[8] = 0;
+  const auto bands = app::bandsOf(*scan, 0, mask, never);
+  ASSERT_TRUE(bands);
+  const double expected[] = {1.0, 1.75, 3.5, 5.25, 7.95};
+  for (std::size_t i = 0; i < 5; ++i) {
+    EXPECT_NEAR(bands->quantiles[i][0], expected[i], 1e-12);
+    EXPECT_TRUE(std::isnan(bands->quantiles[i][1])) << "no run that counts has a value";
+  }
+}
+
+} // namespace
+} // namespace runsieve::test

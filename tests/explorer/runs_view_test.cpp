@@ -1,0 +1,341 @@
+#include "DocumentScene.h"
+#include "Mouse.h"
+
+#include "app/explorer/runs/RunsPane.h"
+
+#include <gmock/gmock.h>
+
+#include <QComboBox>
+#include <QImage>
+#include <QToolButton>
+
+namespace runsieve::test {
+namespace {
+
+using app::RunsPane;
+using app::RunsView;
+
+/// The charts of the runs of a scan of lines in a window.
+struct RunsViewScene : DocumentScene
+{
+  RunsPane pane{document};
+
+  void SetUp() override
+  {
+    pane.resize(800, 600);
+    pane.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&pane));
+    ASSERT_TRUE(settlePane());
+  }
+
+  [[nodiscard]] bool settlePane()
+  {
+    return waitFor([this] { return pane.isSettled() && document.isCompared(); });
+  }
+  [[nodiscard]] RunsView& view(std::size_t place = 0) { return *pane.view(place); }
+  [[nodiscard]] QPointF at(double time, double value) { return view().frame().at(time, value); }
+  void drawGate(double firstTime, double low, double lastTime, double high)
+  {
+    Mouse(view()).drag(at(firstTime, low), at(lastTime, high));
+  }
+  [[nodiscard]] Gate const& gate(std::size_t i = 0) { return document.state().gates.at(i).gate; }
+  [[nodiscard]] std::vector<std::size_t> runsWithK0(double low, double high)
+  {
+    std::vector<std::size_t> runs;
+    for (std::size_t run = 0; run < 40; ++run)
+      if (scattered(0, run) >= low && scattered(0, run) <= high) runs.push_back(run);
+    return runs;
+  }
+  /// Pixels in the colour of a gate's side.
+  static int pixelsOfGates(RunsView& chart)
+  {
+    const QImage shot = chart.grab().toImage();
+    const QColor wanted = app::Theme::ofPalette(chart.palette(), chart.font()).gate;
+    int count = 0;
+    for (int y = 0; y < shot.height(); ++y)
+      for (int x = 0; x < shot.width(); ++x) count += shot.pixelColor(x, y) == wanted ? 1 : 0;
+    return count;
+  }
+  [[nodiscard]] QColor colorAt(QPointF const& place)
+  {
+    const QImage shot = view().grab().toImage();
+    return shot.pixelColor((place * shot.devicePixelRatio()).toPoint());
+  }
+};
+
+TEST_F(RunsViewScene, ADragDrawsAGateThatRunsMustPass)
+{
+  drawGate(2.0, 0.5, 4.0, 0.9);
+  ASSERT_EQ(document.state().gates.size(), 1u);
+  EXPECT_EQ(gate().column, "A");
+  EXPECT_NEAR(*gate().span->first, 2.0, 0.02);
+  EXPECT_NEAR(*gate().span->last, 4.0, 0.02);
+  EXPECT_NEAR(gate().range.low, 0.5, 0.005);
+  EXPECT_NEAR(gate().range.high, 0.9, 0.005);
+  EXPECT_EQ(document.passing().members(), runsWithK0(gate().range.low, gate().range.high));
+}
+
+TEST_F(RunsViewScene, TheRightButtonDrawsAGateWhateverTheToolIs)
+{
+  pane.setTool(app::RunsTool::Pan);
+  Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9), Qt::RightButton);
+  EXPECT_EQ(document.state().gates.size(), 1u);
+}
+
+TEST_F(RunsViewScene, WithShiftTheOtherRunsPass)
+{
+  Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9), Qt::LeftButton, Qt::ShiftModifier);
+  ASSERT_EQ(document.state().gates.size(), 1u);
+  EXPECT_TRUE(gate().negated);
+  EXPECT_EQ(document.passing().count(), 40u - runsWithK0(gate().range.low, gate().range.high).size());
+}
+
+TEST_F(RunsViewScene, NumbersOfAGateHaveNoMoreDigitsThanPixelsCanTell)
+{
+  drawGate(2.0, 0.5, 4.0, 0.9);
+  EXPECT_LE(QString::number(gate().range.low, 'g', 12).size(), 6);
+  EXPECT_LE(QString::number(*gate().span->first, 'g', 12).size(), 5);
+}
+
+TEST_F(RunsViewScene, AGateReachesNoFurtherThanTheTimesOfTheScan)
+{
+  drawGate(8.0, 0.1, 30.0, 0.9);
+  EXPECT_EQ(*gate().span->last, 10.0);
+}
+
+TEST_F(RunsViewScene, ADragOverNoRunChangesNothing)
+{
+  drawGate(2.0, -0.035, 4.0, -0.02);
+  EXPECT_TRUE(document.state().gates.empty());
+  EXPECT_FALSE(document.undoStack().canUndo());
+}
+
+TEST_F(RunsViewScene, EscapeGivesADragUp)
+{
+  Mouse mouse(view());
+  mouse.press(at(2.0, 0.5));
+  mouse.move(at(4.0, 0.9));
+  EXPECT_LT(document.passing().count(), 40u);
+  QTest::keyClick(&view(), Qt::Key_Escape);
+  EXPECT_EQ(document.passing().count(), 40u);
+  mouse.move(at(5.0, 0.9));
+  mouse.release(at(5.0, 0.9));
+  EXPECT_TRUE(document.state().gates.empty());
+}
+
+TEST_F(RunsViewScene, WhileAGateIsDrawnTheRunsThatWouldPassAreCounted)
+{
+  QStringList told;
+  QObject::connect(&pane, &RunsPane::told, [&](QString const& text) { told << text; });
+  Mouse mouse(view());
+  mouse.press(at(2.0, 0.5));
+  mouse.move(at(3.0, 0.95));
+  ASSERT_FALSE(told.isEmpty());
+  EXPECT_EQ(told.last(), QString("%1 of 40 runs pass").arg(document.passing().count()));
+  mouse.release(at(3.0, 0.95));
+  EXPECT_EQ(told.last(), "");
+}
+
+TEST_F(RunsViewScene, AGateIsMovedByItsMiddle)
+{
+  drawGate(2.0, 0.2, 4.0, 0.6);
+  const Gate before = gate();
+  Mouse(view()).drag(at(3.0, 0.4), at(4.0, 0.5));
+  EXPECT_NEAR(*gate().span->first, *before.span->first + 1.0, 0.03);
+  EXPECT_NEAR(*gate().span->last, *before.span->last + 1.0, 0.03);
+  EXPECT_NEAR(gate().range.low, before.range.low + 0.1, 0.01);
+  EXPECT_NEAR(gate().range.high, before.range.high + 0.1, 0.01);
+  EXPECT_EQ(document.undoStack().undoText(), "Move gate");
+  EXPECT_EQ(document.state().gates.size(), 1u);
+}
+
+TEST_F(RunsViewScene, AGateIsResizedByASide)
+{
+  drawGate(2.0, 0.2, 4.0, 0.6);
+  const Gate before = gate();
+  Mouse(view()).drag(at(3.0, before.range.high), at(3.0, 0.8));
+  EXPECT_NEAR(gate().range.high, 0.8, 0.01);
+  EXPECT_EQ(gate().range.low, before.range.low);
+  EXPECT_EQ(*gate().span->first, *before.span->first);
+  EXPECT_EQ(document.undoStack().undoText(), "Resize gate");
+}
+
+TEST_F(RunsViewScene, ASideDraggedBeyondTheOtherTurnsTheGateOver)
+{
+  drawGate(2.0, 0.2, 4.0, 0.6);
+  Mouse(view()).drag(at(3.0, gate().range.high), at(3.0, 0.1));
+  EXPECT_LT(gate().range.low, gate().range.high);
+  EXPECT_NEAR(gate().range.low, 0.1, 0.01);
+  EXPECT_NEAR(gate().range.high, 0.2, 0.01);
+}
+
+TEST_F(RunsViewScene, OpenEndsOfAGateStayOpenWhenItIsMoved)
+{
+  Gate open = gateOnA(0.3, std::numeric_limits<double>::infinity());
+  open.span = GateSpan{2.0, std::nullopt};
+  addGate(open);
+  document.selectGate(0);
+  Mouse(view()).drag(at(6.0, 0.7), at(7.0, 0.8));
+  EXPECT_FALSE(gate().span->last);
+  EXPECT_TRUE(std::isinf(gate().range.high));
+  EXPECT_NEAR(gate().range.low, 0.4, 0.01);
+}
+
+TEST_F(RunsViewScene, AClickPinsARunAndASecondFreesIt)
+{
+  const double value = scattered(0, 7);
+  Mouse(view()).click(at(5.5, value));
+  EXPECT_THAT(document.pinnedRuns(), testing::ElementsAre(7u));
+  Mouse(view()).click(at(5.5, value));
+  EXPECT_TRUE(document.pinnedRuns().empty());
+}
+
+TEST_F(RunsViewScene, ThePointerTellsOfTheRunBelowIt)
+{
+  Mouse(view()).move(at(5.0, scattered(0, 11)));
+  EXPECT_EQ(document.hoveredRun(), 11u);
+  Mouse(view()).move(at(5.0, 1.02));
+  EXPECT_EQ(document.hoveredRun(), std::nullopt);
+}
+
+TEST_F(RunsViewScene, TheWheelZoomsAboutThePointer)
+{
+  const double value = view().frame().yValue(at(5.0, 0.5).y());
+  const QPointF place = at(5.0, 0.5);
+  Mouse(view()).wheel(place, 2);
+  EXPECT_LT(view().frame().horizontal().high() - view().frame().horizontal().low(), 8.0);
+  EXPECT_NEAR(view().frame().yValue(place.y()), value, 1e-9);
+  EXPECT_NEAR(view().frame().xValue(place.x()), 5.0, 1e-9);
+}
+
+TEST_F(RunsViewScene, OverAnAxisTheWheelZoomsThatAxisAlone)
+{
+  const app::AxisMap values = view().frame().vertical();
+  Mouse(view()).wheel(QPointF(at(5.0, 0.5).x(), view().frame().plot().bottom() + 10.0), 1);
+  EXPECT_EQ(view().frame().vertical(), values);
+  EXPECT_GT(view().frame().horizontal().low(), 0.0);
+}
+
+TEST_F(RunsViewScene, ADoubleClickShowsEverythingAndPinsNothing)
+{
+  Mouse(view()).wheel(at(5.0, 0.5), 3);
+  Mouse(view()).doubleClick(at(5.0, scattered(0, 3)));
+  EXPECT_TRUE(pane.zoom().isAll());
+  EXPECT_TRUE(document.pinnedRuns().empty());
+}
+
+TEST_F(RunsViewScene, KeysZoomMoveAndReset)
+{
+  QTest::keyClick(&view(), Qt::Key_Plus);
+  const app::AxisMap zoomed = view().frame().horizontal();
+  EXPECT_GT(zoomed.low(), 0.0);
+  QTest::keyClick(&view(), Qt::Key_Right);
+  EXPECT_GT(view().frame().horizontal().low(), zoomed.low());
+  QTest::keyClick(&view(), Qt::Key_0);
+  EXPECT_EQ(view().frame().horizontal().low(), 0.0);
+}
+
+TEST_F(RunsViewScene, ZoomsAreGoneBackAndForwardThrough)
+{
+  pane.setTool(app::RunsTool::Zoom);
+  Mouse(view()).drag(at(2.0, 0.2), at(8.0, 0.8));
+  const app::AxisMap first = view().frame().horizontal();
+  EXPECT_NEAR(first.low(), 2.0, 1e-6);
+  EXPECT_NEAR(first.high(), 8.0, 1e-6);
+  pane.zoom().back();
+  EXPECT_EQ(view().frame().horizontal().low(), 0.0);
+  EXPECT_FALSE(pane.zoom().canGoBack());
+  pane.zoom().forward();
+  EXPECT_EQ(view().frame().horizontal(), first);
+}
+
+TEST_F(RunsViewScene, PanningMovesBothAxesByWhatTheHandMoved)
+{
+  pane.setTool(app::RunsTool::Pan);
+  const QPointF from = at(5.0, 0.5);
+  Mouse(view()).drag(from, from + QPointF(-60.0, 30.0));
+  EXPECT_NEAR(view().frame().xValue(from.x() - 60.0), 5.0, 1e-6);
+  EXPECT_NEAR(view().frame().yValue(from.y() + 30.0), 0.5, 1e-6);
+}
+
+TEST_F(RunsViewScene, ChartsOfSeveralOutputsShareTheTimesAndLineUp)
+{
+  ASSERT_TRUE(pane.addOutput());
+  ASSERT_NE(pane.view(1), nullptr);
+  EXPECT_EQ(pane.view(1)->shownOutput(), 1u);
+  QApplication::processEvents();
+  EXPECT_EQ(pane.view(0)->frame().plot().left(), pane.view(1)->frame().plot().left());
+  EXPECT_EQ(pane.view(0)->frame().plot().width(), pane.view(1)->frame().plot().width());
+  Mouse(*pane.view(1)).wheel(pane.view(1)->frame().plot().center(), 2);
+  EXPECT_EQ(pane.view(0)->frame().horizontal(), pane.view(1)->frame().horizontal());
+  EXPECT_FALSE(pane.addOutput()) << "there are no more outputs";
+}
+
+TEST_F(RunsViewScene, AChartCanBeClosedAndUndoBringsItBack)
+{
+  ASSERT_TRUE(pane.addOutput());
+  QApplication::processEvents();
+  auto buttons = pane.findChildren<QToolButton*>();
+  buttons.erase(std::remove_if(buttons.begin(), buttons.end(), [](auto* b) { return !b->isVisible(); }),
+                buttons.end());
+  ASSERT_EQ(buttons.size(), 2);
+  buttons[0]->click();
+  EXPECT_EQ(document.state().view.outputs, std::vector<std::size_t>{1});
+  document.undoStack().undo();
+  EXPECT_EQ(document.state().view.outputs, (std::vector<std::size_t>{0, 1}));
+}
+
+TEST_F(RunsViewScene, AnotherOutputIsChosenByName)
+{
+  auto* box = pane.findChild<QComboBox*>();
+  ASSERT_EQ(box->count(), 2);
+  box->setCurrentIndex(1);
+  Q_EMIT box->activated(1);
+  EXPECT_EQ(view().shownOutput(), 1u);
+  document.undoStack().undo();
+  EXPECT_EQ(view().shownOutput(), 0u);
+}
+
+TEST_F(RunsViewScene, GatesShowOnTheirOutputAlone)
+{
+  ASSERT_TRUE(pane.addOutput());
+  drawGate(2.0, 0.5, 4.0, 0.9);
+  QApplication::processEvents();
+  EXPECT_GT(pixelsOfGates(*pane.view(0)), 100);
+  EXPECT_EQ(pixelsOfGates(*pane.view(1)), 0);
+}
+
+TEST_F(RunsViewScene, RunsShowWhereTheyAre)
+{
+  const QPointF on = at(5.0, scattered(0, 5));
+  EXPECT_NE(colorAt(on), QColor(Qt::white));
+  EXPECT_EQ(colorAt(at(5.0, -0.035)), QColor(Qt::white));
+}
+
+TEST_F(RunsViewScene, HiddenOthersLeaveThePassingRunsAlone)
+{
+  drawGate(2.0, 0.5, 4.0, 0.999);
+  document.selectGate(std::nullopt);
+  document.change("Focus", [](app::State& state) { state.view.focus = app::Focus::Hidden; });
+  ASSERT_TRUE(settlePane());
+  std::size_t below = 0;
+  while (scattered(0, below) > 0.45) ++below;
+  EXPECT_EQ(colorAt(at(8.0, scattered(0, below))), QColor(Qt::white));
+  std::size_t above = 0;
+  while (scattered(0, above) < 0.55) ++above;
+  EXPECT_NE(colorAt(at(8.0, scattered(0, above))), QColor(Qt::white));
+}
+
+TEST_F(RunsViewScene, LogarithmicAxesLeaveOutWhatIsNotPositive)
+{
+  document.change("Show output", [](app::State& state) {
+    state.view.outputs = {1};
+    state.view.logOutputs[1] = true;
+  });
+  ASSERT_TRUE(settlePane());
+  EXPECT_TRUE(view().frame().vertical().isLogarithmic());
+  EXPECT_GT(view().frame().vertical().low(), 0.0);
+}
+
+} // namespace
+} // namespace runsieve::test
