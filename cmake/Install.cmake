@@ -23,4 +23,9 @@ install(FILES ${PROJECT_BINARY_DIR}/RunsieveConfig.cmake ${PROJECT_BINARY_DIR}/R
 if(RUNSIEVE_APP)
   install(TARGETS runsieve_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(TARGETS runsieve_desk LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/runsieve)
+  # For the menus and the file manager of a desktop.
+  set(_desktop ${PROJECT_SOURCE_DIR}/app/desktop/org.runsieve.Runsieve)
+  install(FILES ${_desktop}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES ${_desktop}.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+  install(FILES ${_desktop}.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 endif()

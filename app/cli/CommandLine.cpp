@@ -537,6 +537,7 @@ private:
   {
     auto* command = program.add_subcommand("explore", "Open the desktop explorer");
     addReadOptions(*command, explore, false);
+    command->add_option("more", explore.more, "Further scans, each in a window of its own");
     command->footer("Example:\n  runsieve explore scan.csv");
   }
 

@@ -136,7 +136,9 @@ struct ConvertArguments : SieveArguments
 };
 
 struct ExploreArguments : CommonOptions
-{};
+{
+  std::vector<std::string> more; ///< further files, each for a window of its own
+};
 
 // Each returns the exit status, and throws if its work fails.
 int runSimulate(SimulateArguments const& arguments);

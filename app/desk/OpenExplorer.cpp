@@ -33,11 +33,15 @@ int openExplorer(ExploreArguments const& arguments)
   char name[] = "runsieve";
   char* argv[] = {name, nullptr};
   QApplication application(argc, argv);
-  ExplorerWindow window;
-  window.resize(1280, 860);
-  window.QWidget::show();
-  if (!arguments.file.empty())
-    window.open(QFile::decodeName(arguments.file.c_str()), arguments.read);
+  QApplication::setApplicationName("runsieve");
+  QApplication::setApplicationDisplayName("Runsieve");
+  QApplication::setDesktopFileName("org.runsieve.Runsieve");
+  std::vector<std::string> files = arguments.more;
+  files.insert(files.begin(), arguments.file);
+  for (std::string const& file : files) {
+    ExplorerWindow* window = newExplorerWindow();
+    if (!file.empty()) window->open(QFile::decodeName(file.c_str()), arguments.read);
+  }
   return QApplication::exec();
 }
 

@@ -38,6 +38,8 @@ TEST(CommandLine, WithoutACommandItExplores)
   EXPECT_EQ(parse<ExploreArguments>({}).file, "");
   EXPECT_EQ(parse<ExploreArguments>({"scan.csv"}).file, "scan.csv");
   EXPECT_EQ(parse<ExploreArguments>({"explore", "scan.csv"}).file, "scan.csv");
+  EXPECT_THAT(parse<ExploreArguments>({"explore", "a.csv", "b.csv", "c.csv"}).more,
+              testing::ElementsAre("b.csv", "c.csv"));
 }
 
 TEST(CommandLine, ReadsRank)

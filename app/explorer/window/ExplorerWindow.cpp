@@ -65,6 +65,17 @@ ExplorerWindow::~ExplorerWindow()
   reader.disconnect(this);
 }
 
+ExplorerWindow* newExplorerWindow()
+{
+  auto* window = new ExplorerWindow;
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  constexpr int width = 1280;
+  constexpr int height = 860;
+  window->resize(width, height);
+  window->QWidget::show();
+  return window;
+}
+
 void ExplorerWindow::buildCentre()
 {
   auto* start = new StartPage;

@@ -65,4 +65,7 @@ private:
   QToolButton* cancelling = nullptr;
 };
 
+/// Shows another window, which deletes itself when it is closed.
+ExplorerWindow* newExplorerWindow();
+
 } // namespace runsieve::app

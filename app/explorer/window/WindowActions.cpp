@@ -40,12 +40,7 @@ void ExplorerWindow::connectFileActions()
     box.setText(lines.isEmpty() ? QString("Nothing was guessed.") : lines.join('\n'));
     box.exec();
   });
-  table->on("file.window", [] {
-    auto* window = new ExplorerWindow;
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->resize(1200, 850);
-    window->QWidget::show();
-  });
+  table->on("file.window", [] { newExplorerWindow(); });
   table->on("file.close", [this] { close(); });
   table->on("file.quit", [] { QApplication::closeAllWindows(); });
   table->on("edit.commands", [this] {
