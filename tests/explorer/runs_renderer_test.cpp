@@ -48,8 +48,7 @@ TEST(RunsRenderer, ALineCoversThePixelsItPassesThrough)
   const QImage image = imageOf(wanted);
   const int row = 120 - 1 - static_cast<int>(scattered(0, 4) * 120.0);
   EXPECT_GT(qAlpha(image.pixel(100, row)), 100);
-  for (int y = 0; y < 120; ++y)
-    EXPECT_TRUE(std::abs(y - row) <= 1 || qAlpha(image.pixel(100, y)) == 0) << y;
+  for (int y = 0; y < 120; ++y) EXPECT_TRUE(std::abs(y - row) <= 1 || qAlpha(image.pixel(100, y)) == 0) << y;
 }
 
 TEST(RunsRenderer, RunsThatComeAndGoLeaveThePictureOfThoseThatAreIn)

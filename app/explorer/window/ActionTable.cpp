@@ -16,7 +16,7 @@ std::vector<ActionEntry> const& actionTable()
        Kind::Plain, true},
       {"file.saveas", "&File", "Save session &as...", "Ctrl+Shift+S",
        "Save gates, sets and view in another sieve file", Kind::Plain, false, true},
-      {"file.figure", "&File", "&Export figure...", "Ctrl+E", "Make a picture for a paper: PNG, SVG or PDF",
+      {"file.figure", "&File", "Export fi&gure...", "Ctrl+E", "Make a picture for a paper: PNG, SVG or PDF",
        Kind::Plain, true},
       {"file.runs", "&File", "Export passing r&uns...", "Ctrl+Shift+E", "Write the passing runs as a scan"},
       {"file.plot", "&File", "Save p&lot...", "", "Save scan and selection as a stored plot (.rsd)"},
@@ -44,7 +44,7 @@ std::vector<ActionEntry> const& actionTable()
       {"gate.delete", "&Gates", "De&lete gate", "Del", "Take the selected gate away"},
       {"gate.clear", "&Gates", "Delete &all gates", "Ctrl+L", "Take all gates away", Kind::Plain, false,
        true},
-      {"join.all", "&Gates", "Pass a&ll gates", "", "A run must pass every gate", Kind::Choice},
+      {"join.all", "&Gates", "Pass e&very gate", "", "A run must pass every gate", Kind::Choice},
       {"join.any", "&Gates", "Pass any ga&te", "", "A run must pass one of the gates", Kind::Choice},
 
       {"look.density", "&View", "Runs as &density", "", "Shades by the number of runs", Kind::Choice},
@@ -67,7 +67,7 @@ std::vector<ActionEntry> const& actionTable()
       {"pins.clear", "&View", "&Unpin all runs", "Ctrl+U", "Forget the runs that were clicked"},
       {"view.composite", "&View", "&Composite view...", "",
        "Runs and parameters in one picture, as render draws them"},
-      {"view.docks", "&View", "&Restore the layout", "", "Put all panes where they were at first"},
+      {"view.docks", "&View", "Restore the la&yout", "", "Put all panes where they were at first"},
 
       {"parameters.curves", "&Parameters", "&Cumulative curves", "", "Shares of the runs up to a value",
        Kind::Choice},

@@ -48,6 +48,7 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
       refreshActions();
       refreshStatus();
     });
+  connect(&content.undoStack(), &QUndoStack::indexChanged, this, &ExplorerWindow::refreshActions);
   connect(&reader, &Opening::finished, this, &ExplorerWindow::show);
   connect(&reader, &Opening::failed, this, [this](QString const&, QString const& message) {
     QMessageBox box(QMessageBox::Warning, "Runsieve", QString(), QMessageBox::Ok, this);

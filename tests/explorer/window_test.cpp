@@ -1,0 +1,252 @@
+#include "WindowScene.h"
+
+#include "app/explorer/window/ActionTable.h"
+#include "app/explorer/window/CommandSearch.h"
+#include "app/explorer/window/CompositeOf.h"
+#include "app/explorer/window/StartPage.h"
+#include "app/store/StoredPlot.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QDropEvent>
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTimer>
+
+#include <map>
+#include <set>
+
+namespace runsieve::test {
+namespace {
+
+/// Closes the next dialog and keeps what it says.
+struct NextDialog
+{
+  NextDialog()
+  {
+    QObject::connect(&timer, &QTimer::timeout, [this] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      if (!dialog) return;
+      if (auto* box = qobject_cast<QMessageBox*>(dialog)) text = box->text();
+      seen = true;
+      timer.stop();
+      dialog->close();
+    });
+    timer.start(20);
+  }
+
+  QTimer timer;
+  QString text;
+  bool seen = false;
+};
+
+TEST(ActionTable, EachActionHasItsOwnNameAndNoTwoShareAKey)
+{
+  std::set<std::string> ids;
+  std::map<std::string, std::string> keys;
+  for (app::ActionEntry const& entry : app::actionTable()) {
+    EXPECT_TRUE(ids.insert(entry.id).second) << entry.id;
+    EXPECT_GT(std::string(entry.hint).size(), 10u) << entry.id;
+    for (QString const& key : QString(entry.shortcut).split("; ")) {
+      if (key.isEmpty()) continue;
+      EXPECT_FALSE(QKeySequence::fromString(key, QKeySequence::PortableText).isEmpty()) << entry.id;
+      auto const [place, isNew] = keys.emplace(key.toStdString(), entry.id);
+      EXPECT_TRUE(isNew) << entry.id << " and " << place->second;
+    }
+  }
+}
+
+TEST(ActionTable, NoTwoEntriesOfAMenuShareALetter)
+{
+  std::map<std::string, std::map<QChar, std::string>> letters;
+  for (app::ActionEntry const& entry : app::actionTable()) {
+    const QString text = entry.text;
+    const int at = text.indexOf('&');
+    ASSERT_GE(at, 0) << entry.id;
+    auto const [place, isNew] = letters[entry.menu].emplace(text[at + 1].toLower(), entry.id);
+    EXPECT_TRUE(isNew) << entry.id << " and " << place->second;
+  }
+}
+
+TEST_F(WindowScene, StartsEmptyAndOffersAWayIn)
+{
+  EXPECT_FALSE(document().isOpen());
+  auto* start = window->findChild<app::StartPage*>();
+  ASSERT_NE(start, nullptr);
+  EXPECT_TRUE(start->isVisible());
+  EXPECT_EQ(window->runs().view(), nullptr);
+}
+
+TEST_F(WindowScene, AFileIsReadBesideTheInterfaceAndShown)
+{
+  ASSERT_TRUE(openLines());
+  EXPECT_EQ(document().scan().runs.size(), 40u);
+  EXPECT_EQ(window->statusText(), "40 runs, 11 times");
+  EXPECT_TRUE(view().isVisible());
+  EXPECT_THAT(window->windowTitle().toStdString(), testing::StartsWith("scan.csv"));
+}
+
+TEST_F(WindowScene, AFileThatCannotBeReadIsToldAndLeavesWhatIsOpen)
+{
+  ASSERT_TRUE(openLines());
+  QFile bad(file("bad.csv"));
+  ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+  bad.write("nothing of use\n");
+  bad.close();
+  NextDialog dialog;
+  window->open(file("bad.csv"));
+  ASSERT_TRUE(waitFor([&] { return dialog.seen; }));
+  EXPECT_THAT(dialog.text.toStdString(), testing::HasSubstr("bad.csv"));
+  EXPECT_EQ(document().scan().runs.size(), 40u);
+  EXPECT_THAT(window->windowTitle().toStdString(), testing::StartsWith("scan.csv"));
+}
+
+TEST_F(WindowScene, TheExampleIsSimulatedOnTheSpot)
+{
+  trigger("file.example");
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }, 60'000));
+  EXPECT_EQ(document().scan().runs.size(), 1000u);
+}
+
+TEST_F(WindowScene, AFileThatIsDroppedOpens)
+{
+  writeScan(*lineScan(), file("dropped.csv").toStdString());
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(file("dropped.csv"))});
+  QDragEnterEvent enter(QPoint(100, 100), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window.get(), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent event(QPointF(100, 100), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window.get(), &event);
+  EXPECT_TRUE(waitFor([this] { return document().isOpen(); }));
+}
+
+TEST_F(WindowScene, TheStatusTellsWhatPassesAndHowManyParametersDiffer)
+{
+  ASSERT_TRUE(openLines());
+  Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.999));
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(window->statusText(),
+            QString("40 runs, 11 times   |   %1 runs pass   |   1 of 6 parameters differ")
+                .arg(document().passing().count()));
+}
+
+TEST_F(WindowScene, TheMenuNamesWhatIsTakenBack)
+{
+  ASSERT_TRUE(openLines());
+  EXPECT_FALSE(window->actions().at("edit.undo")->isEnabled());
+  Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9));
+  EXPECT_EQ(window->actions().at("edit.undo")->text(), QString("&Undo Draw gate"));
+  trigger("edit.undo");
+  EXPECT_TRUE(document().state().gates.empty());
+  EXPECT_EQ(window->actions().at("edit.redo")->text(), QString("&Redo Draw gate"));
+  trigger("edit.redo");
+  EXPECT_EQ(document().state().gates.size(), 1u);
+}
+
+TEST_F(WindowScene, TheSelectedGateIsSwitchedInvertedAndDeletedFromTheMenu)
+{
+  ASSERT_TRUE(openLines());
+  EXPECT_FALSE(window->actions().at("gate.delete")->isEnabled());
+  Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9));
+  const std::size_t passing = document().passing().count();
+  trigger("gate.negate");
+  EXPECT_EQ(document().passing().count(), 40u - passing);
+  trigger("gate.toggle");
+  EXPECT_EQ(document().passing().count(), 40u);
+  trigger("gate.delete");
+  EXPECT_TRUE(document().state().gates.empty());
+  EXPECT_EQ(document().undoStack().count(), 4);
+}
+
+TEST_F(WindowScene, ChecksFollowTheStateWhoeverChangesIt)
+{
+  ASSERT_TRUE(openLines());
+  document().change("Focus", [](app::State& state) { state.view.focus = app::Focus::Hidden; });
+  EXPECT_TRUE(window->actions().at("focus.hidden")->isChecked());
+  trigger("focus.faded");
+  EXPECT_EQ(document().state().view.focus, app::Focus::Faded);
+  trigger("look.bands");
+  EXPECT_EQ(document().state().view.runsLook, app::RunsLook::Bands);
+  trigger("join.any");
+  EXPECT_EQ(document().state().join, GateJoin::Any);
+}
+
+TEST_F(WindowScene, ACommandIsFoundByItsWordsAndTriggered)
+{
+  ASSERT_TRUE(openLines());
+  app::CommandSearch search({window->actions().at("look.bands"), window->actions().at("focus.faded"),
+                             window->actions().at("gate.delete")});
+  search.show();
+  auto* words = search.findChild<QLineEdit*>();
+  auto* found = search.findChild<QListWidget*>();
+  EXPECT_EQ(found->count(), 3);
+  QTest::keyClicks(words, "runs QUART");
+  ASSERT_EQ(found->count(), 1);
+  QTest::keyClick(words, Qt::Key_Return);
+  EXPECT_EQ(document().state().view.runsLook, app::RunsLook::Bands);
+}
+
+TEST_F(WindowScene, ACommandThatIsDisabledCannotBeChosen)
+{
+  ASSERT_TRUE(openLines());
+  app::CommandSearch search({window->actions().at("gate.delete")});
+  search.show();
+  EXPECT_EQ(search.findChild<QListWidget*>()->currentItem(), nullptr);
+  QTest::keyClick(search.findChild<QLineEdit*>(), Qt::Key_Return);
+  EXPECT_TRUE(search.isVisible());
+}
+
+TEST_F(WindowScene, AStoredPlotOpensWithItsGates)
+{
+  ASSERT_TRUE(openLines());
+  Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9));
+  const RunSet passing = document().passing();
+  writePlot(app::plotOf(document()), file("plot.rsd").toStdString());
+  document().close();
+  window->open(file("plot.rsd"));
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
+  EXPECT_EQ(document().state().gates.size(), 1u);
+  EXPECT_EQ(document().passing(), passing);
+}
+
+TEST_F(WindowScene, TheSelectionOfAPlotWithoutGatesIsAGateOnItsRuns)
+{
+  ASSERT_TRUE(openLines());
+  Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9));
+  const RunSet passing = document().passing();
+  app::StoredPlot plot = app::plotOf(document());
+  plot.gates.clear();
+  writePlot(plot, file("plot.rsd").toStdString());
+  document().close();
+  window->open(file("plot.rsd"));
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
+  ASSERT_EQ(document().state().gates.size(), 1u);
+  EXPECT_EQ(document().state().gates[0].gate.kind, GateKind::Runs);
+  EXPECT_EQ(document().passing(), passing);
+}
+
+TEST_F(WindowScene, ReadingCanBeGivenUp)
+{
+  writeScan(*lineScan(20'000), file("large.csv").toStdString());
+  window->open(file("large.csv"));
+  window->opening().cancel();
+  ASSERT_TRUE(waitFor([this] { return !window->opening().isBusy(); }));
+  EXPECT_FALSE(document().isOpen());
+}
+
+TEST_F(WindowScene, ClosingWhileAFileIsReadWaitsForNothing)
+{
+  writeScan(*lineScan(20'000), file("large.csv").toStdString());
+  window->open(file("large.csv"));
+  window.reset();
+}
+
+} // namespace
+} // namespace runsieve::test
