@@ -1,4 +1,5 @@
 #include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/charts/RoundedValue.h"
 #include "app/explorer/runs/RunsOverlay.h"
 #include "app/explorer/runs/RunsView.h"
 
@@ -17,15 +18,6 @@ namespace {
 constexpr double reach = 7.0;      ///< pixels from a side of a gate, or from a line
 constexpr double wheelStep = 0.83; ///< of the axis that one step of the wheel leaves
 constexpr double keyStep = 0.1;    ///< of the axis
-
-/// To as many digits as pixels can tell: numbers that people can read and repeat.
-double rounded(double value, double step)
-{
-  if (!std::isfinite(value) || !(step > 0.0)) return value;
-  const double unit = std::pow(10.0, std::floor(std::log10(step)));
-  const double result = std::round(value / unit) * unit;
-  return std::isfinite(result) ? QString::number(result, 'g', 12).toDouble() : value;
-}
 
 Qt::CursorShape cursorOf(GateGrip const& grip)
 {
@@ -66,13 +58,13 @@ Gate RunsView::finished(Gate gate) const
   };
   if (gate.span) {
     for (std::optional<double>* end : {&gate.span->first, &gate.span->last})
-      if (*end) *end = std::clamp(rounded(**end, xStep), scan.times.front(), scan.times.back());
+      if (*end) *end = std::clamp(roundedValue(**end, xStep), scan.times.front(), scan.times.back());
   }
   if (gate.kind == GateKind::TimeOfMax || gate.kind == GateKind::TimeOfMin) {
-    gate.range = {rounded(gate.range.low, xStep), rounded(gate.range.high, xStep)};
+    gate.range = {roundedValue(gate.range.low, xStep), roundedValue(gate.range.high, xStep)};
   } else {
-    gate.range.low = rounded(gate.range.low, yStep(gate.range.low));
-    gate.range.high = rounded(gate.range.high, yStep(gate.range.high));
+    gate.range.low = roundedValue(gate.range.low, yStep(gate.range.low));
+    gate.range.high = roundedValue(gate.range.high, yStep(gate.range.high));
   }
   return gate;
 }

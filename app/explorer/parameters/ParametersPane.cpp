@@ -1,0 +1,84 @@
+#include "app/explorer/parameters/ParametersPane.h"
+
+#include "app/explorer/parameters/GroupLegend.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace runsieve::app {
+
+ParametersPane::ParametersPane(Document& ofDocument, QWidget* parent)
+    : QWidget(parent), document(ofDocument), shown(ofDocument)
+{
+  setAccessibleName("Parameters");
+  pages = new QTabWidget;
+  pages->setDocumentMode(true);
+  pages->addTab(chartsPage(), "&Charts");
+  pages->setTabToolTip(0, "A chart of each parameter, the one that differs most first");
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(pages);
+  connect(&document, &Document::stateChanged, this, &ParametersPane::refresh);
+  connect(&document, &Document::opened, this, &ParametersPane::refresh);
+  refresh();
+}
+
+QWidget* ParametersPane::chartsPage()
+{
+  auto* page = new QWidget;
+  looks = new QComboBox;
+  looks->addItems({"Cumulative curves", "Densities", "Scatter"});
+  looks->setAccessibleName("What the charts show");
+  looks->setToolTip("Cumulative curves: the share of the runs up to a value. Densities: where runs are many. "
+                    "Scatter: values against the last value of the first output");
+  charts = new ParameterGrid(shown);
+  auto* bar = new QHBoxLayout;
+  bar->setContentsMargins(8, 4, 8, 2);
+  bar->setSpacing(12);
+  bar->addWidget(looks);
+  bar->addWidget(new GroupLegend(document));
+  bar->addStretch(1);
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addLayout(bar);
+  layout->addWidget(charts, 1);
+  connect(looks, qOverload<int>(&QComboBox::activated), this, [this](int index) {
+    document.change("Charts of the parameters",
+                    [&](State& state) { state.view.parameterLook = static_cast<ParameterLook>(index); });
+  });
+  connect(charts, &ParameterGrid::chosen, this, &ParametersPane::openLarge);
+  connect(charts, &ParameterGrid::told, this, &ParametersPane::told);
+  return page;
+}
+
+void ParametersPane::refresh()
+{
+  const QSignalBlocker quiet(looks);
+  looks->setEnabled(document.isOpen());
+  looks->setCurrentIndex(static_cast<int>(document.state().view.parameterLook));
+}
+
+void ParametersPane::showPage(Page page)
+{
+  pages->setCurrentIndex(static_cast<int>(page));
+}
+
+void ParametersPane::openLarge(std::size_t parameter)
+{
+  if (window) {
+    window->showParameter(parameter);
+  } else {
+    window = new LargeChart(shown, parameter, this);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->resize(720, 540);
+  }
+  window->show();
+  window->raise();
+  window->activateWindow();
+}
+
+} // namespace runsieve::app

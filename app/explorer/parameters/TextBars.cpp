@@ -1,0 +1,86 @@
+#include "app/explorer/parameters/TextBars.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+#include <numeric>
+
+namespace runsieve::app {
+
+namespace {
+
+double shareOf(std::size_t part, std::size_t whole)
+{
+  return whole == 0 ? 0.0 : static_cast<double>(part) / static_cast<double>(whole);
+}
+
+} // namespace
+
+std::vector<TextRow> textRows(ScanParameter const& parameter, TextGroups const& groups, std::size_t most)
+{
+  std::vector<std::size_t> shown(parameter.texts.size());
+  std::iota(shown.begin(), shown.end(), std::size_t(0));
+  const bool hasRest = shown.size() > most;
+  if (hasRest) {
+    auto const runs = [&](std::size_t text) { return groups.passing[text] + groups.others[text]; };
+    std::stable_sort(shown.begin(), shown.end(),
+                     [&](std::size_t a, std::size_t b) { return runs(a) > runs(b); });
+    shown.resize(std::max<std::size_t>(most, 2) - 1);
+    std::sort(shown.begin(), shown.end());
+  }
+  std::vector<TextRow> rows;
+  TextRow rest;
+  rest.passing = groups.allPassing > 0 ? 1.0 : 0.0;
+  rest.others = groups.allOthers > 0 ? 1.0 : 0.0;
+  for (std::size_t const text : shown) {
+    rows.push_back({QString::fromStdString(parameter.texts[text]),
+                    shareOf(groups.passing[text], groups.allPassing),
+                    shareOf(groups.others[text], groups.allOthers), false});
+    rest.passing = std::max(0.0, rest.passing - rows.back().passing);
+    rest.others = std::max(0.0, rest.others - rows.back().others);
+  }
+  if (!hasRest) return rows;
+  rest.text = QString("%L1 others").arg(parameter.texts.size() - shown.size());
+  rest.isRest = true;
+  rows.push_back(rest);
+  return rows;
+}
+
+void paintTextBars(QPainter& painter, QRectF const& area, std::vector<TextRow> const& rows, bool hasPassing,
+                   QString const& marked, Theme const& theme)
+{
+  if (rows.empty()) return;
+  const QFontMetricsF metrics(theme.font);
+  double widest = 0.0;
+  for (TextRow const& row : rows) widest = std::max(widest, metrics.horizontalAdvance(row.text));
+  const double label = std::min(widest, 0.42 * area.width());
+  const QRectF bars = area.adjusted(label + 2.0 * theme.gap, 0.0, -theme.gap, 0.0);
+  const double slot = std::min(area.height() / static_cast<double>(rows.size()), 3.2 * metrics.height());
+  const double thick = std::max(1.0, (hasPassing ? 0.36 : 0.56) * slot);
+  painter.save();
+  painter.setFont(theme.font);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    TextRow const& row = rows[i];
+    const double middle = area.top() + (static_cast<double>(i) + 0.5) * slot;
+    const QString text = elided(row.text, theme.font, label);
+    const bool isMarked = !marked.isEmpty() && !row.isRest && row.text == marked;
+    painter.setPen(isMarked ? theme.passing : row.isRest ? theme.faint : theme.ink);
+    painter.drawText(QPointF(area.left() + label - metrics.horizontalAdvance(text),
+                             middle + 0.5 * (metrics.ascent() - metrics.descent())),
+                     text);
+    QColor ground = theme.all;
+    ground.setAlphaF(0.8);
+    const double top = hasPassing ? middle - thick : middle - 0.5 * thick;
+    if (hasPassing)
+      painter.fillRect(QRectF(bars.left(), top, row.passing * bars.width(), thick), theme.passing);
+    painter.fillRect(QRectF(bars.left(), hasPassing ? middle : top, row.others * bars.width(), thick),
+                     ground);
+  }
+  painter.setPen(QPen(theme.faint, theme.line));
+  painter.drawLine(QPointF(bars.left(), area.top()),
+                   QPointF(bars.left(), area.top() + slot * static_cast<double>(rows.size())));
+  painter.restore();
+}
+
+} // namespace runsieve::app
