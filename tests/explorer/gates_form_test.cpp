@@ -1,0 +1,233 @@
+#include "DocumentScene.h"
+
+#include "app/explorer/controls/SearchableBox.h"
+#include "app/explorer/gates/GateFields.h"
+#include "app/explorer/gates/GateForm.h"
+#include "app/explorer/gates/GateKinds.h"
+
+#include <runsieve/core/gate/GateText.h>
+
+#include <gmock/gmock.h>
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace runsieve::test {
+namespace {
+
+/// A scan with a parameter of texts, one with the name of an output, and a run that has failed.
+std::shared_ptr<Scan const> variedScan()
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0, 5.0, 10.0};
+  for (int run = 1; run <= 6; ++run) scan->runs.push_back({std::to_string(run), RunStatus::Complete, 3});
+  scan->runs[5].status = RunStatus::Failed;
+  ScanParameter media;
+  media.label.name = "medium";
+  media.values = {0, 1, 0, 1, 0, 1};
+  media.texts = {"LB", "M9, rich"};
+  ScanParameter twin;
+  twin.label.name = "A";
+  twin.values = {1, 2, 3, 4, 5, 6};
+  scan->parameters.push_back(std::move(media));
+  scan->parameters.push_back(std::move(twin));
+  double* a = scan->addOutput({"A", "", "", ""});
+  for (int i = 0; i < 18; ++i) *a++ = i;
+  scan->check();
+  return scan;
+}
+
+struct GateFormScene : testing::Test
+{
+  app::Document document;
+  std::unique_ptr<app::GateForm> form;
+
+  GateFormScene() { document.open(variedScan(), {}); }
+
+  void open(std::optional<std::size_t> index = std::nullopt)
+  {
+    form = std::make_unique<app::GateForm>(document, index);
+    form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(form.get()));
+  }
+  [[nodiscard]] QLineEdit* field(QString const& name) const
+  {
+    for (QLineEdit* edit : form->findChildren<QLineEdit*>())
+      if (edit->accessibleName() == name) return edit;
+    return nullptr;
+  }
+  void type(QString const& name, QString const& text) const
+  {
+    QLineEdit* edit = field(name);
+    ASSERT_NE(edit, nullptr) << name.toStdString();
+    edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_Delete);
+    QTest::keyClicks(edit, text);
+  }
+  [[nodiscard]] std::string told(QString const& name) const
+  {
+    for (QLabel* label : form->findChildren<QLabel*>())
+      if (label->accessibleName() == name) return label->text().toStdString();
+    return "";
+  }
+  [[nodiscard]] bool counted() const
+  {
+    return waitFor(
+        [&] { return form->isSettled() && told("Runs that pass").find("of") != std::string::npos; });
+  }
+  [[nodiscard]] QPushButton* ok() const
+  {
+    return form->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+  }
+};
+
+TEST_F(GateFormScene, ATypedTextIsAGateAndFillsTheFields)
+{
+  open();
+  type("Gate as text", "not ever A @ 5..10 in 3..8");
+  EXPECT_EQ(field("Times from")->text(), "5");
+  EXPECT_EQ(field("Times to")->text(), "10");
+  EXPECT_EQ(field("Values from")->text(), "3");
+  EXPECT_EQ(field("Values to")->text(), "8");
+  ASSERT_TRUE(counted());
+  EXPECT_EQ(told("Runs that pass"), "4 of 6 runs pass this gate, 4 pass with the other gates");
+  QTest::mouseClick(ok(), Qt::LeftButton);
+  ASSERT_EQ(document.state().gates.size(), 1u);
+  EXPECT_EQ(formatGate(document.state().gates[0].gate), "not ever A @ 5..10 in 3..8");
+  EXPECT_EQ(document.selectedGate(), 0u);
+  EXPECT_EQ(document.undoStack().count(), 1);
+  document.undoStack().undo();
+  EXPECT_TRUE(document.state().gates.empty());
+}
+
+TEST_F(GateFormScene, FieldsThatAreTypedAreTheText)
+{
+  open();
+  type("Times from", "5");
+  type("Times to", "5");
+  type("Values from", "-1e3");
+  EXPECT_EQ(field("Gate as text")->text(), "A @ 5 in -1000..inf");
+  EXPECT_TRUE(ok()->isEnabled());
+}
+
+TEST_F(GateFormScene, TheChartsShowTheGateWhileItIsTypedAndNoneAfterCancel)
+{
+  open();
+  type("Values from", "9");
+  ASSERT_TRUE(counted());
+  ASSERT_NE(document.previewedGate(), nullptr);
+  EXPECT_EQ(document.passing().count(), 3u);
+  QTest::keyClick(form.get(), Qt::Key_Escape);
+  EXPECT_EQ(document.previewedGate(), nullptr);
+  EXPECT_EQ(document.passing().count(), 6u);
+  EXPECT_EQ(document.undoStack().count(), 0);
+}
+
+TEST_F(GateFormScene, WhatIsWrongIsToldInWordsAndCannotBeAdded)
+{
+  open();
+  struct Case
+  {
+    char const* text;
+    char const* words;
+  };
+  for (Case const& wrong : {Case{"B @ 5 in 1..2", "no output \"B\""}, Case{"A @ 5 in 3..1", "lies above"},
+                            Case{"A @ 50 in 1..2", "outside of the scan"}, Case{"A @ 5", "in"},
+                            Case{"medium is TB", "no value \"TB\""}, Case{"runs 9", "no run \"9\""},
+                            Case{"A in 1..2", "is an output and a parameter"}, Case{"", ""}}) {
+    type("Gate as text", wrong.text);
+    EXPECT_THAT(told("Error"), testing::HasSubstr(wrong.words)) << wrong.text;
+    EXPECT_FALSE(ok()->isEnabled()) << wrong.text;
+    EXPECT_EQ(document.previewedGate(), nullptr) << wrong.text;
+  }
+  type("Gate as text", "A @ 5 in 1..2");
+  EXPECT_TRUE(ok()->isEnabled());
+  type("Values from", "1,5");
+  EXPECT_THAT(told("Error"), testing::HasSubstr("Values from: expected a number"));
+  EXPECT_FALSE(ok()->isEnabled());
+}
+
+TEST_F(GateFormScene, TimesBetweenThoseOfTheScanAreToldOf)
+{
+  open();
+  type("Times from", "4");
+  type("Times to", "4");
+  EXPECT_THAT(told("Note"), testing::HasSubstr("time 4 -> 5"));
+}
+
+TEST_F(GateFormScene, AnUnchangedGateIsNoStep)
+{
+  document.change("Add", [](app::State& state) {
+    state.gates.push_back({"x", parseGate("max(A) in 5.."), false});
+  });
+  open(0);
+  EXPECT_EQ(field("Name")->text(), "x");
+  QTest::mouseClick(ok(), Qt::LeftButton);
+  EXPECT_EQ(document.undoStack().count(), 1);
+  open(0);
+  type("Name", "late & large");
+  type("Values from", "6");
+  QTest::mouseClick(ok(), Qt::LeftButton);
+  EXPECT_EQ(document.undoStack().count(), 2);
+  EXPECT_EQ(document.state().gates[0].name, "late & large");
+  EXPECT_EQ(formatGate(document.state().gates[0].gate), "max(A) in 6..inf");
+  EXPECT_FALSE(document.state().gates[0].on);
+}
+
+TEST_F(GateFormScene, AParameterIsFoundByAPartOfItsName)
+{
+  document.open(lineScan(), {});
+  open();
+  auto* columns = form->findChild<app::SearchableBox*>();
+  columns->setFocus();
+  columns->lineEdit()->selectAll();
+  QTest::keyClicks(columns->lineEdit(), "k3");
+  QTest::keyClick(columns->lineEdit(), Qt::Key_Return);
+  // A part of a name is completed by the box that opens below, a whole one is taken as it is.
+  columns->setCurrentIndex(columns->findText("k3 (parameter)"));
+  Q_EMIT columns->activated(columns->currentIndex());
+  EXPECT_FALSE(field("Times from")->isVisible());
+  type("Values to", "0.5");
+  EXPECT_EQ(field("Gate as text")->text(), "k3 in -inf..0.5");
+}
+
+/// Every kind, and names that need care.
+struct GateTexts : testing::TestWithParam<char const*>
+{};
+
+TEST_P(GateTexts, AreReadBackEqualFromTheFields)
+{
+  auto const scan = variedScan();
+  app::GateFields fields(*scan);
+  const Gate gate = parseGate(GetParam());
+  fields.setGate(gate);
+  EXPECT_EQ(formatGate(fields.gate()), formatGate(gate));
+  EXPECT_EQ(fields.gate(), gate);
+}
+
+INSTANTIATE_TEST_SUITE_P(AllKinds, GateTexts,
+                         testing::Values("A @ .. in 1..2", "not A @ 5 in 1..", "ever A @ 5.. in ..2",
+                                         "never A in 1..2", "crosses A @ ..5 in 3..3",
+                                         "max(A) @ 0..5 in 1..2", "min(A) in 1..2", "mean(A) in 1..2",
+                                         "last(A) in 1..2", "timeofmax(A) in 1..2", "timeofmin(A) in 1..2",
+                                         "not medium is LB, \"M9, rich\"", "status short, failed",
+                                         "runs 3, 5, 10-15", "cluster 1 of 3 (A, phase)",
+                                         "Parameter: A in 2..3", "\"unknown \"\"x\"\"\" @ 5 in 1..2"));
+
+TEST(GateKindWords, AreThereForEveryKindOnce)
+{
+  std::set<GateKind> kinds;
+  for (app::GateKindEntry const& entry : app::gateKinds()) {
+    kinds.insert(entry.kind);
+    EXPECT_FALSE(entry.words.isEmpty());
+    EXPECT_FALSE(entry.hint.isEmpty());
+  }
+  EXPECT_EQ(kinds.size(), 14u);
+  EXPECT_EQ(app::gateKinds().size(), 14u);
+}
+
+} // namespace
+} // namespace runsieve::test
