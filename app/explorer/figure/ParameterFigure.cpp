@@ -1,0 +1,261 @@
+#include "app/explorer/figure/ParameterFigure.h"
+
+#include "app/cli/RankReport.h"
+#include "app/explorer/figure/ClippedLine.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr double finest = 0.4 * figureUnitsPerPoint; ///< length of line that is worth a point
+constexpr double headerLines = 2.1;
+
+/// With as many numbers as there is room for in a small chart, which are more than a large one would have.
+ChartAxis closeAxis(AxisMap const& axis, double length, QFontMetricsF const& metrics)
+{
+  ChartAxis result{axis, {}};
+  for (int labels = 5; labels >= 2; --labels) {
+    const std::vector<Tick> ticks = ticksOf(axis, labels);
+    double end = -1e9;
+    bool isClear = true;
+    for (Tick const& tick : ticks) {
+      if (tick.label.isEmpty()) continue;
+      const double half = 0.5 * metrics.horizontalAdvance(tick.label);
+      const double at = axis.place(tick.value) * length;
+      isClear = isClear && at - half > end + 2.0 * metrics.averageCharWidth();
+      end = at + half;
+    }
+    if (!isClear) continue;
+    result.texts = ticks;
+    break;
+  }
+  return result;
+}
+
+/// Shares of the runs.
+ChartAxis shareAxis()
+{
+  return {AxisMap(0.0, 1.0), {}, true, {{0.0, "0"}, {0.5, "0.5"}, {1.0, "1"}}};
+}
+
+AxisMap roomy(AxisMap const& axis)
+{
+  constexpr double room = 0.02;
+  return axis.widened(room);
+}
+
+} // namespace
+
+ParameterFigure::ParameterFigure(FigureContent const& ofContent, FigureOptions const& ofOptions,
+                                 Theme const& ofTheme, std::size_t shown)
+    : content(ofContent), options(ofOptions), theme(ofTheme), parameter(shown)
+{
+  if (!content.scan->parameters[parameter].isText()) samples = samplesOf(content, parameter);
+}
+
+QSizeF ParameterFigure::leastSize(Theme const& theme)
+{
+  const QFontMetricsF metrics(theme.font);
+  return {10.0 * metrics.height(), 7.0 * metrics.height()};
+}
+
+QString ParameterFigure::headline() const
+{
+  ParameterComparison const* numbers = content.numbersOf(parameter);
+  if (!numbers || std::isnan(numbers->d)) return {};
+  const double p = adjustedP(*numbers, content.comparison->method.adjustment);
+  std::string text = "d " + formatted(numbers->d, "%+.2f", "-");
+  if (!std::isnan(p)) text += ", p " + pText(p);
+  return QString::fromStdString(text) + (numbers->significant ? " *" : "");
+}
+
+void ParameterFigure::paintHeader(QPainter& painter, QRectF const& outer) const
+{
+  const QFontMetricsF metrics(theme.font);
+  ColumnLabel const& label = content.scan->parameters[parameter].label;
+  QString name = QString::fromStdString(label.name);
+  if (!label.unit.empty()) name += QString(" (%1)").arg(QString::fromStdString(label.unit));
+  ParameterComparison const* numbers = content.numbersOf(parameter);
+  QFont font = theme.font;
+  font.setBold(numbers && numbers->significant);
+  painter.setFont(font);
+  painter.setPen(theme.ink);
+  painter.drawText(QPointF(outer.left() + theme.gap, outer.top() + metrics.ascent()),
+                   elided(name, font, outer.width() - theme.gap));
+  painter.setFont(theme.font);
+  const QString line = elided(headline(), theme.font, outer.width() - theme.gap);
+  painter.drawText(QPointF(outer.left() + theme.gap, outer.top() + metrics.height() + metrics.ascent()),
+                   line);
+}
+
+void ParameterFigure::paint(QPainter& painter, QRectF const& outer, double pixelsPerUnit) const
+{
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  paintHeader(painter, outer);
+  const QRectF place = outer.adjusted(0.0, headerLines * QFontMetricsF(theme.font).height(), 0.0, 0.0);
+  if (content.scan->parameters[parameter].isText())
+    paintTexts(painter, place);
+  else if (options.parameterLook == ParameterLook::Scatter && !content.outputs.empty())
+    paintScatter(painter, place, pixelsPerUnit);
+  else if (options.parameterLook == ParameterLook::Densities)
+    paintDensities(painter, place);
+  else
+    paintCurves(painter, place);
+  painter.restore();
+}
+
+ChartAxis ParameterFigure::valueAxis(QRectF const& place, bool isRoomy) const
+{
+  const QFontMetricsF metrics(theme.font);
+  return closeAxis(isRoomy ? roomy(samples.axis) : samples.axis, place.width() - 3.0 * metrics.height(),
+                   metrics);
+}
+
+void ParameterFigure::paintLine(QPainter& painter, std::vector<QPointF> const& curve, ChartFrame const& frame,
+                                QColor const& color) const
+{
+  QPolygonF line;
+  for (QPointF const& point : curve) line << frame.at(point.x(), point.y());
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(color, theme.curve, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+  const double beyond = 0.5 * theme.curve; // a curve along an axis is seen in its full width
+  for (QPolygonF const& part :
+       clippedLine(line, frame.plot().adjusted(-beyond, -beyond, beyond, beyond), finest))
+    painter.drawPolyline(part);
+}
+
+void ParameterFigure::paintFloor(QPainter& painter, std::vector<QPointF> const& others,
+                                 ChartFrame const& frame) const
+{
+  const double floor = content.comparison ? content.comparison->noiseFloor : std::nan("");
+  if (!options.thresholds || !std::isfinite(floor) || others.empty()) return;
+  QPolygonF area;
+  QPolygonF back;
+  QPointF last(-1e9, -1e9);
+  for (QPointF const& point : others) {
+    const double x = frame.xAt(point.x());
+    const QPointF upper(x, frame.yAt(std::min(1.0, point.y() + floor)));
+    const bool isEnd = &point == &others.front() || &point == &others.back();
+    if (!isEnd && std::hypot(upper.x() - last.x(), upper.y() - last.y()) < finest) continue;
+    last = upper;
+    area << upper;
+    back << QPointF(x, frame.yAt(std::max(0.0, point.y() - floor)));
+  }
+  for (int i = back.size(); i-- > 0;) area << back[i];
+  QColor pale = theme.faint;
+  pale.setAlphaF(0.3);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(pale);
+  painter.drawPolygon(area);
+}
+
+void ParameterFigure::paintCurves(QPainter& painter, QRectF const& place) const
+{
+  const ChartFrame frame(place, valueAxis(place, true), shareAxis(), theme);
+  const std::vector<QPointF> others = cumulativeCurve(samples.others, frame.horizontal());
+  if (content.sieves) paintFloor(painter, others, frame);
+  frame.paint(painter, theme);
+  paintLine(painter, others, frame, theme.all);
+  if (content.sieves)
+    paintLine(painter, cumulativeCurve(samples.passing, frame.horizontal()), frame, theme.passing);
+}
+
+void ParameterFigure::paintDensities(QPainter& painter, QRectF const& place) const
+{
+  const std::vector<QPointF> others = densityCurve(samples.others, samples.axis);
+  const std::vector<QPointF> passing = densityCurve(samples.passing, samples.axis);
+  double highest = 0.0;
+  for (auto const* curve : {&others, &passing})
+    for (QPointF const& point : *curve) highest = std::max(highest, point.y());
+  const AxisMap height(0.0, highest > 0.0 ? 1.05 * highest : 1.0);
+  const ChartFrame frame(place, valueAxis(place, false), {height, {}, false}, theme);
+  frame.paint(painter, theme);
+  auto const paintOne = [&](std::vector<QPointF> curve, std::vector<double> const& values,
+                            QColor const& color) {
+    for (QPointF& point : curve) point.setX(samples.axis.value(point.x()));
+    paintLine(painter, curve, frame, color);
+    if (!curve.empty()) return;
+    painter.setPen(QPen(color, theme.curve, Qt::SolidLine, Qt::FlatCap));
+    for (double const value : values)
+      painter.drawLine(QPointF(frame.xAt(value), frame.plot().bottom()),
+                       QPointF(frame.xAt(value), frame.plot().bottom() - 0.2 * frame.plot().height()));
+  };
+  paintOne(others, samples.others, theme.all);
+  if (content.sieves) paintOne(passing, samples.passing, theme.passing);
+}
+
+void ParameterFigure::paintScatter(QPainter& painter, QRectF const& place, double pixelsPerUnit) const
+{
+  Scan const& scan = *content.scan;
+  const std::size_t output = content.outputs.front();
+  AxisMap values = content.valueAxis(output);
+  const ChartFrame frame(place, valueAxis(place, true), {values, {}}, theme);
+  const QSize size = (frame.plot().size() * pixelsPerUnit).toSize().expandedTo(QSize(1, 1));
+  QImage picture(size, QImage::Format_ARGB32_Premultiplied);
+  picture.fill(Qt::transparent);
+  QPainter onto(&picture);
+  onto.setRenderHint(QPainter::Antialiasing);
+  onto.scale(pixelsPerUnit, pixelsPerUnit);
+  onto.translate(-frame.plot().topLeft());
+  onto.setPen(Qt::NoPen);
+  const double radius = 1.3 * theme.line;
+  for (bool const passes : {false, true}) {
+    QColor color = passes ? theme.passing : theme.all;
+    color.setAlphaF(passes ? 0.8 : 0.35);
+    onto.setBrush(color);
+    for (std::size_t run = 0; run < scan.runs.size(); ++run) {
+      if (!content.eligible.contains(run) || (content.sieves && content.passing.contains(run)) != passes)
+        continue;
+      const QPointF at =
+          frame.at(scan.parameters[parameter].values[run], scan.valuesOf(output, run)[scan.times.size() - 1]);
+      if (std::isfinite(at.x()) && std::isfinite(at.y())) onto.drawEllipse(at, radius, radius);
+    }
+  }
+  onto.end();
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.setRenderHint(QPainter::LosslessImageRendering);
+  painter.drawImage(frame.plot(), picture);
+  frame.paint(painter, theme);
+}
+
+void ParameterFigure::paintTexts(QPainter& painter, QRectF const& place) const
+{
+  constexpr std::size_t most = 6;
+  ScanParameter const& column = content.scan->parameters[parameter];
+  std::vector<std::array<std::size_t, 2>> counts(column.texts.size());
+  std::array<std::size_t, 2> all = {0, 0};
+  for (std::size_t run = 0; run < column.values.size(); ++run) {
+    if (!content.eligible.contains(run) || std::isnan(column.values[run])) continue;
+    const std::size_t group = content.sieves && content.passing.contains(run) ? 1 : 0;
+    ++counts[static_cast<std::size_t>(column.values[run])][group];
+    ++all[group];
+  }
+  const std::size_t shown = std::min(most, counts.size());
+  ChartAxis texts{AxisMap(-0.5, static_cast<double>(shown) - 0.5), {}};
+  const QFontMetricsF metrics(theme.font);
+  for (std::size_t i = 0; i < shown; ++i)
+    texts.texts.push_back({static_cast<double>(i), elided(QString::fromStdString(column.texts[i]), theme.font,
+                                                          0.8 * (place.width() - 4.0 * metrics.height()) /
+                                                              static_cast<double>(shown))});
+  const ChartFrame frame(place, texts, shareAxis(), theme);
+  painter.setPen(Qt::NoPen);
+  for (std::size_t i = 0; i < shown; ++i)
+    for (std::size_t group = 0; group < (content.sieves ? 2u : 1u); ++group) {
+      const double share =
+          all[group] > 0 ? static_cast<double>(counts[i][group]) / static_cast<double>(all[group]) : 0.0;
+      const double left = static_cast<double>(i) + (group == 0 ? -0.35 : 0.02);
+      painter.setBrush(group == 0 ? theme.all : theme.passing);
+      painter.drawRect(QRectF(frame.at(left, share), frame.at(left + 0.33, 0.0)));
+    }
+  frame.paint(painter, theme);
+}
+
+} // namespace runsieve::app

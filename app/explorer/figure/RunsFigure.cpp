@@ -1,0 +1,244 @@
+#include "app/explorer/figure/RunsFigure.h"
+
+#include "app/explorer/charts/RunBands.h"
+#include "app/explorer/figure/ClippedLine.h"
+#include "app/explorer/figure/FigureGates.h"
+#include "app/view/ThreadPool.h"
+
+#include <runsieve/core/coverage/ColorRamp.h>
+
+#include <QFontMetricsF>
+#include <QLinearGradient>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr double finest = 0.3 * figureUnitsPerPoint; ///< length of line that is worth a point
+constexpr std::size_t mostBars = 2;
+
+QString titled(ColumnLabel const& label)
+{
+  const QString name = QString::fromStdString(label.name);
+  return label.unit.empty() ? name : QString("%1 (%2)").arg(name, QString::fromStdString(label.unit));
+}
+
+/// Opacity of one run's line where lines lie over lines.
+double lineOpacity(std::size_t runs)
+{
+  return std::clamp(5.5 / std::sqrt(static_cast<double>(std::max<std::size_t>(runs, 1))), 0.055, 0.67);
+}
+
+/// Values over time as a line of the chart.
+template <class Values> QPolygonF lineOf(Scan const& scan, Values const& values, ChartFrame const& frame)
+{
+  QPolygonF line;
+  for (std::size_t i = 0; i < scan.times.size(); ++i) line << frame.at(scan.times[i], values[i]);
+  return line;
+}
+
+QColor withOpacity(QColor color, double opacity)
+{
+  color.setAlphaF(opacity);
+  return color;
+}
+
+} // namespace
+
+RunsFigure::RunsFigure(FigureContent const& ofContent, FigureOptions const& ofOptions, Theme const& ofTheme,
+                       std::vector<FigureLayer> const& ofLayers, std::size_t shown)
+    : content(ofContent), options(ofOptions), theme(ofTheme), layers(ofLayers), output(shown)
+{}
+
+double RunsFigure::barWidth() const
+{
+  if (!options.scaleBar || options.runsLook != RunsLook::Density) return 0.0;
+  return QFontMetricsF(theme.font).horizontalAdvance("00000") + 3.0 * theme.gap;
+}
+
+ChartAxis RunsFigure::valueAxis() const
+{
+  return {content.valueAxis(output), titled(content.scan->outputs[output].label)};
+}
+
+double RunsFigure::neededLeft(QRectF const& outer) const
+{
+  return ChartFrame(outer, {}, valueAxis(), theme).left();
+}
+
+void RunsFigure::place(QRectF const& outer, double leastLeft, bool numbers)
+{
+  whole = outer;
+  const ChartAxis time{content.time, numbers ? titled(content.scan->time) : QString(), numbers};
+  const QRectF room = outer.adjusted(0.0, 0.0, -barWidth(), 0.0);
+  frame = ChartFrame(room, time, valueAxis(), theme, leastLeft);
+  if (numbers) return;
+  // Ends where the charts with numbers do, which leave room for half of the last one.
+  const double end = ChartFrame(room, {content.time, {}}, valueAxis(), theme, leastLeft).plot().right();
+  frame = ChartFrame(room.adjusted(0.0, 0.0, end - frame.plot().right(), 0.0), time, valueAxis(), theme,
+                     leastLeft);
+}
+
+void RunsFigure::paint(QPainter& painter, double pixelsPerUnit) const
+{
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setFont(theme.font);
+  if (options.runsLook == RunsLook::Bands)
+    paintBands(painter);
+  else
+    paintImage(painter, pixelsPerUnit);
+  frame.paint(painter, theme);
+  paintPinned(painter);
+  if (options.gates) paintFigureGates(painter, content, output, frame, theme);
+  painter.restore();
+}
+
+void RunsFigure::paintImage(QPainter& painter, double pixelsPerUnit) const
+{
+  const QSize size = (frame.plot().size() * pixelsPerUnit)
+                         .toSize()
+                         .expandedTo(QSize(1, 1))
+                         .boundedTo(QSize(RunCoverage::largestSize, RunCoverage::largestSize));
+  RunsRequest request;
+  request.scan = content.scan;
+  request.output = output;
+  request.time = frame.horizontal();
+  request.value = frame.vertical();
+  request.size = size;
+  request.width = std::max(1.0, theme.line * pixelsPerUnit);
+  for (FigureLayer const& layer : layers)
+    request.layers.push_back({layer.runs.mask(), layer.color, options.runsLook == RunsLook::Density,
+                              lineOpacity(layer.runs.count())});
+  RunsRenderer renderer(sharedThreads());
+  auto const images = renderer.render(request, [] { return false; });
+  if (!images) return;
+  QImage picture(size, options.ground ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+  picture.fill(options.ground ? theme.paper : QColor(Qt::transparent));
+  QPainter onto(&picture);
+  for (std::size_t i = 0; i < images->size(); ++i) {
+    if ((*images)[i].image.isNull()) continue;
+    onto.setOpacity(layers[i].opacity);
+    onto.drawImage(0, 0, (*images)[i].image);
+  }
+  onto.end();
+  // On whole pixels, so that a picture of pixels keeps those that were counted.
+  const QTransform device = painter.deviceTransform();
+  const QPointF corner = device.map(frame.plot().topLeft());
+  const QRectF pixels(QPointF(std::round(corner.x()), std::round(corner.y())), QSizeF(size));
+  const bool samePixels = std::fabs(device.m11() - pixelsPerUnit) < 1e-9;
+  painter.setRenderHint(QPainter::SmoothPixmapTransform, !samePixels);
+  painter.setRenderHint(QPainter::LosslessImageRendering);
+  painter.drawImage(samePixels ? device.inverted().mapRect(pixels) : frame.plot(), picture);
+  if (barWidth() <= 0.0) return;
+  const QRectF room(frame.plot().right() + 2.0 * theme.gap, frame.plot().top(),
+                    whole.right() - frame.plot().right() - 2.0 * theme.gap, frame.plot().height());
+  std::vector<std::size_t> bars;
+  for (std::size_t i = 0; i < images->size() && bars.size() < mostBars; ++i)
+    if ((*images)[i].scale.largest() > 0.0) bars.push_back(i);
+  const double height = room.height() / static_cast<double>(std::max<std::size_t>(bars.size(), 1));
+  for (std::size_t i = 0; i < bars.size(); ++i) {
+    const std::size_t layer = bars[bars.size() - 1 - i];
+    QColor color = layers[layer].color;
+    paintBar(painter, (*images)[layer].scale, color,
+             QRectF(room.left(), room.top() + static_cast<double>(i) * height, room.width(), height));
+  }
+}
+
+void RunsFigure::paintBar(QPainter& painter, DensityScale const& scale, QColor const& color,
+                          QRectF const& place) const
+{
+  const QFontMetricsF metrics(theme.font);
+  const QRectF bar(place.left(), place.top() + 0.6 * metrics.height(), metrics.averageCharWidth(),
+                   std::max(1.0, place.height() - 1.2 * metrics.height()));
+  if (place.height() < 3.0 * metrics.height()) return;
+  const ColorRamp ramp({static_cast<std::uint8_t>(color.red()), static_cast<std::uint8_t>(color.green()),
+                        static_cast<std::uint8_t>(color.blue())});
+  QLinearGradient gradient(bar.bottomLeft(), bar.topLeft());
+  constexpr int stops = 8;
+  const double least = std::max(scale.smallest(), 1.0);
+  const double ratio = std::max(scale.largest() / least, 1.0);
+  for (int i = 0; i <= stops; ++i) {
+    const double share = static_cast<double>(i) / stops;
+    const Color shade = ramp.at(scale.shade(least * std::pow(ratio, share)));
+    gradient.setColorAt(share, QColor(shade[0], shade[1], shade[2]));
+  }
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(gradient);
+  painter.drawRect(bar);
+  painter.setPen(theme.ink);
+  auto const write = [&](double runs, double middle) {
+    painter.drawText(QPointF(bar.right() + theme.gap, middle + 0.5 * (metrics.ascent() - metrics.descent())),
+                     QString::number(std::lround(runs)));
+  };
+  write(scale.largest(), bar.top() + 0.5 * metrics.ascent() - 0.1 * metrics.height());
+  if (ratio > 1.0) write(least, bar.bottom() - 0.5 * metrics.ascent() + 0.1 * metrics.height());
+  if (bar.height() < 5.0 * metrics.height()) return;
+  const QString unit = elided("runs", theme.font, place.width());
+  painter.drawText(QPointF(bar.right() + theme.gap, bar.center().y() + 0.3 * metrics.ascent()), unit);
+}
+
+void RunsFigure::paintBands(QPainter& painter) const
+{
+  constexpr double wide = 0.14;
+  constexpr double narrow = 0.24;
+  for (FigureLayer const& layer : layers) {
+    if (layer.runs.count() == 0) continue;
+    const RunBands bands = *bandsOf(*content.scan, output, layer.runs.mask(), [] { return false; });
+    std::array<QPolygonF, 5> lines;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      lines[i] = lineOf(*content.scan, bands.quantiles[i], frame);
+      // On a logarithmic axis what is not positive lies below all that is shown.
+      for (QPointF& point : lines[i])
+        if (std::isnan(point.y())) point.setY(frame.plot().bottom() + 1.0);
+    }
+    painter.setPen(Qt::NoPen);
+    for (std::size_t const low : {std::size_t(0), std::size_t(1)}) {
+      QPolygonF area = lines[low];
+      for (int i = lines[4 - low].size(); i-- > 0;) area << lines[4 - low][i];
+      painter.setBrush(withOpacity(layer.color, (low == 0 ? wide : narrow) * layer.opacity));
+      painter.drawPolygon(area.intersected(QPolygonF(frame.plot())));
+    }
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(layer.color, theme.curve, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+    for (QPolygonF const& part : clippedLine(lines[2], frame.plot(), finest)) painter.drawPolyline(part);
+  }
+}
+
+void RunsFigure::paintPinned(QPainter& painter) const
+{
+  const QFontMetricsF metrics(theme.font);
+  std::size_t number = 0;
+  std::vector<QRectF> taken;
+  for (std::size_t const run : content.pinned) {
+    if (run >= content.scan->runs.size()) continue;
+    const QColor color = theme.sets[number++ % theme.sets.size()];
+    const auto parts =
+        clippedLine(lineOf(*content.scan, content.scan->valuesOf(output, run), frame), frame.plot(), finest);
+    if (parts.empty()) continue;
+    painter.setBrush(Qt::NoBrush);
+    for (QPolygonF const& part : parts) {
+      painter.setPen(QPen(theme.paper, 1.7 * theme.curve, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+      painter.drawPolyline(part);
+      painter.setPen(QPen(color, theme.curve, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+      painter.drawPolyline(part);
+    }
+    const QPointF end = parts.back().last();
+    const QString text =
+        elided(QString::fromStdString(content.scan->runs[run].key), theme.font, 0.3 * frame.plot().width());
+    const QSizeF size(metrics.horizontalAdvance(text), metrics.height());
+    QRectF place(QPointF(end.x() - size.width() - theme.gap, end.y() - theme.gap - metrics.ascent()), size);
+    auto const isTaken = [&](QRectF const& other) { return other.intersects(place); };
+    while (std::any_of(taken.begin(), taken.end(), isTaken) && place.top() > frame.plot().top())
+      place.translate(0.0, -0.9 * size.height());
+    place.moveTop(std::max(place.top(), frame.plot().top()));
+    taken.push_back(place);
+    painter.drawText(QPointF(place.left(), place.top() + metrics.ascent()), text);
+  }
+}
+
+} // namespace runsieve::app

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/explorer/charts/ChartFrame.h"
+#include "app/explorer/charts/RunsRenderer.h"
+#include "app/explorer/figure/FigureLayers.h"
+
+#include <QRectF>
+
+#include <cstddef>
+#include <vector>
+
+class QPainter;
+
+namespace runsieve::app {
+
+/// The chart of one output in a figure: runs as one image or as bands, pinned runs, gates, and a bar that
+/// tells what shades mean.
+class RunsFigure
+{
+public:
+  /// All must outlive this object.
+  RunsFigure(FigureContent const& content, FigureOptions const& options, Theme const& theme,
+             std::vector<FigureLayer> const& layers, std::size_t output);
+
+  /// Room that is needed left of the plot.
+  [[nodiscard]] double neededLeft(QRectF const& outer) const;
+  /// \param numbers whether the time axis has numbers and a title
+  void place(QRectF const& outer, double leastLeft, bool numbers);
+  /// \param pixelsPerUnit of the image of the runs
+  void paint(QPainter& painter, double pixelsPerUnit) const;
+
+private:
+  [[nodiscard]] double barWidth() const;
+  [[nodiscard]] ChartAxis valueAxis() const;
+  void paintImage(QPainter& painter, double pixelsPerUnit) const;
+  void paintBands(QPainter& painter) const;
+  void paintPinned(QPainter& painter) const;
+  void paintBar(QPainter& painter, DensityScale const& scale, QColor const& color, QRectF const& place) const;
+
+  FigureContent const& content;
+  FigureOptions const& options;
+  Theme const& theme;
+  std::vector<FigureLayer> const& layers;
+  std::size_t output;
+  QRectF whole;
+  ChartFrame frame;
+};
+
+} // namespace runsieve::app
