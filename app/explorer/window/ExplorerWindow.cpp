@@ -1,8 +1,11 @@
 #include "app/explorer/window/ExplorerWindow.h"
 
+#include "app/explorer/gates/GatesPane.h"
+#include "app/explorer/parameters/ParametersPane.h"
 #include "app/explorer/runs/RunsPane.h"
 #include "app/explorer/window/Actions.h"
 #include "app/explorer/window/Icons.h"
+#include "app/explorer/window/Layout.h"
 #include "app/explorer/window/StartPage.h"
 #include "app/scan/ReadingText.h"
 
@@ -29,16 +32,16 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
   setWindowTitle("Runsieve");
   setWindowIcon(programIcon());
   setAcceptDrops(true);
-  setDockNestingEnabled(true);
   table = new Actions(*this);
   buildCentre();
-  buildDocks();
+  buildPanes();
   buildStatus();
   connectFileActions();
   connectGateActions();
   connectViewActions();
   connect(&content, &Document::opened, this, [this] {
     centre->setCurrentIndex(content.isOpen() ? 1 : 0);
+    layout->show(content.isOpen());
     refreshActions();
     refreshStatus();
   });
@@ -84,12 +87,7 @@ void ExplorerWindow::buildCentre()
   connect(start, &StartPage::exampleWanted, table->at("file.example"), &QAction::trigger);
   connect(start, &StartPage::fileWanted, this, [this](QString const& path) { open(path); });
   runsPane = new RunsPane(content);
-  connect(runsPane, &RunsPane::told, this, [this](QString const& text) {
-    if (text.isEmpty())
-      refreshStatus();
-    else
-      status->setText(text);
-  });
+  connect(runsPane, &RunsPane::told, this, &ExplorerWindow::tell);
   connect(&runsPane->zoom(), &RunsZoom::changed, this, &ExplorerWindow::refreshActions);
   centre = new QStackedWidget;
   centre->addWidget(start);
@@ -97,18 +95,25 @@ void ExplorerWindow::buildCentre()
   setCentralWidget(centre);
 }
 
-QDockWidget* ExplorerWindow::addDock(QString const& title, char const* name, QWidget* pane,
-                                     Qt::DockWidgetArea area)
+void ExplorerWindow::buildPanes()
 {
-  auto* dock = new QDockWidget(title, this);
-  dock->setObjectName(name);
-  dock->setWidget(pane);
-  addDockWidget(area, dock);
-  table->menu("&View")->addAction(dock->toggleViewAction());
-  return dock;
+  layout = new Layout(*this);
+  gatesPane = new GatesPane(content);
+  parametersPane = new ParametersPane(content);
+  layout->add("Gates", "gates", gatesPane, Qt::BottomDockWidgetArea);
+  layout->add("Parameters", "parameters", parametersPane, Qt::RightDockWidgetArea);
+  connect(parametersPane, &ParametersPane::told, this, &ExplorerWindow::tell);
+  QMenu* panes = table->menu("&View")->addMenu("&Panes");
+  for (QDockWidget* dock : layout->docks()) panes->addAction(dock->toggleViewAction());
 }
 
-void ExplorerWindow::buildDocks() {}
+void ExplorerWindow::tell(QString const& text)
+{
+  if (text.isEmpty())
+    refreshStatus();
+  else
+    status->setText(text);
+}
 
 void ExplorerWindow::buildStatus()
 {
@@ -211,6 +216,7 @@ void ExplorerWindow::dropEvent(QDropEvent* event)
 void ExplorerWindow::closeEvent(QCloseEvent* event)
 {
   reader.cancel();
+  layout->save();
   event->accept();
 }
 

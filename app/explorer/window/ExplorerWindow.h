@@ -5,7 +5,6 @@
 
 #include <QMainWindow>
 
-class QDockWidget;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -15,6 +14,9 @@ class QToolButton;
 namespace runsieve::app {
 
 class Actions;
+class GatesPane;
+class Layout;
+class ParametersPane;
 class RunsPane;
 
 /// The desktop explorer: a scan, its gates, and what they make of it. Nothing is open at first.
@@ -32,6 +34,8 @@ public:
   [[nodiscard]] Document& document() { return content; }
   [[nodiscard]] Opening& opening() { return reader; }
   [[nodiscard]] RunsPane& runs() { return *runsPane; }
+  [[nodiscard]] GatesPane& gates() { return *gatesPane; }
+  [[nodiscard]] ParametersPane& parameters() { return *parametersPane; }
   [[nodiscard]] Actions& actions() { return *table; }
   [[nodiscard]] QString statusText() const;
   /// Whether nothing is being read, computed or drawn.
@@ -44,9 +48,9 @@ protected:
 
 private:
   void buildCentre();
-  void buildDocks();
+  void buildPanes();
   void buildStatus();
-  QDockWidget* addDock(QString const& title, char const* name, QWidget* pane, Qt::DockWidgetArea area);
+  void tell(QString const& text);
   void connectFileActions();
   void connectGateActions();
   void connectViewActions();
@@ -59,6 +63,9 @@ private:
   Actions* table = nullptr;
   QStackedWidget* centre = nullptr;
   RunsPane* runsPane = nullptr;
+  Layout* layout = nullptr;
+  GatesPane* gatesPane = nullptr;
+  ParametersPane* parametersPane = nullptr;
   QLabel* status = nullptr;
   QPushButton* readingNotes = nullptr; ///< hidden if there is nothing to tell
   QProgressBar* progress = nullptr;    ///< hidden while nothing is read

@@ -1,3 +1,4 @@
+#include "app/explorer/gates/GatesPane.h"
 #include "app/explorer/runs/RunsPane.h"
 #include "app/explorer/window/Actions.h"
 #include "app/explorer/window/ActionTable.h"
@@ -5,6 +6,7 @@
 #include "app/explorer/window/CompositeOf.h"
 #include "app/explorer/window/ExplorerWindow.h"
 #include "app/explorer/window/HelpDialogs.h"
+#include "app/explorer/window/Layout.h"
 #include "app/explorer/window/LimitsDialog.h"
 #include "app/explorer/window/MethodDialog.h"
 #include "app/scan/ReadingText.h"
@@ -61,21 +63,11 @@ void ExplorerWindow::connectGateActions()
   table->on("tool.pan", [this] { runsPane->setTool(RunsTool::Pan); });
   table->on("tool.zoom", [this] { runsPane->setTool(RunsTool::Zoom); });
   table->at("tool.gate")->setChecked(true);
-  auto const editChosen = [this](QString const& name, auto edit) {
-    auto const index = content.selectedGate();
-    if (index) content.change(name, [&](State& state) { edit(state.gates[*index]); });
-  };
-  table->on("gate.toggle", [editChosen] { editChosen("Switch gate", [](NamedGate& g) { g.on = !g.on; }); });
-  table->on("gate.negate", [editChosen] {
-    editChosen("Invert gate", [](NamedGate& g) { g.gate.negated = !g.gate.negated; });
-  });
-  table->on("gate.delete", [this] {
-    auto const index = content.selectedGate();
-    if (index)
-      content.change("Delete gate", [&](State& state) {
-        state.gates.erase(state.gates.begin() + static_cast<std::ptrdiff_t>(*index));
-      });
-  });
+  table->on("gate.new", [this] { gatesPane->typeGate(); });
+  table->on("gate.edit", [this] { gatesPane->editSelected(); });
+  table->on("gate.toggle", [this] { gatesPane->toggleSelected(); });
+  table->on("gate.negate", [this] { gatesPane->invertSelected(); });
+  table->on("gate.delete", [this] { gatesPane->deleteSelected(); });
   table->on("gate.clear",
             [this] { content.change("Delete all gates", [](State& state) { state.gates.clear(); }); });
   table->on("join.all",
@@ -113,6 +105,7 @@ void ExplorerWindow::connectViewActions()
   table->on("zoom.back", [this] { runsPane->zoom().back(); });
   table->on("zoom.forward", [this] { runsPane->zoom().forward(); });
   table->on("view.composite", [this] { showComposite(content, reader.path(), this); });
+  table->on("view.docks", [this] { layout->restore(); });
   table->on("pins.clear", [this] { content.pin({}); });
 }
 
