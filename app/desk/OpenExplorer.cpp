@@ -1,5 +1,6 @@
 #include "app/desk/DeskCommands.h"
 
+#include "app/explorer/window/Appearance.h"
 #include "app/explorer/window/ExplorerWindow.h"
 
 #include <QApplication>
@@ -36,6 +37,7 @@ int openExplorer(ExploreArguments const& arguments)
   QApplication::setApplicationName("runsieve");
   QApplication::setApplicationDisplayName("Runsieve");
   QApplication::setDesktopFileName("org.runsieve.Runsieve");
+  applyChosenAppearance();
   std::vector<std::string> files = arguments.more;
   files.insert(files.begin(), arguments.file);
   for (std::string const& file : files) {

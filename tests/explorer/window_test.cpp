@@ -1,6 +1,7 @@
 #include "WindowScene.h"
 
 #include "app/explorer/window/ActionTable.h"
+#include "app/explorer/window/Appearance.h"
 #include "app/explorer/window/CommandSearch.h"
 #include "app/explorer/window/CompositeOf.h"
 #include "app/explorer/window/StartPage.h"
@@ -191,6 +192,29 @@ TEST_F(WindowScene, ACommandIsFoundByItsWordsAndTriggered)
   ASSERT_EQ(found->count(), 1);
   QTest::keyClick(words, Qt::Key_Return);
   EXPECT_EQ(document().state().view.runsLook, app::RunsLook::Bands);
+}
+
+TEST_F(WindowScene, CommandsWhoseNamesHaveTheWordsComeFirst)
+{
+  app::CommandSearch search({window->actions().at("theme.desktop"), window->actions().at("theme.dark")});
+  search.show();
+  QTest::keyClicks(search.findChild<QLineEdit*>(), "dark");
+  auto* found = search.findChild<QListWidget*>();
+  ASSERT_EQ(found->count(), 2);
+  EXPECT_EQ(found->item(0)->text().toStdString(), "Dark colours");
+}
+
+TEST_F(WindowScene, DarkColoursReachChartsAndAreRemembered)
+{
+  ASSERT_TRUE(openLines());
+  const QPalette before = QApplication::palette();
+  trigger("theme.dark");
+  ASSERT_TRUE(settle());
+  EXPECT_LT(view().grab().toImage().pixelColor(3, 3).lightness(), 60);
+  EXPECT_EQ(app::chosenAppearance(), app::Appearance::Dark);
+  EXPECT_TRUE(window->actions().at("theme.dark")->isChecked());
+  trigger("theme.desktop");
+  EXPECT_EQ(QApplication::palette().color(QPalette::Window), before.color(QPalette::Window));
 }
 
 TEST_F(WindowScene, ACommandThatIsDisabledCannotBeChosen)

@@ -67,6 +67,10 @@ std::vector<ActionEntry> const& actionTable()
       {"pins.clear", "&View", "&Unpin all runs", "Ctrl+U", "Forget the runs that were clicked"},
       {"view.composite", "&View", "&Composite view...", "",
        "Runs and parameters in one picture, as render draws them"},
+      {"theme.desktop", "&View", "Colours of the desk&top", "", "Light or dark as the desktop is",
+       Kind::Choice},
+      {"theme.light", "&View", "L&ight colours", "", "Dark ink on a light ground", Kind::Choice},
+      {"theme.dark", "&View", "Dark colour&s", "", "Light ink on a dark ground", Kind::Choice, false, true},
       {"view.docks", "&View", "Restore the la&yout", "", "Put all panes where they were at first"},
 
       {"parameters.curves", "&Parameters", "&Cumulative curves", "", "Shares of the runs up to a value",

@@ -48,7 +48,7 @@ Actions::Actions(QMainWindow& window) : QObject(&window)
   QString lastMenu;
   for (ActionEntry const& entry : actionTable()) {
     if (!menus.contains(entry.menu)) menus[entry.menu] = window.menuBar()->addMenu(entry.menu);
-    auto* action = new QAction(iconOf(entry.id, window.palette()), entry.text, &window);
+    auto* action = new QAction(iconOf(entry.id), entry.text, &window);
     const QList<QKeySequence> keys = shortcutsOf(entry);
     action->setShortcuts(keys);
     action->setToolTip(tipOf(entry, keys));

@@ -18,10 +18,9 @@ QString nameOf(QAction const* action)
   return action->text().remove('&').remove("...");
 }
 
-/// Whether each word is found in what is known of an action.
-bool isFound(QAction const* action, QStringList const& words)
+/// Whether each word is in a text.
+bool hasWords(QString const& known, QStringList const& words)
 {
-  const QString known = nameOf(action) + ' ' + action->statusTip();
   return std::all_of(words.begin(), words.end(),
                      [&](QString const& word) { return known.contains(word, Qt::CaseInsensitive); });
 }
@@ -54,8 +53,15 @@ void CommandSearch::find(QString const& text)
 {
   const QStringList parts = text.simplified().split(' ');
   found->clear();
+  QList<QAction*> others; // of which not the name says it, but what they do
+  QList<QAction*> listed;
   for (QAction* action : actions) {
-    if (!isFound(action, parts)) continue;
+    if (hasWords(nameOf(action), parts))
+      listed << action;
+    else if (hasWords(nameOf(action) + ' ' + action->statusTip(), parts))
+      others << action;
+  }
+  for (QAction* action : listed + others) {
     const QString key = action->shortcut().toString(QKeySequence::NativeText);
     auto* item =
         new QListWidgetItem(key.isEmpty() ? nameOf(action) : QString("%1   (%2)").arg(nameOf(action), key));

@@ -21,6 +21,7 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolButton>
@@ -73,9 +74,10 @@ ExplorerWindow* newExplorerWindow()
 {
   auto* window = new ExplorerWindow;
   window->setAttribute(Qt::WA_DeleteOnClose);
-  constexpr int width = 1280;
-  constexpr int height = 860;
-  window->resize(width, height);
+  const QSize wanted(1280, 860);
+  // A screen may be smaller, above all one with a scale factor; frames of windows take some of it.
+  constexpr double part = 0.92;
+  window->resize(wanted.boundedTo(window->screen()->availableSize() * part));
   window->QWidget::show();
   return window;
 }

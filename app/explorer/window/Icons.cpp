@@ -1,8 +1,10 @@
 #include "app/explorer/window/Icons.h"
 
+#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPalette>
 #include <QPixmap>
 
 #include <map>
@@ -116,9 +118,7 @@ std::map<std::string, Drawing> const& drawings()
 class DrawnIcon : public QIconEngine
 {
 public:
-  DrawnIcon(Drawing drawing, QColor color, QColor disabled)
-      : drawing(drawing), color(std::move(color)), disabled(std::move(disabled))
-  {}
+  explicit DrawnIcon(Drawing drawing) : drawing(drawing) {}
 
   void paint(QPainter* painter, QRect const& rect, QIcon::Mode mode, QIcon::State) override
   {
@@ -126,8 +126,9 @@ public:
     painter->setRenderHint(QPainter::Antialiasing);
     painter->translate(rect.topLeft());
     painter->scale(rect.width() / side, rect.height() / side);
-    painter->setPen(
-        QPen(mode == QIcon::Disabled ? disabled : color, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QColor color = QGuiApplication::palette().color(
+        mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::WindowText);
+    painter->setPen(QPen(color, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     drawing(*painter);
     painter->restore();
   }
@@ -145,8 +146,6 @@ public:
 
 private:
   Drawing drawing;
-  QColor color;
-  QColor disabled;
 };
 
 void drawProgram(QPainter& p)
@@ -169,17 +168,15 @@ void drawProgram(QPainter& p)
 
 } // namespace
 
-QIcon iconOf(char const* action, QPalette const& palette)
+QIcon iconOf(char const* action)
 {
   auto const drawing = drawings().find(action);
-  if (drawing == drawings().end()) return {};
-  return QIcon(new DrawnIcon(drawing->second, palette.color(QPalette::Active, QPalette::WindowText),
-                             palette.color(QPalette::Disabled, QPalette::WindowText)));
+  return drawing == drawings().end() ? QIcon() : QIcon(new DrawnIcon(drawing->second));
 }
 
 QIcon programIcon()
 {
-  return QIcon(new DrawnIcon(drawProgram, Qt::black, Qt::black));
+  return QIcon(new DrawnIcon(drawProgram));
 }
 
 } // namespace runsieve::app

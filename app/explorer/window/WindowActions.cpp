@@ -2,6 +2,7 @@
 #include "app/explorer/runs/RunsPane.h"
 #include "app/explorer/window/Actions.h"
 #include "app/explorer/window/ActionTable.h"
+#include "app/explorer/window/Appearance.h"
 #include "app/explorer/window/CommandSearch.h"
 #include "app/explorer/window/CompositeOf.h"
 #include "app/explorer/window/ExplorerWindow.h"
@@ -105,6 +106,9 @@ void ExplorerWindow::connectViewActions()
   table->on("zoom.back", [this] { runsPane->zoom().back(); });
   table->on("zoom.forward", [this] { runsPane->zoom().forward(); });
   table->on("view.composite", [this] { showComposite(content, reader.path(), this); });
+  table->on("theme.desktop", [] { chooseAppearance(Appearance::Desktop); });
+  table->on("theme.light", [] { chooseAppearance(Appearance::Light); });
+  table->on("theme.dark", [] { chooseAppearance(Appearance::Dark); });
   table->on("view.docks", [this] { layout->restore(); });
   table->on("pins.clear", [this] { content.pin({}); });
 }
@@ -135,6 +139,8 @@ void ExplorerWindow::refreshActions()
   char const* const looks[] = {"look.density", "look.lines", "look.bands"};
   char const* const focuses[] = {"focus.all", "focus.faded", "focus.hidden"};
   char const* const parameterLooks[] = {"parameters.curves", "parameters.densities", "parameters.scatter"};
+  char const* const themes[] = {"theme.desktop", "theme.light", "theme.dark"};
+  table->at(themes[static_cast<int>(chosenAppearance())])->setChecked(true);
   char const* const joins[] = {"join.all", "join.any"};
   table->at(looks[static_cast<int>(view.runsLook)])->setChecked(true);
   table->at(focuses[static_cast<int>(view.focus)])->setChecked(true);
