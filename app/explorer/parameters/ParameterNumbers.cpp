@@ -65,6 +65,11 @@ QString headline(ParameterNumbers const& numbers)
   return text + (numbers.significant ? QString::fromUtf8(" \u2605") : QString(" n.s."));
 }
 
+QString shareText(double share)
+{
+  return std::isnan(share) ? QString("-") : QString::fromStdString(percentText(share));
+}
+
 QString titleOf(ColumnLabel const& label)
 {
   const QString name = QString::fromStdString(label.name);

@@ -26,6 +26,9 @@ struct ParameterNumbers
 /// "d +0.43, p 0.002 ★", "d +0.05, p 0.9 n.s.", while a gate moves "d +0.43"; empty without a gate.
 [[nodiscard]] QString headline(ParameterNumbers const& numbers);
 
+/// "82.3 %"; "-" for NaN.
+[[nodiscard]] QString shareText(double share);
+
 /// The name with the unit: "k1 (nM)".
 [[nodiscard]] QString titleOf(ColumnLabel const& label);
 

@@ -17,7 +17,19 @@ ParametersPane::ParametersPane(Document& ofDocument, QWidget* parent)
   pages = new QTabWidget;
   pages->setDocumentMode(true);
   pages->addTab(chartsPage(), "&Charts");
-  pages->setTabToolTip(0, "A chart of each parameter, the one that differs most first");
+  pairing = new PairsPage(shown);
+  boxes = new BoxPage(shown);
+  lines = new ParallelView(shown);
+  pages->addTab(pairing, "&Pairs");
+  pages->addTab(boxes, "&Box");
+  pages->addTab(lines, "Pa&rallel");
+  const char* const tips[] = {"A chart of each parameter, the one that differs most first",
+                              "Parameters that go together in the passing runs",
+                              "Ranges of the parameters that hold the passing runs",
+                              "All parameters as parallel axes, each run as a line over them"};
+  for (int page = 0; page < pages->count(); ++page) pages->setTabToolTip(page, tips[page]);
+  connect(lines, &ParallelView::chosen, this, &ParametersPane::openLarge);
+  connect(lines, &ParallelView::told, this, &ParametersPane::told);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(pages);

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "app/explorer/document/Document.h"
+#include "app/explorer/parameters/BoxPage.h"
 #include "app/explorer/parameters/LargeChart.h"
+#include "app/explorer/parameters/PairsPage.h"
+#include "app/explorer/parameters/ParallelView.h"
 #include "app/explorer/parameters/ParameterGrid.h"
 #include "app/explorer/parameters/ParameterRuns.h"
 
@@ -13,7 +16,8 @@ class QTabWidget;
 
 namespace runsieve::app {
 
-/// The parameters of the open scan: small charts of each.
+/// The parameters of the open scan: small charts of each, which of them go together, the box of the passing
+/// runs, and parallel coordinates.
 class ParametersPane : public QWidget
 {
   Q_OBJECT
@@ -36,6 +40,9 @@ public:
 
   [[nodiscard]] ParameterRuns& runs() { return shown; }
   [[nodiscard]] ParameterGrid* grid() const { return charts; }
+  [[nodiscard]] PairsPage* pairs() const { return pairing; }
+  [[nodiscard]] BoxPage* box() const { return boxes; }
+  [[nodiscard]] ParallelView* parallel() const { return lines; }
   /// Null if none is open.
   [[nodiscard]] LargeChart* large() const { return window; }
   [[nodiscard]] QTabWidget* tabs() const { return pages; }
@@ -51,6 +58,9 @@ private:
   Document& document;
   ParameterRuns shown;
   ParameterGrid* charts = nullptr;
+  PairsPage* pairing = nullptr;
+  BoxPage* boxes = nullptr;
+  ParallelView* lines = nullptr;
   QComboBox* looks = nullptr;
   QTabWidget* pages = nullptr;
   QPointer<LargeChart> window;

@@ -1,0 +1,263 @@
+#include "app/explorer/parameters/ParallelView.h"
+
+#include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/parameters/ParallelRuns.h"
+#include "app/explorer/parameters/ParameterChart.h"
+#include "app/explorer/parameters/ParameterNumbers.h"
+
+#include <QEvent>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPaintEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cmath>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr double leastStep = 84.0; ///< where names and numbers can be read
+constexpr double mostStep = 240.0;
+constexpr double halfBand = 7.0; ///< width of the gates on an axis
+
+} // namespace
+
+ParallelView::ParallelView(ParameterRuns& ofRuns, QWidget* parent)
+    : QAbstractScrollArea(parent), runs(ofRuns), document(ofRuns.ofDocument()),
+      theme(Theme::ofPalette(palette(), font())), drag(document)
+{
+  setFrameShape(QFrame::NoFrame);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName("Parallel coordinates of the parameters");
+  setMinimumSize(200, 150);
+  viewport()->setMouseTracking(true);
+  connect(&runs, &ParameterRuns::opened, this, [this] {
+    drag.cancel();
+    currentParameter.reset();
+    pressedRun.reset();
+    relayout();
+    horizontalScrollBar()->setValue(0);
+  });
+  connect(&runs, &ParameterRuns::orderChanged, this, &ParallelView::relayout);
+  connect(&runs, &ParameterRuns::changed, this, &ParallelView::refresh);
+  connect(&picture, &RunsPicture::changed, viewport(), qOverload<>(&QWidget::update));
+  relayout();
+}
+
+void ParallelView::relayout()
+{
+  const auto count = static_cast<double>(runs.order().size());
+  const double width = viewport()->width();
+  step = count > 0.0 ? std::clamp(width / count, leastStep, mostStep) : leastStep;
+  const int needed = static_cast<int>(std::ceil(count * step));
+  horizontalScrollBar()->setRange(0, std::max(0, needed - viewport()->width()));
+  horizontalScrollBar()->setPageStep(viewport()->width());
+  horizontalScrollBar()->setSingleStep(static_cast<int>(step));
+  refresh();
+}
+
+void ParallelView::refresh()
+{
+  if (!isVisible()) return;
+  spans = spansOf(document);
+  requestPicture();
+  viewport()->update();
+}
+
+QRectF ParallelView::band() const
+{
+  const double line = QFontMetricsF(theme.font).height();
+  return QRectF(viewport()->rect()).adjusted(0.0, 2.0 * line + 10.0 + line, 0.0, -(line + 10.0));
+}
+
+double ParallelView::xOf(std::size_t place) const
+{
+  return (static_cast<double>(place) + 0.5) * step - horizontalScrollBar()->value();
+}
+
+QLineF ParallelView::axisLine(std::size_t parameter) const
+{
+  auto const& order = runs.order();
+  const auto place =
+      static_cast<std::size_t>(std::find(order.begin(), order.end(), parameter) - order.begin());
+  return {QPointF(xOf(place), band().bottom()), QPointF(xOf(place), band().top())};
+}
+
+SpanAxis ParallelView::spanAxis(std::size_t parameter) const
+{
+  return {parameter, runs.axis(parameter), band().bottom(), band().top()};
+}
+
+std::optional<std::size_t> ParallelView::current() const
+{
+  if (currentParameter) return currentParameter;
+  return runs.order().empty() ? std::nullopt : std::optional(runs.order().front());
+}
+
+void ParallelView::requestPicture()
+{
+  auto const& order = runs.order();
+  const QRectF area = band();
+  if (!document.isOpen() || order.size() < 2 || area.height() < 10.0) {
+    picture.request({});
+    return;
+  }
+  // One axis beyond each side, whose lines come into view.
+  const double left = horizontalScrollBar()->value();
+  firstShown = static_cast<std::size_t>(std::max(0.0, std::floor(left / step - 0.5)));
+  lastShown =
+      std::min(order.size() - 1, static_cast<std::size_t>(std::ceil((left + viewport()->width()) / step)));
+  const std::vector<std::size_t> shown(order.begin() + static_cast<std::ptrdiff_t>(firstShown),
+                                       order.begin() + static_cast<std::ptrdiff_t>(lastShown) + 1);
+  std::vector<bool> logs;
+  for (std::size_t const parameter : shown)
+    logs.push_back(!document.scan().parameters[parameter].isText() && runs.isLogarithmic(parameter));
+  if (linesOf != document.sharedScan() || linesFor != shown || linesLog != logs) {
+    lines = parallelRuns(runs, shown);
+    linesOf = document.sharedScan();
+    linesFor = shown;
+    linesLog = logs;
+  }
+  RunsRequest request;
+  const double ratio = devicePixelRatioF();
+  request.scan = lines;
+  request.time = AxisMap(0.0, static_cast<double>(shown.size() - 1));
+  request.value = AxisMap(0.0, 1.0);
+  request.size = (QSizeF(xOf(lastShown) - xOf(firstShown), area.height()) * ratio)
+                     .toSize()
+                     .boundedTo(QSize(RunCoverage::largestSize, RunCoverage::largestSize));
+  request.width = ratio;
+  request.dark = theme.dark;
+  const bool shades = document.state().view.runsLook != RunsLook::Lines;
+  auto const opacity = [](std::size_t count) {
+    return std::clamp(5.5 / std::sqrt(count + 1.0), 0.055, 0.67);
+  };
+  const bool sieves = document.sieves();
+  if (!sieves || document.state().view.focus != Focus::Hidden)
+    request.layers.push_back({runs.eligible(), theme.all, shades, opacity(runs.eligible().size())});
+  if (sieves)
+    request.layers.push_back({runs.passing(), theme.passing, shades, opacity(document.passing().count())});
+  picture.request(std::move(request));
+}
+
+void ParallelView::paintRun(QPainter& painter, std::size_t run, QColor const& color) const
+{
+  QPainterPath path;
+  bool isDown = false;
+  const QRectF area = band();
+  for (std::size_t place = firstShown; place <= lastShown && place < runs.order().size(); ++place) {
+    const double share = parallelPlace(runs, runs.order()[place], run);
+    const QPointF at(xOf(place), area.bottom() - share * area.height());
+    const bool isThere = std::isfinite(at.y());
+    if (isThere && isDown) path.lineTo(at);
+    if (isThere && !isDown) path.moveTo(at);
+    isDown = isThere;
+  }
+  QColor halo = theme.paper;
+  halo.setAlphaF(0.8);
+  painter.strokePath(path, QPen(halo, theme.curve + 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.strokePath(path, QPen(color, theme.curve, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+}
+
+void ParallelView::paintAxis(QPainter& painter, std::size_t place) const
+{
+  const std::size_t parameter = runs.order()[place];
+  ScanParameter const& values = document.scan().parameters[parameter];
+  const QRectF area = band();
+  const double x = std::floor(xOf(place)) + 0.5;
+  const QFontMetricsF metrics(theme.font);
+  const double most = step - 8.0;
+  auto const centred = [&](QString const& text, double base, QFont const& font) {
+    const QString shown = elided(text, font, most);
+    painter.setFont(font);
+    painter.drawText(QPointF(x - 0.5 * QFontMetricsF(font).horizontalAdvance(shown), base), shown);
+  };
+  const ParameterNumbers numbers = numbersOf(document, parameter);
+  QFont bold = theme.font;
+  bold.setBold(numbers.significant && numbers.isCurrent);
+  const bool isCurrent = hasFocus() && current() == parameter;
+  painter.setPen(isCurrent ? theme.gate : theme.ink);
+  centred(titleOf(values.label), metrics.ascent() + 3.0, bold);
+  painter.setPen(numbers.significant && numbers.isCurrent ? theme.passing : theme.faint);
+  if (!std::isnan(numbers.d))
+    centred(QString::asprintf("d %+.2f", numbers.d) +
+                (numbers.significant && numbers.isCurrent ? QString::fromUtf8(" \u2605") : QString()),
+            metrics.ascent() + metrics.height() + 3.0, theme.font);
+  painter.setPen(QPen(isCurrent ? theme.gate : theme.ink, isCurrent ? 2.0 : theme.line));
+  painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
+  painter.setPen(theme.faint);
+  if (values.isText()) {
+    centred(QString("%L1 texts").arg(values.texts.size()), area.bottom() + metrics.ascent() + 4.0,
+            theme.font);
+    return;
+  }
+  const AxisMap axis = runs.axis(parameter);
+  centred(numberText(axis.high()), area.top() - 5.0, theme.font);
+  centred(numberText(axis.low()), area.bottom() + metrics.ascent() + 4.0, theme.font);
+  for (Tick const& tick : ticksOf(axis, 4)) {
+    const double y = area.bottom() - axis.place(tick.value) * area.height();
+    const double length = tick.label.isEmpty() ? 2.0 : 4.0;
+    painter.drawLine(QPointF(x - length, y), QPointF(x + length, y));
+  }
+  auto const here = spans.find(parameter);
+  if (here != spans.end())
+    paintSpans(painter, here->second, spanAxis(parameter),
+               QRectF(x - halfBand, area.top(), 2.0 * halfBand, area.height()), false, theme);
+}
+
+void ParallelView::paintEvent(QPaintEvent* event)
+{
+  QPainter painter(viewport());
+  painter.fillRect(event->rect(), theme.paper);
+  if (!document.isOpen()) return;
+  if (runs.order().size() < 2) {
+    painter.setPen(theme.faint);
+    painter.setFont(theme.font);
+    painter.drawText(QRectF(viewport()->rect()).adjusted(12, 12, -12, -12),
+                     Qt::AlignCenter | Qt::TextWordWrap, "Parallel coordinates need two parameters or more.");
+    return;
+  }
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF area = band();
+  const QRectF plot(xOf(firstShown), area.top(), xOf(lastShown) - xOf(firstShown), area.height());
+  const bool faded = document.sieves() && document.state().view.focus == Focus::Faded;
+  constexpr double pale = 0.25;
+  picture.paint(painter, plot, AxisMap(0.0, static_cast<double>(lastShown - firstShown)), AxisMap(0.0, 1.0),
+                {faded ? pale : 1.0});
+  std::size_t number = 0;
+  for (std::size_t const run : document.pinnedRuns())
+    paintRun(painter, run, theme.sets[number++ % theme.sets.size()]);
+  if (auto const run = document.hoveredRun()) paintRun(painter, *run, theme.hover);
+  for (std::size_t place = firstShown; place <= lastShown && place < runs.order().size(); ++place)
+    paintAxis(painter, place);
+}
+
+void ParallelView::resizeEvent(QResizeEvent*)
+{
+  relayout();
+}
+
+void ParallelView::showEvent(QShowEvent* event)
+{
+  QAbstractScrollArea::showEvent(event);
+  relayout();
+}
+
+void ParallelView::scrollContentsBy(int, int)
+{
+  refresh();
+}
+
+void ParallelView::changeEvent(QEvent* event)
+{
+  QAbstractScrollArea::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange && event->type() != QEvent::FontChange) return;
+  theme = Theme::ofPalette(palette(), font());
+  relayout();
+}
+
+} // namespace runsieve::app
