@@ -20,7 +20,8 @@ SearchableBox::SearchableBox(QWidget* parent) : QComboBox(parent)
 void SearchableBox::focusOutEvent(QFocusEvent* event)
 {
   QComboBox::focusOutEvent(event);
-  if (currentIndex() >= 0 && !completer()->popup()->isVisible()) lineEdit()->setText(itemText(currentIndex()));
+  if (currentIndex() >= 0 && !completer()->popup()->isVisible())
+    lineEdit()->setText(itemText(currentIndex()));
 }
 
 } // namespace runsieve::app

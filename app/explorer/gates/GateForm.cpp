@@ -1,9 +1,9 @@
 #include "app/explorer/gates/GateForm.h"
 
+#include "app/explorer/controls/PlainText.h"
 #include "app/explorer/gates/GateFields.h"
 
 #include <runsieve/core/gate/GateText.h>
-#include <runsieve/core/text/ShownText.h>
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -110,7 +110,7 @@ void GateForm::takeFields()
     text->setText(QString::fromStdString(formatGate(*typed)));
     text->setCursorPosition(0);
   } catch (GateError const& error) {
-    tell(QString::fromStdString(printable(error.what())), true);
+    tell(shownText(error.what()), true);
     return;
   }
   check();
@@ -123,7 +123,7 @@ void GateForm::takeText()
     typed = parseGate(text->text().toStdString());
     fields->setGate(*typed);
   } catch (GateError const& error) {
-    tell(QString::fromStdString(printable(error.what())), true);
+    tell(shownText(error.what()), true);
     return;
   }
   check();
@@ -138,7 +138,7 @@ void GateForm::check()
          false);
   } catch (GateError const& error) {
     typed.reset();
-    tell(QString::fromStdString(printable(error.what())), true);
+    tell(shownText(error.what()), true);
   }
 }
 

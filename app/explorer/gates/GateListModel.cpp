@@ -1,10 +1,10 @@
 #include "app/explorer/gates/GateListModel.h"
 
+#include "app/explorer/controls/PlainText.h"
 #include "app/explorer/gates/GateEdits.h"
 #include "app/explorer/gates/LiveCounts.h"
 
 #include <runsieve/core/gate/GateText.h>
-#include <runsieve/core/text/ShownText.h>
 
 #include <QApplication>
 #include <QFont>
@@ -18,17 +18,6 @@ namespace runsieve::app {
 namespace {
 
 char const* const mimeType = "application/x-runsieve-gate-row";
-
-QString shown(std::string const& text)
-{
-  return QString::fromStdString(printable(text));
-}
-
-/// A tooltip is taken for markup if it looks like it.
-QString asToolTip(QString const& text)
-{
-  return "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>";
-}
 
 } // namespace
 
@@ -81,9 +70,9 @@ QString GateListModel::textOf(QModelIndex const& index) const
   const auto row = static_cast<std::size_t>(index.row());
   switch (index.column()) {
   case Name:
-    return shown(isGate(index.row()) ? document.state().gates[row].name : document.newGateName());
+    return shownText(isGate(index.row()) ? document.state().gates[row].name : document.newGateName());
   case AsksFor:
-    return shown(formatGate(gateAt(index.row())));
+    return shownText(formatGate(gateAt(index.row())));
   default:
     break;
   }
@@ -107,7 +96,7 @@ QVariant GateListModel::data(QModelIndex const& index, int role) const
     if (index.column() != Name || !known) return {};
     return document.state().gates[row].on ? Qt::Checked : Qt::Unchecked;
   case Qt::ToolTipRole:
-    return known ? asToolTip(gateDetails(document, row)) : QVariant();
+    return known ? toolTipText(gateDetails(document, row)) : QVariant();
   case Qt::TextAlignmentRole:
     return static_cast<int>(Qt::AlignVCenter | (index.column() == Left ? Qt::AlignRight : Qt::AlignLeft));
   case Qt::ForegroundRole:
@@ -189,12 +178,12 @@ bool GateListModel::dropMimeData(QMimeData const* data, Qt::DropAction action, i
 
 QString gateDetails(Document const& document, std::size_t gate)
 {
-  QString text = shown(formatGate(document.state().gates[gate].gate));
+  QString text = shownText(formatGate(document.state().gates[gate].gate));
   GateOutcome const& outcome = document.outcomes()[gate];
   if (outcome.resolved && !outcome.resolved->note.empty())
-    text += "\nOn the times of the scan: " + shown(outcome.resolved->note);
+    text += "\nOn the times of the scan: " + shownText(outcome.resolved->note);
   if (!outcome.error.empty())
-    text += "\nDoes not fit this scan, and asks for nothing: " + shown(outcome.error);
+    text += "\nDoes not fit this scan, and asks for nothing: " + shownText(outcome.error);
   return text;
 }
 

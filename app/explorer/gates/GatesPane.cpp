@@ -1,15 +1,15 @@
 #include "app/explorer/gates/GatesPane.h"
 
+#include "app/explorer/controls/Keys.h"
 #include "app/explorer/gates/GateEdits.h"
 #include "app/explorer/gates/GateForm.h"
 #include "app/explorer/gates/GateListModel.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QTableView>
@@ -80,7 +80,13 @@ void GatesPane::buildList()
   view->horizontalHeader()->setSectionResizeMode(GateListModel::AsksFor, QHeaderView::Stretch);
   view->setColumnWidth(GateListModel::Name, view->fontMetrics().horizontalAdvance("MMGate 10MM"));
   view->setColumnWidth(GateListModel::Left, view->fontMetrics().horizontalAdvance("MRuns leftM"));
-  view->installEventFilter(this);
+  auto* keys = new Keys(*view);
+  keys->on(Qt::Key_Delete, [this] { deleteSelected(); });
+  keys->on(Qt::Key_Space, [this] { toggleSelected(); });
+  keys->on(Qt::Key_Return, [this] { editSelected(); });
+  keys->on(Qt::Key_Enter, [this] { editSelected(); });
+  keys->on(Qt::ALT + Qt::Key_Up, [this] { moveSelectedUp(); });
+  keys->on(Qt::ALT + Qt::Key_Down, [this] { moveSelectedDown(); });
   empty = new QLabel("No gates yet.\nDrag over the runs, or type one.", view->viewport());
   empty->setAlignment(Qt::AlignCenter);
   empty->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -235,49 +241,10 @@ void GatesPane::showMenu(QPoint const& at)
   menu.exec(view->viewport()->mapToGlobal(at));
 }
 
-bool GatesPane::handleKey(QKeyEvent* event, bool onlyAsked)
-{
-  struct Key
-  {
-    int key;
-    Qt::KeyboardModifiers modifiers;
-    void (GatesPane::*slot)();
-  };
-  static constexpr Key keys[] = {
-      {Qt::Key_Delete, Qt::NoModifier, &GatesPane::deleteSelected},
-      {Qt::Key_Space, Qt::NoModifier, &GatesPane::toggleSelected},
-      {Qt::Key_Return, Qt::NoModifier, &GatesPane::editSelected},
-      {Qt::Key_Enter, Qt::KeypadModifier, &GatesPane::editSelected},
-      {Qt::Key_Up, Qt::AltModifier, &GatesPane::moveSelectedUp},
-      {Qt::Key_Down, Qt::AltModifier, &GatesPane::moveSelectedDown},
-  };
-  for (Key const& key : keys)
-    if (event->key() == key.key && event->modifiers() == key.modifiers) {
-      if (!onlyAsked) (this->*key.slot)();
-      return true;
-    }
-  return false;
-}
-
-/// Keys that an editor leaves alone reach the list.
-bool GatesPane::isNaming() const
-{
-  auto const* editor = view->viewport()->findChild<QLineEdit*>();
-  return editor && editor->isVisible();
-}
-
 bool GatesPane::eventFilter(QObject* watched, QEvent* event)
 {
   if (watched == view->viewport() && event->type() == QEvent::Resize)
     empty->setGeometry(view->viewport()->rect());
-  if (watched == view && !isNaming() &&
-      (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress)) {
-    const bool onlyAsked = event->type() == QEvent::ShortcutOverride;
-    if (handleKey(static_cast<QKeyEvent*>(event), onlyAsked)) {
-      event->accept();
-      return true;
-    }
-  }
   return QWidget::eventFilter(watched, event);
 }
 

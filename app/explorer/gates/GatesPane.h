@@ -49,8 +49,6 @@ private:
   void takeSelection();
   void showSelection();
   void showMenu(QPoint const& at);
-  [[nodiscard]] bool isNaming() const;
-  bool handleKey(QKeyEvent* event, bool onlyAsked);
 
   Document& document;
   GateListModel* model = nullptr;
