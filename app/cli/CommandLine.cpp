@@ -1,5 +1,6 @@
 #include "app/cli/CommandLine.h"
 
+#include "app/cli/FigureGrammar.h"
 #include "app/scan/OpenScan.h"
 #include "app/store/FileEnding.h"
 
@@ -416,7 +417,7 @@ private:
     auto* command = program.add_subcommand("render", "Draw runs and parameter distributions as a picture");
     addReadOptions(*command, render, true);
     addSelectionOptions(*command, render);
-    command->add_option("-o,--out", render.output, "Picture to write, .png or .pdf")
+    command->add_option("-o,--out", render.output, "Picture to write, .png or .pdf; of a figure also .svg")
         ->required()
         ->type_name("FILE");
     addPictureSize(*command, render);
@@ -431,8 +432,10 @@ private:
     command->add_flag("--points", render.points, "Points instead of lines");
     command->add_flag("--plain-lines", render.plainLines,
                       "Lines over lines in one colour instead of shades by the number of runs");
+    addFigureOptions(*command, render.figure);
     command->footer(
-        "Example:\n  runsieve render scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" -o view.png");
+        "Example:\n  runsieve render scan.csv --gate \"Molecule: A @ 10..12 in 2..5\" -o view.png\n"
+        "  runsieve render scan.csv --gate \"A @ 10..12 in 2..5\" --figure --width-mm 85 -o figure.pdf");
   }
 
   void addCluster()
@@ -556,7 +559,7 @@ private:
     if (program.got_subcommand("rank")) return checked(rank);
     if (program.got_subcommand("pairs")) return checked(pairs);
     if (program.got_subcommand("select")) return checked(select);
-    if (program.got_subcommand("render")) return render;
+    if (program.got_subcommand("render")) return checked(render);
     if (program.got_subcommand("cluster")) return cluster;
     if (program.got_subcommand("box")) return checked(box);
     if (program.got_subcommand("convert")) return convert;
@@ -581,6 +584,15 @@ private:
   static RankArguments checked(RankArguments const& arguments)
   {
     requireGates(arguments, "rank");
+    return arguments;
+  }
+
+  RenderArguments checked(RenderArguments const& arguments) const
+  {
+    auto const* command = program.get_subcommand("render");
+    for (char const* other : {"--width", "--height", "--species", "--common-scale", "--points"})
+      if (arguments.figure.wanted && command->count(other) > 0)
+        throw UsageError(std::string("render: ") + other + " does not go with --figure");
     return arguments;
   }
 

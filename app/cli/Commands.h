@@ -92,9 +92,37 @@ struct SelectArguments : SieveArguments
   bool others = false;          ///< the runs that do not pass
 };
 
+/// A figure as the explorer's export makes it; what is not set is as in the session, or as by default.
+struct FigureArguments
+{
+  bool wanted = false;             ///< else the composite view is drawn
+  std::optional<double> width;     ///< mm
+  std::optional<double> height;    ///< mm
+  std::optional<int> dpi;          ///< of a .png, and at most that of dense runs elsewhere
+  std::string font;                ///< family
+  std::optional<double> fontSize;  ///< points
+  std::optional<double> lineWidth; ///< points
+  std::string title;
+  bool noGates = false;
+  bool noLegend = false;
+  bool noCounts = false;
+  bool noThresholds = false;
+  bool noScaleBar = false;
+  bool transparent = false;
+  bool scatter = false;                 ///< of the parameters against the last value of the first output
+  std::string palette;                  ///< "standard" or "colour-blind"
+  std::string focus;                    ///< "all", "faded" or "hidden"
+  std::optional<std::size_t> strongest; ///< how many parameters
+  std::vector<std::string> parameters;  ///< these, by name
+  std::vector<std::string> outputs;     ///< one above the other, by name
+  std::vector<std::string> logOutputs;  ///< with a logarithmic axis
+  std::string timeRange;                ///< "LOW..HIGH"
+  std::vector<std::string> valueRanges; ///< "NAME in LOW..HIGH"
+};
+
 struct RenderArguments : SieveArguments
 {
-  std::string output; ///< the picture, .png or .pdf
+  std::string output; ///< the picture, .png or .pdf; a figure also .svg
   int width = 1200;   ///< pixels
   int height = 900;
   std::string
@@ -105,6 +133,7 @@ struct RenderArguments : SieveArguments
   bool logAxes = false;
   bool points = false;
   bool plainLines = false;
+  FigureArguments figure;
 };
 
 struct ClusterArguments : SieveArguments

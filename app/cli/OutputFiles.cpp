@@ -49,6 +49,12 @@ void checkPictureName(char const* command, std::string const& picture)
     throw UsageError(std::string(command) + ": the name of the picture must end in .png or .pdf");
 }
 
+void checkFigureName(char const* command, std::string const& picture)
+{
+  if (!isPictureName(picture) && fileEnding(picture) != ".svg")
+    throw UsageError(std::string(command) + ": the name of the figure must end in .png, .svg or .pdf");
+}
+
 bool isStandardOutput(std::string const& path)
 {
   return path.empty() || path == "-";

@@ -13,6 +13,9 @@ namespace runsieve::app {
 /// \param picture empty for none \throw UsageError if its name ends otherwise
 void checkPictureName(char const* command, std::string const& picture);
 
+/// The same of a figure, which may be .svg as well.
+void checkFigureName(char const* command, std::string const& picture);
+
 /// One file must not be written over one that the same command reads, or writes as well. Empty names and "-"
 /// are no files. The sieve file that is read may be replaced by SieveArguments::saveSieve, which keeps its
 /// gates, and by nothing else.

@@ -7,7 +7,10 @@ namespace runsieve::app {
 
 int runRender(RenderArguments const& arguments)
 {
-  checkPictureName("render", arguments.output);
+  if (arguments.figure.wanted)
+    checkFigureName("render", arguments.output);
+  else
+    checkPictureName("render", arguments.output);
   checkOutputs("render", arguments, {arguments.output});
   return desk().render(arguments);
 }

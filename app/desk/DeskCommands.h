@@ -10,6 +10,8 @@ namespace runsieve::app {
 
 // The commands that need Qt and VTK. Each returns the exit status, and throws if its work fails.
 int renderPicture(RenderArguments const& arguments);
+/// The same if a figure is wanted.
+int renderFigure(RenderArguments const& arguments);
 int convertPlot(ConvertArguments const& arguments);
 int openExplorer(ExploreArguments const& arguments);
 /// Groups the runs of an output as the cluster command does, and draws them.

@@ -7,7 +7,7 @@ namespace runsieve::app {
 
 int QtDesk::render(RenderArguments const& arguments)
 {
-  return renderPicture(arguments);
+  return arguments.figure.wanted ? renderFigure(arguments) : renderPicture(arguments);
 }
 
 int QtDesk::convert(ConvertArguments const& arguments)

@@ -98,8 +98,30 @@ WrittenJson jsonOf(Adjustment adjustment)
 WrittenJson gatesOf(SieveFile const& sieve)
 {
   WrittenJson gates = WrittenJson::array();
-  for (Gate const& gate : sieve.gates) gates.push_back(WrittenJson::parse(toJson(gate)));
+  for (std::size_t i = 0; i < sieve.gates.size(); ++i) {
+    gates.push_back(WrittenJson::parse(toJson(sieve.gates[i])));
+    if (i < sieve.names.size()) gates.back()["name"] = sieve.names[i];
+  }
   return gates;
+}
+
+WrittenJson gatesOffOf(SieveFile const& sieve)
+{
+  WrittenJson gates = WrittenJson::array();
+  for (GateThatIsOff const& off : sieve.off) {
+    gates.push_back(WrittenJson::parse(toJson(off.gate)));
+    gates.back()["name"] = off.name;
+    gates.back()["place"] = off.place;
+  }
+  return gates;
+}
+
+WrittenJson dataOf(SieveFile const& sieve)
+{
+  WrittenJson data = {{"fingerprint", sieve.fingerprint}};
+  if (!sieve.path.empty()) data["path"] = sieve.path;
+  if (!sieve.absolutePath.empty()) data["absolute_path"] = sieve.absolutePath;
+  return data;
 }
 
 WrittenJson countsAsJson(SieveCounts const& counts)
@@ -114,6 +136,7 @@ WrittenJson objectOf(SieveFile const& sieve)
 {
   WrittenJson json = {{"format", formatName}, {"version", version}, {"program", sieve.program}};
   json["gates"] = gatesOf(sieve);
+  if (!sieve.off.empty()) json["gates_off"] = gatesOffOf(sieve);
   json["join"] = sieve.join == GateJoin::Any ? "or" : "and";
   json["thresholds"] = WrittenJson::object();
   for (auto const& [name, value] : sieve.thresholds) json["thresholds"][name] = jsonOf(value);
@@ -124,8 +147,9 @@ WrittenJson objectOf(SieveFile const& sieve)
   eachOption(sieve.read, [&json](char const* name, auto const& value) {
     if (!isDefault(value)) json["read"][name] = jsonOf(value);
   });
-  json["data"] = {{"fingerprint", sieve.fingerprint}};
+  json["data"] = dataOf(sieve);
   json["counts"] = countsAsJson(sieve.counts);
+  if (!sieve.window.empty()) json["window"] = WrittenJson::parse(sieve.window);
   return json;
 }
 
@@ -176,6 +200,8 @@ void take(std::string const& path, Json const& json, Gate& gate)
     throw MemberError(path + ": " + error.what());
   }
 }
+
+void take(std::string const& path, Json const& json, GateThatIsOff& off);
 
 template <class Value> void take(std::string const& path, Json const& json, std::vector<Value>& values)
 {
@@ -231,6 +257,34 @@ private:
   Json const& json;
 };
 
+void take(std::string const& path, Json const& json, GateThatIsOff& off)
+{
+  take(path, json, off.gate);
+  Members const members(path, json);
+  members("name", off.name);
+  members("place", off.place);
+}
+
+/// Names stand in the gates; if some have one, the others have an empty one.
+void takeNames(Json const& gates, std::vector<std::string>& names)
+{
+  names.resize(gates.size());
+  bool some = false;
+  for (std::size_t i = 0; i < gates.size(); ++i) {
+    Members("gates[" + std::to_string(i) + ']', gates[i])("name", names[i]);
+    some = some || gates[i].contains("name");
+  }
+  if (!some) names.clear();
+}
+
+void takeData(Json const& json, SieveFile& sieve)
+{
+  Members const data("data", json);
+  data("fingerprint", sieve.fingerprint);
+  data("path", sieve.path);
+  data("absolute_path", sieve.absolutePath);
+}
+
 void checkFormat(Json const& json)
 {
   if (!json.is_object() || !json.contains("format") || json["format"] != formatName)
@@ -252,11 +306,17 @@ SieveFile sieveOf(Json const& json)
   member("program", sieve.program);
   if (!json.contains("gates")) throw MemberError("there are no \"gates\"");
   member("gates", sieve.gates);
+  takeNames(json["gates"], sieve.names);
+  member("gates_off", sieve.off);
   member("join", sieve.join);
   member("thresholds", sieve.thresholds);
   if (json.contains("method")) eachPart(sieve.method.emplace(), Members("method", json["method"]));
   if (json.contains("read")) eachOption(sieve.read, Members("read", json["read"]));
-  if (json.contains("data")) Members("data", json["data"])("fingerprint", sieve.fingerprint);
+  if (json.contains("data")) takeData(json["data"], sieve);
+  if (json.contains("window")) {
+    if (!json["window"].is_object()) fail("window", "an object", json["window"]);
+    sieve.window = json["window"].dump();
+  }
   if (!json.contains("counts")) return sieve;
   Members const counts("counts", json["counts"]);
   counts("runs", sieve.counts.runs);
@@ -310,7 +370,7 @@ std::string toSieveText(SieveFile const& sieve)
   try {
     return objectOf(sieve).dump(2) + '\n';
   } catch (Json::exception const&) {
-    throw std::invalid_argument("a text of the sieve is not UTF-8");
+    throw std::invalid_argument("a text of the sieve is not UTF-8, or its window no JSON");
   }
 }
 

@@ -24,23 +24,39 @@ struct SieveCounts
   std::vector<std::size_t> afterGate; ///< left after each gate, AppliedGate::left
 };
 
+/// A gate that is kept and asks for nothing.
+struct GateThatIsOff
+{
+  Gate gate;
+  std::string name;
+  std::size_t place = 0; ///< in the list of all gates, those that are on among them
+};
+
 /// A set of gates with all that is needed to apply it to the same data again, and to tell whether they are
 /// the same. docs/sieve_file.md describes the file.
 struct SieveFile
 {
   std::string program; ///< name and version of the program that wrote it
   std::vector<Gate> gates;
+  std::vector<std::string> names; ///< of the gates, one for each; empty if they have none
+  std::vector<GateThatIsOff> off; ///< by rising place
   GateJoin join = GateJoin::All;
   std::map<std::string, double> thresholds; ///< by name: "p_threshold", "ks_threshold"
   /// How parameters were compared, but for its thresholds, which stand above; nothing in files of programs
   /// that had no choice.
   std::optional<ComparisonMethod> method;
-  ReadOptions read;        ///< how the data were read; without threads and progress
-  std::string fingerprint; ///< fingerprintOf() the data; empty if not known
+  ReadOptions read;         ///< how the data were read; without threads and progress
+  std::string fingerprint;  ///< fingerprintOf() the data; empty if not known
+  std::string path;         ///< of the data, seen from the folder of the sieve file; empty if not known
+  std::string absolutePath; ///< likewise, from the root
   SieveCounts counts;
+  /// What a window showed: a JSON object that the core carries and does not look into; empty if there is
+  /// none.
+  std::string window;
 };
 
-/// The text of a sieve file. \throw GateError, or std::invalid_argument if a text is not UTF-8
+/// The text of a sieve file. \throw GateError, or std::invalid_argument if a text is not UTF-8 or the window
+/// is no JSON
 [[nodiscard]] RUNSIEVE_CORE_EXPORT std::string toSieveText(SieveFile const& sieve);
 
 /// Reads the text of a sieve file of this version or an older one. Unknown members are passed over.

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "app/cli/Commands.h"
+
+#include <string>
+#include <utility>
+
+namespace CLI {
+class App;
+}
+
+namespace runsieve::app {
+
+/// Adds the options of a figure to the command that draws.
+void addFigureOptions(CLI::App& command, FigureArguments& figure);
+
+/// "0..60". \throw UsageError for anything but two rising numbers
+[[nodiscard]] std::pair<double, double> rangeOfTimes(std::string const& text);
+
+} // namespace runsieve::app

@@ -1,0 +1,93 @@
+#include "app/explorer/session/FileWatch.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr int usualPatience = 700; ///< ms
+
+void addStateOf(QFileInfo const& info, QByteArray& state)
+{
+  state += info.fileName().toUtf8() + ' ' + QByteArray::number(info.size()) + ' ' +
+           QByteArray::number(info.lastModified().toMSecsSinceEpoch()) + '\n';
+}
+
+} // namespace
+
+FileWatch::FileWatch(Document& ofDocument, QObject* parent) : QObject(parent), document(ofDocument)
+{
+  settling.setSingleShot(true);
+  settling.setInterval(usualPatience);
+  connect(&settling, &QTimer::timeout, this, &FileWatch::look);
+  connect(&document, &Document::opened, this, &FileWatch::reopen);
+  auto const stir = [this] { settling.start(); };
+  connect(&watcher, &QFileSystemWatcher::fileChanged, this, stir);
+  connect(&watcher, &QFileSystemWatcher::directoryChanged, this, stir);
+  reopen();
+}
+
+void FileWatch::reopen()
+{
+  settling.stop();
+  paths.clear();
+  if (!watcher.files().isEmpty()) watcher.removePaths(watcher.files());
+  if (!watcher.directories().isEmpty()) watcher.removePaths(watcher.directories());
+  if (!document.isOpen() || document.source().path.empty()) return;
+  paths << QFileInfo(QFile::decodeName(document.source().path.c_str())).absoluteFilePath();
+  if (std::string const& table = document.source().read.parametersFile; !table.empty()) {
+    const QString name = QFile::decodeName(table.c_str());
+    const QString beside = QFileInfo(paths.first()).absoluteDir().absoluteFilePath(name);
+    paths << (QFileInfo::exists(name) ? QFileInfo(name).absoluteFilePath() : beside);
+  }
+  read = seen = stateOfFiles();
+  watch();
+}
+
+void FileWatch::watch()
+{
+  // A file that is replaced is another one: its folder tells of that.
+  for (QString const& path : paths) {
+    const QString folder = QFileInfo(path).absolutePath();
+    if (QFileInfo::exists(path) && !watcher.files().contains(path) && !watcher.directories().contains(path))
+      watcher.addPath(path);
+    if (!watcher.directories().contains(folder)) watcher.addPath(folder);
+  }
+}
+
+QByteArray FileWatch::stateOfFiles() const
+{
+  QByteArray state;
+  for (QString const& path : paths) {
+    QFileInfo info(path);
+    info.setCaching(false);
+    if (!info.exists()) return {};
+    if (info.isDir())
+      for (QFileInfo const& entry : QDir(path).entryInfoList(QDir::Files, QDir::Name))
+        addStateOf(entry, state);
+    else
+      addStateOf(info, state);
+  }
+  return state;
+}
+
+void FileWatch::look()
+{
+  const QByteArray now = stateOfFiles();
+  watch();
+  if (now.isEmpty()) return; // gone for good, or about to be replaced: there is nothing to read
+  if (now != seen) {         // still being written, perhaps
+    seen = now;
+    settling.start();
+    return;
+  }
+  if (now == read) return;
+  read = now;
+  Q_EMIT changedOnDisk(paths.first());
+}
+
+} // namespace runsieve::app

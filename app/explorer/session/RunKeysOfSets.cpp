@@ -1,0 +1,73 @@
+#include "app/explorer/session/Session.h"
+
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <unordered_map>
+
+namespace runsieve::app {
+
+namespace {
+
+/// The number that is written exactly so.
+std::optional<long long> numberOf(std::string const& key)
+{
+  long long number = 0;
+  auto const [end, error] = std::from_chars(key.data(), key.data() + key.size(), number);
+  if (error != std::errc() || end != key.data() + key.size() || std::to_string(number) != key)
+    return std::nullopt;
+  return number;
+}
+
+} // namespace
+
+std::vector<RunKey> keysOf(RunSet const& runs, Scan const& scan)
+{
+  std::vector<RunKey> keys;
+  for (std::size_t const run : runs.members()) {
+    std::string const& key = scan.runs[run].key;
+    const std::optional<long long> number = numberOf(key);
+    if (!number) {
+      keys.emplace_back(key);
+      continue;
+    }
+    RunNumbers* last = keys.empty() ? nullptr : std::get_if<RunNumbers>(&keys.back());
+    if (last && last->last < std::numeric_limits<long long>::max() && last->last + 1 == *number)
+      last->last = *number;
+    else
+      keys.emplace_back(RunNumbers{*number, *number});
+  }
+  return keys;
+}
+
+RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan, std::size_t* missing)
+{
+  std::unordered_map<std::string, std::size_t> byKey;
+  std::map<long long, std::size_t> byNumber;
+  for (std::size_t run = 0; run < scan.runs.size(); ++run) {
+    byKey[scan.runs[run].key] = run;
+    if (auto const number = numberOf(scan.runs[run].key)) byNumber[*number] = run;
+  }
+  RunSet runs(scan.runs.size());
+  std::size_t lost = 0;
+  for (RunKey const& key : keys) {
+    bool found = false;
+    if (auto const* text = std::get_if<std::string>(&key)) {
+      auto const place = byKey.find(*text);
+      found = place != byKey.end();
+      if (found) runs.set(place->second);
+    } else {
+      auto const& range = std::get<RunNumbers>(key);
+      for (auto place = byNumber.lower_bound(range.first);
+           place != byNumber.end() && place->first <= range.last; ++place) {
+        runs.set(place->second);
+        found = true;
+      }
+    }
+    lost += found ? 0 : 1;
+  }
+  if (missing) *missing = lost;
+  return runs;
+}
+
+} // namespace runsieve::app

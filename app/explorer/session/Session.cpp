@@ -1,0 +1,146 @@
+#include "app/explorer/session/Session.h"
+
+#include <runsieve/core/sieve/Fingerprint.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <stdexcept>
+#include <utility>
+
+namespace runsieve::app {
+
+namespace {
+
+/// Position of a column by its full name; nothing if it is gone or several have the name.
+std::optional<std::size_t> outputOf(Scan const& scan, std::string const& name)
+{
+  try {
+    return scan.findOutput(name);
+  } catch (std::invalid_argument const&) {
+    return std::nullopt;
+  }
+}
+
+std::optional<std::size_t> parameterOf(Scan const& scan, std::string const& name)
+{
+  try {
+    return scan.findParameter(name);
+  } catch (std::invalid_argument const&) {
+    return std::nullopt;
+  }
+}
+
+SessionView viewOf(ViewState const& view, Scan const& scan)
+{
+  SessionView kept;
+  auto const output = [&](std::size_t i) { return scan.outputs[i].label.fullName(); };
+  for (std::size_t const i : view.outputs)
+    if (i < scan.outputs.size()) kept.outputs.push_back(output(i));
+  for (auto const& [i, on] : view.logOutputs)
+    if (i < scan.outputs.size()) kept.logOutputs[output(i)] = on;
+  for (auto const& [i, range] : view.outputRanges)
+    if (i < scan.outputs.size()) kept.outputRanges[output(i)] = range;
+  for (auto const& [i, on] : view.logParameters)
+    if (i < scan.parameters.size()) kept.logParameters[scan.parameters[i].label.fullName()] = on;
+  kept.timeRange = view.timeRange;
+  kept.runsLook = view.runsLook;
+  kept.focus = view.focus;
+  kept.parameterLook = view.parameterLook;
+  return kept;
+}
+
+QString shown(std::string const& text)
+{
+  return QString("\"%1\"").arg(QString::fromStdString(text));
+}
+
+ViewState viewOn(SessionView const& kept, Scan const& scan, QStringList& notes)
+{
+  ViewState view;
+  view.outputs.clear();
+  for (std::string const& name : kept.outputs) {
+    if (auto const i = outputOf(scan, name))
+      view.outputs.push_back(*i);
+    else
+      notes << QString("the scan has no output %1, which was shown").arg(shown(name));
+  }
+  for (auto const& [name, on] : kept.logOutputs)
+    if (auto const i = outputOf(scan, name)) view.logOutputs[*i] = on;
+  for (auto const& [name, range] : kept.outputRanges)
+    if (auto const i = outputOf(scan, name)) view.outputRanges[*i] = range;
+  for (auto const& [name, on] : kept.logParameters)
+    if (auto const i = parameterOf(scan, name)) view.logParameters[*i] = on;
+  view.timeRange = kept.timeRange;
+  view.runsLook = kept.runsLook;
+  view.focus = kept.focus;
+  view.parameterLook = kept.parameterLook;
+  return view;
+}
+
+SieveCounts countsOf(Document const& document)
+{
+  SieveCounts counts;
+  counts.runs = document.scan().runs.size();
+  counts.passing = document.passing().count();
+  for (std::size_t i = 0; i < document.outcomes().size(); ++i)
+    if (document.state().gates[i].on) counts.afterGate.push_back(document.outcomes()[i].left);
+  return counts;
+}
+
+} // namespace
+
+Session sessionOf(Document const& document, std::optional<std::string> fingerprint)
+{
+  Session session;
+  session.program = "runsieve " RUNSIEVE_VERSION;
+  Scan const& scan = document.scan();
+  State const& state = document.state();
+  if (!document.source().path.empty()) {
+    const QString path = QFile::decodeName(document.source().path.c_str());
+    session.path = QFileInfo(path).absoluteFilePath().toStdString();
+  }
+  session.fingerprint = fingerprint ? std::move(*fingerprint) : fingerprintOf(scan);
+  session.read = document.source().read;
+  session.read.progress = nullptr;
+  session.counts = countsOf(document);
+  session.gates = state.gates;
+  session.join = state.join;
+  session.method = state.method;
+  for (NamedSet const& set : state.sets)
+    session.sets.push_back({set.name, keysOf(set.runs, scan), set.color, set.shown, set.origin});
+  session.view = viewOf(state.view, scan);
+  RunSet pinned(scan.runs.size());
+  for (std::size_t const run : document.pinnedRuns()) pinned.set(run);
+  session.pinned = keysOf(pinned, scan);
+  return session;
+}
+
+RestoredState restoredOn(Session const& session, Scan const& scan)
+{
+  RestoredState restored;
+  restored.state.gates = session.gates;
+  restored.state.join = session.join;
+  restored.state.method = session.method;
+  for (SessionSet const& set : session.sets) {
+    std::size_t missing = 0;
+    restored.state.sets.push_back(
+        {set.name, runsOf(set.runs, scan, &missing), set.color, set.shown, set.origin});
+    if (missing > 0)
+      restored.notes << QString("of the set %1 some runs are not in the scan any more").arg(shown(set.name));
+  }
+  restored.state.view = viewOn(session.view, scan, restored.notes);
+  for (std::size_t const run : runsOf(session.pinned, scan).members()) restored.pinned.insert(run);
+  return restored;
+}
+
+QStringList applySession(Document& document, Session const& session, std::shared_ptr<Scan const> const& scan,
+                         ScanSource source)
+{
+  RestoredState restored = restoredOn(session, *scan);
+  document.open(scan, std::move(source), std::move(restored.state));
+  document.pin(std::move(restored.pinned));
+  return restored.notes;
+}
+
+} // namespace runsieve::app

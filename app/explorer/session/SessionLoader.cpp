@@ -1,0 +1,92 @@
+#include "app/explorer/session/SessionLoader.h"
+
+#include "app/cli/GatedScan.h"
+#include "app/explorer/session/SessionFile.h"
+
+#include <QFile>
+
+#include <exception>
+#include <utility>
+
+namespace runsieve::app {
+
+SessionLoader::SessionLoader(Document& ofDocument, QObject* parent) : QObject(parent), document(ofDocument)
+{
+  connect(&reader, &Opening::finished, this, &SessionLoader::take);
+  connect(&reader, &Opening::failed, this, [this](QString const&, QString const& message) {
+    wanted.reset();
+    Q_EMIT failed(message);
+  });
+}
+
+void SessionLoader::open(QString const& path)
+{
+  Session session;
+  try {
+    session = readSession(path);
+  } catch (std::exception const& error) {
+    Q_EMIT failed(QString::fromUtf8(error.what()));
+    return;
+  }
+  const QString data = dataOf(session, path);
+  if (!data.isEmpty()) {
+    open(std::move(session), data, path);
+    return;
+  }
+  const QString place = QString::fromStdString(session.path);
+  reader.cancel();
+  wanted = std::move(session);
+  file = path;
+  Q_EMIT dataMissing(path, place);
+}
+
+void SessionLoader::useData(QString const& path)
+{
+  if (wanted) open(*wanted, path, file);
+}
+
+void SessionLoader::open(Session session, QString const& data, QString const& path)
+{
+  const ReadOptions options = session.read;
+  wanted = std::move(session);
+  file = path;
+  sameDataExpected = true;
+  comparing.cancel();
+  reader.start(data, options);
+}
+
+void SessionLoader::reread(std::function<void(Session&)> const& complete)
+{
+  if (!document.isOpen() || document.source().path.empty()) return;
+  Session session = sessionOf(document, std::string()); // other data are expected: theirs tells nothing
+  if (complete) complete(session);
+  open(std::move(session), QFile::decodeName(document.source().path.c_str()));
+  sameDataExpected = false;
+}
+
+void SessionLoader::take(std::shared_ptr<Scan const> const& scan, ScanSource const& source)
+{
+  if (!wanted) return;
+  const Session session = *std::exchange(wanted, std::nullopt);
+  const QString path = file;
+  const QStringList notes = applySession(document, session, scan, source);
+  if (sameDataExpected) {
+    SieveFile sieve;
+    for (NamedGate const& gate : session.gates)
+      if (gate.on) sieve.gates.push_back(gate.gate);
+    sieve.join = session.join;
+    sieve.fingerprint = session.fingerprint;
+    sieve.counts = session.counts;
+    comparing.start([this, scan, sieve](Background::Cancelled const&) -> std::function<void()> {
+      QStringList lines;
+      for (std::string const& line : compareWith(sieve, *scan, gateContext()))
+        lines << QString::fromStdString(line);
+      return [this, lines] {
+        if (!lines.isEmpty()) Q_EMIT differs(lines);
+      };
+    });
+  }
+  Q_EMIT opened(session, path, notes);
+}
+
+} // namespace runsieve::app
