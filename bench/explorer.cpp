@@ -63,7 +63,7 @@ public:
   OpenWindow()
   {
     window.resize(1200, 900);
-    window.QWidget::show();
+    window.show();
     QApplication::processEvents();
   }
 

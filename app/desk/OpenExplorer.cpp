@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <stdexcept>
+#include <utility>
 
 namespace runsieve::app {
 
@@ -40,8 +41,10 @@ int openExplorer(ExploreArguments const& arguments)
   applyChosenAppearance();
   std::vector<std::string> files = arguments.more;
   files.insert(files.begin(), arguments.file);
+  bool isFirst = true;
   for (std::string const& file : files) {
     ExplorerWindow* window = newExplorerWindow();
+    if (std::exchange(isFirst, false)) window->files().recover();
     if (!file.empty()) window->open(QFile::decodeName(file.c_str()), arguments.read);
   }
   return QApplication::exec();

@@ -43,7 +43,7 @@ struct WindowScene : testing::Test
   void SetUp() override
   {
     window->resize(1200, 850);
-    window->QWidget::show();
+    window->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }
 
@@ -58,7 +58,7 @@ struct WindowScene : testing::Test
   {
     writeScan(*lineScan(runs), file(name).toStdString());
     window->open(file(name));
-    return waitFor([this] { return !window->opening().isBusy() && document().isOpen(); }) && settle();
+    return waitFor([this] { return !window->files().opening().isBusy() && document().isOpen(); }) && settle();
   }
   void trigger(char const* action) { window->actions().at(action)->trigger(); }
   [[nodiscard]] app::RunsView& view(std::size_t place = 0) { return *window->runs().view(place); }

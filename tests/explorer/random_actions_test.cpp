@@ -183,7 +183,7 @@ TEST_P(RandomActions, LeaveTheWindowWhole)
     check();
     if (HasFatalFailure()) FAIL() << "after action " << i;
   }
-  window->opening().cancel();
+  window->files().opening().cancel();
   EXPECT_TRUE(settle());
   EXPECT_TRUE(Messages::all().isEmpty()) << Messages::all().join('\n').toStdString();
 }

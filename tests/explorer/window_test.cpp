@@ -1,5 +1,6 @@
 #include "WindowScene.h"
 
+#include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/window/ActionTable.h"
 #include "app/explorer/window/Appearance.h"
 #include "app/explorer/window/CommandSearch.h"
@@ -35,6 +36,7 @@ struct NextDialog
       QWidget* dialog = QApplication::activeModalWidget();
       if (!dialog) return;
       if (auto* box = qobject_cast<QMessageBox*>(dialog)) text = box->text();
+      if (auto* error = qobject_cast<app::ErrorDialog*>(dialog)) text = error->details();
       seen = true;
       timer.stop();
       dialog->close();
@@ -260,8 +262,8 @@ TEST_F(WindowScene, ReadingCanBeGivenUp)
 {
   writeScan(*lineScan(20'000), file("large.csv").toStdString());
   window->open(file("large.csv"));
-  window->opening().cancel();
-  ASSERT_TRUE(waitFor([this] { return !window->opening().isBusy(); }));
+  window->files().opening().cancel();
+  ASSERT_TRUE(waitFor([this] { return !window->files().opening().isBusy(); }));
   EXPECT_FALSE(document().isOpen());
 }
 

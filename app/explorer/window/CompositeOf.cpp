@@ -2,11 +2,16 @@
 
 #include "app/composite/CompositeWindow.h"
 #include "app/explorer/document/Document.h"
+#include "app/explorer/session/ErrorDialog.h"
 
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/gate/GateRows.h>
 
+#include <QFile>
+#include <QFileDialog>
 #include <QFileInfo>
+
+#include <exception>
 
 namespace runsieve::app {
 
@@ -43,6 +48,18 @@ void showComposite(Document const& document, QString const& path, QWidget* paren
   window->resize(width, height);
   window->show();
   window->show(plotOf(document), QFileInfo(path).fileName());
+}
+
+void savePlot(Document const& document, QWidget* parent)
+{
+  QString path = QFileDialog::getSaveFileName(parent, "Save plot", "plot.rsd", "Stored plot (*.rsd)");
+  if (path.isEmpty()) return;
+  if (QFileInfo(path).suffix().isEmpty()) path += ".rsd";
+  try {
+    writePlot(plotOf(document), QFile::encodeName(path).toStdString());
+  } catch (std::exception const& error) {
+    ErrorDialog::tell(parent, "The plot could not be saved", QString::fromUtf8(error.what()));
+  }
 }
 
 } // namespace runsieve::app

@@ -17,4 +17,7 @@ class Document;
 /// the title
 void showComposite(Document const& document, QString const& path, QWidget* parent);
 
+/// Asks for a file and stores the scan with its selection there.
+void savePlot(Document const& document, QWidget* parent);
+
 } // namespace runsieve::app

@@ -1,23 +1,27 @@
 #pragma once
 
 #include "app/explorer/document/Document.h"
-#include "app/explorer/document/Opening.h"
+#include "app/explorer/window/Files.h"
 
 #include <QMainWindow>
 
-class QLabel;
-class QProgressBar;
-class QPushButton;
+#include <memory>
+
 class QStackedWidget;
-class QToolButton;
 
 namespace runsieve::app {
 
 class Actions;
+class ChangedFileBar;
 class GatesPane;
 class Layout;
 class ParametersPane;
+class ParameterTable;
 class RunsPane;
+class RunTable;
+class SetsPane;
+class StartPage;
+class StatusLine;
 
 /// The desktop explorer: a scan, its gates, and what they make of it. Nothing is open at first.
 class ExplorerWindow : public QMainWindow
@@ -32,10 +36,11 @@ public:
   void open(QString const& path, ReadOptions const& options = {});
 
   [[nodiscard]] Document& document() { return content; }
-  [[nodiscard]] Opening& opening() { return reader; }
+  [[nodiscard]] Files& files() { return *disk; }
   [[nodiscard]] RunsPane& runs() { return *runsPane; }
   [[nodiscard]] GatesPane& gates() { return *gatesPane; }
   [[nodiscard]] ParametersPane& parameters() { return *parametersPane; }
+  [[nodiscard]] SetsPane& sets() { return *setsPane; }
   [[nodiscard]] Actions& actions() { return *table; }
   [[nodiscard]] QString statusText() const;
   /// Whether nothing is being read, computed or drawn.
@@ -49,27 +54,29 @@ protected:
 private:
   void buildCentre();
   void buildPanes();
-  void buildStatus();
-  void tell(QString const& text);
   void connectFileActions();
+  void connectExportActions();
   void connectGateActions();
   void connectViewActions();
-  void show(std::shared_ptr<Scan const> const& scan, ScanSource const& source, State const& state);
+  void connectSetActions();
+  void showReading();
+  void refresh();
   void refreshActions();
-  void refreshStatus();
 
   Document content;
-  Opening reader;
   Actions* table = nullptr;
   QStackedWidget* centre = nullptr;
+  StartPage* start = nullptr;
   RunsPane* runsPane = nullptr;
+  ChangedFileBar* changedBar = nullptr;
   Layout* layout = nullptr;
   GatesPane* gatesPane = nullptr;
+  SetsPane* setsPane = nullptr;
   ParametersPane* parametersPane = nullptr;
-  QLabel* status = nullptr;
-  QPushButton* readingNotes = nullptr; ///< hidden if there is nothing to tell
-  QProgressBar* progress = nullptr;    ///< hidden while nothing is read
-  QToolButton* cancelling = nullptr;
+  ParameterTable* parameterTable = nullptr;
+  RunTable* runTable = nullptr;
+  std::unique_ptr<Files> disk;
+  StatusLine* status = nullptr;
 };
 
 /// Shows another window, which deletes itself when it is closed.

@@ -1,5 +1,8 @@
 #include "app/explorer/gates/GatesPane.h"
 #include "app/explorer/runs/RunsPane.h"
+#include "app/explorer/session/ShellCommand.h"
+#include "app/explorer/sets/SetsPane.h"
+#include "app/explorer/tables/RunTable.h"
 #include "app/explorer/window/Actions.h"
 #include "app/explorer/window/ActionTable.h"
 #include "app/explorer/window/Appearance.h"
@@ -10,39 +13,40 @@
 #include "app/explorer/window/Layout.h"
 #include "app/explorer/window/LimitsDialog.h"
 #include "app/explorer/window/MethodDialog.h"
+#include "app/explorer/window/StatusLine.h"
 #include "app/scan/ReadingText.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QFileDialog>
+#include <QClipboard>
 #include <QMessageBox>
 
 namespace runsieve::app {
 
+void ExplorerWindow::showReading()
+{
+  if (!content.isOpen()) return;
+  QStringList lines;
+  for (std::string const& line : readingLines(content.scan(), content.source().report))
+    lines << QString::fromStdString(line);
+  QMessageBox box(this);
+  box.setWindowTitle("How the file was read");
+  box.setTextFormat(Qt::PlainText);
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  box.setText(lines.isEmpty() ? QString("Nothing was guessed.") : lines.join('\n'));
+  box.exec();
+}
+
 void ExplorerWindow::connectFileActions()
 {
-  table->on("file.open", [this] {
-    const QString path = QFileDialog::getOpenFileName(
-        this, "Open a scan", QString(),
-        "Scans (*.csv *.tsv *.txt *.dat *.gdat *.scan *.gz *.npy *.npz *.h5 *.hdf5);;All files (*)");
-    if (!path.isEmpty()) open(path);
-  });
-  table->on("file.folder", [this] {
-    const QString path = QFileDialog::getExistingDirectory(this, "Open a folder with a file per run");
-    if (!path.isEmpty()) open(path);
-  });
-  table->on("file.example", [this] { reader.startExample(); });
-  table->on("file.reading", [this] {
-    QStringList lines;
-    for (std::string const& line : readingLines(content.scan(), content.source().report))
-      lines << QString::fromStdString(line);
-    QMessageBox box(this);
-    box.setWindowTitle("How the file was read");
-    box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    box.setText(lines.isEmpty() ? QString("Nothing was guessed.") : lines.join('\n'));
-    box.exec();
-  });
+  table->on("file.open", [this] { disk->chooseFile(); });
+  table->on("file.folder", [this] { disk->chooseFolder(); });
+  table->on("file.example", [this] { disk->openExample(); });
+  table->on("file.reread", [this] { disk->reread(); });
+  table->on("file.reading", [this] { showReading(); });
+  connect(status, &StatusLine::notesWanted, this, &ExplorerWindow::showReading);
+  table->on("file.save", [this] { disk->save(); });
+  table->on("file.saveas", [this] { disk->saveAs(); });
   table->on("file.window", [] { newExplorerWindow(); });
   table->on("file.close", [this] { close(); });
   table->on("file.quit", [] { QApplication::closeAllWindows(); });
@@ -56,6 +60,25 @@ void ExplorerWindow::connectFileActions()
   table->on("help.about", [this] { showAbout(this); });
   table->on("edit.undo", [this] { content.undoStack().undo(); });
   table->on("edit.redo", [this] { content.undoStack().redo(); });
+}
+
+void ExplorerWindow::connectExportActions()
+{
+  table->on("file.runs", [this] { runTable->exportPassingScan(); });
+  table->on("file.plot", [this] { savePlot(content, this); });
+  table->on("file.command", [this] {
+    QGuiApplication::clipboard()->setText(QString::fromStdString(commandOf(content)));
+    status->tell("Copied: the commands of this table and this picture");
+  });
+}
+
+void ExplorerWindow::connectSetActions()
+{
+  table->on("set.keep", [this] { setsPane->keepPassingRuns(); });
+  table->on("set.type", [this] { setsPane->typeRuns(); });
+  table->on("set.file", [this] { setsPane->chooseFile(); });
+  table->on("set.cluster", [this] { setsPane->groupRuns(); });
+  table->on("set.failed", [this] { setsPane->keepIncomplete(); });
 }
 
 void ExplorerWindow::connectGateActions()
@@ -105,7 +128,7 @@ void ExplorerWindow::connectViewActions()
   table->on("zoom.reset", [this] { runsPane->zoom().reset(); });
   table->on("zoom.back", [this] { runsPane->zoom().back(); });
   table->on("zoom.forward", [this] { runsPane->zoom().forward(); });
-  table->on("view.composite", [this] { showComposite(content, reader.path(), this); });
+  table->on("view.composite", [this] { showComposite(content, disk->title(), this); });
   table->on("theme.desktop", [] { chooseAppearance(Appearance::Desktop); });
   table->on("theme.light", [] { chooseAppearance(Appearance::Light); });
   table->on("theme.dark", [] { chooseAppearance(Appearance::Dark); });

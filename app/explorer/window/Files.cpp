@@ -1,0 +1,218 @@
+#include "app/explorer/window/Files.h"
+
+#include "app/explorer/runs/RunsZoom.h"
+#include "app/explorer/session/ErrorDialog.h"
+#include "app/explorer/session/RecentFiles.h"
+#include "app/explorer/session/SessionFile.h"
+#include "app/explorer/session/SessionZoom.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+#include <exception>
+
+namespace runsieve::app {
+
+namespace {
+
+constexpr char scanFilter[] =
+    "Scans and sessions (*.csv *.tsv *.txt *.dat *.gdat *.scan *.gz *.npy *.npz *.h5 *.hdf5 *.rsd *.sieve "
+    "*.json);;All files (*)";
+
+} // namespace
+
+Files::Files(Document& ofDocument, RunsZoom& ofZoom, QWidget& ofWindow)
+    : QObject(&ofWindow), document(ofDocument), zoom(ofZoom), window(ofWindow), loader(ofDocument),
+      autosave(ofDocument, [this](Session& kept) { keepZoom(zoom, document, kept); }), watch(ofDocument)
+{
+  connectReader();
+  connectSessions();
+  connect(&watch, &FileWatch::changedOnDisk, this, &Files::changedOnDisk);
+}
+
+void Files::connectReader()
+{
+  connect(&reader, &Opening::finished, this,
+          [this](std::shared_ptr<Scan const> const& scan, ScanSource const& source, State const& state) {
+            document.open(scan, source, state);
+            session.clear();
+            name = QFileInfo(reader.path()).fileName();
+            if (!source.path.empty()) RecentFiles::add(reader.path());
+          });
+  for (Opening* one : {&reader, &loader.opening()}) {
+    connect(one, &Opening::begun, this, &Files::begun);
+    connect(one, &Opening::progressed, this, &Files::progressed);
+    connect(one, &Opening::ended, this, &Files::changed);
+  }
+  connect(&reader, &Opening::failed, this, [this](QString const& path, QString const& message) {
+    ErrorDialog::tell(&window, QFileInfo(path).fileName() + " could not be opened", message);
+  });
+}
+
+void Files::connectSessions()
+{
+  connect(&loader, &SessionLoader::opened, this,
+          [this](Session const& opened, QString const& path, QStringList const& notes) {
+            showZoom(opened, document, zoom);
+            if (!path.isEmpty()) {
+              session = path;
+              name = QFileInfo(path).fileName();
+              RecentFiles::add(path);
+            }
+            document.undoStack().setClean();
+            if (!notes.isEmpty()) Q_EMIT told(notes.join("; "));
+            Q_EMIT changed();
+          });
+  connect(&loader, &SessionLoader::differs, this, [this](QStringList const& lines) {
+    QMessageBox box(QMessageBox::Information, "Runsieve", QString(), QMessageBox::Ok, &window);
+    box.setTextFormat(Qt::PlainText);
+    box.setText("The data are not those that the session was made for. Gates and sets were kept.");
+    box.setInformativeText(lines.join('\n'));
+    box.exec();
+  });
+  connect(&loader, &SessionLoader::failed, this, [this](QString const& message) {
+    ErrorDialog::tell(&window, "The session could not be opened", message);
+  });
+  connect(&loader, &SessionLoader::dataMissing, this, &Files::findData);
+}
+
+void Files::findData(QString const& path, QString const& data)
+{
+  QMessageBox box(QMessageBox::Question, "Runsieve", QString(), QMessageBox::Open | QMessageBox::Cancel,
+                  &window);
+  box.setTextFormat(Qt::PlainText);
+  box.setText(data.isEmpty() ? QString("The session does not tell where its data are.")
+                             : QString("The data of the session are not where they were: %1").arg(data));
+  box.setInformativeText("Do you want to look for them?");
+  if (box.exec() != QMessageBox::Open) return;
+  const QString found =
+      QFileDialog::getOpenFileName(&window, "Data of the session", QFileInfo(path).path(), scanFilter);
+  if (!found.isEmpty()) loader.useData(found);
+}
+
+void Files::open(QString const& path, ReadOptions const& options)
+{
+  cancel();
+  if (isSessionFile(path))
+    loader.open(path);
+  else
+    reader.start(path, options);
+}
+
+void Files::openExample()
+{
+  cancel();
+  reader.startExample();
+}
+
+void Files::reread()
+{
+  if (!document.isOpen() || document.source().path.empty()) return;
+  reader.cancel();
+  loader.reread([this](Session& kept) { keepZoom(zoom, document, kept); });
+}
+
+void Files::cancel()
+{
+  reader.cancel();
+  loader.opening().cancel();
+}
+
+bool Files::save()
+{
+  return session.isEmpty() ? saveAs() : saveTo(session);
+}
+
+bool Files::saveAs()
+{
+  if (!document.isOpen()) return false;
+  const QString proposed = !session.isEmpty() ? session : QFileInfo(name).completeBaseName() + ".sieve";
+  QString path =
+      QFileDialog::getSaveFileName(&window, "Save session", proposed, "Sieve file (*.sieve *.json)");
+  if (path.isEmpty()) return false;
+  if (QFileInfo(path).suffix().isEmpty()) path += ".sieve";
+  return saveTo(path);
+}
+
+bool Files::saveTo(QString const& path)
+{
+  try {
+    Session kept =
+        autosave.fingerprint().empty() ? sessionOf(document) : sessionOf(document, autosave.fingerprint());
+    keepZoom(zoom, document, kept);
+    writeSession(path, kept);
+  } catch (std::exception const& error) {
+    ErrorDialog::tell(&window, "The session could not be saved", QString::fromUtf8(error.what()));
+    return false;
+  }
+  session = path;
+  name = QFileInfo(path).fileName();
+  RecentFiles::add(path);
+  document.undoStack().setClean();
+  Q_EMIT changed();
+  Q_EMIT told(QString("Saved: %1").arg(path));
+  return true;
+}
+
+void Files::recover()
+{
+  for (RecoverableSession const& left : recoverableSessions()) {
+    QMessageBox box(QMessageBox::Question, "Runsieve", QString(), QMessageBox::Open | QMessageBox::Discard,
+                    &window);
+    box.setTextFormat(Qt::PlainText);
+    box.setText("Runsieve ended unexpectedly. Do you want to go on where you were?");
+    box.setInformativeText(QString("%1, %2").arg(left.data, left.savedAt.toString("yyyy-MM-dd hh:mm")));
+    const int answer = box.exec();
+    if (answer == QMessageBox::Open) {
+      try {
+        loader.open(readSession(left.path), left.data);
+      } catch (std::exception const& error) {
+        ErrorDialog::tell(&window, "The session could not be recovered", QString::fromUtf8(error.what()));
+      }
+    }
+    if (answer == QMessageBox::Open || answer == QMessageBox::Discard) discardRecoverable(left);
+    if (answer != QMessageBox::Discard) return;
+  }
+}
+
+bool Files::mayClose()
+{
+  State const& state = document.state();
+  const bool isWorth = document.isOpen() && !(state.gates.empty() && state.sets.empty());
+  if (!isWorth || document.undoStack().isClean()) return true;
+  QMessageBox box(QMessageBox::Question, "Runsieve", QString(),
+                  QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, &window);
+  box.setTextFormat(Qt::PlainText);
+  box.setText("Do you want to save gates, sets and view?");
+  box.setInformativeText(title());
+  switch (box.exec()) {
+  case QMessageBox::Save:
+    return save();
+  case QMessageBox::Discard:
+    return true;
+  default:
+    return false;
+  }
+}
+
+QString Files::title() const
+{
+  return document.isOpen() ? name : QString();
+}
+
+void Files::chooseFile()
+{
+  const QString path =
+      QFileDialog::getOpenFileName(&window, "Open a scan or a session", QString(), scanFilter);
+  if (!path.isEmpty()) open(path);
+}
+
+void Files::chooseFolder()
+{
+  const QString path = QFileDialog::getExistingDirectory(&window, "Open a folder with a file per run");
+  if (!path.isEmpty()) open(path);
+}
+
+} // namespace runsieve::app

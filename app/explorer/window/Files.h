@@ -1,0 +1,78 @@
+#pragma once
+
+#include "app/explorer/document/Document.h"
+#include "app/explorer/document/Opening.h"
+#include "app/explorer/session/Autosave.h"
+#include "app/explorer/session/FileWatch.h"
+#include "app/explorer/session/SessionLoader.h"
+
+#include <QObject>
+#include <QString>
+
+namespace runsieve::app {
+
+class RunsZoom;
+
+/// The files of a window: opens scans and sessions, saves sessions, keeps what would be lost, and asks the
+/// user where it must.
+class Files : public QObject
+{
+  Q_OBJECT
+
+public:
+  Files(Document& document, RunsZoom& zoom, QWidget& window);
+
+  /// Begins to open a scan, a stored plot or a session; what is open stays until all is read.
+  void open(QString const& path, ReadOptions const& options = {});
+  void openExample();
+  /// Begins to read the data of the document again; gates, sets and view stay.
+  void reread();
+  void cancel();
+  /// Saves the session where it was saved last, or asks for a place. \return false if it was not saved
+  bool save();
+  bool saveAs();
+  bool saveTo(QString const& path);
+  /// Opens what a window that ended unexpectedly has left, if the user wants to.
+  void recover();
+  /// Whether the window may close: asks if something would be lost.
+  [[nodiscard]] bool mayClose();
+
+  [[nodiscard]] bool isBusy() const { return reader.isBusy() || loader.isBusy(); }
+  /// What is open, for a title: "scan.csv"; empty if nothing is.
+  [[nodiscard]] QString title() const;
+  [[nodiscard]] Opening& opening() { return reader; }
+  [[nodiscard]] SessionLoader& sessions() { return loader; }
+
+public Q_SLOTS:
+  /// These ask for a place.
+  void chooseFile();
+  void chooseFolder();
+
+Q_SIGNALS:
+  void begun(QString const& path);
+  /// The share that is read, 0 to 1.
+  void progressed(double share);
+  /// Something was opened, saved, or given up.
+  void changed();
+  /// The file of the scan has changed since it was read.
+  void changedOnDisk(QString const& path);
+  /// Something to tell that needs no answer.
+  void told(QString const& text);
+
+private:
+  void connectReader();
+  void connectSessions();
+  void findData(QString const& path, QString const& data);
+
+  Document& document;
+  RunsZoom& zoom;
+  QWidget& window;
+  Opening reader;
+  SessionLoader loader;
+  Autosave autosave;
+  FileWatch watch;
+  QString name;    ///< of what is open
+  QString session; ///< where it was saved, or read from; empty if it was not
+};
+
+} // namespace runsieve::app

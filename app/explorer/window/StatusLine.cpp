@@ -1,0 +1,103 @@
+#include "app/explorer/window/StatusLine.h"
+
+#include "app/explorer/document/Document.h"
+#include "app/explorer/window/Files.h"
+#include "app/scan/ReadingText.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QToolButton>
+
+namespace runsieve::app {
+
+StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
+    : QObject(&bar), document(ofDocument), files(ofFiles)
+{
+  constexpr int steps = 1000;
+  status = new QLabel;
+  status->setTextFormat(Qt::PlainText); // names in a file are no markup, whatever they look like
+  bar.addWidget(status, 1);
+  progress = new QProgressBar;
+  progress->setRange(0, steps);
+  progress->setMaximumWidth(180);
+  progress->setAccessibleName("Reading");
+  cancelling = new QToolButton;
+  cancelling->setText("Cancel");
+  cancelling->setToolTip("Give up reading");
+  notes = new QPushButton;
+  notes->setFlat(true);
+  notes->setToolTip("What the file was taken for, and what was guessed, dropped or put in order");
+  for (QWidget* widget :
+       {static_cast<QWidget*>(progress), static_cast<QWidget*>(cancelling), static_cast<QWidget*>(notes)}) {
+    bar.addPermanentWidget(widget);
+    widget->hide();
+  }
+  connect(notes, &QPushButton::clicked, this, &StatusLine::notesWanted);
+  connect(cancelling, &QToolButton::clicked, &files, &Files::cancel);
+  connect(&files, &Files::begun, this, [this](QString const& path) {
+    status->setText(QString("Reading %1 ...").arg(QFileInfo(path).fileName()));
+    progress->setValue(0);
+    progress->show();
+    cancelling->show();
+  });
+  connect(&files, &Files::progressed, this,
+          [this](double share) { progress->setValue(static_cast<int>(steps * share)); });
+  connect(&files, &Files::changed, this, [this] {
+    progress->setVisible(files.isBusy());
+    cancelling->setVisible(files.isBusy());
+    refresh();
+  });
+  connect(&files, &Files::told, this, &StatusLine::tell);
+  connect(&document, &Document::opened, this, &StatusLine::refreshNotes);
+  for (auto changed :
+       {&Document::opened, &Document::stateChanged, &Document::passingChanged, &Document::comparisonChanged})
+    connect(&document, changed, this, &StatusLine::refresh);
+  refresh();
+}
+
+void StatusLine::tell(QString const& text)
+{
+  if (text.isEmpty())
+    refresh();
+  else
+    status->setText(text);
+}
+
+QString StatusLine::text() const
+{
+  return status->text();
+}
+
+void StatusLine::refreshNotes()
+{
+  const std::size_t toTell = document.isOpen() ? remarks(document.scan(), document.source().report) : 0;
+  notes->setText(toTell == 1 ? QString("1 note on reading") : QString("%L1 notes on reading").arg(toTell));
+  notes->setVisible(toTell > 0);
+}
+
+void StatusLine::refresh()
+{
+  if (files.isBusy()) return;
+  if (!document.isOpen()) {
+    status->setText("Open a scan: File, Open (Ctrl+O)");
+    return;
+  }
+  Scan const& scan = document.scan();
+  QString text = QString("%L1 runs, %L2 times").arg(scan.runs.size()).arg(scan.times.size());
+  if (document.sieves()) text += QString("   |   %L1 runs pass").arg(document.passing().count());
+  if (Comparison const* compared = document.comparison()) {
+    std::size_t significant = 0;
+    for (ParameterComparison const& parameter : compared->parameters)
+      significant += parameter.significant ? 1 : 0;
+    text += QString("   |   %1 of %2 parameters differ").arg(significant).arg(compared->parameters.size());
+    if (!document.isCompared()) text += " ...";
+  }
+  const std::size_t left = scan.runs.size() - document.eligible().count();
+  if (left > 0) text += QString("   |   %L1 runs are not complete, not compared").arg(left);
+  status->setText(text);
+}
+
+} // namespace runsieve::app
