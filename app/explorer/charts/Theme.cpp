@@ -6,18 +6,15 @@ namespace runsieve::app {
 
 namespace {
 
-/// Told apart by people without red, green or blue cones as well (M. Okabe, K. Ito, Color Universal Design,
-/// 2008), less their black and the yellow that is lost on white.
+/// Told apart from one another and from the passing runs by people without red or green cones as well. Some
+/// are of M. Okabe and K. Ito (Color Universal Design, 2008).
 std::array<QColor, 8> setColors(bool dark)
 {
-  return {QColor(0, 114, 178),
-          QColor(230, 159, 0),
-          QColor(0, 158, 115),
-          QColor(204, 121, 167),
-          QColor(86, 180, 233),
-          QColor(213, 94, 0),
-          dark ? QColor(240, 228, 66) : QColor(148, 132, 10),
-          QColor(120, 94, 190)};
+  if (dark)
+    return {QColor(86, 180, 233),  QColor(0, 205, 130),  QColor(204, 121, 167), QColor(240, 228, 66),
+            QColor(136, 255, 255), QColor(150, 80, 255), QColor(250, 196, 214), QColor(0, 114, 178)};
+  return {QColor(0, 114, 178), QColor(0, 158, 115), QColor(204, 121, 167), QColor(86, 180, 233),
+          QColor(40, 0, 95),   QColor(150, 190, 0), QColor(120, 20, 60),   QColor(92, 84, 0)};
 }
 
 Theme themeOf(bool dark, QFont const& font)
