@@ -84,8 +84,9 @@ QString GateListModel::textOf(QModelIndex const& index) const
     break;
   }
   if (left[row]) return QString("%L1").arg(*left[row]);
-  if (!isGate(index.row()) || document.previewedGate()) return QString::fromUtf8("\u2026");
-  return document.state().gates[row].on ? "error" : "off";
+  if (isGate(index.row()) && !document.state().gates[row].on) return "off";
+  if (isGate(index.row()) && !document.outcomes()[row].error.empty()) return "error";
+  return QString::fromUtf8("\u2026"); // takes too long to follow the mouse
 }
 
 QVariant GateListModel::data(QModelIndex const& index, int role) const

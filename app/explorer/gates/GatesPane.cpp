@@ -17,6 +17,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace runsieve::app {
 
 GatesPane::GatesPane(Document& ofDocument, QWidget* parent) : QWidget(parent), document(ofDocument)
@@ -179,6 +181,21 @@ void GatesPane::showSelection()
   details->setText(text.size() > most ? text.left(most) + QString::fromUtf8("\u2026") : text);
   details->setToolTip(toolTipText(text));
   details->setVisible(text.contains('\n'));
+  fitDetails();
+}
+
+/// As high as its text needs, up to some lines: a label with line breaks does not hold its height by itself.
+void GatesPane::fitDetails()
+{
+  constexpr int lines = 5;
+  details->setFixedHeight(
+      std::min(details->heightForWidth(view->width()), lines * fontMetrics().lineSpacing()));
+}
+
+void GatesPane::resizeEvent(QResizeEvent* event)
+{
+  QWidget::resizeEvent(event);
+  fitDetails();
 }
 
 void GatesPane::typeGate()

@@ -46,7 +46,7 @@ void SetsPane::build()
   view->setAlternatingRowColors(false);
   view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 10);
   view->horizontalHeader()->setSectionsMovable(false);
-  view->horizontalHeader()->setStretchLastSection(true);
+  view->horizontalHeader()->setSectionResizeMode(SetListModel::Origin, QHeaderView::Stretch);
   const int letter = view->fontMetrics().averageCharWidth();
   for (auto [column, letters] : {std::pair(SetListModel::Name, 24), std::pair(SetListModel::Runs, 8),
                                  std::pair(SetListModel::Passing, 9)})
