@@ -4,6 +4,7 @@
 #include "app/explorer/gates/GateFields.h"
 #include "app/explorer/gates/GateForm.h"
 #include "app/explorer/gates/GateKinds.h"
+#include "app/explorer/gates/GateLabel.h"
 
 #include <runsieve/core/gate/GateText.h>
 
@@ -109,7 +110,7 @@ TEST_F(GateFormScene, FieldsThatAreTypedAreTheText)
   type("Times from", "5");
   type("Times to", "5");
   type("Values from", "-1e3");
-  EXPECT_EQ(field("Gate as text")->text(), "A @ 5 in -1000..inf");
+  EXPECT_EQ(field("Gate as text")->text(), "A @ 5 in -1000..");
   EXPECT_TRUE(ok()->isEnabled());
 }
 
@@ -191,7 +192,7 @@ TEST_F(GateFormScene, AParameterIsFoundByAPartOfItsName)
   Q_EMIT columns->activated(columns->currentIndex());
   EXPECT_FALSE(field("Times from")->isVisible());
   type("Values to", "0.5");
-  EXPECT_EQ(field("Gate as text")->text(), "k3 in -inf..0.5");
+  EXPECT_EQ(field("Gate as text")->text(), "k3 in ..0.5");
 }
 
 /// Every kind, and names that need care.
@@ -216,6 +217,33 @@ INSTANTIATE_TEST_SUITE_P(AllKinds, GateTexts,
                                          "not medium is LB, \"M9, rich\"", "status short, failed",
                                          "runs 3, 5, 10-15", "cluster 1 of 3 (A, phase)",
                                          "Parameter: A in 2..3", "\"unknown \"\"x\"\"\" @ 5 in 1..2"));
+
+TEST(GateLabels, AreAsShortAsTheyMeanTheSame)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0, 5.0};
+  scan->runs.push_back({"1", RunStatus::Complete, 2});
+  for (ColumnLabel label : {ColumnLabel{"A", "", "", "Molecule"}, ColumnLabel{"B", "", "", "Molecule"},
+                            ColumnLabel{"B", "", "", "Reaction"}, ColumnLabel{"C in -inf..inf", "", "", ""}})
+    std::fill_n(scan->addOutput(label), 2, 0.0);
+  ScanParameter twin;
+  twin.label.name = "A";
+  twin.values = {1.0};
+  scan->parameters.push_back(std::move(twin));
+  auto const label = [&](char const* text) { return app::gateLabel(parseGate(text), *scan); };
+  EXPECT_EQ(label("Molecule: A @ 5 in 1.."), "A @ 5 in 1..");
+  EXPECT_EQ(label("Molecule: A in 1.."), "Molecule: A in 1..") << "the bare name is that of a parameter too";
+  EXPECT_EQ(label("max(Molecule: B) in ..2"), "max(Molecule: B) in ..2") << "there are two";
+  EXPECT_EQ(label("not ever Molecule: A in .."), "not ever A in ..");
+  EXPECT_EQ(label("\"gone\" @ 5 in 1..2"), "gone @ 5 in 1..2");
+  for (char const* text : {"Molecule: A @ 5 in 1..", "Reaction: B @ .. in ..3", "C in -inf..inf @ 0 in 2..3",
+                           "C in -inf..inf @ 0 in ..", "runs 1", "status short"}) {
+    Gate gate = parseGate(text);
+    Gate read = parseGate(label(text));
+    read.column = gate.column;
+    EXPECT_EQ(read, gate) << text << " as " << label(text);
+  }
+}
 
 TEST(GateKindWords, AreThereForEveryKindOnce)
 {

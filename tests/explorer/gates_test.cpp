@@ -244,7 +244,7 @@ TEST_F(GatesScene, WhatWasMovedToTheGridAndWhatDoesNotFitIsTold)
   addGate(unknown);
   EXPECT_THAT(app::gateDetails(document, 0).toStdString(), testing::HasSubstr("time 2.2 -> 2"));
   EXPECT_THAT(app::gateDetails(document, 1).toStdString(), testing::HasSubstr("no output \"nothing\""));
-  EXPECT_EQ(cell(1, GateListModel::Left), "does not fit");
+  EXPECT_EQ(cell(1, GateListModel::Left), "error");
   document.selectGate(1);
   bool told = false;
   for (QLabel* label : pane.findChildren<QLabel*>())

@@ -86,7 +86,7 @@ struct SetsScene : DocumentScene
   [[nodiscard]] QToolButton* button(QString const& text) const
   {
     for (QToolButton* button : pane.findChildren<QToolButton*>())
-      if (button->text() == text) return button;
+      if (button->accessibleName() == text) return button;
     return nullptr;
   }
 };

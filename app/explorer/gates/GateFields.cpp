@@ -5,15 +5,21 @@
 #include "app/explorer/gates/GateKinds.h"
 
 #include <QCheckBox>
-#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace runsieve::app {
+
+namespace {
+
+constexpr int mostOfUnit = 8; // characters
+
+} // namespace
 
 GateFields::GateFields(Scan const& ofScan, QWidget* parent) : QWidget(parent), scan(ofScan)
 {
@@ -22,11 +28,25 @@ GateFields::GateFields(Scan const& ofScan, QWidget* parent) : QWidget(parent), s
   showRows();
 }
 
+QWidget* GateFields::rowOf(QString const& title, QWidget* field) const
+{
+  auto* row = new QWidget;
+  auto* layout = new QHBoxLayout(row);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* label = new QLabel(title);
+  label->setBuddy(field);
+  const QString unit = QString::fromStdString(scan.time.unit).left(mostOfUnit);
+  label->setFixedWidth(label->fontMetrics().horizontalAdvance("Times []M" + unit));
+  layout->addWidget(label);
+  layout->addWidget(field, 1);
+  return row;
+}
+
 void GateFields::addRow(QString const& title, QWidget* field, QString const& tip)
 {
   field->setToolTip(tip);
-  field->setAccessibleName(title);
-  form->addRow(title, field);
+  if (field->accessibleName().isEmpty()) field->setAccessibleName(title);
+  form->addWidget(rowOf(title, field));
 }
 
 void GateFields::addPair(QString const& title, QWidget*& row, QLineEdit*& from, QLineEdit*& to)
@@ -46,9 +66,8 @@ void GateFields::addPair(QString const& title, QWidget*& row, QLineEdit*& from, 
 
 void GateFields::build()
 {
-  form = new QFormLayout(this);
+  form = new QVBoxLayout(this);
   form->setContentsMargins(0, 0, 0, 0);
-  form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
   kinds = new QComboBox;
   for (GateKindEntry const& entry : gateKinds()) {
     if (entry.startsGroup) kinds->insertSeparator(kinds->count());
@@ -58,13 +77,18 @@ void GateFields::build()
   columns = new SearchableBox;
   addPair("Times", times, firstTime, lastTime);
   addPair("Values", values, low, high);
-  const QString unit = QString::fromStdString(scan.time.unit);
   if (!scan.times.empty()) {
     firstTime->setPlaceholderText(numberText(scan.times.front()));
     lastTime->setPlaceholderText(numberText(scan.times.back()));
   }
   low->setPlaceholderText("any");
   high->setPlaceholderText("any");
+  buildLists();
+  addRows();
+}
+
+void GateFields::buildLists()
+{
   texts = new QLineEdit;
   runs = new QLineEdit;
   runs->setPlaceholderText("3, 5, 10-15");
@@ -95,6 +119,11 @@ void GateFields::build()
   clusterRow->addWidget(clusterCount);
   clusterRow->addWidget(new QLabel("by"));
   clusterRow->addWidget(clusterMode, 1);
+}
+
+void GateFields::addRows()
+{
+  const QString unit = QString::fromStdString(scan.time.unit).left(mostOfUnit);
   inverted = new QCheckBox("exactly the other runs pass");
   addRow("Asks for", kinds, "What a run must do to pass");
   addRow("Of", columns, "An output or a parameter; type a part of its name to find it");
@@ -139,10 +168,7 @@ void GateFields::showRows()
 {
   const GateKind now = kind();
   const bool onParameter = column() && column()->isParameter;
-  auto const show = [this](QWidget* field, bool on) {
-    field->setVisible(on);
-    form->labelForField(field)->setVisible(on);
-  };
+  auto const show = [](QWidget* field, bool on) { field->parentWidget()->setVisible(on); };
   show(columns, isOnOutput(now) || mayBeOnParameter(now));
   show(times, hasValues(now) && !onParameter);
   show(values, hasValues(now));

@@ -9,10 +9,10 @@
 
 class QCheckBox;
 class QComboBox;
-class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QSpinBox;
+class QVBoxLayout;
 
 namespace runsieve::app {
 
@@ -31,6 +31,9 @@ public:
   /// Shows a gate; edited() does not follow.
   void setGate(Gate const& gate);
 
+  /// A row of a form: a title of the width that all rows of this one have, and a field.
+  [[nodiscard]] QWidget* rowOf(QString const& title, QWidget* field) const;
+
 Q_SIGNALS:
   void edited();
 
@@ -46,6 +49,8 @@ private:
   void build();
   void addPair(QString const& title, QWidget*& row, QLineEdit*& from, QLineEdit*& to);
   void addRow(QString const& title, QWidget* field, QString const& tip);
+  void addRows();
+  void buildLists();
   void listColumns();
   void showRows();
   void choose(Gate const& gate);
@@ -55,7 +60,7 @@ private:
   void takeList(Gate& gate) const;
 
   Scan const& scan;
-  QFormLayout* form = nullptr;
+  QVBoxLayout* form = nullptr;
   QComboBox* kinds = nullptr;
   SearchableBox* columns = nullptr;
   std::vector<Column> offered;

@@ -2,11 +2,11 @@
 
 #include "app/explorer/controls/PlainText.h"
 #include "app/explorer/gates/GateFields.h"
+#include "app/explorer/gates/GateLabel.h"
 
 #include <runsieve/core/gate/GateText.h>
 
 #include <QDialogButtonBox>
-#include <QFormLayout>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
@@ -60,17 +60,13 @@ void GateForm::build()
   auto* line = new QFrame;
   line->setFrameShape(QFrame::HLine);
   line->setFrameShadow(QFrame::Sunken);
-  auto* top = new QFormLayout;
-  top->addRow("&Name", name);
-  auto* below = new QFormLayout;
-  below->addRow("As &text", text);
   auto* layout = new QVBoxLayout(this);
-  layout->setSpacing(10);
-  layout->addLayout(top);
+  layout->setSpacing(8);
+  layout->addWidget(fields->rowOf("&Name", name));
   layout->addWidget(fields);
   layout->addStretch(1);
   layout->addWidget(line);
-  layout->addLayout(below);
+  layout->addWidget(fields->rowOf("As &text", text));
   layout->addWidget(message);
   layout->addWidget(passing);
   layout->addWidget(buttons);
@@ -97,7 +93,7 @@ void GateForm::begin()
     typed = gate;
   }
   fields->setGate(*typed);
-  text->setText(QString::fromStdString(formatGate(*typed)));
+  text->setText(QString::fromStdString(gateLabel(*typed, document.scan())));
   text->setCursorPosition(0);
   check();
 }
@@ -107,7 +103,7 @@ void GateForm::takeFields()
   typed.reset();
   try {
     typed = fields->gate();
-    text->setText(QString::fromStdString(formatGate(*typed)));
+    text->setText(QString::fromStdString(gateLabel(*typed, document.scan())));
     text->setCursorPosition(0);
   } catch (GateError const& error) {
     tell(shownText(error.what()), true);
@@ -145,14 +141,16 @@ void GateForm::check()
 void GateForm::tell(QString const& told, bool isError)
 {
   constexpr int most = 500;
-  message->setText(told.size() > most ? told.left(most) + QString::fromUtf8("\u2026") : told);
+  QString words = told.size() > most ? told.left(most) + QString::fromUtf8("\u2026") : told;
+  if (!words.isEmpty()) words[0] = words[0].toUpper();
+  message->setText(words);
   message->setAccessibleName(isError ? "Error" : "Note");
   buttons->button(QDialogButtonBox::Ok)->setEnabled(!isError);
   if (isError) {
     soon.stop();
     counts.cancel();
     document.cancelPreview();
-    passing->setText("This is no gate yet.");
+    passing->setText("Not a gate yet.");
   } else {
     soon.start();
   }

@@ -2,9 +2,8 @@
 
 #include "app/explorer/controls/PlainText.h"
 #include "app/explorer/gates/GateEdits.h"
+#include "app/explorer/gates/GateLabel.h"
 #include "app/explorer/gates/LiveCounts.h"
-
-#include <runsieve/core/gate/GateText.h>
 
 #include <QApplication>
 #include <QFont>
@@ -18,6 +17,14 @@ namespace runsieve::app {
 namespace {
 
 char const* const mimeType = "application/x-runsieve-gate-row";
+
+/// Lists of thousands of runs are cut: nobody reads on.
+QString shownLabel(Gate const& gate, Scan const& scan)
+{
+  constexpr int most = 300;
+  const QString text = shownText(gateLabel(gate, scan));
+  return text.size() > most ? text.left(most) + QString::fromUtf8("\u2026") : text;
+}
 
 } // namespace
 
@@ -72,13 +79,14 @@ QString GateListModel::textOf(QModelIndex const& index) const
   case Name:
     return shownText(isGate(index.row()) ? document.state().gates[row].name : document.newGateName());
   case AsksFor:
-    return shownText(formatGate(gateAt(index.row())));
+    return shownLabel(gateAt(index.row()), document.scan());
   default:
     break;
   }
   if (left[row]) return QString("%L1").arg(*left[row]);
-  if (!isGate(index.row()) || document.previewedGate()) return QString::fromUtf8("\u2026");
-  return document.state().gates[row].on ? "does not fit" : "off";
+  if (isGate(index.row()) && !document.state().gates[row].on) return "off";
+  if (isGate(index.row()) && !document.outcomes()[row].error.empty()) return "error";
+  return QString::fromUtf8("\u2026"); // takes too long to follow the mouse
 }
 
 QVariant GateListModel::data(QModelIndex const& index, int role) const
@@ -119,7 +127,7 @@ QVariant GateListModel::headerData(int section, Qt::Orientation orientation, int
   if (orientation != Qt::Horizontal || section >= Columns) return {};
   if (role == Qt::TextAlignmentRole)
     return static_cast<int>(Qt::AlignVCenter | (section == Left ? Qt::AlignRight : Qt::AlignLeft));
-  char const* const titles[] = {"Gate", "Asks for", "Runs left"};
+  char const* const titles[] = {"Gate", "Asks for", "Left"};
   char const* const tips[] = {"Its name, and whether runs must pass it",
                               "The condition on each run, as it can be typed",
                               "Runs that pass this gate and those above it"};
@@ -178,7 +186,7 @@ bool GateListModel::dropMimeData(QMimeData const* data, Qt::DropAction action, i
 
 QString gateDetails(Document const& document, std::size_t gate)
 {
-  QString text = shownText(formatGate(document.state().gates[gate].gate));
+  QString text = shownLabel(document.state().gates[gate].gate, document.scan());
   GateOutcome const& outcome = document.outcomes()[gate];
   if (outcome.resolved && !outcome.resolved->note.empty())
     text += "\nOn the times of the scan: " + shownText(outcome.resolved->note);

@@ -1,6 +1,7 @@
 #include "app/explorer/gates/GatesPane.h"
 
 #include "app/explorer/controls/Keys.h"
+#include "app/explorer/controls/PlainText.h"
 #include "app/explorer/gates/GateEdits.h"
 #include "app/explorer/gates/GateForm.h"
 #include "app/explorer/gates/GateListModel.h"
@@ -15,6 +16,8 @@
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace runsieve::app {
 
@@ -78,8 +81,10 @@ void GatesPane::buildList()
   view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 10);
   view->horizontalHeader()->setHighlightSections(false);
   view->horizontalHeader()->setSectionResizeMode(GateListModel::AsksFor, QHeaderView::Stretch);
-  view->setColumnWidth(GateListModel::Name, view->fontMetrics().horizontalAdvance("MMGate 10MM"));
-  view->setColumnWidth(GateListModel::Left, view->fontMetrics().horizontalAdvance("MRuns leftM"));
+  view->setColumnWidth(GateListModel::Name, view->fontMetrics().horizontalAdvance("MMMGate 10M"));
+  view->setColumnWidth(GateListModel::Left, view->fontMetrics().horizontalAdvance("100,000 M"));
+  constexpr int rows = 3; // that stand in the smallest pane
+  view->setMinimumHeight((rows + 1) * view->verticalHeader()->defaultSectionSize());
   auto* keys = new Keys(*view);
   keys->on(Qt::Key_Delete, [this] { deleteSelected(); });
   keys->on(Qt::Key_Space, [this] { toggleSelected(); });
@@ -172,9 +177,25 @@ void GatesPane::showSelection()
   up->setEnabled(gate && *gate > 0);
   down->setEnabled(gate && *gate + 1 < document.state().gates.size());
   const QString text = gate ? gateDetails(document, *gate) : QString();
-  constexpr int most = 400;
+  constexpr int most = 160;
   details->setText(text.size() > most ? text.left(most) + QString::fromUtf8("\u2026") : text);
+  details->setToolTip(toolTipText(text));
   details->setVisible(text.contains('\n'));
+  fitDetails();
+}
+
+/// As high as its text needs, up to some lines: a label with line breaks does not hold its height by itself.
+void GatesPane::fitDetails()
+{
+  constexpr int lines = 5;
+  details->setFixedHeight(
+      std::min(details->heightForWidth(view->width()), lines * fontMetrics().lineSpacing()));
+}
+
+void GatesPane::resizeEvent(QResizeEvent* event)
+{
+  QWidget::resizeEvent(event);
+  fitDetails();
 }
 
 void GatesPane::typeGate()

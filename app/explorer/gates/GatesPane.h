@@ -40,6 +40,7 @@ public Q_SLOTS:
 
 protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
 private:
   void buildList();
@@ -48,6 +49,7 @@ private:
   void refresh();
   void takeSelection();
   void showSelection();
+  void fitDetails();
   void showMenu(QPoint const& at);
 
   Document& document;

@@ -14,6 +14,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace runsieve::app {
 
 SetComparison::SetComparison(Document& ofDocument, NamedSet const& a, NamedSet const& b, QWidget* parent)
@@ -106,6 +108,7 @@ void SetComparison::fill(Comparison const& comparison)
     }
   }
   rows->resizeColumnsToContents();
+  rows->setColumnWidth(0, std::min(rows->columnWidth(0), 32 * fontMetrics().averageCharWidth()));
   std::size_t significant = 0;
   for (ParameterComparison const& parameter : comparison.parameters)
     significant += parameter.significant ? 1 : 0;

@@ -101,9 +101,9 @@ QVariant SetListModel::data(QModelIndex const& index, int role) const
 QVariant SetListModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
   if (orientation != Qt::Horizontal || section < 0 || section >= Columns) return {};
-  char const* const titles[] = {"Set", "Runs", "Passing", "Where it is from"};
-  char const* const tips[] = {"Its name and colour, and whether the charts show it", "Runs that belong to it",
-                              "Runs that belong to it and pass the gates", "How it was made"};
+  char const* const titles[] = {"Set", "Where it is from", "Runs", "Passing"};
+  char const* const tips[] = {"Its name and colour, and whether the charts show it", "How it was made",
+                              "Runs that belong to it", "Runs that belong to it and pass the gates"};
   if (role == Qt::DisplayRole) return titles[section];
   if (role == Qt::ToolTipRole) return tips[section];
   if (role == Qt::TextAlignmentRole) {

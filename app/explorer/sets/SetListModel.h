@@ -19,9 +19,9 @@ public:
   enum Column
   {
     Name, ///< with its colour, and whether it shows
+    Origin,
     Runs,
     Passing,
-    Origin,
     Columns
   };
 

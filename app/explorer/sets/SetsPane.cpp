@@ -46,7 +46,7 @@ void SetsPane::build()
   view->setAlternatingRowColors(false);
   view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 10);
   view->horizontalHeader()->setSectionsMovable(false);
-  view->horizontalHeader()->setStretchLastSection(true);
+  view->horizontalHeader()->setSectionResizeMode(SetListModel::Origin, QHeaderView::Stretch);
   const int letter = view->fontMetrics().averageCharWidth();
   for (auto [column, letters] : {std::pair(SetListModel::Name, 24), std::pair(SetListModel::Runs, 8),
                                  std::pair(SetListModel::Passing, 9)})
@@ -114,17 +114,18 @@ void SetsPane::buildButtons()
   auto const add = [&](QString const& text, QString const& tip) {
     auto* button = new QToolButton;
     button->setText(text);
+    button->setAccessibleName(text.trimmed());
     button->setToolTip(tip);
     button->setFocusPolicy(Qt::TabFocus);
     buttons->addWidget(button);
     return button;
   };
-  adding = add("New", "Make a set of runs");
+  adding = add("New  ", "Make a set of runs");
   adding->setPopupMode(QToolButton::InstantPopup);
   adding->setMenu(new QMenu(adding));
   fillNewMenu(*adding->menu());
-  combining =
-      add("Combine", "Make a set of the selected ones: runs of both, of either, of one only, or all others");
+  combining = add("Combine  ",
+                  "Make a set of the selected ones: runs of both, of either, of one only, or all others");
   combining->setPopupMode(QToolButton::InstantPopup);
   combining->setMenu(new QMenu(combining));
   connect(combining->menu(), &QMenu::aboutToShow, this, [this] {

@@ -30,9 +30,9 @@ QString plural(std::size_t count, QString const& one)
 
 std::string SetsPane::keptOrigin() const
 {
-  const auto on =
-      static_cast<std::size_t>(std::count_if(document.state().gates.begin(), document.state().gates.end(),
-                                             [](NamedGate const& gate) { return gate.on; }));
+  std::size_t on = 0;
+  for (std::size_t i = 0; i < document.state().gates.size(); ++i)
+    on += document.state().gates[i].on && document.outcomes()[i].resolved ? 1 : 0;
   return on == 0 ? "all runs" : "passing " + plural(on, "gate").toStdString();
 }
 

@@ -28,7 +28,7 @@ RunTable::RunTable(Document& ofDocument, QWidget* parent) : QWidget(parent), doc
   connect(&document, &Document::opened, this, [this] {
     const QSignalBlocker quiet(keys);
     keys->clear();
-    told->clear();
+    tell({});
     view->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     listFilters();
   });
@@ -67,8 +67,10 @@ void RunTable::build()
   told = new QLabel;
   told->setTextFormat(Qt::PlainText);
   told->setWordWrap(true);
+  told->hide();
   exporting = new QToolButton;
-  exporting->setText("Export");
+  exporting->setText("Export  "); // room for the mark of a menu
+  exporting->setAccessibleName("Export");
   exporting->setToolTip("Write runs to a file, or copy them");
   exporting->setPopupMode(QToolButton::InstantPopup);
   cancelling = new QToolButton;

@@ -62,6 +62,7 @@ private:
   void listFilters();
   void takeFilter();
   void refresh();
+  void tell(QString const& text);
   void showMenu(QPoint const& at);
   [[nodiscard]] std::vector<std::size_t> runsOf(Rows rows) const;
   [[nodiscard]] std::vector<std::size_t> shownColumns() const;
@@ -76,7 +77,7 @@ private:
   QComboBox* which = nullptr;
   QLineEdit* keys = nullptr;
   QLabel* status = nullptr;
-  QLabel* told = nullptr; ///< what was written
+  QLabel* told = nullptr; ///< what was written; hidden if nothing was
   QToolButton* exporting = nullptr;
   QToolButton* cancelling = nullptr; ///< hidden unless something is being written
 };

@@ -44,17 +44,23 @@ void RunTable::connectWork()
 {
   connect(&work, &RunExport::busyChanged, this, [this] {
     cancelling->setVisible(work.isBusy());
-    if (work.isBusy()) told->setText(QString::fromUtf8("Writing \u2026"));
+    if (work.isBusy()) tell(QString::fromUtf8("Writing \u2026"));
   });
   connect(cancelling, &QToolButton::clicked, this, [this] {
     work.cancel();
-    told->setText("Cancelled.");
+    tell("Cancelled.");
   });
-  connect(&work, &RunExport::done, told, &QLabel::setText);
+  connect(&work, &RunExport::done, this, &RunTable::tell);
   connect(&work, &RunExport::failed, this, [this](QString const& message) {
-    told->clear();
+    tell({});
     tellFailure(this, "The runs could not be written.", message);
   });
+}
+
+void RunTable::tell(QString const& text)
+{
+  told->setText(text);
+  told->setVisible(!text.isEmpty());
 }
 
 void RunTable::showMenu(QPoint const& at)
@@ -91,7 +97,7 @@ void RunTable::askForCsv(Rows rows)
 void RunTable::askForScan(std::vector<std::size_t> const& runs)
 {
   if (runs.empty()) {
-    told->setText("There are no runs to write: a scan has one at least.");
+    tell("There are no runs to write: a scan has one at least.");
     return;
   }
   const auto scan = document.sharedScan();

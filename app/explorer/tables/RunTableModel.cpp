@@ -8,6 +8,16 @@
 
 namespace runsieve::app {
 
+namespace {
+
+/// Numbers of clusters are names.
+bool isRight(RunColumn const& column)
+{
+  return column.isNumber && column.kind != RunColumn::Kind::Cluster;
+}
+
+} // namespace
+
 RunTableModel::RunTableModel(Document& ofDocument, QObject* parent)
     : QAbstractTableModel(parent), document(ofDocument)
 {
@@ -204,7 +214,7 @@ QVariant RunTableModel::data(QModelIndex const& index, int role) const
     return toolTipText(shownText(content.text(runAt(index.row()), column, true)));
   case Qt::TextAlignmentRole:
     return static_cast<int>(Qt::AlignVCenter |
-                            (content.columns[column].isNumber ? Qt::AlignRight : Qt::AlignLeft));
+                            (isRight(content.columns[column]) ? Qt::AlignRight : Qt::AlignLeft));
   default:
     return {};
   }
@@ -217,7 +227,7 @@ QVariant RunTableModel::headerData(int section, Qt::Orientation orientation, int
   if (role == Qt::DisplayRole) return column.title;
   if (role == Qt::ToolTipRole) return toolTipText(column.hint);
   if (role == Qt::TextAlignmentRole)
-    return static_cast<int>(Qt::AlignVCenter | (column.isNumber ? Qt::AlignRight : Qt::AlignLeft));
+    return static_cast<int>(Qt::AlignVCenter | (isRight(column) ? Qt::AlignRight : Qt::AlignLeft));
   return {};
 }
 
