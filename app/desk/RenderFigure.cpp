@@ -21,7 +21,8 @@ namespace runsieve::app {
 
 namespace {
 
-/// Fonts need an application; it needs no display.
+/// Fonts need an application; it needs no display. Qt's complaints about folders of a desktop session that is
+/// not there are left out.
 std::unique_ptr<QGuiApplication> applicationWithoutDisplay()
 {
   if (QCoreApplication::instance()) return nullptr;
@@ -30,7 +31,11 @@ std::unique_ptr<QGuiApplication> applicationWithoutDisplay()
   static char option[] = "-platform";
   static char platform[] = "offscreen";
   static char* argv[] = {name, option, platform, nullptr};
-  return std::make_unique<QGuiApplication>(argc, argv);
+  QtMessageHandler const usual =
+      qInstallMessageHandler([](QtMsgType, QMessageLogContext const&, QString const&) {});
+  auto application = std::make_unique<QGuiApplication>(argc, argv);
+  qInstallMessageHandler(usual);
+  return application;
 }
 
 std::size_t outputNamed(std::string const& name, Scan const& scan)

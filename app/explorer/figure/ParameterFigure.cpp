@@ -15,7 +15,6 @@ namespace runsieve::app {
 namespace {
 
 constexpr double finest = 0.4 * figureUnitsPerPoint; ///< length of line that is worth a point
-constexpr double headerLines = 2.1;
 
 /// With as many numbers as there is room for in a small chart, which are more than a large one would have.
 ChartAxis closeAxis(AxisMap const& axis, double length, QFontMetricsF const& metrics)
@@ -63,7 +62,7 @@ ParameterFigure::ParameterFigure(FigureContent const& ofContent, FigureOptions c
 QSizeF ParameterFigure::leastSize(Theme const& theme)
 {
   const QFontMetricsF metrics(theme.font);
-  return {10.0 * metrics.height(), 7.0 * metrics.height()};
+  return {8.8 * metrics.height(), 6.2 * metrics.height()};
 }
 
 QString ParameterFigure::headline() const
@@ -74,6 +73,11 @@ QString ParameterFigure::headline() const
   std::string text = "d " + formatted(numbers->d, "%+.2f", "-");
   if (!std::isnan(p)) text += ", p " + pText(p);
   return QString::fromStdString(text) + (numbers->significant ? " *" : "");
+}
+
+double ParameterFigure::headerHeight() const
+{
+  return (content.comparison ? 2.1 : 1.1) * QFontMetricsF(theme.font).height();
 }
 
 void ParameterFigure::paintHeader(QPainter& painter, QRectF const& outer) const
@@ -100,7 +104,7 @@ void ParameterFigure::paint(QPainter& painter, QRectF const& outer, double pixel
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   paintHeader(painter, outer);
-  const QRectF place = outer.adjusted(0.0, headerLines * QFontMetricsF(theme.font).height(), 0.0, 0.0);
+  const QRectF place = outer.adjusted(0.0, headerHeight(), 0.0, 0.0);
   if (content.scan->parameters[parameter].isText())
     paintTexts(painter, place);
   else if (options.parameterLook == ParameterLook::Scatter && !content.outputs.empty())

@@ -49,6 +49,46 @@ void expectSame(SieveFile const& a, SieveFile const& b)
   EXPECT_EQ(a.counts.afterGate, b.counts.afterGate);
 }
 
+TEST(SieveFile, NamesGatesThatAreOffPathsAndTheWindowComeBack)
+{
+  SieveFile sieve;
+  sieve.gates = {parseGate("A @ 1 in 2..3"), parseGate("B in ..5")};
+  sieve.names = {"a \"name\"\n", ""};
+  sieve.off = {{parseGate("never A in 9.."), "off", 1}, {parseGate("k is x, y"), "\xce\xb1", 3}};
+  sieve.path = "../data/scan.csv";
+  sieve.absolutePath = "/data/scan.csv";
+  sieve.window = R"({"any":[1,2],"thing":"x"})";
+  SieveFile const read = readSieve(toSieveText(sieve));
+  EXPECT_EQ(read.gates, sieve.gates);
+  EXPECT_EQ(read.names, sieve.names);
+  ASSERT_EQ(read.off.size(), 2u);
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_EQ(read.off[i].gate, sieve.off[i].gate);
+    EXPECT_EQ(read.off[i].name, sieve.off[i].name);
+    EXPECT_EQ(read.off[i].place, sieve.off[i].place);
+  }
+  EXPECT_EQ(read.path, sieve.path);
+  EXPECT_EQ(read.absolutePath, sieve.absolutePath);
+  EXPECT_EQ(read.window, sieve.window);
+}
+
+TEST(SieveFile, WithoutNamesHasNone)
+{
+  SieveFile sieve;
+  sieve.gates = {parseGate("A @ 1 in 2..3")};
+  std::string const text = toSieveText(sieve);
+  for (char const* member : {"name", "gates_off", "path", "window"})
+    EXPECT_EQ(text.find('"' + std::string(member) + '"'), std::string::npos) << member;
+  EXPECT_THAT(readSieve(text).names, IsEmpty());
+}
+
+TEST(SieveFile, AWindowThatIsNoJsonIsNotWritten)
+{
+  SieveFile sieve;
+  sieve.window = "{";
+  EXPECT_THROW((void)toSieveText(sieve), std::invalid_argument);
+}
+
 TEST(SieveFile, OfTheFirstVersionIsReadForEver)
 {
   SieveFile const sieve = loadSieve(exampleFile);

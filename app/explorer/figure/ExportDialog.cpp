@@ -1,0 +1,176 @@
+#include "app/explorer/figure/ExportDialog.h"
+
+#include "app/explorer/figure/FigureData.h"
+#include "app/explorer/figure/FigureForm.h"
+#include "app/explorer/figure/FigurePreview.h"
+#include "app/explorer/figure/FigureSettings.h"
+#include "app/explorer/figure/WriteFigure.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include <exception>
+#include <utility>
+
+namespace runsieve::app {
+
+namespace {
+
+QLabel* plainLabel()
+{
+  auto* label = new QLabel;
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  return label;
+}
+
+FigureOptions begunOptions(ViewState const& looks)
+{
+  FigureOptions begun = lastFigureOptions();
+  begun.runsLook = looks.runsLook;
+  begun.parameterLook = looks.parameterLook;
+  return begun;
+}
+
+} // namespace
+
+ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWidget* parent)
+    : QDialog(parent), content(std::move(ofContent))
+{
+  setWindowTitle("Export figure");
+  options = new FigureForm(content, begunOptions(looks));
+  auto* scroll = new QScrollArea;
+  scroll->setWidget(options);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setFixedWidth(options->sizeHint().width() + 24);
+  shown = new FigurePreview(content);
+  facts = plainLabel();
+  told = plainLabel();
+  opening = new QPushButton("Open folder");
+  opening->hide();
+  auto* outcomeRow = new QHBoxLayout;
+  outcomeRow->addWidget(told, 1);
+  outcomeRow->addWidget(opening);
+  auto* right = new QVBoxLayout;
+  right->addWidget(shown, 1);
+  right->addWidget(facts);
+  right->addLayout(outcomeRow);
+  auto* upper = new QHBoxLayout;
+  upper->addWidget(scroll);
+  upper->addLayout(right, 1);
+  data = new QCheckBox("Also write the data behind it as CSV");
+  data->setToolTip("Runs, curves of the parameters, and the table of all parameters, beside the figure");
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+  saving = buttons->addButton("Save...", QDialogButtonBox::ActionRole);
+  auto* copying = buttons->addButton("Copy to clipboard", QDialogButtonBox::ActionRole);
+  saving->setDefault(true);
+  auto* lower = new QHBoxLayout;
+  lower->addWidget(data);
+  lower->addWidget(buttons, 1);
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(upper, 1);
+  layout->addLayout(lower);
+  connect(options, &FigureForm::changed, this, &ExportDialog::follow);
+  connect(shown, &FigurePreview::changed, this, [this](FigureNotes const& notes) {
+    const FigureOptions now = options->options();
+    const QSize pixels = figurePixels(now);
+    QString text = QString::fromUtf8("%1 \u00d7 %2 mm; as PNG %3 \u00d7 %4 pixels")
+                       .arg(now.width)
+                       .arg(now.height)
+                       .arg(pixels.width())
+                       .arg(pixels.height());
+    if (notes.parametersShown < notes.parametersAsked)
+      text += QString("; room for %1 of %2 parameters").arg(notes.parametersShown).arg(notes.parametersAsked);
+    facts->setText(text);
+  });
+  connect(saving, &QPushButton::clicked, this, &ExportDialog::ask);
+  connect(copying, &QPushButton::clicked, this, &ExportDialog::copy);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  connect(opening, &QPushButton::clicked, this,
+          [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(written).absolutePath())); });
+  connect(&work, &Background::failed, this, &ExportDialog::tell);
+  connect(&work, &Background::busyChanged, this, [this] { saving->setEnabled(!work.isBusy()); });
+  resize(980, 640);
+  follow();
+}
+
+ExportDialog::~ExportDialog()
+{
+  work.disconnect(this);
+}
+
+void ExportDialog::follow()
+{
+  shown->show(options->options());
+}
+
+void ExportDialog::tell(QString const& text)
+{
+  opening->hide();
+  told->setText(text);
+}
+
+QString ExportDialog::outcome() const
+{
+  return told->text();
+}
+
+void ExportDialog::ask()
+{
+  const QString path = QFileDialog::getSaveFileName(
+      this, "Save figure", folder.isEmpty() ? QString("figure.pdf") : folder + "/figure.pdf",
+      "PDF (*.pdf);;SVG (*.svg);;PNG (*.png)");
+  if (!path.isEmpty()) save(path);
+}
+
+void ExportDialog::save(QString const& asked)
+{
+  const QString path = QFileInfo(asked).suffix().isEmpty() ? asked + ".pdf" : asked;
+  const FigureOptions now = options->options();
+  keepFigureOptions(now);
+  tell(QString("Writing %1 ...").arg(QFileInfo(path).fileName()));
+  work.start([this, content = content, now, path,
+              withData = data->isChecked()](Background::Cancelled const&) -> std::function<void()> {
+    const FigureBytes made = writeFigure(content, now, path);
+    const QStringList files = withData ? writeFigureData(content, now, path) : QStringList();
+    return [this, path, files, bytes = made.bytes.size()] {
+      QString text =
+          QString("%1 is written, %2 kB").arg(QFileInfo(path).fileName()).arg((bytes + 999) / 1000);
+      for (QString const& file : files) text += ", " + QFileInfo(file).fileName();
+      tell(text);
+      written = path;
+      opening->setVisible(true);
+      Q_EMIT saved(path);
+    };
+  });
+}
+
+void ExportDialog::copy()
+{
+  const FigureOptions now = withinLimits(options->options());
+  keepFigureOptions(now);
+  tell("Copying ...");
+  work.start([this, content = content, now](Background::Cancelled const&) -> std::function<void()> {
+    const QImage image = figureImage(content, now, now.dpi / figureUnitsPerInch);
+    return [this, image] {
+      QApplication::clipboard()->setImage(image);
+      tell("The figure is on the clipboard.");
+    };
+  });
+}
+
+} // namespace runsieve::app

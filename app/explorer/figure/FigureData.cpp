@@ -1,0 +1,128 @@
+#include "app/explorer/figure/FigureData.h"
+
+#include "app/cli/RankReport.h"
+#include "app/explorer/figure/ParameterSamples.h"
+
+#include <runsieve/core/files/SafeFile.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cmath>
+#include <sstream>
+
+namespace runsieve::app {
+
+namespace {
+
+std::string csvField(std::string const& text)
+{
+  if (text.find_first_of(",\"\n\r") == std::string::npos) return text;
+  std::string quoted = "\"";
+  for (char const c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return quoted + '"';
+}
+
+bool isShown(AxisMap const& axis, double time)
+{
+  const double place = axis.place(time);
+  return place >= -1e-9 && place <= 1.0 + 1e-9;
+}
+
+/// Each different value with the share of the values up to it.
+void addCurve(std::string& csv, std::string const& parameter, char const* group,
+              std::vector<double> const& sorted)
+{
+  const auto count = static_cast<double>(sorted.size());
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    if (i + 1 < sorted.size() && sorted[i + 1] == sorted[i]) continue;
+    csv += csvField(parameter) + ',' + group + ',' + exact(sorted[i]) + ',' +
+           exact(static_cast<double>(i + 1) / count) + '\n';
+  }
+}
+
+/// The same of texts: the share of each.
+void addShares(std::string& csv, FigureContent const& content, ScanParameter const& column, bool passing)
+{
+  std::vector<std::size_t> counts(column.texts.size());
+  std::size_t all = 0;
+  for (std::size_t run = 0; run < column.values.size(); ++run) {
+    const bool passes = content.sieves && content.passing.contains(run);
+    if (!content.eligible.contains(run) || passes != passing || std::isnan(column.values[run])) continue;
+    ++counts[static_cast<std::size_t>(column.values[run])];
+    ++all;
+  }
+  for (std::size_t i = 0; i < counts.size() && all > 0; ++i)
+    csv += csvField(column.label.name) + ',' + (passing ? "passing" : "other") + ',' +
+           csvField(column.texts[i]) + ',' +
+           exact(static_cast<double>(counts[i]) / static_cast<double>(all)) + '\n';
+}
+
+} // namespace
+
+std::string figureRunsCsv(FigureContent const& content, FigureOptions const& options)
+{
+  Scan const& scan = *content.scan;
+  const std::vector<std::size_t> outputs = content.shownOutputs(options.outputs);
+  std::string csv = "run,group," + csvField(scan.time.name.empty() ? "time" : scan.time.name);
+  for (std::size_t const output : outputs) csv += ',' + csvField(scan.outputs[output].label.name);
+  csv += '\n';
+  for (std::size_t run = 0; run < scan.runs.size(); ++run) {
+    const bool passes = content.sieves && content.passing.contains(run);
+    if (content.sieves && !passes && content.focus == Focus::Hidden) continue;
+    const std::string begin = csvField(scan.runs[run].key) + (passes ? ",passing," : ",other,");
+    for (std::size_t time = 0; time < scan.times.size(); ++time) {
+      if (!isShown(content.time, scan.times[time])) continue;
+      csv += begin + exact(scan.times[time]);
+      for (std::size_t const output : outputs) csv += ',' + exact(scan.valuesOf(output, run)[time]);
+      csv += '\n';
+    }
+  }
+  return csv;
+}
+
+std::string figureCurvesCsv(FigureContent const& content, FigureOptions const& options)
+{
+  std::string csv = "parameter,group,value,share\n";
+  for (std::size_t const parameter : content.shownParameters(options.parameters, options.strongest)) {
+    ScanParameter const& column = content.scan->parameters[parameter];
+    if (column.isText()) {
+      addShares(csv, content, column, false);
+      addShares(csv, content, column, true);
+      continue;
+    }
+    const ParameterSamples samples = samplesOf(content, parameter);
+    addCurve(csv, column.label.name, "other", samples.others);
+    addCurve(csv, column.label.name, "passing", samples.passing);
+  }
+  return csv;
+}
+
+std::string figureParametersCsv(FigureContent const& content)
+{
+  if (!content.comparison) return {};
+  std::ostringstream csv;
+  printRankCsv(csv, *content.comparison);
+  return csv.str();
+}
+
+QStringList writeFigureData(FigureContent const& content, FigureOptions const& options, QString const& figure)
+{
+  const QFileInfo info(figure);
+  const QString begin = info.absolutePath() + '/' + info.completeBaseName();
+  QStringList written;
+  auto const write = [&](char const* ending, std::string const& text) {
+    if (text.empty()) return;
+    const QString path = begin + ending;
+    SafeFile file(QFile::encodeName(path).toStdString());
+    file.write(text);
+    file.commit();
+    written << path;
+  };
+  write("_runs.csv", figureRunsCsv(content, options));
+  write("_curves.csv", figureCurvesCsv(content, options));
+  write("_parameters.csv", figureParametersCsv(content));
+  return written;
+}
+
+} // namespace runsieve::app

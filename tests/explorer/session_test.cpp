@@ -1,0 +1,347 @@
+#include "SessionScene.h"
+
+#include "app/cli/GatedScan.h"
+#include "app/explorer/runs/RunsZoom.h"
+#include "app/explorer/session/RecentFiles.h"
+#include "app/explorer/session/SessionZoom.h"
+
+#include <runsieve/core/scan/ScanError.h>
+#include <runsieve/core/sieve/Fingerprint.h>
+
+#include <gmock/gmock.h>
+
+#include <QSettings>
+
+namespace runsieve::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+bool same(app::TypedRange const& a, app::TypedRange const& b)
+{
+  return a.low == b.low && a.high == b.high;
+}
+
+void expectSame(app::State const& a, app::State const& b)
+{
+  ASSERT_EQ(a.gates.size(), b.gates.size());
+  for (std::size_t i = 0; i < a.gates.size(); ++i) {
+    EXPECT_EQ(a.gates[i].name, b.gates[i].name);
+    EXPECT_EQ(a.gates[i].gate, b.gates[i].gate);
+    EXPECT_EQ(a.gates[i].on, b.gates[i].on);
+  }
+  EXPECT_EQ(a.join, b.join);
+  ASSERT_EQ(a.sets.size(), b.sets.size());
+  for (std::size_t i = 0; i < a.sets.size(); ++i) {
+    EXPECT_EQ(a.sets[i].name, b.sets[i].name);
+    EXPECT_EQ(a.sets[i].runs, b.sets[i].runs);
+    EXPECT_EQ(a.sets[i].color, b.sets[i].color);
+    EXPECT_EQ(a.sets[i].shown, b.sets[i].shown);
+    EXPECT_EQ(a.sets[i].origin, b.sets[i].origin);
+  }
+  EXPECT_EQ(a.method.thresholds.largestP, b.method.thresholds.largestP);
+  EXPECT_EQ(a.method.thresholds.smallestD, b.method.thresholds.smallestD);
+  EXPECT_EQ(a.method.adjustment, b.method.adjustment);
+  EXPECT_EQ(a.method.permutations, b.method.permutations);
+  EXPECT_EQ(a.method.mostPermutations, b.method.mostPermutations);
+  EXPECT_EQ(a.method.seed, b.method.seed);
+  EXPECT_EQ(a.method.gatesTried, b.method.gatesTried);
+  EXPECT_EQ(a.view.outputs, b.view.outputs);
+  EXPECT_EQ(a.view.logOutputs, b.view.logOutputs);
+  ASSERT_EQ(a.view.outputRanges.size(), b.view.outputRanges.size());
+  for (auto const& [output, range] : a.view.outputRanges)
+    EXPECT_TRUE(same(range, b.view.outputRanges.at(output)));
+  ASSERT_EQ(a.view.timeRange.has_value(), b.view.timeRange.has_value());
+  if (a.view.timeRange) EXPECT_TRUE(same(*a.view.timeRange, *b.view.timeRange));
+  EXPECT_EQ(a.view.runsLook, b.view.runsLook);
+  EXPECT_EQ(a.view.focus, b.view.focus);
+  EXPECT_EQ(a.view.parameterLook, b.view.parameterLook);
+  EXPECT_EQ(a.view.logParameters, b.view.logParameters);
+}
+
+TEST_F(SessionScene, EverythingComesBack)
+{
+  openData();
+  makeWork();
+  const app::State before = document.state();
+  const RunSet passing = document.passing();
+  const QString path = folder.filePath("work.sieve");
+  app::writeSession(path, app::sessionOf(document));
+  document.close();
+  openSession(path);
+  expectSame(document.state(), before);
+  EXPECT_EQ(document.passing(), passing);
+  EXPECT_THAT(document.pinnedRuns(), ElementsAre(4, 5, 9));
+  EXPECT_THAT(notes, IsEmpty());
+  EXPECT_THAT(differences, IsEmpty());
+  EXPECT_FALSE(document.undoStack().canUndo());
+}
+
+TEST_F(SessionScene, ReadOptionsComeBackAndAreUsed)
+{
+  app::Session session;
+  session.read.ignore = {"B"};
+  loader.open(session, data);
+  ASSERT_TRUE(waitFor([this] { return opened == 1; }));
+  const QString path = folder.filePath("work.sieve");
+  app::writeSession(path, app::sessionOf(document));
+  document.close();
+  openSession(path);
+  EXPECT_EQ(document.scan().outputs.size(), 1u);
+}
+
+TEST_F(SessionScene, TheZoomComesBack)
+{
+  openData();
+  app::RunsZoom zoom(document);
+  zoom.show(app::AxisMap(2.0, 5.0), 0, app::AxisMap(0.25, 0.5));
+  app::Session session = app::sessionOf(document);
+  app::keepZoom(zoom, document, session);
+  const QString path = folder.filePath("work.sieve");
+  app::writeSession(path, session);
+  zoom.reset();
+  app::showZoom(app::readSession(path), document, zoom);
+  EXPECT_EQ(zoom.time(), app::AxisMap(2.0, 5.0));
+  EXPECT_EQ(zoom.value(0), app::AxisMap(0.25, 0.5));
+}
+
+TEST_F(SessionScene, RunsOfSetsAreKeptAsRanges)
+{
+  openData();
+  RunSet runs(40, true);
+  runs.set(9, false);
+  const auto keys = app::keysOf(runs, document.scan());
+  ASSERT_EQ(keys.size(), 2u);
+  EXPECT_EQ(std::get<RunNumbers>(keys[0]).last, 9);
+  EXPECT_EQ(std::get<RunNumbers>(keys[1]).first, 11);
+  EXPECT_EQ(app::runsOf(keys, document.scan()), runs);
+}
+
+TEST(SessionKeys, OfAnyFormComeBack)
+{
+  Scan scan;
+  scan.times = {0.0};
+  for (char const* key : {"007", "7", "8", "-1", "WT 3", "9223372036854775807", "92233720368547758070", "10"})
+    scan.runs.push_back({key, RunStatus::Complete, 1});
+  for (unsigned mask = 0; mask < 256; ++mask) {
+    RunSet runs(8);
+    for (std::size_t run = 0; run < 8; ++run) runs.set(run, (mask >> run) & 1u);
+    EXPECT_EQ(app::runsOf(app::keysOf(runs, scan), scan), runs) << mask;
+  }
+}
+
+TEST_F(SessionScene, TheCommandLineAppliesTheGatesThatAreOn)
+{
+  openData();
+  makeWork();
+  const QString path = folder.filePath("work.sieve");
+  app::writeSession(path, app::sessionOf(document));
+  app::SieveArguments arguments;
+  arguments.file = data.toStdString();
+  arguments.sieve = path.toStdString();
+  const app::GatedScan gated = app::openGated(arguments);
+  EXPECT_EQ(gated.gates.size(), 2u);
+  EXPECT_EQ(gated.passed.runs, document.passing());
+  EXPECT_EQ(gated.method.adjustment, Adjustment::Holm);
+  EXPECT_EQ(gated.method.thresholds.smallestD, 0.25);
+  EXPECT_THAT(gated.notes, IsEmpty());
+}
+
+TEST_F(SessionScene, SieveFilesOfTheFirstVersionAreSessions)
+{
+  const app::Session session = app::readSession(RUNSIEVE_SOURCE_DIR "/tests/core/sieve/v1/sieve.json");
+  ASSERT_FALSE(session.gates.empty());
+  EXPECT_EQ(session.gates[0].name, "Gate 1");
+  EXPECT_TRUE(session.gates[0].on);
+  EXPECT_THAT(session.sets, IsEmpty());
+  EXPECT_EQ(session.path, "");
+}
+
+TEST_F(SessionScene, DataThatMovedWithTheirSessionAreFound)
+{
+  openData();
+  makeWork();
+  app::writeSession(folder.filePath("work.sieve"), app::sessionOf(document));
+  document.close();
+  const QString other = folder.filePath("moved");
+  QDir().mkpath(other);
+  QFile::rename(data, other + "/scan.csv");
+  QFile::rename(folder.filePath("work.sieve"), other + "/work.sieve");
+  openSession(other + "/work.sieve");
+  EXPECT_EQ(document.state().gates.size(), 3u);
+  EXPECT_EQ(QString::fromStdString(document.source().path), other + "/scan.csv");
+}
+
+TEST_F(SessionScene, DataThatAreGoneAreAskedFor)
+{
+  openData();
+  makeWork();
+  app::writeSession(folder.filePath("work.sieve"), app::sessionOf(document));
+  document.close();
+  QFile::rename(data, folder.filePath("renamed.csv"));
+  loader.open(folder.filePath("work.sieve"));
+  EXPECT_EQ(missing, QStringList(data));
+  EXPECT_FALSE(document.isOpen());
+  loader.useData(folder.filePath("renamed.csv"));
+  ASSERT_TRUE(waitFor([this] { return opened == 1; }));
+  EXPECT_EQ(document.state().gates.size(), 3u);
+}
+
+TEST_F(SessionScene, OtherDataAreToldAndTheGatesStay)
+{
+  openData();
+  makeWork();
+  app::writeSession(folder.filePath("work.sieve"), app::sessionOf(document));
+  document.close();
+  write(data, lineScanText(30, 0.25));
+  openSession(folder.filePath("work.sieve"));
+  EXPECT_EQ(document.state().gates.size(), 3u);
+  const std::string told = differences.join('\n').toStdString();
+  EXPECT_THAT(told, HasSubstr("the data differ"));
+  EXPECT_THAT(told, HasSubstr("the scan has 30 runs; it had 40"));
+}
+
+TEST_F(SessionScene, WhatTheScanDoesNotHaveIsToldAndTheRestStays)
+{
+  openData();
+  makeWork();
+  app::Session session = app::sessionOf(document);
+  session.view.outputs.push_back("gone");
+  session.sets[0].runs.emplace_back("nobody");
+  const auto restored = app::restoredOn(session, document.scan());
+  EXPECT_THAT(restored.state.view.outputs, ElementsAre(1, 0));
+  EXPECT_EQ(restored.state.sets[0].runs, document.state().sets[0].runs);
+  const std::string told = restored.notes.join('\n').toStdString();
+  EXPECT_THAT(told, HasSubstr("no output \"gone\""));
+  EXPECT_THAT(told, HasSubstr("my, \"set\""));
+}
+
+TEST_F(SessionScene, PlacesGoByNamesWhenColumnsAreInAnotherOrder)
+{
+  openData();
+  makeWork();
+  const app::Session session = app::sessionOf(document);
+  write(data, lineScanText().replace("run,time,A,B,k0,k1,k2", "run,time,B,A,k2,k1,k0"));
+  document.close();
+  loader.open(session, data);
+  ASSERT_TRUE(waitFor([this] { return opened == 1; }));
+  Scan const& scan = document.scan();
+  app::ViewState const& view = document.state().view;
+  EXPECT_EQ(scan.outputs[view.outputs[0]].label.name, "B");
+  EXPECT_TRUE(view.logOutputs.at(*scan.findOutput("B")));
+  EXPECT_FALSE(view.logParameters.at(*scan.findParameter("k2")));
+}
+
+TEST_F(SessionScene, RereadingKeepsGatesSetsAndView)
+{
+  openData();
+  makeWork();
+  const app::State before = document.state();
+  write(data, lineScanText(50));
+  loader.reread();
+  ASSERT_TRUE(waitFor([this] { return opened == 1 && !loader.isBusy(); }));
+  EXPECT_EQ(document.scan().runs.size(), 50u);
+  EXPECT_EQ(document.state().gates.size(), before.gates.size());
+  EXPECT_EQ(document.state().sets[0].runs.members(), before.sets[0].runs.members());
+  EXPECT_EQ(document.state().view.outputs, before.view.outputs);
+  EXPECT_THAT(document.pinnedRuns(), ElementsAre(4, 5, 9));
+  EXPECT_THAT(differences, IsEmpty());
+}
+
+TEST_F(SessionScene, AFileThatCannotBeReadAgainLeavesWhatIsOpen)
+{
+  openData();
+  makeWork();
+  const app::State before = document.state();
+  write(data, "no scan at all");
+  loader.reread();
+  ASSERT_TRUE(waitFor([this] { return !failures.isEmpty(); }));
+  expectSame(document.state(), before);
+  EXPECT_EQ(document.scan().runs.size(), 40u);
+}
+
+TEST_F(SessionScene, DamagedFilesAreToldInWordsAndChangeNothing)
+{
+  openData();
+  makeWork();
+  const QString good = folder.filePath("work.sieve");
+  app::writeSession(good, app::sessionOf(document));
+  const QByteArray text = read(good);
+  const app::State before = document.state();
+  const std::pair<QByteArray, QByteArray> damages[] = {
+      {"\"version\": 1", "\"version\": 2"},
+      {"\"place\": 1", "\"place\": -1"},
+      {"\"name\": \"off\"", "\"name\": 5"},
+      {"\"gates_off\": [", "\"gates_off\": 3, \"x\": ["},
+      {"\"path\": \"scan.csv\"", "\"path\": 7"},
+      {"\"runs_look\": \"bands\"", "\"runs_look\": \"beads\""},
+      {"\"focus\": \"faded\"", "\"focus\": 1"},
+      {"\"parameter_look\": \"densities\"", "\"parameter_look\": null"},
+      {"\"outputs\": [", "\"outputs\": 1, \"x\": ["},
+      {"\"log_parameters\": {", "\"log_parameters\": true, \"x\": {"},
+      {"\"color\": 3", "\"color\": -3"},
+      {"\"shown\": false", "\"shown\": \"no\""},
+      {"\"pinned\": [", "\"pinned\": [1.5,"},
+      {"\"sets\": [", "\"sets\": [4,"},
+      {"\"origin\": \"typed\"", "\"origin\": []"}};
+  for (auto const& [from, to] : damages) {
+    ASSERT_TRUE(text.contains(from)) << from.toStdString();
+    QByteArray damaged = text;
+    damaged.replace(damaged.indexOf(from), from.size(), to);
+    const QString bad = folder.filePath("bad.sieve");
+    write(bad, damaged);
+    failures.clear();
+    loader.open(bad);
+    ASSERT_EQ(failures.size(), 1) << to.toStdString();
+    EXPECT_THAT(failures[0].toStdString(), HasSubstr("bad.sieve")) << to.toStdString();
+    EXPECT_GT(failures[0].size(), bad.size() + 15) << failures[0].toStdString();
+    expectSame(document.state(), before);
+  }
+  EXPECT_EQ(opened, 0);
+}
+
+TEST_F(SessionScene, CutAnywhereAFileIsRefusedOrWhole)
+{
+  openData();
+  makeWork();
+  const QString good = folder.filePath("work.sieve");
+  app::writeSession(good, app::sessionOf(document));
+  const QByteArray text = read(good).trimmed();
+  const QString bad = folder.filePath("bad.sieve");
+  for (int size = 0; size < text.size(); size += 7) {
+    write(bad, text.left(size));
+    EXPECT_THROW((void)app::readSession(bad), ScanError) << size;
+  }
+}
+
+TEST_F(SessionScene, SessionsAreKnownByHowTheyBegin)
+{
+  openData();
+  app::writeSession(folder.filePath("a"), app::sessionOf(document));
+  EXPECT_TRUE(app::isSessionFile(folder.filePath("a")));
+  EXPECT_FALSE(app::isSessionFile(data));
+  EXPECT_FALSE(app::isSessionFile(folder.path()));
+  EXPECT_FALSE(app::isSessionFile(folder.filePath("nothing")));
+}
+
+TEST_F(SessionScene, RecentFilesAreTenThatExistTheNewestFirst)
+{
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
+  app::RecentFiles::clear();
+  for (int i = 0; i < 12; ++i) {
+    write(folder.filePath(QString::number(i)), "x");
+    app::RecentFiles::add(folder.filePath(QString::number(i)));
+  }
+  app::RecentFiles::add(folder.filePath("5"));
+  QFile::remove(folder.filePath("11"));
+  const QStringList files = app::RecentFiles::list();
+  EXPECT_EQ(files.size(), 10);
+  EXPECT_EQ(files[0], folder.filePath("5"));
+  EXPECT_EQ(files[1], folder.filePath("10"));
+  EXPECT_EQ(files.count(folder.filePath("5")), 1);
+}
+
+} // namespace
+} // namespace runsieve::test

@@ -1,0 +1,210 @@
+#include "SessionScene.h"
+
+#include "app/explorer/session/Autosave.h"
+#include "app/explorer/session/ChangedFileBar.h"
+#include "app/explorer/session/ErrorDialog.h"
+#include "app/explorer/session/FileWatch.h"
+
+#include <gmock/gmock.h>
+
+#include <QClipboard>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+
+namespace runsieve::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+struct AutosaveScene : SessionScene
+{
+  AutosaveScene()
+  {
+    for (auto const& left : app::recoverableSessions()) app::discardRecoverable(left);
+  }
+};
+
+TEST_F(AutosaveScene, ChangesAreKeptInAFileThatGoesAtACleanEnd)
+{
+  QString path;
+  {
+    app::Autosave autosave(document);
+    autosave.setDelay(10);
+    path = autosave.path();
+    openData();
+    QTest::qWait(50);
+    EXPECT_FALSE(QFile::exists(path)) << "nothing has been changed";
+    makeWork();
+    ASSERT_TRUE(waitFor([&] { return QFile::exists(path); }));
+    EXPECT_EQ(app::readSession(path).gates.size(), 3u);
+    EXPECT_EQ(app::readSession(path).path, data.toStdString());
+    EXPECT_THAT(app::recoverableSessions(), IsEmpty()) << "its window lives";
+  }
+  EXPECT_FALSE(QFile::exists(path));
+  EXPECT_THAT(app::recoverableSessions(), IsEmpty());
+}
+
+TEST_F(AutosaveScene, WhatACrashLeavesIsFoundAndComesBack)
+{
+  openData();
+  makeWork();
+  QString left;
+  {
+    app::Autosave autosave(document);
+    autosave.setDelay(10);
+    document.pin({1});
+    ASSERT_TRUE(waitFor([&] { return QFile::exists(autosave.path()); }));
+    // What a process that is gone leaves: the file, without anybody who holds its lock.
+    left = QFileInfo(autosave.path()).absolutePath() + "/left.sieve";
+    QFile::copy(autosave.path(), left);
+  }
+  const auto found = app::recoverableSessions();
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(found[0].path, left);
+  EXPECT_EQ(found[0].data, data);
+  document.close();
+  openSession(found[0].path);
+  EXPECT_EQ(document.state().gates.size(), 3u);
+  EXPECT_THAT(document.pinnedRuns(), ElementsAre(1));
+  app::discardRecoverable(found[0]);
+  EXPECT_THAT(app::recoverableSessions(), IsEmpty());
+}
+
+TEST_F(AutosaveScene, DamagedFilesAreNotOffered)
+{
+  app::Autosave autosave(document);
+  QDir().mkpath(QFileInfo(autosave.path()).absolutePath());
+  const QString bad = QFileInfo(autosave.path()).absolutePath() + "/bad.sieve";
+  write(bad, "{");
+  EXPECT_THAT(app::recoverableSessions(), IsEmpty());
+  QFile::remove(bad);
+}
+
+TEST_F(AutosaveScene, AnotherScanStartsAnew)
+{
+  app::Autosave autosave(document);
+  autosave.setDelay(10);
+  openData();
+  makeWork();
+  ASSERT_TRUE(waitFor([&] { return QFile::exists(autosave.path()); }));
+  document.close();
+  EXPECT_FALSE(QFile::exists(autosave.path()));
+}
+
+TEST_F(AutosaveScene, WhatWindowsKnowIsKeptWithIt)
+{
+  app::Autosave autosave(document, [](app::Session& session) {
+    session.view.zoomedTime = app::TypedRange{1.0, 2.0};
+  });
+  autosave.setDelay(10);
+  openData();
+  makeWork();
+  ASSERT_TRUE(waitFor([&] { return QFile::exists(autosave.path()); }));
+  EXPECT_EQ(app::readSession(autosave.path()).view.zoomedTime->high, 2.0);
+}
+
+struct WatchScene : SessionScene
+{
+  app::FileWatch watch{document};
+  QStringList told;
+
+  WatchScene()
+  {
+    watch.setPatience(30);
+    QObject::connect(&watch, &app::FileWatch::changedOnDisk, &document,
+                     [this](QString const& path) { told << path; });
+  }
+};
+
+TEST_F(WatchScene, AFileThatIsWrittenAnewIsToldOnce)
+{
+  openData();
+  write(data, lineScanText(41));
+  ASSERT_TRUE(waitFor([this] { return !told.isEmpty(); }));
+  QTest::qWait(200);
+  EXPECT_EQ(told, QStringList(data));
+}
+
+TEST_F(WatchScene, AFileThatIsReplacedIsToldEachTime)
+{
+  openData();
+  for (int i = 1; i <= 2; ++i) {
+    write(folder.filePath("new"), lineScanText(40 + static_cast<std::size_t>(i)));
+    ASSERT_EQ(std::rename(folder.filePath("new").toUtf8(), data.toUtf8()), 0);
+    ASSERT_TRUE(waitFor([&] { return told.size() == i; })) << i;
+  }
+}
+
+TEST_F(WatchScene, OtherFilesAndFilesOfFormerScansAreNotTold)
+{
+  openData();
+  write(folder.filePath("other"), "x");
+  QTest::qWait(200);
+  EXPECT_THAT(told, IsEmpty());
+  document.close();
+  write(data, lineScanText(41));
+  QTest::qWait(200);
+  EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(WatchScene, WhatHasBeenReadAgainIsNotTold)
+{
+  openData();
+  write(data, lineScanText(41));
+  ASSERT_TRUE(waitFor([this] { return told.size() == 1; }));
+  loader.reread();
+  ASSERT_TRUE(waitFor([this] { return document.scan().runs.size() == 41u; }));
+  QTest::qWait(200);
+  EXPECT_EQ(told.size(), 1);
+}
+
+TEST(ChangedFileBar, TellsAndGoesWithEitherButton)
+{
+  app::ChangedFileBar bar;
+  bar.resize(500, 40);
+  EXPECT_TRUE(bar.isHidden());
+  int wanted = 0;
+  QObject::connect(&bar, &app::ChangedFileBar::rereadWanted, &bar, [&] { ++wanted; });
+  auto const press = [&](char const* text) {
+    for (auto* button : bar.findChildren<QPushButton*>())
+      if (button->text() == text) QTest::mouseClick(button, Qt::LeftButton);
+  };
+  bar.tell("/data/<b>scan</b>.csv");
+  EXPECT_TRUE(bar.isVisible());
+  EXPECT_EQ(bar.findChild<QLabel*>()->text(), "<b>scan</b>.csv has changed on disk.");
+  press("Ignore");
+  EXPECT_TRUE(bar.isHidden());
+  EXPECT_EQ(wanted, 0);
+  bar.tell("/data/scan.csv");
+  press("Reread");
+  EXPECT_TRUE(bar.isHidden());
+  EXPECT_EQ(wanted, 1);
+}
+
+TEST(ErrorDialog, ShowsPlainTextAndCopiesAllOfIt)
+{
+  app::ErrorDialog dialog({"The scan could not be opened", "<b>x</b>.csv: No such file", "Look again."});
+  dialog.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+  QStringList texts;
+  for (auto* label : dialog.findChildren<QLabel*>()) texts << label->text();
+  EXPECT_TRUE(texts.contains("<b>x</b>.csv: No such file"));
+  for (auto* button : dialog.findChildren<QPushButton*>())
+    if (button->text().contains("Copy")) QTest::mouseClick(button, Qt::LeftButton);
+  const std::string copied = QApplication::clipboard()->text().toStdString();
+  EXPECT_THAT(copied, HasSubstr("<b>x</b>.csv: No such file"));
+  EXPECT_THAT(copied, HasSubstr("Look again."));
+  EXPECT_THAT(copied, HasSubstr("runsieve "));
+}
+
+TEST(ErrorDialog, KnowsAdviceOnWhatOftenHappens)
+{
+  EXPECT_THAT(app::adviceOn("x: Permission denied").toStdString(), HasSubstr("another place"));
+  EXPECT_TRUE(app::adviceOn("something new").isEmpty());
+}
+
+} // namespace
+} // namespace runsieve::test

@@ -1,0 +1,163 @@
+#include "SessionScene.h"
+
+#include "app/cli/CommandLine.h"
+#include "app/explorer/session/ShellCommand.h"
+
+#include <runsieve/core/gate/GateText.h>
+
+#include <gmock/gmock.h>
+
+#include <QProcess>
+
+namespace runsieve::test {
+namespace {
+
+using testing::ElementsAre;
+
+/// The words that a shell makes of a line, without the first.
+std::vector<std::string> wordsOf(std::string const& line)
+{
+  QProcess shell;
+  shell.start("sh", {"-c", QString::fromStdString(
+                               "runsieve() { for word; do printf '%s\\0' \"$word\"; done; }; " + line)});
+  EXPECT_TRUE(shell.waitForFinished());
+  EXPECT_EQ(shell.readAllStandardError().toStdString(), "");
+  std::vector<std::string> words;
+  for (QByteArray const& word : shell.readAllStandardOutput().split('\0'))
+    words.push_back(word.toStdString());
+  if (!words.empty()) words.pop_back();
+  return words;
+}
+
+app::Session oddSession()
+{
+  app::Session session;
+  session.path = "/data/it's a \"scan\" $HOME `x`\nof two lines.csv";
+  session.read.time = "t";
+  session.read.parameters = std::vector<std::string>{"k 1", "-k2"};
+  session.read.outputs = {"A"};
+  session.read.ignore = {"note;"};
+  session.read.missing = {"-999"};
+  session.read.decimal = ',';
+  session.read.delimiter = '\t';
+  session.read.exactTimes = true;
+  Gate gate = gateOnA(0.5, 1.0);
+  gate.column = "it's \"A\"";
+  session.gates = {
+      {"one", gate, true}, {"two", gateOnA(0.0, 0.1), false}, {"three", gateOnA(-1.0, 0.25), true}};
+  session.join = GateJoin::Any;
+  session.method.thresholds = {0.01, 0.25};
+  session.method.adjustment = Adjustment::BenjaminiHochberg;
+  session.method.permutations = session.method.mostPermutations = 500;
+  session.method.seed = 18446744073709551615u;
+  session.method.gatesTried = 4;
+  return session;
+}
+
+void expectReading(app::SieveArguments const& arguments, app::Session const& session)
+{
+  EXPECT_EQ(arguments.file, session.path);
+  EXPECT_EQ(arguments.read.time, "t");
+  EXPECT_EQ(arguments.read.parameters, session.read.parameters);
+  EXPECT_EQ(arguments.read.outputs, session.read.outputs);
+  EXPECT_EQ(arguments.read.ignore, session.read.ignore);
+  EXPECT_EQ(arguments.read.missing, session.read.missing);
+  EXPECT_EQ(arguments.read.decimal, ',');
+  EXPECT_EQ(arguments.read.delimiter, '\t');
+  EXPECT_TRUE(arguments.read.exactTimes);
+  EXPECT_TRUE(arguments.any);
+  ASSERT_EQ(arguments.gates.size(), 2u) << "a gate that is off is left out";
+  EXPECT_EQ(parseGate(arguments.gates[0]), session.gates[0].gate);
+  EXPECT_EQ(parseGate(arguments.gates[1]), session.gates[2].gate);
+  EXPECT_EQ(arguments.pThreshold, 0.01);
+  EXPECT_EQ(arguments.ksThreshold, 0.25);
+  EXPECT_EQ(arguments.adjust, Adjustment::BenjaminiHochberg);
+  EXPECT_EQ(arguments.permutations, 500u);
+  EXPECT_EQ(arguments.seed, 18446744073709551615u);
+  EXPECT_EQ(arguments.gatesTried, 4u);
+}
+
+TEST(ShellCommand, PlainWordsStayPlainAndOthersComeThroughAShell)
+{
+  EXPECT_EQ(app::shellWord("scan-1.csv"), "scan-1.csv");
+  EXPECT_EQ(app::shellWord("A @ 1"), "'A @ 1'");
+  EXPECT_EQ(app::shellWord(""), "''");
+  const std::vector<std::string> words = {"it's", "a\nb", "$x `y` \\ !", "", "\"", "*", "~", "\xce\xb1"};
+  std::vector<std::string> line = words;
+  line.insert(line.begin(), "runsieve");
+  EXPECT_EQ(wordsOf(app::shellLine(line)), words);
+}
+
+TEST(ShellCommand, TheTableIsThatOfTheSession)
+{
+  const app::Session session = oddSession();
+  const app::Command command = app::parseCommandLine(wordsOf(app::shellLine(app::rankCommand(session))));
+  expectReading(std::get<app::RankArguments>(command), session);
+}
+
+TEST(ShellCommand, ThePictureIsThatOfTheSession)
+{
+  app::Session session = oddSession();
+  session.view.outputs = {"B", "A"};
+  session.view.logOutputs = {{"B", true}, {"A", false}};
+  session.view.outputRanges = {{"A", {-1.0, 2.0}}};
+  session.view.zoomedValues = {{"A", {0.25, 0.5}}, {"B @ 1", {0.0, 1.0}}};
+  session.view.zoomedTime = app::TypedRange{-3.0, 4.5};
+  session.view.focus = app::Focus::Hidden;
+  app::FigureOptions options;
+  options.width = 85.0;
+  options.dpi = 600;
+  options.title = "-it's";
+  options.gates = options.scaleBar = false;
+  options.runsLook = app::RunsLook::Bands;
+  options.parameterLook = app::ParameterLook::Scatter;
+  options.palette = app::FigurePalette::ColourBlind;
+  options.parameters = {2};
+  const auto scan = lineScan();
+  const app::Command command =
+      app::parseCommandLine(wordsOf(app::shellLine(app::figureCommand(session, options, *scan, "f.pdf"))));
+  auto const& render = std::get<app::RenderArguments>(command);
+  expectReading(render, session);
+  app::FigureArguments const& figure = render.figure;
+  EXPECT_TRUE(figure.wanted);
+  EXPECT_EQ(render.output, "f.pdf");
+  EXPECT_EQ(figure.width, 85.0);
+  EXPECT_EQ(figure.dpi, 600);
+  EXPECT_EQ(figure.title, "-it's");
+  EXPECT_TRUE(figure.noGates);
+  EXPECT_TRUE(figure.noScaleBar);
+  EXPECT_FALSE(figure.noLegend);
+  EXPECT_TRUE(render.quantiles);
+  EXPECT_TRUE(figure.scatter);
+  EXPECT_EQ(figure.palette, "colour-blind");
+  EXPECT_EQ(figure.focus, "hidden");
+  EXPECT_THAT(figure.outputs, ElementsAre("B", "A"));
+  EXPECT_THAT(figure.logOutputs, ElementsAre("B"));
+  EXPECT_THAT(figure.parameters, ElementsAre("k2"));
+  EXPECT_EQ(figure.timeRange, "-3..4.5");
+  ASSERT_EQ(figure.valueRanges.size(), 2u);
+  EXPECT_EQ(parseGate(figure.valueRanges[0]).range.high, 0.5) << "what is shown, not what was typed";
+  EXPECT_EQ(parseGate(figure.valueRanges[1]).column, "B @ 1");
+}
+
+TEST(ShellCommand, WithoutGatesThereIsOnlyAPicture)
+{
+  app::Session session;
+  session.path = "scan.csv";
+  EXPECT_TRUE(app::rankCommand(session).empty());
+  const std::string text = app::commandOf(session, {}, *lineScan());
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
+  EXPECT_EQ(text.rfind("runsieve render scan.csv --figure", 0), 0u);
+}
+
+TEST_F(SessionScene, TheLinesOfADocumentMakeItsTableAndPicture)
+{
+  openData();
+  makeWork();
+  const QStringList lines = QString::fromStdString(app::commandOf(document)).trimmed().split('\n');
+  EXPECT_TRUE(lines.first().startsWith("runsieve rank "));
+  EXPECT_TRUE(lines.last().startsWith("runsieve render ") || lines.last().contains("--figure"));
+}
+
+} // namespace
+} // namespace runsieve::test
