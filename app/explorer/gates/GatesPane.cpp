@@ -83,7 +83,7 @@ void GatesPane::buildList()
   view->horizontalHeader()->setSectionResizeMode(GateListModel::AsksFor, QHeaderView::Stretch);
   view->setColumnWidth(GateListModel::Name, view->fontMetrics().horizontalAdvance("MMMGate 10M"));
   view->setColumnWidth(GateListModel::Left, view->fontMetrics().horizontalAdvance("100,000 M"));
-  constexpr int rows = 3; // that stand in the smallest pane
+  constexpr int rows = 2; // that stand in the smallest pane
   view->setMinimumHeight((rows + 1) * view->verticalHeader()->defaultSectionSize());
   auto* keys = new Keys(*view);
   keys->on(Qt::Key_Delete, [this] { deleteSelected(); });
@@ -188,8 +188,8 @@ void GatesPane::showSelection()
 void GatesPane::fitDetails()
 {
   constexpr int lines = 5;
-  details->setFixedHeight(
-      std::min(details->heightForWidth(view->width()), lines * fontMetrics().lineSpacing()));
+  const int needed = std::max(details->heightForWidth(view->width()), 0); // -1 without a text
+  details->setFixedHeight(std::min(needed, lines * fontMetrics().lineSpacing()));
 }
 
 void GatesPane::resizeEvent(QResizeEvent* event)

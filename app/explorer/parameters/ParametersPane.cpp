@@ -18,7 +18,10 @@ ParametersPane::ParametersPane(Document& ofDocument, QWidget* parent)
   pages->setDocumentMode(true);
   pages->addTab(chartsPage(), "&Charts");
   pairing = new PairsPage(shown);
+  pairing->setMinimumWidth(200);
   boxes = new BoxPage(shown);
+  constexpr int narrow = 230; // texts of pages wrap or are cut, so that windows can be small
+  boxes->setMinimumWidth(narrow);
   lines = new ParallelView(shown);
   pages->addTab(pairing, "&Pairs");
   pages->addTab(boxes, "&Box");

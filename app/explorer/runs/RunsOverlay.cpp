@@ -183,17 +183,23 @@ void RunsOverlay::paintRuns(QPainter& painter) const
 
 void RunsOverlay::paintHover(QPainter& painter, FoundRun const& found) const
 {
-  const QStringList lines = runLines(document, output, found);
+  QStringList lines = runLines(document, output, found);
   const QFontMetricsF metrics(theme.font);
   constexpr double margin = 6.0;
   constexpr double mostWidth = 320.0;
+  const QRectF plot = frame.plot();
+  // A small chart has room for some lines only.
+  const int most = std::max(3, static_cast<int>((plot.bottom() - 2.0 * margin) / metrics.height()));
+  if (lines.size() > most) {
+    lines = lines.mid(0, most - 1);
+    lines << QString::fromUtf8("\u2026");
+  }
   double width = 0.0;
   for (QString const& line : lines) width = std::max(width, metrics.horizontalAdvance(line));
   width = std::min(width, mostWidth);
   const QSizeF size(width + 2.0 * margin, metrics.height() * lines.size() + 2.0 * margin);
   const QPointF at = frame.at(found.time, found.value);
   if (!std::isfinite(at.x()) || !std::isfinite(at.y())) return;
-  const QRectF plot = frame.plot();
   QPointF corner(at.x() + 14.0, at.y() + 14.0);
   if (corner.x() + size.width() > plot.right()) corner.setX(at.x() - 14.0 - size.width());
   corner.setX(std::max(corner.x(), 2.0));

@@ -17,6 +17,10 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent)
   auto* title = new QLabel("<h2>Which parameters made these runs different?</h2>");
   auto* hint = new QLabel("Open a parameter scan, drag over the places that runs must pass through,\n"
                           "and see which parameters set them apart.");
+  constexpr int narrow = 280; // the page must not keep a window large when something else is shown
+  setMinimumSize(narrow, 100);
+  title->setWordWrap(true);
+  hint->setWordWrap(true);
   auto* open = new QPushButton("Open a scan...");
   open->setDefault(true);
   auto* example = new QPushButton("Try the example");

@@ -9,6 +9,7 @@
 #include "app/explorer/window/CommandSearch.h"
 #include "app/explorer/window/CompositeOf.h"
 #include "app/explorer/window/ExplorerWindow.h"
+#include "app/explorer/window/FigureOf.h"
 #include "app/explorer/window/HelpDialogs.h"
 #include "app/explorer/window/Layout.h"
 #include "app/explorer/window/LimitsDialog.h"
@@ -64,6 +65,7 @@ void ExplorerWindow::connectFileActions()
 
 void ExplorerWindow::connectExportActions()
 {
+  table->on("file.figure", [this] { exportFigure(content, runsPane->zoom(), this); });
   table->on("file.runs", [this] { runTable->exportPassingScan(); });
   table->on("file.plot", [this] { savePlot(content, this); });
   table->on("file.command", [this] {

@@ -1,0 +1,27 @@
+#include "app/explorer/window/FigureOf.h"
+
+#include "app/explorer/document/Document.h"
+#include "app/explorer/figure/ExportDialog.h"
+#include "app/explorer/runs/RunsZoom.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace runsieve::app {
+
+FigureContent figureOf(Document const& document, RunsZoom const& zoom)
+{
+  std::map<std::size_t, AxisMap> values;
+  for (std::size_t const output : document.state().view.outputs) values[output] = zoom.value(output);
+  return figureContentOf(document, zoom.time(), std::move(values));
+}
+
+void exportFigure(Document const& document, RunsZoom const& zoom, QWidget* parent)
+{
+  ExportDialog dialog(figureOf(document, zoom), document.state().view, parent);
+  std::string const& path = document.source().path;
+  if (!path.empty()) dialog.setFolder(QFileInfo(QFile::decodeName(path.c_str())).absolutePath());
+  dialog.exec();
+}
+
+} // namespace runsieve::app
