@@ -44,8 +44,8 @@ int openExplorer(ExploreArguments const& arguments)
   bool isFirst = true;
   for (std::string const& file : files) {
     ExplorerWindow* window = newExplorerWindow();
-    if (std::exchange(isFirst, false)) window->files().recover();
-    if (!file.empty()) window->open(QFile::decodeName(file.c_str()), arguments.read);
+    const bool recovers = std::exchange(isFirst, false) && window->files().recover();
+    if (!file.empty() && !recovers) window->open(QFile::decodeName(file.c_str()), arguments.read);
   }
   return QApplication::exec();
 }

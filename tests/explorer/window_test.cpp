@@ -168,6 +168,44 @@ TEST_F(WindowScene, TheSelectedGateIsSwitchedInvertedAndDeletedFromTheMenu)
   EXPECT_EQ(document().undoStack().count(), 4);
 }
 
+TEST_F(WindowScene, AGateAsksForAllForSomeOrForNoValue)
+{
+  ASSERT_TRUE(openLines());
+  EXPECT_FALSE(window->actions().at("kind.ever")->isEnabled());
+  document().change("Show output", [](app::State& state) { state.view.outputs = {1}; });
+  ASSERT_TRUE(settle());
+  Mouse(view()).drag(at(2.0, 0.1), at(8.0, 0.3));
+  auto const passing = [this](char const* action) {
+    trigger(action);
+    return document().passing().count();
+  };
+  EXPECT_TRUE(window->actions().at("kind.all")->isChecked());
+  const std::size_t all = document().passing().count();
+  const std::size_t ever = passing("kind.ever");
+  EXPECT_GT(ever, all);
+  EXPECT_EQ(passing("kind.never"), 40u - ever);
+  EXPECT_GE(passing("kind.crosses"), ever);
+  trigger("edit.undo");
+  EXPECT_TRUE(window->actions().at("kind.never")->isChecked());
+}
+
+TEST_F(WindowScene, AClickWithTheRightButtonOnAGateOpensItsMenu)
+{
+  ASSERT_TRUE(openLines());
+  Mouse(view()).drag(at(2.0, 0.2), at(4.0, 0.6));
+  document().selectGate(std::nullopt);
+  bool isThere = false;
+  QTimer::singleShot(50, [&] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    isThere = menu && menu->actions().contains(window->actions().at("gate.delete"));
+    if (menu) menu->close();
+  });
+  Mouse(view()).click(at(3.0, 0.4), Qt::RightButton);
+  EXPECT_TRUE(waitFor([&] { return isThere; }));
+  EXPECT_EQ(document().selectedGate(), 0u);
+  EXPECT_EQ(document().state().gates.size(), 1u);
+}
+
 TEST_F(WindowScene, ChecksFollowTheStateWhoeverChangesIt)
 {
   ASSERT_TRUE(openLines());

@@ -67,4 +67,11 @@ void joinGates(Document& document, GateJoin join)
                   [&](State& state) { state.join = join; });
 }
 
+void setGateKind(Document& document, std::size_t gate, GateKind kind)
+{
+  GateKind const now = document.state().gates[gate].gate.kind;
+  if (now > GateKind::Crosses || now == kind) return;
+  document.change("Change gate", [&](State& state) { state.gates[gate].gate.kind = kind; });
+}
+
 } // namespace runsieve::app

@@ -19,6 +19,8 @@ void moveGate(Document& document, std::size_t gate, std::size_t to);
 /// Puts a copy behind a gate, with a name of its own.
 void duplicateGate(Document& document, std::size_t gate);
 void deleteGate(Document& document, std::size_t gate);
+/// How a gate on an output takes the values of its times; gates of other kinds stay as they are.
+void setGateKind(Document& document, std::size_t gate, GateKind kind);
 void joinGates(Document& document, GateJoin join);
 
 } // namespace runsieve::app

@@ -68,6 +68,7 @@ void RunsPane::rebuild()
     chart->view()->setTool(tool);
     chart->view()->setTimeNumbers(place + 1 == wanted);
     connect(chart->view(), &RunsView::told, this, &RunsPane::told);
+    connect(chart->view(), &RunsView::gateMenuWanted, this, &RunsPane::gateMenuWanted);
     column->addWidget(chart, 1);
     charts.push_back(chart);
   }

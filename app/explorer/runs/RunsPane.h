@@ -31,6 +31,8 @@ public:
 
 Q_SIGNALS:
   void told(QString const& text);
+  /// A gate, which is selected now, was clicked with the right button. \param at on the screen
+  void gateMenuWanted(QPoint const& at);
 
 private:
   void rebuild();

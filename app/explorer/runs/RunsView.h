@@ -51,6 +51,8 @@ public:
 Q_SIGNALS:
   /// How many runs a gate under the pointer lets through, for the status bar; empty if there is none.
   void told(QString const& text);
+  /// A gate, which is selected now, was clicked with the right button. \param at on the screen
+  void gateMenuWanted(QPoint const& at);
 
 protected:
   void paintEvent(QPaintEvent* event) override;
@@ -99,6 +101,7 @@ private:
   /// False if a drag changes nothing since no run is there.
   bool finish(QPointF const& at);
   void click(QPointF const& at);
+  void openMenu(QPointF const& at);
   void cancelDrag();
   void hoverAt(QPointF const& at);
   void zoomAbout(QPointF const& at, double factor, bool horizontal, bool vertical);

@@ -157,7 +157,9 @@ void RunsView::mouseReleaseEvent(QMouseEvent* event)
   pointer = event->localPos();
   if (!drag) return;
   bool missed = false;
-  if (!drag->moved)
+  if (!drag->moved && event->button() == Qt::RightButton)
+    openMenu(pointer);
+  else if (!drag->moved)
     click(pointer);
   else
     missed = !finish(pointer);
@@ -203,6 +205,17 @@ void RunsView::click(QPointF const& at)
   } else if (drag->kind == Drag::Kind::NewGate) {
     document.selectGate(std::nullopt);
   }
+}
+
+void RunsView::openMenu(QPointF const& at)
+{
+  auto const held = gateAt(at);
+  if (!held) return;
+  document.selectGate(held->first);
+  // A menu has events of its own, which must not find this one unfinished.
+  QMetaObject::invokeMethod(
+      this, [this, place = mapToGlobal(at.toPoint())] { Q_EMIT gateMenuWanted(place); },
+      Qt::QueuedConnection);
 }
 
 void RunsView::cancelDrag()

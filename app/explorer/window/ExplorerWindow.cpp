@@ -21,11 +21,18 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QScreen>
+#include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
 namespace runsieve::app {
+
+namespace {
+
+constexpr char geometryKey[] = "geometry";
+
+} // namespace
 
 ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
 {
@@ -72,6 +79,7 @@ ExplorerWindow* newExplorerWindow()
   // A screen may be smaller, above all one with a scale factor; frames of windows take some of it.
   constexpr double part = 0.92;
   window->resize(wanted.boundedTo(window->screen()->availableSize() * part));
+  window->restoreGeometry(QSettings().value(geometryKey).toByteArray());
   window->show();
   return window;
 }
@@ -163,6 +171,7 @@ void ExplorerWindow::closeEvent(QCloseEvent* event)
   }
   disk->cancel();
   layout->save();
+  QSettings().setValue(geometryKey, saveGeometry());
   event->accept();
 }
 

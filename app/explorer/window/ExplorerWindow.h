@@ -60,8 +60,10 @@ private:
   void connectViewActions();
   void connectSetActions();
   void showReading();
+  void showGateMenu(QPoint const& at);
   void refresh();
   void refreshActions();
+  void refreshKinds();
 
   Document content;
   Actions* table = nullptr;

@@ -156,25 +156,30 @@ bool Files::saveTo(QString const& path)
   return true;
 }
 
-void Files::recover()
+bool Files::recover()
 {
   for (RecoverableSession const& left : recoverableSessions()) {
-    QMessageBox box(QMessageBox::Question, "Runsieve", QString(), QMessageBox::Open | QMessageBox::Discard,
-                    &window);
+    QMessageBox box(QMessageBox::Question, "Runsieve", QString(),
+                    QMessageBox::Open | QMessageBox::Discard | QMessageBox::Cancel, &window);
     box.setTextFormat(Qt::PlainText);
     box.setText("Runsieve ended unexpectedly. Do you want to go on where you were?");
     box.setInformativeText(QString("%1, %2").arg(left.data, left.savedAt.toString("yyyy-MM-dd hh:mm")));
     const int answer = box.exec();
-    if (answer == QMessageBox::Open) {
-      try {
-        loader.open(readSession(left.path), left.data);
-      } catch (std::exception const& error) {
-        ErrorDialog::tell(&window, "The session could not be recovered", QString::fromUtf8(error.what()));
-      }
+    if (answer == QMessageBox::Cancel) return false; // asked again at the next start
+    if (answer == QMessageBox::Discard) {
+      discardRecoverable(left);
+      continue;
     }
-    if (answer == QMessageBox::Open || answer == QMessageBox::Discard) discardRecoverable(left);
-    if (answer != QMessageBox::Discard) return;
+    try {
+      loader.open(readSession(left.path), left.data);
+      discardRecoverable(left);
+      return true;
+    } catch (std::exception const& error) {
+      ErrorDialog::tell(&window, "The session could not be recovered", QString::fromUtf8(error.what()));
+      return false;
+    }
   }
+  return false;
 }
 
 bool Files::mayClose()

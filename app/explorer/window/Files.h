@@ -32,8 +32,8 @@ public:
   bool save();
   bool saveAs();
   bool saveTo(QString const& path);
-  /// Opens what a window that ended unexpectedly has left, if the user wants to.
-  void recover();
+  /// Opens what a window that ended unexpectedly has left, if the user wants to. \return whether he does
+  bool recover();
   /// Whether the window may close: asks if something would be lost.
   [[nodiscard]] bool mayClose();
 

@@ -1,3 +1,4 @@
+#include "app/explorer/gates/GateEdits.h"
 #include "app/explorer/gates/GatesPane.h"
 #include "app/explorer/runs/RunsPane.h"
 #include "app/explorer/session/ShellCommand.h"
@@ -20,6 +21,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QMenu>
 #include <QMessageBox>
 
 namespace runsieve::app {
@@ -94,12 +96,34 @@ void ExplorerWindow::connectGateActions()
   table->on("gate.toggle", [this] { gatesPane->toggleSelected(); });
   table->on("gate.negate", [this] { gatesPane->invertSelected(); });
   table->on("gate.delete", [this] { gatesPane->deleteSelected(); });
+  auto const kind = [this](char const* id, GateKind wanted) {
+    table->on(id, [=] {
+      if (auto const gate = content.selectedGate()) setGateKind(content, *gate, wanted);
+      refreshActions();
+    });
+  };
+  kind("kind.all", GateKind::Inside);
+  kind("kind.ever", GateKind::Ever);
+  kind("kind.never", GateKind::Never);
+  kind("kind.crosses", GateKind::Crosses);
+  connect(runsPane, &RunsPane::gateMenuWanted, this, &ExplorerWindow::showGateMenu);
   table->on("gate.clear",
             [this] { content.change("Delete all gates", [](State& state) { state.gates.clear(); }); });
   table->on("join.all",
             [this] { content.change("Pass all gates", [](State& s) { s.join = GateJoin::All; }); });
   table->on("join.any",
             [this] { content.change("Pass any gate", [](State& s) { s.join = GateJoin::Any; }); });
+}
+
+void ExplorerWindow::showGateMenu(QPoint const& at)
+{
+  QMenu menu(this);
+  for (char const* id : {"gate.edit", "gate.toggle", "gate.negate", "gate.delete"})
+    menu.addAction(table->at(id));
+  menu.addSeparator();
+  for (char const* id : {"kind.all", "kind.ever", "kind.never", "kind.crosses"})
+    menu.addAction(table->at(id));
+  menu.exec(at);
 }
 
 void ExplorerWindow::connectViewActions()
@@ -138,6 +162,16 @@ void ExplorerWindow::connectViewActions()
   table->on("pins.clear", [this] { content.pin({}); });
 }
 
+void ExplorerWindow::refreshKinds()
+{
+  auto const chosen = content.selectedGate();
+  Gate const* gate = chosen ? &content.state().gates[*chosen].gate : nullptr;
+  bool const hasKind = gate && gate->kind <= GateKind::Crosses && gate->span;
+  char const* const kinds[] = {"kind.all", "kind.ever", "kind.never", "kind.crosses"};
+  for (char const* id : kinds) table->at(id)->setEnabled(hasKind);
+  if (hasKind) table->at(kinds[static_cast<int>(gate->kind)])->setChecked(true);
+}
+
 void ExplorerWindow::refreshActions()
 {
   const bool open = content.isOpen();
@@ -156,6 +190,7 @@ void ExplorerWindow::refreshActions()
   for (char const* id : {"gate.edit", "gate.toggle", "gate.negate", "gate.delete"})
     table->at(id)->setEnabled(content.selectedGate().has_value());
   State const& state = content.state();
+  refreshKinds();
   table->at("gate.clear")->setEnabled(!state.gates.empty());
   table->at("pins.clear")->setEnabled(!content.pinnedRuns().empty());
   table->at("zoom.back")->setEnabled(runsPane->zoom().canGoBack());
