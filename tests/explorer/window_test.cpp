@@ -174,7 +174,7 @@ TEST_F(WindowScene, AGateAsksForAllForSomeOrForNoValue)
   EXPECT_FALSE(window->actions().at("kind.ever")->isEnabled());
   document().change("Show output", [](app::State& state) { state.view.outputs = {1}; });
   ASSERT_TRUE(settle());
-  Mouse(view()).drag(at(2.0, 0.1), at(8.0, 0.3));
+  Mouse(view()).drag(at(2.0, 0.05), at(8.0, 0.5));
   auto const passing = [this](char const* action) {
     trigger(action);
     return document().passing().count();
