@@ -222,16 +222,26 @@ PdfObject colorObject(ExportedImages::Image const& image)
                      bytesOf(palette->pixels));
 }
 
+/// One of 64 steps: they are not seen at the edges of lines, the only places that are neither clear nor
+/// opaque.
+std::uint8_t roundedOpacity(std::uint8_t opacity)
+{
+  constexpr int last = 63;
+  const int step = (opacity * last + 127) / 255;
+  return static_cast<std::uint8_t>((step * 255 + last / 2) / last);
+}
+
+/// Rows from the top.
 QByteArray opacitiesOf(ExportedImages::Image const& image)
 {
   QByteArray opacities;
   opacities.reserve(image.columns * image.rows);
   for (int row = image.rows - 1; row >= 0; --row)
     for (int column = 0; column < image.columns; ++column)
-      opacities += static_cast<char>(
+      opacities += static_cast<char>(roundedOpacity(
           image.pixels[4 * (static_cast<std::size_t>(row) * static_cast<std::size_t>(image.columns) +
                             static_cast<std::size_t>(column)) +
-                       3]);
+                       3]));
   return opacities;
 }
 

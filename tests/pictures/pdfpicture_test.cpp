@@ -9,6 +9,7 @@
 #include <QFile>
 
 #include <regex>
+#include <set>
 
 namespace runsieve::test {
 namespace {
@@ -169,6 +170,22 @@ TEST_F(PdfPicture, PixelsOfTheImageAreNumbersOfItsColors)
   unsigned largest = 0;
   for (char const pixel : pixels) largest = std::max<unsigned>(largest, numberOf(pixel));
   EXPECT_EQ(largest, last);
+}
+
+TEST_F(PdfPicture, OpacitiesOfTheImageHave64StepsWithBothEnds)
+{
+  add(tableOf({0, many}));
+  const std::string text = pdf();
+  const std::size_t mask = text.find("/ColorSpace /DeviceGray");
+  ASSERT_NE(mask, std::string::npos);
+  const std::size_t begin = text.find("stream\n", mask) + 7;
+  std::set<unsigned char> steps;
+  for (const char opacity : text.substr(begin, text.find("\nendobj", begin) - begin))
+    steps.insert(static_cast<unsigned char>(opacity));
+  EXPECT_EQ(*steps.begin(), 0);
+  EXPECT_EQ(*steps.rbegin(), 255);
+  EXPECT_GT(steps.size(), 16U) << "smooth edges";
+  EXPECT_LE(steps.size(), 64U);
 }
 
 TEST_F(PdfPicture, TheMarkOfAnImageIsNotDrawn)
