@@ -17,6 +17,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <chrono>
+
 using namespace runsieve;
 using namespace runsieve::bench;
 
@@ -82,6 +84,19 @@ void dragToPicture(benchmark::State& state, std::string const& name, bool plainL
   }
 }
 
+/// Nothing is known of the columns yet, and all memory comes from the system.
+void firstDragToPicture(benchmark::State& state, std::string const& name, bool plainLines)
+{
+  for (auto _ : state) {
+    DrawnScan drawn(name, plainLines);
+    auto const start = std::chrono::steady_clock::now();
+    drawn.select(0);
+    drawn.view.render();
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    state.SetIterationTime(taken.count());
+  }
+}
+
 void repaint(benchmark::State& state, std::string const& name, bool plainLines)
 {
   DrawnScan drawn(name, plainLines);
@@ -107,13 +122,17 @@ void panned(benchmark::State& state, std::string const& name, bool plainLines)
 
 using Frame = void (*)(benchmark::State&, std::string const&, bool);
 
+benchmark::internal::Benchmark* add(std::string const& title, Frame frame, std::string const& scan,
+                                    bool plain)
+{
+  const std::string name = title + "/" + scan + (plain ? "/plain" : "/shades");
+  return benchmark::RegisterBenchmark(name.c_str(), frame, scan, plain)->Unit(benchmark::kMillisecond);
+}
+
 void registerFrame(std::string const& title, Frame frame)
 {
-  for (std::string scan : {"W1", "W2", "W3"})
-    for (bool plain : {false, true})
-      benchmark::RegisterBenchmark((title + "/" + scan + (plain ? "/plain" : "/shades")).c_str(), frame, scan,
-                                   plain)
-          ->Unit(benchmark::kMillisecond);
+  for (std::string const scan : {"W1", "W2", "W3"})
+    for (bool plain : {false, true}) add(title, frame, scan, plain);
 }
 
 } // namespace
@@ -122,6 +141,8 @@ int main(int argc, char** argv)
 {
   registerFrame("first picture", firstPicture);
   registerFrame("drag to picture", dragToPicture);
+  for (std::string const scan : {"W1", "W2", "W3"})
+    add("first drag to picture", firstDragToPicture, scan, false)->UseManualTime();
   registerFrame("repaint", repaint);
   registerFrame("panned", panned);
   return runQuietly(argc, argv);

@@ -1,10 +1,14 @@
 // From a rectangle over the runs to the distances of all parameters: released anywhere, moved on, and for the
-// first time, by the sieve for gates that are being moved; and as gates and comparisons take it.
+// first time, by the sieve for gates that are being moved; as gates and comparisons take it; and with all
+// that is shown of a parameter, p-values and curves.
 
 #include "BenchColumns.h"
 
+#include <runsieve/core/compare/ParameterComparer.h>
 #include <runsieve/core/gate/GateRuns.h>
+#include <runsieve/core/inference/KolmogorovLimit.h>
 #include <runsieve/core/inference/SampleComparison.h>
+#include <runsieve/core/kernels/SampleDensity.h>
 #include <runsieve/core/live/LiveSieve.h>
 
 #include <benchmark/benchmark.h>
@@ -254,6 +258,76 @@ void byComparison(benchmark::State& state, Case const& what)
   count(state, passing, distances);
 }
 
+RunSet setOf(std::vector<std::uint8_t> const& mask)
+{
+  RunSet runs(mask.size());
+  for (std::size_t run = 0; run < mask.size(); ++run) runs.set(run, mask[run] != 0);
+  return runs;
+}
+
+double asymptoticP(LiveDistance const& distance)
+{
+  double const passing = distance.passing;
+  double const others = distance.others;
+  return kolmogorovTail(std::fabs(distance.d) * std::sqrt(passing * others / (passing + others)));
+}
+
+/// The distribution function of a parameter and its density, as the charts of the library draw it.
+void drawn(ParameterComparer const& comparer, std::size_t parameter, RunSet const& runs)
+{
+  std::vector<std::pair<double, double>> const curve = comparer.distribution(parameter, runs);
+  std::vector<double> values(curve.size());
+  std::transform(curve.begin(), curve.end(), values.begin(), [](auto const& step) { return step.first; });
+  double locations[densityPoints];
+  double density[densityPoints];
+  sampleDensity(values, rangeOf(values, nullptr), locations, density);
+  benchmark::DoNotOptimize(density);
+}
+
+/// All that is shown of the parameters: distances, p-values, distribution functions and densities of the
+/// passing runs and of the others. \param exact p-values as comparisons take them, exact where that is cheap
+void shown(benchmark::State& state, Case const& what, bool exact)
+{
+  Scan const& scan = liveScan(what.scan).scan;
+  ResolvedGate const gate = what.gate();
+  LiveSieve sieve(scan);
+  sieve.prepare(output);
+  ParameterComparer const comparer(scan, RunSet(scan.runs.size(), true));
+  ComparisonMethod method;
+  method.adjustment = Adjustment::Holm;
+  method.permutations = 0;
+  std::size_t passing = 0;
+  std::vector<LiveDistance> distances;
+  for (auto _ : state) {
+    forget(sieve, scan);
+    auto const start = Clock::now();
+    passing = *sieve.update(gate);
+    distances = *sieve.distances();
+    RunSet const runs = setOf(sieve.mask());
+    RunSet const others = runs.complement();
+    if (exact)
+      benchmark::DoNotOptimize(comparer.compare(runs, method, {1, {}}));
+    else
+      for (LiveDistance const& distance : distances) benchmark::DoNotOptimize(asymptoticP(distance));
+    for (std::size_t i = 0; i < scan.parameters.size(); ++i) {
+      drawn(comparer, i, runs);
+      drawn(comparer, i, others);
+    }
+    state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
+  }
+  count(state, passing, distances);
+}
+
+void withCurves(benchmark::State& state, Case const& what)
+{
+  shown(state, what, false);
+}
+
+void withCurvesAndExactP(benchmark::State& state, Case const& what)
+{
+  shown(state, what, true);
+}
+
 using Journey = void (*)(benchmark::State&, Case const&);
 
 benchmark::internal::Benchmark* add(std::string const& title, Journey journey, Case const& what)
@@ -280,6 +354,8 @@ int main(int argc, char** argv)
       addAll({scan, brush, GateKind::Inside}, "inside");
       addAll({scan, brush, GateKind::Ever}, "ever");
       add("first, unprepared", first, {scan, brush, GateKind::Inside});
+      add("with curves", withCurves, {scan, brush, GateKind::Inside})->UseManualTime();
+      add("with curves, exact p", withCurvesAndExactP, {scan, brush, GateKind::Inside})->UseManualTime();
     }
     add("preparation", preparation, {scan, true, GateKind::Inside});
   }

@@ -17,6 +17,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <chrono>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -88,6 +89,20 @@ void inOneThread(benchmark::State& state, std::string const& name, bool brush)
 void inThreads(benchmark::State& state, std::string const& name, bool brush)
 {
   selectionToStatistics(state, name, brush, app::sharedThreads());
+}
+
+/// Nothing is known of the columns yet, and all memory comes from the system.
+void firstSelection(benchmark::State& state, std::string const& name, bool brush)
+{
+  BenchScan const& scan = benchScan(name);
+  const vtkSmartPointer<vtkSelection> selection = rowSelection(rowsOf(scan, brush));
+  for (auto _ : state) {
+    const SilentPlot silent(scan);
+    auto const start = std::chrono::steady_clock::now();
+    silent.plot.annotationLink->SetCurrentSelection(selection);
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    state.SetIterationTime(taken.count());
+  }
 }
 
 void filterAlone(benchmark::State& state, std::string const& name, bool brush)
@@ -164,12 +179,16 @@ void testAlone(benchmark::State& state, std::string const& name, bool brush)
 
 using Journey = void (*)(benchmark::State&, std::string const&, bool);
 
+benchmark::internal::Benchmark* add(std::string const& title, Journey journey, std::string const& scan,
+                                    bool brush)
+{
+  const std::string name = title + "/" + scan + (brush ? "/brush" : "/wide");
+  return benchmark::RegisterBenchmark(name.c_str(), journey, scan, brush)->Unit(benchmark::kMillisecond);
+}
+
 void registerJourney(std::string const& title, Journey journey, std::string const& scan)
 {
-  for (bool brush : {true, false})
-    benchmark::RegisterBenchmark((title + "/" + scan + (brush ? "/brush" : "/wide")).c_str(), journey, scan,
-                                 brush)
-        ->Unit(benchmark::kMillisecond);
+  for (bool brush : {true, false}) add(title, journey, scan, brush);
 }
 
 } // namespace
@@ -179,6 +198,7 @@ int main(int argc, char** argv)
   for (std::string scan : {"W1", "W2", "W3"}) {
     registerJourney("selection to statistics", inOneThread, scan);
     registerJourney("selection to statistics, all cores", inThreads, scan);
+    for (bool brush : {true, false}) add("first selection", firstSelection, scan, brush)->UseManualTime();
     registerJourney("step: filter with copies", filterAlone, scan);
     registerJourney("step: intersection", intersectionAlone, scan);
     registerJourney("step: copies", copiesAlone, scan);

@@ -1,13 +1,19 @@
 #include "app/render/PdfFile.h"
 
+#include "app/render/ImagePalette.h"
+
 #include <QList>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace runsieve::app {
 
@@ -164,12 +170,15 @@ QByteArray finishedPage(QByteArray const& page, std::vector<ExportedImages::Imag
   return out;
 }
 
-/// Colours of an image, and how opaque they are, as objects.
-PdfObject imageObject(ExportedImages::Image const& image, char const* colors, QByteArray pixels)
+/// By how much the colour of a pixel may differ from that on the screen, of 255: less than is seen.
+constexpr int mostColorError = 8;
+
+/// Pixels of an image, or how opaque they are, as an object. \param colors the colour space, as PDF names it
+PdfObject imageObject(ExportedImages::Image const& image, QByteArray const& colors, QByteArray pixels)
 {
   PdfObject object;
   object.head = "<<\n/Type /XObject\n/Subtype /Image\n/Width " + QByteArray::number(image.columns) +
-                "\n/Height " + QByteArray::number(image.rows) + "\n/ColorSpace /" + colors +
+                "\n/Height " + QByteArray::number(image.rows) + "\n/ColorSpace " + colors +
                 "\n/BitsPerComponent 8\n>>\n";
   object.stream = std::move(pixels);
   object.hasStream = true;
@@ -178,32 +187,61 @@ PdfObject imageObject(ExportedImages::Image const& image, char const* colors, QB
 
 /// Rows from the top. Pixels where nothing is have the colour beside them: readers mix colours between
 /// pixels.
-QByteArray colorsOf(ExportedImages::Image const& image)
+std::vector<std::uint8_t> colorsOf(ExportedImages::Image const& image)
 {
-  QByteArray colors;
-  colors.reserve(3 * image.columns * image.rows);
-  QByteArray last(3, '\0');
+  std::vector<std::uint8_t> colors;
+  colors.reserve(3 * static_cast<std::size_t>(image.columns) * static_cast<std::size_t>(image.rows));
+  std::array<std::uint8_t, 3> last = {};
   for (int row = image.rows - 1; row >= 0; --row)
     for (int column = 0; column < image.columns; ++column) {
       auto const* pixel =
           image.pixels.data() + 4 * (static_cast<std::size_t>(row) * static_cast<std::size_t>(image.columns) +
                                      static_cast<std::size_t>(column));
-      if (pixel[3] > 0) last = QByteArray(reinterpret_cast<char const*>(pixel), 3);
-      colors += last;
+      if (pixel[3] > 0) std::copy_n(pixel, last.size(), last.begin());
+      colors.insert(colors.end(), last.begin(), last.end());
     }
   return colors;
 }
 
+QByteArray bytesOf(std::vector<std::uint8_t> const& values)
+{
+  return {reinterpret_cast<char const*>(values.data()), static_cast<int>(values.size())};
+}
+
+/// Pixels are numbers of at most 256 colours: a third of the bytes, and far less where two sets of shades
+/// mix.
+PdfObject colorObject(ExportedImages::Image const& image)
+{
+  const std::vector<std::uint8_t> colors = colorsOf(image);
+  const std::optional<ImagePalette> palette = paletteOf(colors, mostColorError);
+  if (!palette) return imageObject(image, "/DeviceRGB", bytesOf(colors));
+  QByteArray list;
+  for (auto const& color : palette->colors) list.append(reinterpret_cast<char const*>(color.data()), 3);
+  const QByteArray last = QByteArray::number(static_cast<int>(palette->colors.size()) - 1);
+  return imageObject(image, "[/Indexed /DeviceRGB " + last + " <" + list.toHex() + ">]",
+                     bytesOf(palette->pixels));
+}
+
+/// One of 64 steps: they are not seen at the edges of lines, the only places that are neither clear nor
+/// opaque.
+std::uint8_t roundedOpacity(std::uint8_t opacity)
+{
+  constexpr int last = 63;
+  const int step = (opacity * last + 127) / 255;
+  return static_cast<std::uint8_t>((step * 255 + last / 2) / last);
+}
+
+/// Rows from the top.
 QByteArray opacitiesOf(ExportedImages::Image const& image)
 {
   QByteArray opacities;
   opacities.reserve(image.columns * image.rows);
   for (int row = image.rows - 1; row >= 0; --row)
     for (int column = 0; column < image.columns; ++column)
-      opacities += static_cast<char>(
+      opacities += static_cast<char>(roundedOpacity(
           image.pixels[4 * (static_cast<std::size_t>(row) * static_cast<std::size_t>(image.columns) +
                             static_cast<std::size_t>(column)) +
-                       3]);
+                       3]));
   return opacities;
 }
 
@@ -220,9 +258,9 @@ void addImages(std::vector<PdfObject>& objects, std::vector<ExportedImages::Imag
   text.stream = finishedPage(text.stream, images);
   QByteArray names;
   for (std::size_t i = 0; i < images.size(); ++i) {
-    objects.push_back(imageObject(images[i], "DeviceGray", opacitiesOf(images[i])));
+    objects.push_back(imageObject(images[i], "/DeviceGray", opacitiesOf(images[i])));
     const QByteArray mask = QByteArray::number(static_cast<int>(objects.size()));
-    objects.push_back(imageObject(images[i], "DeviceRGB", colorsOf(images[i])));
+    objects.push_back(colorObject(images[i]));
     addEntry(objects.back().head, "/SMask " + mask + " 0 R");
     names += nameOf(i) + ' ' + QByteArray::number(static_cast<int>(objects.size())) + " 0 R\n";
   }

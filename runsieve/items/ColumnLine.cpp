@@ -163,8 +163,8 @@ bool ColumnLine::Paint(vtkContext2D* painter)
 
 void ColumnLine::GetBounds(double bounds[4])
 {
-  if (needsNoPoints()) { // those of points, which are floats
-    for (int i = 0; i < 4; ++i) bounds[i] = static_cast<float>(direct.bounds[i]);
+  if (needsNoPoints()) {
+    std::copy_n(direct.bounds, 4, bounds);
     return;
   }
   makePoints();

@@ -190,6 +190,18 @@ TEST_F(ClusterLines, ARepaintIsTheSamePictureAndOtherDataAnother)
   EXPECT_GT(rms(panned, moved), 20.0);
 }
 
+/// One that is older than the time column, too.
+TEST_F(ClusterLines, AColumnThatAHostPutsInPlaceOfAnotherIsShown)
+{
+  auto const other = makeColumn("5", std::vector<double>(times, -11.0));
+  group(100);
+  grouped();
+  container.clusterRunTable->AddColumn(other);
+  container.clusterRunTable->Modified();
+  const QImage found = picture();
+  EXPECT_EQ(found, grouped());
+}
+
 TEST_F(ClusterLines, FewRunsArePolylines)
 {
   group(49);

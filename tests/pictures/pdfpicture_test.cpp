@@ -9,6 +9,7 @@
 #include <QFile>
 
 #include <regex>
+#include <set>
 
 namespace runsieve::test {
 namespace {
@@ -135,16 +136,56 @@ TEST_F(PdfPicture, TheImageLiesOverTheGridInTheFrameOfTheChart)
   EXPECT_NEAR(place[3], chart->GetPoint1()[1], 1.0);
   EXPECT_NEAR(place[0], chart->GetPoint2()[0] - corner[0], 2.0);
   EXPECT_NEAR(place[1], chart->GetPoint2()[1] - corner[1], 2.0);
-  const std::vector<double> size =
-      numbers(text, "/Width (\\d+)\n/Height (\\d+)\n/ColorSpace /DeviceRGB\n/BitsPerComponent 8\n\n/SMask");
+  const std::vector<double> size = numbers(
+      text,
+      "/Width (\\d+)\n/Height (\\d+)\n/ColorSpace \\[/Indexed[^\\]]*\\]\n/BitsPerComponent 8\n\n/SMask");
   EXPECT_EQ(size, (std::vector<double>{2.0 * place[0], 2.0 * place[1]}));
-  EXPECT_NE(text.find("\xC8\x1E\x3C\xC8\x1E\x3C"), std::string::npos) << "the pen's colour";
+  EXPECT_NE(text.find("c81e3c>"), std::string::npos) << "the pen's colour";
   const std::size_t image = text.find("/Runs0 Do");
   const std::size_t grid = text.find("0.94902 0.94902 0.94902 RG");
   ASSERT_NE(grid, std::string::npos);
   EXPECT_LT(grid, image);
   EXPECT_EQ(text.find("0.00392157 0.996078"), text.rfind("0.00392157 0.996078")) << "the mark's colour";
   EXPECT_NE(text.find(" l\nS\n", image), std::string::npos) << "axes lie above";
+}
+
+/// The numbers of colours: as many as pixels, of as many colours as the palette has.
+TEST_F(PdfPicture, PixelsOfTheImageAreNumbersOfItsColors)
+{
+  vtkPlotLineSet* lines = add(tableOf({0, many}));
+  lines->SetDensityColors(vtkPlotLineSet::DENSITY_LOGARITHMIC);
+  const std::string text = pdf();
+  std::smatch match;
+  ASSERT_TRUE(std::regex_search(
+      text, match,
+      std::regex(
+          "/Width (\\d+)\n/Height (\\d+)\n/ColorSpace \\[/Indexed /DeviceRGB (\\d+) <([0-9a-f]*)>\\]")));
+  const unsigned last = static_cast<unsigned>(std::stoi(match[3]));
+  EXPECT_GT(last, 50U) << "shades";
+  EXPECT_EQ(match[4].length(), 6 * (last + 1));
+  const std::size_t begin = text.find("stream\n", static_cast<std::size_t>(match.position())) + 7;
+  const std::string pixels = text.substr(begin, std::stoul(match[1]) * std::stoul(match[2]));
+  EXPECT_EQ(text.substr(begin + pixels.size(), 7), "\nendobj");
+  const auto numberOf = [](char pixel) { return static_cast<unsigned char>(pixel); };
+  unsigned largest = 0;
+  for (char const pixel : pixels) largest = std::max<unsigned>(largest, numberOf(pixel));
+  EXPECT_EQ(largest, last);
+}
+
+TEST_F(PdfPicture, OpacitiesOfTheImageHave64StepsWithBothEnds)
+{
+  add(tableOf({0, many}));
+  const std::string text = pdf();
+  const std::size_t mask = text.find("/ColorSpace /DeviceGray");
+  ASSERT_NE(mask, std::string::npos);
+  const std::size_t begin = text.find("stream\n", mask) + 7;
+  std::set<unsigned char> steps;
+  for (const char opacity : text.substr(begin, text.find("\nendobj", begin) - begin))
+    steps.insert(static_cast<unsigned char>(opacity));
+  EXPECT_EQ(*steps.begin(), 0);
+  EXPECT_EQ(*steps.rbegin(), 255);
+  EXPECT_GT(steps.size(), 16U) << "smooth edges";
+  EXPECT_LE(steps.size(), 64U);
 }
 
 TEST_F(PdfPicture, TheMarkOfAnImageIsNotDrawn)

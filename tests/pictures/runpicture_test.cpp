@@ -127,6 +127,34 @@ TEST_F(RunPicture, RowsBeyondTheTableAndBelowItAreNotLit)
   EXPECT_EQ(picture(), none);
 }
 
+TEST_F(RunPicture, APreviewLightsItsRunsOnceEachAndEndsWithoutATrace)
+{
+  chart->ClearPlots();
+  vtkPlotLineSet* lines = add(tableOf({0, runs}));
+  const QImage none = picture();
+  std::vector<unsigned char> lit(8, 0);
+  lit[7] = 9;
+  lines->SetPreview(lit);
+  const QImage preview = picture();
+  lines->ClearPreview();
+  EXPECT_EQ(picture(), none);
+  EXPECT_EQ(preview, asImage(wave, [](int run) { return run == 7 ? 1 : 0; }));
+}
+
+TEST_F(RunPicture, APreviewStandsInPlaceOfTheSelection)
+{
+  chart->ClearPlots();
+  auto table = tableOf({0, runs});
+  flag(table, [](int run) { return run == 3 ? 5 : 0; });
+  vtkPlotLineSet* lines = add(table);
+  const QImage selected = picture();
+  lines->SetPreview(std::vector<unsigned char>(runs, 0));
+  const QImage preview = picture();
+  lines->ClearPreview();
+  EXPECT_EQ(picture(), selected);
+  EXPECT_EQ(preview, asImage());
+}
+
 TEST_F(RunPicture, ColourOpacityAndWidthAreThoseOfThePen)
 {
   chart->ClearPlots();

@@ -1,6 +1,12 @@
 #include "support/StyleScene.h"
 
+#include <vtkNew.h>
+#include <vtkPlotLine.h>
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <limits>
 
 namespace runsieve::test {
 namespace {
@@ -48,6 +54,40 @@ TEST_F(ClusterLinesTest, EachRunHasALineOfTheWholeTable)
     EXPECT_EQ(plot.chart()->GetPlot(run)->GetInput(), plot.container.clusterRunTable.GetPointer());
     EXPECT_TRUE(plot.chart()->GetPlot(run)->IsA("vtkPlotLine"));
     EXPECT_EQ(drawnColumn(plot.chart()->GetPlot(run), 0), "Time");
+  }
+}
+
+/// As of a plot of VTK, which has points: of numbers that are not finite, too.
+TEST_F(ClusterLinesTest, BoundsAreThoseOfAPlotOfTheSameColumns)
+{
+  const double infinity = std::numeric_limits<double>::infinity();
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  for (std::vector<double> const& values : std::vector<std::vector<double>>{{3, -1, 7},
+                                                                            {3, 9, 7},
+                                                                            {0.1, 0.2, 0.3},
+                                                                            {5, nan, 2},
+                                                                            {nan, 5, 2},
+                                                                            {5, infinity, 2},
+                                                                            {5, 4, -infinity}}) {
+    cluster(3, 3);
+    vtkTable* table = plot.container.clusterRunTable;
+    table->AddColumn(makeColumn(table->GetColumnName(1), values));
+    table->Modified();
+    vtkPlot* line = plot.chart()->GetPlot(1);
+    vtkNew<vtkPlotLine> plain;
+    plain->SetXAxis(line->GetXAxis());
+    plain->SetYAxis(line->GetYAxis());
+    plain->SetInputData(table, "Time", table->GetColumnName(1));
+    plain->Update();
+    line->Update();
+    double wanted[4];
+    double found[4];
+    plain->GetBounds(wanted);
+    line->GetBounds(found);
+    EXPECT_THAT(found, testing::ElementsAreArray(wanted)) << values[1];
+    plain->GetUnscaledInputBounds(wanted);
+    line->GetUnscaledInputBounds(found);
+    EXPECT_THAT(found, testing::ElementsAreArray(wanted)) << values[1];
   }
 }
 

@@ -100,6 +100,17 @@ TEST(CoverageMix, PartsOfPixelsAreTheSameWithSubRows)
   EXPECT_EQ(pixelsOf(coarse, 2), pixelsOf(fine, 2));
 }
 
+TEST(CoverageMix, SubRowsOfALayerDontChangeItsWeight)
+{
+  CoverageMix coarse(2, 3);
+  coarse.add(columns({1, 2}), red, 0.5);
+  coarse.add(columns({1, 1}), blue, 0.5);
+  CoverageMix fine(2, 3);
+  fine.add(columns({1, 2}), red, 0.5);
+  fine.add(columns({1, 1}, 4), blue, 0.5);
+  EXPECT_EQ(pixelsOf(coarse, 2), pixelsOf(fine, 2));
+}
+
 TEST(CoverageMix, RefusesCountsOfAnotherSize)
 {
   CoverageMix mix(2, 3);

@@ -371,12 +371,15 @@ TEST(RunCoverage, RefusesLinesBeforeACountWraps)
 
 TEST(RunCoverage, GivesAfterARefusedChangeTheOldCounts)
 {
-  RunCoverage coverage(pixels(1, 1));
+  RunCoverage coverage(pixels(1, 4));
   const Points line{-5, 0.5F, 5, 0.5F};
   while (coverage.add(line.data(), 2, 255)) {
   }
   Points block;
-  for (int i = 0; i < 50; ++i) block.insert(block.end(), line.begin(), line.end());
+  for (int i = 0; i < 50; ++i) {
+    const float y = static_cast<float>(i % 4) + 0.5F;
+    block.insert(block.end(), {-5, y, 5, y});
+  }
   std::vector<std::uint8_t> before(50, 0);
   std::vector<std::uint8_t> after(50, 255);
   before[0] = 255; // lighter first: there is room for the second only

@@ -214,6 +214,33 @@ TEST(LiveSieveTest, PassingRunsOfSmallerValuesHaveANegativeDistance)
   EXPECT_EQ(distance.value, 20.0);
 }
 
+TEST(LiveSieveTest, NumbersHaveNoTextAndTextsNoValue)
+{
+  Scan scan = steps();
+  scan.parameters.push_back({{"strain", "", "", ""}, {0.0, 0.0, 1.0, 1.0}, {"a", "b"}});
+  LiveSieve sieve(scan);
+  sieve.update(resolveGate(parseGate("A @ 0..1 in 2..3"), scan));
+  std::vector<LiveDistance> const found = *sieve.distances();
+  EXPECT_EQ(found[0].text, -1);
+  EXPECT_TRUE(std::isnan(found[1].value));
+  EXPECT_GE(found[1].text, 0);
+}
+
+TEST(LiveSieveTest, WithoutADifferenceThereIsNoPlace)
+{
+  Scan scan = steps();
+  scan.parameters.front().values = {1.0, 2.0, 1.0, 2.0};
+  scan.parameters.push_back({{"strain", "", "", ""}, {0.0, 1.0, 0.0, 1.0}, {"a", "b"}});
+  LiveSieve sieve(scan);
+  sieve.update(resolveGate(parseGate("A @ 0..1 in 2..3"), scan));
+  std::vector<LiveDistance> const distances = *sieve.distances();
+  for (LiveDistance const& found : distances) {
+    EXPECT_EQ(found.d, 0.0);
+    EXPECT_TRUE(std::isnan(found.value));
+    EXPECT_EQ(found.text, -1);
+  }
+}
+
 /// Interrupts at one question after the other: at the first one, then at the second, and so on.
 class Interruptions
 {
