@@ -136,6 +136,7 @@ void GateFields::addRows()
   addRow("Cluster", cluster, "Counted from 0");
   addRow("Invert", inverted, "Exactly the runs pass that would not");
   connect(kinds, qOverload<int>(&QComboBox::activated), this, [this] {
+    unknownColumn.clear();
     listColumns();
     showRows();
     Q_EMIT edited();

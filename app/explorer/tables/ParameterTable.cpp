@@ -76,7 +76,9 @@ void ParameterTable::build()
   connect(view, &QWidget::customContextMenuRequested, this, &ParameterTable::showMenu);
   connect(view, &QAbstractItemView::activated, this,
           [this](QModelIndex const& index) { Q_EMIT parameterWanted(model->parameterAt(index.row())); });
-  (new Keys(*view))->on(QKeySequence::Copy, [this] { copy(); });
+  auto* hotKeys = new Keys(*view);
+  hotKeys->on(QKeySequence::Copy, [this] { copy(); });
+  hotKeys->on(Qt::Key_Delete, [] {}); // else the window would delete the selected gate
 }
 
 QString ParameterTable::remarks() const

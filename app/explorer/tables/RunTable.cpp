@@ -92,7 +92,9 @@ void RunTable::build()
   connect(which, qOverload<int>(&QComboBox::activated), this, &RunTable::takeFilter);
   connect(keys, &QLineEdit::textChanged, this, &RunTable::takeFilter);
   connect(view, &QWidget::customContextMenuRequested, this, &RunTable::showMenu);
-  (new Keys(*view))->on(QKeySequence::Copy, [this] { copy(); });
+  auto* hotKeys = new Keys(*view);
+  hotKeys->on(QKeySequence::Copy, [this] { copy(); });
+  hotKeys->on(Qt::Key_Delete, [] {}); // else the window would delete the selected gate
 }
 
 void RunTable::listFilters()
