@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QTabWidget>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace runsieve::test {
@@ -63,7 +64,22 @@ struct ParametersScene : DocumentScene
   }
   [[nodiscard]] QImage shot() { return grid().viewport()->grab().toImage(); }
   [[nodiscard]] app::Theme theme() { return app::Theme::ofPalette(grid().palette(), grid().font()); }
-  [[nodiscard]] int passingPixels() { return pixelsOf(shot(), theme().passing); }
+  /// Pixels of the hue of passing runs, however dense these are there.
+  [[nodiscard]] int passingPixels(QImage const& image)
+  {
+    constexpr int near = 12; // degrees
+    constexpr int leastSaturation = 50;
+    const int hue = theme().passing.hsvHue();
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = 0; x < image.width(); ++x) {
+        const QColor color = image.pixelColor(x, y);
+        const int away = std::abs(color.hsvHue() - hue);
+        count += color.hsvSaturation() >= leastSaturation && std::min(away, 360 - away) < near ? 1 : 0;
+      }
+    return count;
+  }
+  [[nodiscard]] int passingPixels() { return passingPixels(shot()); }
 };
 
 } // namespace runsieve::test

@@ -260,6 +260,10 @@ TEST_F(ParameterCharts, OfManyRunsTakeEachMoveOfAGate)
       document.previewGate(0, gateOnA(low, 1.0));
       QCoreApplication::processEvents();
     }
+    ASSERT_TRUE(waitFor([&] {
+      grid().viewport()->grab();
+      return pane->runs().isPlaced(0) && pane->runs().isPlaced(7);
+    }));
     EXPECT_GT(passingPixels(), 100);
     document.cancelPreview();
   }

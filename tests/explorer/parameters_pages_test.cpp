@@ -64,7 +64,7 @@ TEST_F(ParameterPages, ListTheStrongestPairFirstAndShowChartsOfThePairs)
   EXPECT_TRUE(model.index(0, 4).data().toString().endsWith(QString::fromUtf8("\u2605")));
   EXPECT_EQ(pane->pairs()->shownCharts()->count(), 9u);
   const QImage shot = pane->pairs()->shownCharts()->viewport()->grab().toImage();
-  EXPECT_GT(pixelsOf(shot, theme().passing), 100);
+  EXPECT_GT(passingPixels(shot), 100);
 }
 
 TEST_F(ParameterPages, OfPairsFollowChangedGates)
@@ -131,9 +131,7 @@ TEST_F(ParameterPages, OfParallelCoordinatesShowAllRunsAndThePassingOnesAbove)
 {
   pane->showPage(ParametersPane::Page::Parallel);
   ASSERT_TRUE(waitFor([&] { return pane->parallel()->isSettled(); }));
-  auto const shown = [&] {
-    return pixelsOf(pane->parallel()->viewport()->grab().toImage(), theme().passing);
-  };
+  auto const shown = [&] { return passingPixels(pane->parallel()->viewport()->grab().toImage()); };
   const int before = shown();
   addGate(gateOnA(0.4, 1.0));
   ASSERT_TRUE(settle());
