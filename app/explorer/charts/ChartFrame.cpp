@@ -37,7 +37,8 @@ std::vector<Tick> fittingTicks(ChartAxis const& axis, double length, QFontMetric
   if (length < 2.0) return {};
   const double wanted = horizontal ? metrics.averageCharWidth() * 9.0 : metrics.height() * 2.4;
   std::vector<Tick> ticks;
-  for (int labels = std::clamp(static_cast<int>(length / wanted), 4, 12); labels >= 2; --labels) {
+  const int first = std::clamp(static_cast<int>(length / wanted), horizontal ? 5 : 4, 12);
+  for (int labels = first; labels >= 2; --labels) {
     ticks = ticksOf(axis.map, labels);
     if (areClear(ticks, axis.map, length, metrics, horizontal)) return ticks;
   }

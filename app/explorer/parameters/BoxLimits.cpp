@@ -39,7 +39,7 @@ BoxLimits::BoxLimits(ParameterRuns& ofRuns, QWidget* parent)
   setFrameShape(QFrame::NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setAccessibleName("Limits of the box");
-  setMinimumSize(220, 80);
+  setMinimumSize(180, 60);
   connect(&runs, &ParameterRuns::changed, viewport(), qOverload<>(&QWidget::update));
 }
 
@@ -119,8 +119,8 @@ void BoxLimits::paintRow(QPainter& painter, BoxParameter const& row, QRectF cons
                    theme.passing);
   painter.setPen(theme.faint);
   const double below = bar.bottom() + metrics.ascent() + 1.0;
-  const QString first = numberText(axis.low());
-  const QString last = numberText(axis.high());
+  const QString first = shortNumber(axis.low());
+  const QString last = shortNumber(axis.high());
   painter.drawText(QPointF(bar.left(), below), first);
   painter.drawText(QPointF(bar.right() - metrics.horizontalAdvance(last), below), last);
 }

@@ -1,5 +1,6 @@
 #include "app/explorer/parameters/BoxPage.h"
 
+#include "app/explorer/parameters/FoldingSplitter.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 
 #include <runsieve/core/gate/BoxGates.h>
@@ -7,7 +8,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -68,8 +68,7 @@ BoxPage::BoxPage(ParameterRuns& runs, QWidget* parent)
   use->setToolTip("Add the limits of the box to the gates; Undo takes all of them back");
   ranges = new BoxLimits(runs);
   path = new BoxPathChart;
-  auto* both = new QSplitter(Qt::Horizontal);
-  both->setChildrenCollapsible(false);
+  auto* both = new FoldingSplitter;
   both->addWidget(ranges);
   both->addWidget(path);
   both->setStretchFactor(0, 1);

@@ -21,7 +21,7 @@ public:
   /// \param box may be null
   void show(std::shared_ptr<BoxOfRuns const> box);
   [[nodiscard]] QSize sizeHint() const override { return {360, 300}; }
-  [[nodiscard]] QSize minimumSizeHint() const override { return {180, 150}; }
+  [[nodiscard]] QSize minimumSizeHint() const override { return {180, 120}; }
 
 protected:
   void paintEvent(QPaintEvent* event) override;

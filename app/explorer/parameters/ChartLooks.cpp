@@ -15,7 +15,7 @@ constexpr std::size_t densityPoints = 161; ///< finer than a bandwidth
 
 QPen curvePen(QColor const& color, double width)
 {
-  return {color, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin};
+  return {color, width, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin};
 }
 
 /// The line moved up or down, as far as it stays in the plot.
@@ -94,7 +94,7 @@ QPolygonF stepLine(ChartFrame const& frame, AxisMap const& values, ColumnCounts 
   const double width = frame.xAt(values.high()) - left;
   // A column in each half of a pixel is as fine as a line shows.
   std::size_t step = 1;
-  while (static_cast<double>(RunColumns::columns / step) > 4.0 * std::max(width, 16.0)) step *= 2;
+  while (static_cast<double>(RunColumns::columns / step) > 2.0 * std::max(width, 16.0)) step *= 2;
   QPolygonF line;
   line << QPointF(plot.left(), plot.bottom() - shares[0] * plot.height());
   double former = -1.0;

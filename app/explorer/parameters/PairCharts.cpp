@@ -33,7 +33,7 @@ PairCharts::PairCharts(ParameterRuns& ofRuns, QWidget* parent)
   setFrameShape(QFrame::NoFrame);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setAccessibleName("Charts of the strongest pairs");
-  setMinimumWidth(static_cast<int>(leastWidth) + 24);
+  setMinimumSize(180, 100);
   connect(&runs, &ParameterRuns::changed, viewport(), qOverload<>(&QWidget::update));
 }
 

@@ -105,7 +105,7 @@ QVariant PairsModel::data(QModelIndex const& index, int role) const
 QVariant PairsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
   if (orientation != Qt::Horizontal) return {};
-  static const char* const titles[] = {"Parameter", "and parameter", "r passing", "r others", "p adj."};
+  static const char* const titles[] = {"First", "Second", "r", "r others", "p adj."};
   if (role == Qt::DisplayRole) return titles[section];
   if (role == Qt::ToolTipRole) return columnTip(section);
   return {};

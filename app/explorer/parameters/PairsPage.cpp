@@ -1,7 +1,8 @@
 #include "app/explorer/parameters/PairsPage.h"
 
+#include "app/explorer/parameters/FoldingSplitter.h"
+
 #include <QHeaderView>
-#include <QSplitter>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -51,14 +52,17 @@ PairsPage::PairsPage(ParameterRuns& runs, QWidget* parent)
   list->setAlternatingRowColors(true);
   list->verticalHeader()->hide();
   list->verticalHeader()->setDefaultSectionSize(QFontMetrics(font()).height() + 6);
-  list->horizontalHeader()->setStretchLastSection(true);
   list->horizontalHeader()->setHighlightSections(false);
-  const int letter = QFontMetrics(font()).averageCharWidth();
-  for (int column = 0; column < PairsModel::columns; ++column)
-    list->setColumnWidth(column, (column < PairsModel::Passing ? 15 : 11) * letter);
+  QHeaderView* header = list->horizontalHeader();
+  constexpr int rowsToMeasure = 30;
+  header->setResizeContentsPrecision(rowsToMeasure);
+  header->setMinimumSectionSize(40);
+  header->setSectionResizeMode(QHeaderView::ResizeToContents);
+  header->setSectionResizeMode(PairsModel::First, QHeaderView::Stretch);
+  header->setSectionResizeMode(PairsModel::Second, QHeaderView::Stretch);
+  list->setMinimumSize(180, 80);
   charts = new PairCharts(runs);
-  auto* both = new QSplitter(Qt::Horizontal);
-  both->setChildrenCollapsible(false);
+  auto* both = new FoldingSplitter;
   both->addWidget(list);
   both->addWidget(charts);
   both->setStretchFactor(0, 2);

@@ -193,11 +193,12 @@ void ParallelView::paintAxis(QPainter& painter, std::size_t place) const
   if (values.isText()) {
     centred(QString("%L1 texts").arg(values.texts.size()), area.bottom() + metrics.ascent() + 4.0,
             theme.font);
+    paintTextsOf(painter, values, x);
     return;
   }
   const AxisMap axis = runs.axis(parameter);
-  centred(numberText(axis.high()), area.top() - 5.0, theme.font);
-  centred(numberText(axis.low()), area.bottom() + metrics.ascent() + 4.0, theme.font);
+  centred(shortNumber(axis.high()), area.top() - 5.0, theme.font);
+  centred(shortNumber(axis.low()), area.bottom() + metrics.ascent() + 4.0, theme.font);
   for (Tick const& tick : ticksOf(axis, 4)) {
     const double y = area.bottom() - axis.place(tick.value) * area.height();
     const double length = tick.label.isEmpty() ? 2.0 : 4.0;
@@ -207,6 +208,25 @@ void ParallelView::paintAxis(QPainter& painter, std::size_t place) const
   if (here != spans.end())
     paintSpans(painter, here->second, spanAxis(parameter),
                QRectF(x - halfBand, area.top(), 2.0 * halfBand, area.height()), false, theme);
+}
+
+void ParallelView::paintTextsOf(QPainter& painter, ScanParameter const& parameter, double x) const
+{
+  const QRectF area = band();
+  const QFontMetricsF metrics(theme.font);
+  const double slot = area.height() / static_cast<double>(parameter.texts.size());
+  if (slot < metrics.height()) return;
+  QColor ground = theme.paper;
+  ground.setAlphaF(0.8);
+  for (std::size_t i = 0; i < parameter.texts.size(); ++i) {
+    const QString text = elided(QString::fromStdString(parameter.texts[i]), theme.font, step - 18.0);
+    const double middle = area.bottom() - (static_cast<double>(i) + 0.5) * slot;
+    const QRectF place(x + 4.0, middle - 0.5 * metrics.height(), metrics.horizontalAdvance(text) + 4.0,
+                       metrics.height());
+    painter.fillRect(place, ground);
+    painter.setPen(theme.ink);
+    painter.drawText(QPointF(place.left() + 2.0, place.top() + metrics.ascent()), text);
+  }
 }
 
 void ParallelView::paintEvent(QPaintEvent* event)

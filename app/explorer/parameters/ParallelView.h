@@ -54,6 +54,7 @@ private:
   void hoverAt(QPointF const& at);
   void moveCurrent(int by);
   void paintAxis(QPainter& painter, std::size_t place) const;
+  void paintTextsOf(QPainter& painter, ScanParameter const& parameter, double x) const;
   void paintRun(QPainter& painter, std::size_t run, QColor const& color) const;
   [[nodiscard]] QRectF band() const; ///< of the axes, from top to bottom
   [[nodiscard]] double xOf(std::size_t place) const;

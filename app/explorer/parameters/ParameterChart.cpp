@@ -224,12 +224,4 @@ void ParameterChart::paint(QPainter& painter) const
   painter.restore();
 }
 
-void ParameterChart::paintEmpty(QPainter& painter) const
-{
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  paintTexts(painter, 0, 0);
-  painter.restore();
-}
-
 } // namespace runsieve::app

@@ -36,8 +36,6 @@ public:
   [[nodiscard]] SpanAxis axis() const;
 
   void paint(QPainter& painter) const;
-  /// Name and axis alone, while the runs are not counted yet.
-  void paintEmpty(QPainter& painter) const;
 
 private:
   [[nodiscard]] ParameterLook look() const;

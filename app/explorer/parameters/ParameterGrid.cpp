@@ -154,32 +154,45 @@ void ParameterGrid::paintEvent(QPaintEvent* event)
     return;
   }
   feature.update();
+  const bool isComplete = placeVisible(event->rect());
   const ChartScene shown = scene();
-  QElapsedTimer elapsed;
-  elapsed.start();
-  bool isComplete = true;
   for (std::size_t place = 0; place < runs.order().size(); ++place) {
     const QRectF area = cellAtPlace(place);
-    if (!area.intersects(QRectF(event->rect()))) continue;
-    const std::size_t parameter = runs.order()[place];
-    if (hovered == parameter) {
-      QColor ground = theme.ink;
-      ground.setAlphaF(0.05);
-      painter.fillRect(area, ground);
-    }
-    if (hasFocus() && current() == parameter) {
-      painter.setPen(QPen(theme.gate, 1.0));
-      painter.setBrush(Qt::NoBrush);
-      painter.drawRect(area.adjusted(0.5, 0.5, -1.5, -1.5));
-    }
-    const bool isText = document.scan().parameters[parameter].isText();
-    if (!isText && !runs.isPlaced(parameter) && elapsed.elapsed() > patience) {
-      isComplete = false;
-      continue;
-    }
-    ParameterChart(shown, parameter, area).paint(painter);
+    if (area.intersects(QRectF(event->rect()))) paintCell(painter, shown, runs.order()[place], area);
   }
   if (!isComplete) QTimer::singleShot(0, viewport(), qOverload<>(&QWidget::update));
+}
+
+bool ParameterGrid::placeVisible(QRect const& visible) const
+{
+  QElapsedTimer elapsed;
+  elapsed.start();
+  for (std::size_t place = 0; place < runs.order().size(); ++place) {
+    const std::size_t parameter = runs.order()[place];
+    if (!cellAtPlace(place).intersects(QRectF(visible)) || document.scan().parameters[parameter].isText() ||
+        runs.isPlaced(parameter))
+      continue;
+    if (elapsed.elapsed() > patience) return false;
+    static_cast<void>(runs.columns(parameter));
+  }
+  return true;
+}
+
+void ParameterGrid::paintCell(QPainter& painter, ChartScene const& shown, std::size_t parameter,
+                              QRectF const& area) const
+{
+  if (hovered == parameter) {
+    QColor ground = theme.ink;
+    ground.setAlphaF(0.05);
+    painter.fillRect(area, ground);
+  }
+  if (hasFocus() && current() == parameter) {
+    painter.setPen(QPen(theme.gate, 1.0));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(area.adjusted(0.5, 0.5, -1.5, -1.5));
+  }
+  if (document.scan().parameters[parameter].isText() || runs.isPlaced(parameter))
+    ParameterChart(shown, parameter, area).paint(painter);
 }
 
 void ParameterGrid::resizeEvent(QResizeEvent*)

@@ -54,6 +54,9 @@ private:
   void move(int by);
   void cancelDrag();
   void hoverAt(QPointF const& at);
+  void paintCell(QPainter& painter, ChartScene const& shown, std::size_t parameter, QRectF const& area) const;
+  /// Places the runs of the parameters that are visible, for some milliseconds. \return whether all are
+  bool placeVisible(QRect const& visible) const;
   [[nodiscard]] double neededWidth() const;
   [[nodiscard]] QRectF cellAtPlace(std::size_t place) const;
   [[nodiscard]] std::optional<std::size_t> placeAt(QPointF const& at) const;

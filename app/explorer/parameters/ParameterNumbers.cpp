@@ -65,6 +65,12 @@ QString headline(ParameterNumbers const& numbers)
   return text + (numbers.significant ? QString::fromUtf8(" \u2605") : QString(" n.s."));
 }
 
+QString shortNumber(double value)
+{
+  constexpr int digits = 4;
+  return numberText(QString::number(value, 'g', digits).toDouble());
+}
+
 QString shareText(double share)
 {
   return std::isnan(share) ? QString("-") : QString::fromStdString(percentText(share));
@@ -88,8 +94,8 @@ QStringList parameterLines(Document const& document, std::size_t parameter, std:
   if (!difference.isEmpty()) lines << difference;
   if (numbers.compared && numbers.isCurrent && !document.previewedGate() && !numbers.compared->isText)
     lines << QString("median of passing runs %1, of the others %2")
-                 .arg(numberText(numbers.compared->medianPassing) + unitText(label),
-                      numberText(numbers.compared->medianOthers) + unitText(label));
+                 .arg(shortNumber(numbers.compared->medianPassing) + unitText(label),
+                      shortNumber(numbers.compared->medianOthers) + unitText(label));
   lines << (document.sieves() ? QString("%L1 passing runs, %L2 others").arg(passing).arg(others)
                               : QString("%L1 runs").arg(others));
   const std::size_t missing =
@@ -119,8 +125,8 @@ QString parameterWords(Document const& document, std::size_t parameter, std::siz
   else if (!found->isText)
     words += QString("The passing runs have a median of %1, the others one of %2. The curves are furthest "
                      "apart at %3, by d = %4. ")
-                 .arg(numberText(found->medianPassing) + unit, numberText(found->medianOthers) + unit,
-                      numberText(found->value) + unit, signedText(found->d));
+                 .arg(shortNumber(found->medianPassing) + unit, shortNumber(found->medianOthers) + unit,
+                      shortNumber(found->value) + unit, signedText(found->d));
   if (!std::isnan(numbers.p))
     words += QString("With %1 as adjusted p-value %2.")
                  .arg(pWords(numbers.p), numbers.significant ? QString("the difference is significant")

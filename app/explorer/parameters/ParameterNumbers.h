@@ -26,6 +26,9 @@ struct ParameterNumbers
 /// "d +0.43, p 0.002 ★", "d +0.05, p 0.9 n.s.", while a gate moves "d +0.43"; empty without a gate.
 [[nodiscard]] QString headline(ParameterNumbers const& numbers);
 
+/// A value in four digits at most, as precise as people compare them.
+[[nodiscard]] QString shortNumber(double value);
+
 /// "82.3 %"; "-" for NaN.
 [[nodiscard]] QString shareText(double share);
 

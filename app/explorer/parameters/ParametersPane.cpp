@@ -16,16 +16,16 @@ ParametersPane::ParametersPane(Document& ofDocument, QWidget* parent)
   setAccessibleName("Parameters");
   pages = new QTabWidget;
   pages->setDocumentMode(true);
-  pages->addTab(chartsPage(), "&Charts");
+  pages->addTab(chartsPage(), "Charts");
   pairing = new PairsPage(shown);
   pairing->setMinimumWidth(200);
   boxes = new BoxPage(shown);
   constexpr int narrow = 230; // texts of pages wrap or are cut, so that windows can be small
   boxes->setMinimumWidth(narrow);
   lines = new ParallelView(shown);
-  pages->addTab(pairing, "&Pairs");
-  pages->addTab(boxes, "&Box");
-  pages->addTab(lines, "Pa&rallel");
+  pages->addTab(pairing, "Pairs");
+  pages->addTab(boxes, "Box");
+  pages->addTab(lines, "Parallel");
   const char* const tips[] = {"A chart of each parameter, the one that differs most first",
                               "Parameters that go together in the passing runs",
                               "Ranges of the parameters that hold the passing runs",

@@ -44,7 +44,7 @@ PassingWork::Stage PassingWork::stage() const
   if (document.isCompared() && !hasBothSides()) return Stage::NoRuns;
   if (isStopped) return Stage::Stopped;
   if (work.isBusy()) return Stage::Working;
-  return isDone && !isOutdated ? Stage::Done : Stage::Waiting;
+  return isDone && !isOutdated && document.isCompared() ? Stage::Done : Stage::Waiting;
 }
 
 void PassingWork::setWanted(bool looks)

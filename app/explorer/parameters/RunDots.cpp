@@ -27,12 +27,6 @@ double radiusOf(std::size_t runs)
   return 1.0;
 }
 
-double opacityOf(std::size_t runs, double coverage)
-{
-  // Dots that cover the plot a few times over all together leave its structure visible.
-  return std::clamp(runs == 0 ? 1.0 : 0.9 / std::max(coverage, 0.9), 0.06, 0.85);
-}
-
 class DotLayer
 {
 public:
@@ -53,6 +47,7 @@ public:
     }
   }
 
+  [[nodiscard]] std::uint16_t largest() const { return *std::max_element(counts.begin(), counts.end()); }
   [[nodiscard]] std::uint16_t at(std::size_t pixel) const { return counts[pixel]; }
 
 private:
@@ -61,12 +56,19 @@ private:
   std::vector<std::uint16_t> counts;
 };
 
-/// Alpha of up to 255 dots on one another; more are as these.
-std::array<float, 256> opacities(double one)
+/// Opacity by the number of dots on one another, by its logarithm up to the largest: many runs show where
+/// they are dense, and never become a block.
+std::vector<float> opacities(std::uint16_t largest)
 {
-  std::array<float, 256> table{};
-  for (std::size_t i = 0; i < table.size(); ++i)
-    table[i] = static_cast<float>(1.0 - std::pow(1.0 - one, static_cast<double>(i)));
+  constexpr double most = 0.95;
+  constexpr double faintest = 0.24;
+  constexpr double ofSingle = 0.72; // where hardly any lie on one another
+  std::vector<float> table = {0.0F};
+  const double lowest = std::max(faintest, ofSingle - 0.12 * std::log2(std::max<double>(largest, 1.0)));
+  for (int count = 1; count <= largest; ++count) {
+    const double share = largest > 1 ? std::log(count) / std::log(largest) : 0.0;
+    table.push_back(static_cast<float>(lowest + (most - lowest) * share));
+  }
   return table;
 }
 
@@ -95,20 +97,16 @@ QImage dotsImage(DotPlaces const& places, std::vector<std::uint8_t> const& passi
     const std::size_t layer = passing[run] != 0 ? 1 : 0;
     layers[layer].add(static_cast<int>(x), size.height() - 1 - static_cast<int>(y), dot[layer]);
   }
-  const double pixels = static_cast<double>(size.width()) * size.height();
-  auto const table = [&](std::size_t runs, std::size_t layer) {
-    return opacities(opacityOf(runs, static_cast<double>(runs * dot[layer].size()) / pixels * 3.0));
-  };
-  const std::array<float, 256> under = table(otherRuns, 0);
-  const std::array<float, 256> over = table(passingRuns, 1);
+  const std::vector<float> under = opacities(layers[0].largest());
+  const std::vector<float> over = opacities(layers[1].largest());
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
   for (int y = 0; y < size.height(); ++y) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
     for (int x = 0; x < size.width(); ++x) {
       const std::size_t pixel =
           static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width()) + static_cast<std::size_t>(x);
-      const float b = over[std::min<std::size_t>(layers[1].at(pixel), 255)];
-      const float a = (1.0F - b) * under[std::min<std::size_t>(layers[0].at(pixel), 255)];
+      const float b = over[layers[1].at(pixel)];
+      const float a = (1.0F - b) * under[layers[0].at(pixel)];
       auto const mix = [&](int all, int passed) {
         return static_cast<int>(a * static_cast<float>(all) + b * static_cast<float>(passed));
       };

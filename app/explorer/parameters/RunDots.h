@@ -22,9 +22,9 @@ struct DotPlaces
   double upTo = 1.0;
 };
 
-/// A picture of runs as translucent dots: the passing ones above the others. Time is linear in the runs,
-/// however many lie on one another. \param passing 1 per run \param eligible 1 per run that is shown
-/// \param size device pixels \param ratio device pixels per pixel
+/// A picture of runs as dots, darker where they are many: the passing ones above the others. Time is linear
+/// in the runs, however many lie on one another. \param passing 1 per run \param eligible 1 per run that is
+/// shown \param size device pixels \param ratio device pixels per pixel
 [[nodiscard]] QImage dotsImage(DotPlaces const& places, std::vector<std::uint8_t> const& passing,
                                std::vector<std::uint8_t> const& eligible, QSize const& size, double ratio,
                                Theme const& theme);

@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace runsieve::app {
@@ -55,15 +56,33 @@ void paintTextBars(QPainter& painter, QRectF const& area, std::vector<TextRow> c
   double widest = 0.0;
   for (TextRow const& row : rows) widest = std::max(widest, metrics.horizontalAdvance(row.text));
   const double label = std::min(widest, 0.42 * area.width());
-  const QRectF bars = area.adjusted(label + 2.0 * theme.gap, 0.0, -theme.gap, 0.0);
   const double slot = std::min(area.height() / static_cast<double>(rows.size()), 3.2 * metrics.height());
   const double thick = std::max(1.0, (hasPassing ? 0.36 : 0.56) * slot);
+  QFont small = theme.font;
+  small.setPixelSize(std::max(1, static_cast<int>(std::min(0.95 * thick, 0.8 * metrics.height()))));
+  constexpr int least = 8; // pixels of a number that can be read
+  const bool hasNumbers = small.pixelSize() >= least;
+  const QFontMetricsF numbers(small);
+  const double room = hasNumbers ? numbers.horizontalAdvance("100 %") + theme.gap : 0.0;
+  const QRectF bars = area.adjusted(label + 2.0 * theme.gap, 0.0, -theme.gap - room, 0.0);
+  double largest = 0.0;
+  for (TextRow const& row : rows) largest = std::max({largest, row.passing, row.others});
+  auto const paintBar = [&](double share, double top, QColor const& color) {
+    const double length = largest > 0.0 ? share / largest * std::max(bars.width(), 0.0) : 0.0;
+    painter.fillRect(QRectF(bars.left(), top, length, thick), color);
+    if (!hasNumbers) return;
+    painter.setFont(small);
+    painter.setPen(theme.faint);
+    painter.drawText(
+        QPointF(bars.left() + length + theme.gap, top + 0.5 * (thick + numbers.ascent() - numbers.descent())),
+        QString("%1 %").arg(std::lround(100.0 * share)));
+  };
   painter.save();
-  painter.setFont(theme.font);
   for (std::size_t i = 0; i < rows.size(); ++i) {
     TextRow const& row = rows[i];
     const double middle = area.top() + (static_cast<double>(i) + 0.5) * slot;
     const QString text = elided(row.text, theme.font, label);
+    painter.setFont(theme.font);
     const bool isMarked = !marked.isEmpty() && !row.isRest && row.text == marked;
     painter.setPen(isMarked ? theme.passing : row.isRest ? theme.faint : theme.ink);
     painter.drawText(QPointF(area.left() + label - metrics.horizontalAdvance(text),
@@ -72,10 +91,8 @@ void paintTextBars(QPainter& painter, QRectF const& area, std::vector<TextRow> c
     QColor ground = theme.all;
     ground.setAlphaF(0.8);
     const double top = hasPassing ? middle - thick : middle - 0.5 * thick;
-    if (hasPassing)
-      painter.fillRect(QRectF(bars.left(), top, row.passing * bars.width(), thick), theme.passing);
-    painter.fillRect(QRectF(bars.left(), hasPassing ? middle : top, row.others * bars.width(), thick),
-                     ground);
+    if (hasPassing) paintBar(row.passing, top, theme.passing);
+    paintBar(row.others, hasPassing ? middle : top, ground);
   }
   painter.setPen(QPen(theme.faint, theme.line));
   painter.drawLine(QPointF(bars.left(), area.top()),
