@@ -1,5 +1,7 @@
 #include "DocumentScene.h"
 
+#include <runsieve/core/compare/Clusters.h>
+
 #include <gmock/gmock.h>
 
 namespace runsieve::test {
@@ -111,6 +113,23 @@ TEST_F(DocumentScene, TheNumbersAreThoseOfTheCore)
     EXPECT_EQ(document.comparison()->parameters[i].d, expected.parameters[i].d);
     EXPECT_EQ(document.comparison()->parameters[i].pPermutation, expected.parameters[i].pPermutation);
   }
+}
+
+TEST_F(DocumentScene, AGateOnAClusterIsGroupedBesideTheInterfaceAndThenAsks)
+{
+  Gate gate;
+  gate.kind = GateKind::Cluster;
+  gate.column = "B";
+  gate.cluster = 0;
+  gate.clusters = 2;
+  addGate(gate);
+  EXPECT_THAT(document.outcomes()[0].error, testing::HasSubstr("grouped"));
+  EXPECT_EQ(document.passing().count(), 40u);
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(document.outcomes()[0].error, "");
+  const std::vector<int> labels = clusterRuns(document.scan(), 1, ClusterMode::Curves, 2);
+  for (std::size_t run = 0; run < 40; ++run)
+    EXPECT_EQ(document.passing().contains(run), labels[run] == 0) << run;
 }
 
 TEST_F(DocumentScene, AnotherScanLeavesNothingOfTheFormer)

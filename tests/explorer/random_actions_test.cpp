@@ -32,8 +32,8 @@ public:
 private:
   static void take(QtMsgType type, QMessageLogContext const&, QString const& text)
   {
-    // What a window system without a window manager says about the focus is none of ours.
-    if (type != QtDebugMsg && !text.contains("SetInputFocus")) all() << text;
+    // What Qt says of a window system without a window manager is none of ours.
+    if (type != QtDebugMsg && !text.contains("SetInputFocus") && !text.contains("QXcbWindow")) all() << text;
   }
   QtMessageHandler former;
 };

@@ -51,11 +51,13 @@ Document::Document(QObject* parent) : QObject(parent)
 {
   connect(&comparing, &Background::failed, this, &Document::failed);
   connect(&comparing, &Background::busyChanged, this, &Document::comparisonChanged);
+  connect(&clusters, &ClusterCache::found, this, &Document::takeClusters);
 }
 
 Document::~Document()
 {
   comparing.disconnect(this);
+  clusters.disconnect(this);
 }
 
 void Document::open(std::shared_ptr<Scan const> scan, ScanSource source, State state)
@@ -73,7 +75,8 @@ void Document::open(std::shared_ptr<Scan const> scan, ScanSource source, State s
   data = std::move(scan);
   from = std::move(source);
   current = std::move(state);
-  gates.reset(data.get(), gateContext());
+  clusters.reset(data);
+  gates.reset(data.get(), clusters.context());
   if (data) fitToScan(current.view, *data);
   takingPart = {};
   applyGates();
@@ -121,6 +124,15 @@ void Document::applyGates()
   takingPart = std::move(eligible);
   comparer.reset();
   live.reset();
+}
+
+void Document::takeClusters()
+{
+  gates.retryFaults();
+  applyGates();
+  Q_EMIT stateChanged();
+  Q_EMIT passingChanged();
+  compare();
 }
 
 void Document::compare()
@@ -236,7 +248,7 @@ bool Document::commitPreview(QString const& stepName)
 {
   if (!moving) return false;
   if (moving->index >= current.gates.size() &&
-      runsThrough(resolveGate(moving->gate, *data), *data, gateContext()).count() == 0) {
+      runsThrough(resolveGate(moving->gate, *data), *data, clusters.context()).count() == 0) {
     cancelPreview();
     return false;
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/explorer/document/Background.h"
+#include "app/explorer/document/ClusterCache.h"
 #include "app/explorer/document/GateOutcomes.h"
 #include "app/explorer/document/State.h"
 
@@ -72,7 +73,7 @@ public:
   /// moved; null without gates.
   [[nodiscard]] Comparison const* comparison() const { return compared.get(); }
   /// Whether these are the numbers of the passing runs.
-  [[nodiscard]] bool isCompared() const { return !moving && !comparing.isBusy(); }
+  [[nodiscard]] bool isCompared() const { return !moving && !comparing.isBusy() && !clusters.isBusy(); }
   /// Positions of the parameters in the order of the last comparison; those that it has not, behind.
   [[nodiscard]] std::vector<std::size_t> parameterOrder() const;
   /// While a gate is being moved, one per parameter of the scan; else empty.
@@ -132,6 +133,7 @@ private:
 
   void setState(State const& state);
   void applyGates();
+  void takeClusters();
   void compare();
   void updateDistances();
 
@@ -139,6 +141,7 @@ private:
   ScanSource from;
   State current;
   QUndoStack steps;
+  ClusterCache clusters;
   GateOutcomes gates;
   RunSet takingPart;
   std::optional<Moving> moving;

@@ -29,6 +29,15 @@ GateOutcome GateOutcomes::outcomeOf(Gate const& gate) const
   return outcome;
 }
 
+void GateOutcomes::retryFaults()
+{
+  for (std::size_t i = found.size(); i-- > 0;)
+    if (!found[i].resolved) {
+      found.erase(found.begin() + static_cast<std::ptrdiff_t>(i));
+      list.erase(list.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+}
+
 void GateOutcomes::apply(std::vector<NamedGate> const& gates, GateJoin how)
 {
   if (!scan) return;

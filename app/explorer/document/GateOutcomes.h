@@ -26,6 +26,8 @@ class GateOutcomes
 public:
   /// Forgets everything. \param scan must outlive this object and not change
   void reset(Scan const* scan, GateContext context);
+  /// Gates that could not be applied are applied anew the next time.
+  void retryFaults();
   /// Applies the gates that are on; one that does not fit the scan asks for nothing.
   void apply(std::vector<NamedGate> const& gates, GateJoin join);
 
