@@ -19,7 +19,7 @@ using Pixel = std::array<int, 4>;
 
 constexpr std::uint32_t one = RunCoverage::perRun;
 constexpr Color blue{30, 60, 200};
-constexpr Color red{255, 0, 10};
+constexpr Color red{255, 40, 10};
 
 /// Column k has as many runs as the k-th number says, in the middle row of three.
 RunCoverage columns(std::vector<int> const& runs, int subRows = 1, float y = 1.5F)
@@ -197,8 +197,8 @@ TEST(CoverageImage, ComposesDensityInSubRowsBelowAnotherLayer)
   image.resolve({{&first, {blue, 1, Shades::equalArea}}, {&second, {red, 1}}});
   const Color dark = ColorRamp(blue).at(1);
   EXPECT_EQ(pixelOf(image, 0, 1), (Pixel{dark[0], dark[1], dark[2], 255}));
-  EXPECT_EQ(pixelOf(image, 1, 1), (Pixel{255, 0, 10, 255}));
-  EXPECT_EQ(pixelOf(image, 2, 1), (Pixel{255, 0, 10, 255}));
+  EXPECT_EQ(pixelOf(image, 1, 1), (Pixel{255, 40, 10, 255}));
+  EXPECT_EQ(pixelOf(image, 2, 1), (Pixel{255, 40, 10, 255}));
   EXPECT_EQ(image.scale(0).largest(), 5);
 }
 

@@ -117,6 +117,7 @@ TEST(DensityScale, OfAnEmptyPictureIsEmpty)
 {
   for (const Kind kind : {Kind::logarithmic, Kind::equalArea}) {
     const DensityScale scale(kind, histogramOf({0, 0}));
+    EXPECT_EQ(scale.smallest(), 0);
     EXPECT_EQ(scale.largest(), 0);
     EXPECT_TRUE(scale.decades().empty());
     EXPECT_TRUE(std::isfinite(scale.position(1)));
