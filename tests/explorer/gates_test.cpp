@@ -252,6 +252,20 @@ TEST_F(GatesScene, WhatWasMovedToTheGridAndWhatDoesNotFitIsTold)
   EXPECT_TRUE(told);
 }
 
+TEST_F(GatesScene, ASwitchedOffGateAndOneThatDoesNotFitSaySoWhileAnotherIsMoved)
+{
+  addGate(gateOnA(0.5, 1.0));
+  addGate(gateOnA(0.0, 0.75));
+  app::switchGate(document, 1, false);
+  Gate unknown = gateOnA(0.5, 1.0);
+  unknown.column = "nothing";
+  addGate(unknown);
+  document.previewGate(0, gateOnA(0.25, 1.0));
+  EXPECT_EQ(cell(0, GateListModel::Left).toInt(), static_cast<int>(document.passing().count()));
+  EXPECT_EQ(cell(1, GateListModel::Left), "off");
+  EXPECT_EQ(cell(2, GateListModel::Left), "error");
+}
+
 TEST_F(GatesScene, NothingHappensWithoutAScanOrASelectedGate)
 {
   addGate(gateOnA(0.5, 1.0));

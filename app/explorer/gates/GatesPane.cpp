@@ -187,6 +187,7 @@ void GatesPane::showSelection()
 /// As high as its text needs, up to some lines: a label with line breaks does not hold its height by itself.
 void GatesPane::fitDetails()
 {
+  if (details->text().isEmpty()) return;
   constexpr int lines = 5;
   const int needed = std::max(details->heightForWidth(view->width()), 0); // -1 without a text
   details->setFixedHeight(std::min(needed, lines * fontMetrics().lineSpacing()));

@@ -175,12 +175,13 @@ void SetsPane::fillSetMenu(QMenu& menu)
   menu.addAction("Rename", this,
                  [this, set] { view->edit(model->index(static_cast<int>(set), SetListModel::Name)); });
   QMenu* colors = menu.addMenu("Colour");
-  static constexpr char const* names[] = {"Blue",     "Orange", "Green",  "Pink",
-                                          "Sky blue", "Red",    "Yellow", "Violet"};
-  static_assert(std::size(names) == std::tuple_size<decltype(Theme::sets)>::value);
-  for (std::size_t color = 0; color < std::size(names); ++color)
-    colors->addAction(colorIcon(color, palette(), fontMetrics().ascent()), names[color], this,
-                      [this, set, color] { colorSet(document, set, color); });
+  for (std::size_t color = 0; color < std::tuple_size<decltype(Theme::sets)>::value; ++color) {
+    QAction* action = colors->addAction(colorIcon(color, palette(), fontMetrics().ascent()),
+                                        QString("Colour %1").arg(color + 1), this,
+                                        [this, set, color] { colorSet(document, set, color); });
+    action->setCheckable(true);
+    action->setChecked(color == document.state().sets[set].color);
+  }
   const bool shown = document.state().sets[set].shown;
   menu.addAction(shown ? "Hide in the charts" : "Show in the charts", this,
                  [this, set, shown] { showSet(document, set, !shown); });
