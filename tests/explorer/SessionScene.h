@@ -72,10 +72,18 @@ struct SessionScene : testing::Test
     return file.readAll();
   }
 
+  /// With what the reader must be told: output A never changes within a run.
+  static app::Session sessionOfData()
+  {
+    app::Session session;
+    session.read.outputs = {"A"};
+    return session;
+  }
+
   /// Opens the data as they are, without a session.
   void openData()
   {
-    loader.open(app::Session(), data);
+    loader.open(sessionOfData(), data);
     ASSERT_TRUE(waitFor([this] { return document.isOpen() && !loader.isBusy(); }));
     opened = 0;
   }

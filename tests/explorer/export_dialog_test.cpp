@@ -142,6 +142,19 @@ TEST_F(ExportScene, TheOptionsOfTheLastFigureAreKept)
   EXPECT_TRUE(dialog->form().options().title.isEmpty());
 }
 
+TEST_F(ExportScene, TheLastOutputCannotBeTakenOut)
+{
+  document.change("Add chart", [](app::State& state) { state.view.outputs = {0, 1}; });
+  open();
+  std::vector<QCheckBox*> boxes;
+  for (auto* box : dialog->findChildren<QCheckBox*>())
+    if (box->text() == "A" || box->text() == "B") boxes.push_back(box);
+  ASSERT_EQ(boxes.size(), 2u);
+  for (auto* box : boxes) box->setChecked(false);
+  EXPECT_THAT(dialog->form().options().outputs, testing::ElementsAre(1));
+  EXPECT_TRUE(boxes[1]->isChecked());
+}
+
 TEST_F(ExportScene, EveryControlHasAnAccessibleNameOrText)
 {
   for (auto* box : dialog->form().findChildren<QWidget*>()) {

@@ -54,7 +54,9 @@ void expectSame(app::State const& a, app::State const& b)
   for (auto const& [output, range] : a.view.outputRanges)
     EXPECT_TRUE(same(range, b.view.outputRanges.at(output)));
   ASSERT_EQ(a.view.timeRange.has_value(), b.view.timeRange.has_value());
-  if (a.view.timeRange) EXPECT_TRUE(same(*a.view.timeRange, *b.view.timeRange));
+  if (a.view.timeRange) {
+    EXPECT_TRUE(same(*a.view.timeRange, *b.view.timeRange));
+  }
   EXPECT_EQ(a.view.runsLook, b.view.runsLook);
   EXPECT_EQ(a.view.focus, b.view.focus);
   EXPECT_EQ(a.view.parameterLook, b.view.parameterLook);
@@ -81,7 +83,7 @@ TEST_F(SessionScene, EverythingComesBack)
 
 TEST_F(SessionScene, ReadOptionsComeBackAndAreUsed)
 {
-  app::Session session;
+  app::Session session = sessionOfData();
   session.read.ignore = {"B"};
   loader.open(session, data);
   ASSERT_TRUE(waitFor([this] { return opened == 1; }));
@@ -222,7 +224,8 @@ TEST_F(SessionScene, PlacesGoByNamesWhenColumnsAreInAnotherOrder)
 {
   openData();
   makeWork();
-  const app::Session session = app::sessionOf(document);
+  app::Session session = app::sessionOf(document);
+  session.read.outputs = {"A", "B"};
   write(data, lineScanText().replace("run,time,A,B,k0,k1,k2", "run,time,B,A,k2,k1,k0"));
   document.close();
   loader.open(session, data);

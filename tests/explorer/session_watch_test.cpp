@@ -172,9 +172,9 @@ TEST(ChangedFileBar, TellsAndGoesWithEitherButton)
     for (auto* button : bar.findChildren<QPushButton*>())
       if (button->text() == text) QTest::mouseClick(button, Qt::LeftButton);
   };
-  bar.tell("/data/<b>scan</b>.csv");
+  bar.tell("/data/<b>scan<i>.csv");
   EXPECT_TRUE(bar.isVisible());
-  EXPECT_EQ(bar.findChild<QLabel*>()->text(), "<b>scan</b>.csv has changed on disk.");
+  EXPECT_EQ(bar.findChild<QLabel*>()->text(), "<b>scan<i>.csv has changed on disk.");
   press("Ignore");
   EXPECT_TRUE(bar.isHidden());
   EXPECT_EQ(wanted, 0);

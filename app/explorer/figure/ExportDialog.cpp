@@ -61,6 +61,7 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
   facts = plainLabel();
   told = plainLabel();
   opening = new QPushButton("Open folder");
+  opening->setAutoDefault(false);
   opening->hide();
   auto* outcomeRow = new QHBoxLayout;
   outcomeRow->addWidget(told, 1);

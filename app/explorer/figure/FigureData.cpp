@@ -4,6 +4,7 @@
 #include "app/explorer/figure/ParameterSamples.h"
 
 #include <runsieve/core/files/SafeFile.h>
+#include <runsieve/core/write/RowWriter.h>
 
 #include <QFile>
 #include <QFileInfo>
@@ -14,14 +15,6 @@
 namespace runsieve::app {
 
 namespace {
-
-std::string csvField(std::string const& text)
-{
-  if (text.find_first_of(",\"\n\r") == std::string::npos) return text;
-  std::string quoted = "\"";
-  for (char const c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return quoted + '"';
-}
 
 bool isShown(AxisMap const& axis, double time)
 {
@@ -36,7 +29,7 @@ void addCurve(std::string& csv, std::string const& parameter, char const* group,
   const auto count = static_cast<double>(sorted.size());
   for (std::size_t i = 0; i < sorted.size(); ++i) {
     if (i + 1 < sorted.size() && sorted[i + 1] == sorted[i]) continue;
-    csv += csvField(parameter) + ',' + group + ',' + exact(sorted[i]) + ',' +
+    csv += quotedField(parameter) + ',' + group + ',' + exact(sorted[i]) + ',' +
            exact(static_cast<double>(i + 1) / count) + '\n';
   }
 }
@@ -53,8 +46,8 @@ void addShares(std::string& csv, FigureContent const& content, ScanParameter con
     ++all;
   }
   for (std::size_t i = 0; i < counts.size() && all > 0; ++i)
-    csv += csvField(column.label.name) + ',' + (passing ? "passing" : "other") + ',' +
-           csvField(column.texts[i]) + ',' +
+    csv += quotedField(column.label.name) + ',' + (passing ? "passing" : "other") + ',' +
+           quotedField(column.texts[i]) + ',' +
            exact(static_cast<double>(counts[i]) / static_cast<double>(all)) + '\n';
 }
 
@@ -64,13 +57,13 @@ std::string figureRunsCsv(FigureContent const& content, FigureOptions const& opt
 {
   Scan const& scan = *content.scan;
   const std::vector<std::size_t> outputs = content.shownOutputs(options.outputs);
-  std::string csv = "run,group," + csvField(scan.time.name.empty() ? "time" : scan.time.name);
-  for (std::size_t const output : outputs) csv += ',' + csvField(scan.outputs[output].label.name);
+  std::string csv = "\"run\",\"group\"," + quotedField(scan.time.name.empty() ? "time" : scan.time.name);
+  for (std::size_t const output : outputs) csv += ',' + quotedField(scan.outputs[output].label.name);
   csv += '\n';
   for (std::size_t run = 0; run < scan.runs.size(); ++run) {
     const bool passes = content.sieves && content.passing.contains(run);
     if (content.sieves && !passes && content.focus == Focus::Hidden) continue;
-    const std::string begin = csvField(scan.runs[run].key) + (passes ? ",passing," : ",other,");
+    const std::string begin = quotedField(scan.runs[run].key) + (passes ? ",passing," : ",other,");
     for (std::size_t time = 0; time < scan.times.size(); ++time) {
       if (!isShown(content.time, scan.times[time])) continue;
       csv += begin + exact(scan.times[time]);

@@ -143,6 +143,10 @@ void FigureForm::buildContent(QFormLayout& form, FigureContent const& content, F
       QString name = elided(QString::fromStdString(content.scan->outputs[output].label.name), font(), 180.0);
       outputs.emplace_back(checkBox(name.replace('&', "&&"), true, "Show this output"), output);
       column->addWidget(outputs.back().first);
+      // The last one stays: a figure without outputs shows all of them.
+      connect(outputs.back().first, &QCheckBox::toggled, this, [this, box = outputs.back().first] {
+        if (this->options().outputs.empty()) box->setChecked(true);
+      });
     }
     form.addRow("Outputs", column);
   }

@@ -65,7 +65,7 @@ FigureOptions withinLimits(FigureOptions options)
 std::array<FigurePreset, 3> const& figurePresets()
 {
   static const std::array<FigurePreset, 3> presets = {{{"1 column, 85 mm", 85.0, 120.0, 7.0, 0.6},
-                                                       {"2 columns, 180 mm", 180.0, 140.0, 8.0, 0.75},
+                                                       {"2 columns, 180 mm", 180.0, 130.0, 8.0, 0.75},
                                                        {"Slide, 16:9", 254.0, 142.9, 13.0, 1.25}}};
   return presets;
 }

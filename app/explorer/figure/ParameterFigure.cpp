@@ -2,6 +2,7 @@
 
 #include "app/cli/RankReport.h"
 #include "app/explorer/figure/ClippedLine.h"
+#include "app/explorer/parameters/ParameterNumbers.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -83,9 +84,7 @@ double ParameterFigure::headerHeight() const
 void ParameterFigure::paintHeader(QPainter& painter, QRectF const& outer) const
 {
   const QFontMetricsF metrics(theme.font);
-  ColumnLabel const& label = content.scan->parameters[parameter].label;
-  QString name = QString::fromStdString(label.name);
-  if (!label.unit.empty()) name += QString(" (%1)").arg(QString::fromStdString(label.unit));
+  const QString name = titleOf(content.scan->parameters[parameter].label);
   ParameterComparison const* numbers = content.numbersOf(parameter);
   QFont font = theme.font;
   font.setBold(numbers && numbers->significant);

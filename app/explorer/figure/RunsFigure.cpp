@@ -3,6 +3,7 @@
 #include "app/explorer/charts/RunBands.h"
 #include "app/explorer/figure/ClippedLine.h"
 #include "app/explorer/figure/FigureGates.h"
+#include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/view/ThreadPool.h"
 
 #include <runsieve/core/coverage/ColorRamp.h>
@@ -20,12 +21,6 @@ namespace {
 
 constexpr double finest = 0.3 * figureUnitsPerPoint; ///< length of line that is worth a point
 constexpr std::size_t mostBars = 2;
-
-QString titled(ColumnLabel const& label)
-{
-  const QString name = QString::fromStdString(label.name);
-  return label.unit.empty() ? name : QString("%1 (%2)").arg(name, QString::fromStdString(label.unit));
-}
 
 /// Opacity of one run's line where lines lie over lines.
 double lineOpacity(std::size_t runs)
@@ -62,7 +57,7 @@ double RunsFigure::barWidth() const
 
 ChartAxis RunsFigure::valueAxis() const
 {
-  return {content.valueAxis(output), titled(content.scan->outputs[output].label)};
+  return {content.valueAxis(output), titleOf(content.scan->outputs[output].label)};
 }
 
 double RunsFigure::neededLeft(QRectF const& outer) const
@@ -73,7 +68,7 @@ double RunsFigure::neededLeft(QRectF const& outer) const
 void RunsFigure::place(QRectF const& outer, double leastLeft, bool numbers)
 {
   whole = outer;
-  const ChartAxis time{content.time, numbers ? titled(content.scan->time) : QString(), numbers};
+  const ChartAxis time{content.time, numbers ? titleOf(content.scan->time) : QString(), numbers};
   const QRectF room = outer.adjusted(0.0, 0.0, -barWidth(), 0.0);
   frame = ChartFrame(room, time, valueAxis(), theme, leastLeft);
   if (numbers) return;

@@ -46,6 +46,13 @@ QByteArray svgOf(FigureContent const& content, FigureOptions const& options, int
   QPainter painter(&generator);
   notes = paintFigure(painter, QRectF(QPointF(), size), content, options, imageDpi / figureUnitsPerInch);
   painter.end();
+  // The generator tells the size in whole units.
+  const int begin = bytes.indexOf("<svg width=\"");
+  const int end = bytes.indexOf('\n', begin);
+  if (begin >= 0 && end > begin)
+    bytes.replace(
+        begin, end - begin,
+        QString("<svg width=\"%1mm\" height=\"%2mm\"").arg(options.width).arg(options.height).toUtf8());
   return bytes;
 }
 

@@ -50,7 +50,7 @@ Autosave::Autosave(Document& ofDocument, std::function<void(Session&)> completin
   connect(&timer, &QTimer::timeout, this, &Autosave::save);
   connect(&document, &Document::opened, this, &Autosave::reopen);
   connect(&document, &Document::stateChanged, this, &Autosave::changed);
-  connect(&document, &Document::highlightChanged, this, &Autosave::changed);
+  connect(&document, &Document::highlightChanged, this, &Autosave::highlighted);
   reopen();
 }
 
@@ -66,6 +66,7 @@ void Autosave::reopen()
   timer.stop();
   remove();
   known.clear();
+  pinned.clear();
   if (!document.isOpen()) {
     finding.cancel();
     return;
@@ -82,7 +83,14 @@ void Autosave::changed()
   const bool isWorthIt =
       document.isOpen() && !document.source().path.empty() &&
       (document.undoStack().canUndo() || !document.pinnedRuns().empty() || QFileInfo::exists(file));
-  if (isWorthIt) timer.start();
+  if (isWorthIt && !timer.isActive()) timer.start();
+}
+
+void Autosave::highlighted()
+{
+  if (document.pinnedRuns() == pinned) return; // a run under the pointer, or the selected gate
+  pinned = document.pinnedRuns();
+  changed();
 }
 
 void Autosave::save()
@@ -92,22 +100,27 @@ void Autosave::save()
     timer.start();
     return;
   }
-  try {
-    QDir().mkpath(folder());
-    if (!lock) {
-      lock = lockFor(file);
-      if (!lock->tryLock(0)) lock.reset();
-    }
-    Session session = sessionOf(document, known);
-    if (complete) complete(session);
-    writeSession(file, session);
-  } catch (std::exception const&) {
-    // A full disk or a home that cannot be written must not disturb the work: the user saves by hand.
+  QDir().mkpath(folder());
+  if (!lock) {
+    lock = lockFor(file);
+    if (!lock->tryLock(0)) lock.reset();
   }
+  Session session = sessionOf(document, known);
+  if (complete) complete(session);
+  if (!writing) writing = std::make_unique<Background>();
+  writing->start([path = file, session](Background::Cancelled const&) -> std::function<void()> {
+    try {
+      writeSession(path, session);
+    } catch (std::exception const&) {
+      // A full disk or a home that cannot be written must not disturb the work: the user saves by hand.
+    }
+    return {};
+  });
 }
 
 void Autosave::remove()
 {
+  writing.reset(); // waits for what is being written
   QFile::remove(file);
   if (lock) lock->unlock();
   lock.reset();

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,7 +30,7 @@ public:
   /// A clean end.
   ~Autosave() override;
 
-  /// How long after the last change it is written, in ms.
+  /// How long after a change it is written, in ms.
   void setDelay(int milliseconds) { timer.setInterval(milliseconds); }
   /// Where it is, or will be.
   [[nodiscard]] QString path() const { return file; }
@@ -39,6 +40,7 @@ public:
 private:
   void reopen();
   void changed();
+  void highlighted();
   void save();
   void remove();
 
@@ -47,8 +49,10 @@ private:
   QString file;
   std::unique_ptr<QLockFile> lock; ///< tells others that this window lives
   QTimer timer;
-  Background finding; ///< the fingerprint
+  std::set<std::size_t> pinned; ///< that are known to be kept, or will be
+  Background finding;           ///< the fingerprint
   std::string known;
+  std::unique_ptr<Background> writing; ///< a disk may be slow
 };
 
 /// What a window that ended unexpectedly has left.

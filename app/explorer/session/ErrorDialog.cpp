@@ -68,8 +68,9 @@ ErrorDialog::ErrorDialog(ErrorText const& text, QWidget* parent) : QDialog(paren
   scroll->setWidget(message);
   auto* column = new QVBoxLayout;
   column->addWidget(summary);
-  column->addWidget(scroll, 1);
+  column->addWidget(scroll);
   if (!text.advice.isEmpty()) column->addWidget(plainLabel(text.advice));
+  column->addStretch(1);
   auto* row = new QHBoxLayout;
   row->addWidget(icon, 0, Qt::AlignTop);
   row->addSpacing(8);
@@ -86,7 +87,7 @@ ErrorDialog::ErrorDialog(ErrorText const& text, QWidget* parent) : QDialog(paren
   buttons->button(QDialogButtonBox::Ok)->setFocus();
   const int lines =
       QFontMetrics(font()).boundingRect(0, 0, width, 10000, Qt::TextWordWrap, text.message).height();
-  scroll->setMinimumHeight(std::clamp(lines + 8, 24, 260));
+  scroll->setFixedHeight(std::clamp(lines + 12, 24, 260));
   resize(width + 90, sizeHint().height());
 }
 
