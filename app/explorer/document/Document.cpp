@@ -2,18 +2,13 @@
 
 #include "app/cli/GatedScan.h"
 #include "app/explorer/document/StateStep.h"
-#include "app/view/ThreadPool.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 namespace runsieve::app {
 
 namespace {
-
-constexpr auto patience = std::chrono::milliseconds(8); ///< of preparing, so that a hover doesn't stutter
-constexpr qint64 leastPause = 100;                      ///< ms between distances that a reader can follow
 
 std::vector<Gate> gatesThatAreOn(State const& state)
 {
@@ -71,7 +66,6 @@ void Document::open(std::shared_ptr<Scan const> scan, ScanSource source, State s
   comparer.reset();
   compared.reset();
   distances.clear();
-  live.reset();
   data = std::move(scan);
   from = std::move(source);
   current = std::move(state);
@@ -79,6 +73,7 @@ void Document::open(std::shared_ptr<Scan const> scan, ScanSource source, State s
   gates.reset(data.get(), clusters.context());
   if (data) fitToScan(current.view, *data);
   takingPart = {};
+  preview.reset(nullptr, {});
   applyGates();
   Q_EMIT opened();
   Q_EMIT stateChanged();
@@ -115,15 +110,15 @@ void Document::setState(State const& state)
 
 void Document::applyGates()
 {
-  fixedFor.reset();
+  preview.forgetOthers();
   distances.clear();
   if (!data) return;
   gates.apply(current.gates, current.join);
   RunSet eligible = eligibleRuns(*data, gatesThatAreOn(current));
   if (eligible == takingPart) return;
   takingPart = std::move(eligible);
+  preview.reset(data.get(), takingPart);
   comparer.reset();
-  live.reset();
 }
 
 void Document::takeClusters()
@@ -152,7 +147,7 @@ void Document::compare()
       auto result = std::make_shared<Comparison const>(comparer->compare(passing, method, work));
       return [this, scan, comparer, result] {
         if (data != scan) return;
-        this->comparer = comparer;
+        if (comparer->eligible() == takingPart) this->comparer = comparer;
         compared = result;
       };
     } catch (ComparisonCancelled const&) {
@@ -174,58 +169,26 @@ std::vector<std::size_t> Document::parameterOrder() const
 
 bool Document::prepareGate(std::size_t output)
 {
-  if (!data || output >= data->outputs.size()) return true;
-  if (!live) live = std::make_unique<LiveSieve>(*data, takingPart);
-  const auto start = std::chrono::steady_clock::now();
-  LiveWork work;
-  work.interrupted = [start] { return std::chrono::steady_clock::now() - start > patience; };
-  return live->prepare(output, work);
+  return preview.prepare(output);
 }
 
 void Document::previewGate(std::size_t index, Gate const& gate)
 {
   if (!data) return;
-  if (!live) live = std::make_unique<LiveSieve>(*data, takingPart);
-  if (!moving || moving->index != index) fixedFor.reset();
-  ResolvedGate resolved;
+  const bool isOff = index < current.gates.size() && !current.gates[index].on;
   try {
-    resolved = resolveGate(gate, *data);
+    const ResolvedGate resolved = resolveGate(gate, *data);
+    moving = Moving{index, gate, isOff ? gates.passing() : preview.passing(index, resolved, gates)};
   } catch (GateError const&) {
-    cancelPreview();
+    cancelPreview(); // one that does not fit the scan, or takes time to be known
     return;
   }
-  if (index < current.gates.size() && !current.gates[index].on) {
-    moving = Moving{index, gate, gates.passing()};
-    Q_EMIT passingChanged();
-    return;
-  }
-  if (!fixedFor) sinceDistances.invalidate();
-  const bool alone = current.join == GateJoin::Any;
-  if (fixedFor != index) live->setFixed(alone ? RunSet(data->runs.size(), true) : gates.passingBut(index));
-  fixedFor = index;
-  LiveWork work;
-  work.runner = sharedThreads();
-  live->update(resolved, work);
-  RunSet through(data->runs.size());
-  for (std::size_t run = 0; run < data->runs.size(); ++run) through.set(run, live->mask()[run] != 0);
-  if (alone && gates.sieves()) {
-    const bool others = std::any_of(current.gates.begin(), current.gates.end(), [&](NamedGate const& other) {
-      return other.on && static_cast<std::size_t>(&other - current.gates.data()) != index;
-    });
-    if (others) through |= gates.passingBut(index);
-  }
-  moving = Moving{index, gate, std::move(through)};
-  updateDistances();
+  if (!isOff)
+    if (auto found = preview.newDistances()) {
+      distances = std::move(*found);
+      Q_EMIT comparisonChanged();
+    }
   Q_EMIT passingChanged();
-}
-
-void Document::updateDistances()
-{
-  if (current.join == GateJoin::Any) return; // the sieve knows only what a single gate lets through
-  if (sinceDistances.isValid() && sinceDistances.elapsed() < leastPause) return;
-  distances = live->distances().value_or(std::vector<LiveDistance>());
-  sinceDistances.start();
-  Q_EMIT comparisonChanged();
 }
 
 Gate const* Document::previewedGate(std::size_t* index) const
@@ -238,7 +201,7 @@ void Document::cancelPreview()
 {
   if (!moving) return;
   moving.reset();
-  fixedFor.reset();
+  preview.forgetOthers();
   distances.clear();
   Q_EMIT passingChanged();
   Q_EMIT comparisonChanged();

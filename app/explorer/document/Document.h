@@ -3,16 +3,15 @@
 #include "app/explorer/document/Background.h"
 #include "app/explorer/document/ClusterCache.h"
 #include "app/explorer/document/GateOutcomes.h"
+#include "app/explorer/document/GatePreview.h"
 #include "app/explorer/document/State.h"
 
 #include <runsieve/core/compare/Comparison.h>
 #include <runsieve/core/compare/ParameterComparer.h>
 #include <runsieve/core/live/LiveDistance.h>
-#include <runsieve/core/live/LiveSieve.h>
 #include <runsieve/core/read/ReadOptions.h>
 #include <runsieve/core/read/ReadReport.h>
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QUndoStack>
 
@@ -135,7 +134,6 @@ private:
   void applyGates();
   void takeClusters();
   void compare();
-  void updateDistances();
 
   std::shared_ptr<Scan const> data;
   ScanSource from;
@@ -145,9 +143,7 @@ private:
   GateOutcomes gates;
   RunSet takingPart;
   std::optional<Moving> moving;
-  std::unique_ptr<LiveSieve> live;
-  std::optional<std::size_t> fixedFor; ///< the gate whose others the live sieve holds still
-  QElapsedTimer sinceDistances;
+  GatePreview preview;
   std::vector<LiveDistance> distances;
   std::shared_ptr<ParameterComparer const> comparer; ///< of the runs that take part; none before the first
   std::shared_ptr<Comparison const> compared;

@@ -66,6 +66,13 @@ void GateOutcomes::apply(std::vector<NamedGate> const& gates, GateJoin how)
   }
 }
 
+bool GateOutcomes::sievesBut(std::size_t but) const
+{
+  for (std::size_t i = 0; i < list.size(); ++i)
+    if (i != but && counts(i)) return true;
+  return false;
+}
+
 RunSet GateOutcomes::passingBut(std::size_t but) const
 {
   bool first = true;

@@ -41,6 +41,9 @@ public:
   /// The runs that pass those gates of the last apply() that are on, but for one. \param but its position;
   /// that of no gate: all of them
   [[nodiscard]] RunSet passingBut(std::size_t but) const;
+  /// Whether some gate but for one is on and fits.
+  [[nodiscard]] bool sievesBut(std::size_t but) const;
+  [[nodiscard]] GateJoin joined() const { return join; }
 
 private:
   [[nodiscard]] GateOutcome outcomeOf(Gate const& gate) const;

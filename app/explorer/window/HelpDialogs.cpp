@@ -75,7 +75,7 @@ void showKeys(QWidget* parent)
 
 void showGuide(QWidget* parent)
 {
-  QFile file(":/runsieve/guide.md");
+  QFile file(":/help/guide.md");
   if (file.open(QIODevice::ReadOnly)) showText(parent, "User guide", QString::fromUtf8(file.readAll()));
 }
 
