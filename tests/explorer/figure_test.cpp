@@ -71,7 +71,7 @@ QByteArray streamsOf(QByteArray const& pdf)
     if (end < 0) break;
     const QByteArray stream = pdf.mid(begin + 8, end - begin - 8);
     constexpr char likelySize[] = {0, 1, 0, 0};
-    all += qUncompress(QByteArray(likelySize, 4) + stream);
+    if (stream.startsWith('x')) all += qUncompress(QByteArray(likelySize, 4) + stream); // deflated
   }
   return all;
 }

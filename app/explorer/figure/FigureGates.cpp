@@ -30,7 +30,7 @@ QRectF placeOf(QString const& text, QRectF const& shape, ChartFrame const& frame
   const QFontMetricsF metrics(theme.font);
   const QRectF plot = frame.plot();
   const QSizeF size(metrics.horizontalAdvance(text), metrics.height());
-  const double x = std::clamp(shape.left(), plot.left() + theme.gap,
+  const double x = std::clamp(shape.left() + 0.6 * theme.gap, plot.left() + theme.gap,
                               std::max(plot.left() + theme.gap, plot.right() - size.width() - theme.gap));
   QRectF first;
   for (double const y : {shape.top() - size.height(), shape.top() + 0.3 * theme.gap, shape.bottom(),

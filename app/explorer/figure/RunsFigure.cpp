@@ -21,6 +21,7 @@ namespace {
 
 constexpr double finest = 0.3 * figureUnitsPerPoint; ///< length of line that is worth a point
 constexpr std::size_t mostBars = 2;
+constexpr double leastBar = 3.0; ///< height, in lines of text
 
 /// Opacity of one run's line where lines lie over lines.
 double lineOpacity(std::size_t runs)
@@ -135,6 +136,10 @@ void RunsFigure::paintImage(QPainter& painter, double pixelsPerUnit) const
   std::vector<std::size_t> bars;
   for (std::size_t i = 0; i < images->size() && bars.size() < mostBars; ++i)
     if ((*images)[i].scale.largest() > 0.0) bars.push_back(i);
+  // Where two have no room the upper layer has one.
+  const double least = leastBar * QFontMetricsF(theme.font).height();
+  while (bars.size() > 1 && room.height() < least * static_cast<double>(bars.size()))
+    bars.erase(bars.begin());
   const double height = room.height() / static_cast<double>(std::max<std::size_t>(bars.size(), 1));
   for (std::size_t i = 0; i < bars.size(); ++i) {
     const std::size_t layer = bars[bars.size() - 1 - i];
@@ -150,7 +155,7 @@ void RunsFigure::paintBar(QPainter& painter, DensityScale const& scale, QColor c
   const QFontMetricsF metrics(theme.font);
   const QRectF bar(place.left(), place.top() + 0.6 * metrics.height(), metrics.averageCharWidth(),
                    std::max(1.0, place.height() - 1.2 * metrics.height()));
-  if (place.height() < 3.0 * metrics.height()) return;
+  if (place.height() < leastBar * metrics.height()) return;
   const ColorRamp ramp({static_cast<std::uint8_t>(color.red()), static_cast<std::uint8_t>(color.green()),
                         static_cast<std::uint8_t>(color.blue())});
   QLinearGradient gradient(bar.bottomLeft(), bar.topLeft());
