@@ -60,8 +60,9 @@ LineSetPicture::~LineSetPicture() = default;
 
 bool LineSetPicture::Target::isOfRuns(Target const& o) const
 {
-  return std::tie(content, runs, stride, extra, extraCount, all) ==
-         std::tie(o.content, o.runs, o.stride, o.extra, o.extraCount, o.all);
+  const bool areSame = content == o.content || (version != 0 && version == o.version);
+  return areSame && std::tie(runs, stride, extra, extraCount, all) ==
+                        std::tie(o.runs, o.stride, o.extra, o.extraCount, o.all);
 }
 
 bool LineSetPicture::Target::looksLike(Target const& o) const
@@ -90,7 +91,11 @@ LineSetPicture::Target LineSetPicture::targetOf(Lines const& lines, PixelFrame c
 {
   Target target;
   target.frame = frame;
+  target.dataFrame = frame;
+  target.dataFrame.xOffset += frame.xScale * lines.xShift;
+  target.dataFrame.yOffset += frame.yScale * lines.yShift;
   target.content = contentOf(lines.points);
+  target.version = lines.version;
   target.runs = static_cast<std::size_t>(lines.points->GetNumberOfPoints()) / lines.stride;
   target.stride = lines.stride;
   target.extra = lines.all ? lines.extra : 0;
@@ -171,14 +176,21 @@ SlicedCoverage::Progress LineSetPicture::countSlice()
     return layer.counts ? layer.counts->advance(runs, wanted, most, runner) : Progress::done;
   };
   if (!begin(target, points)) return Progress::tooMany;
+  dropMovedPixels(); // threads need as much memory
   const Progress all = advance(allRuns, onceEach);
   const Progress highlights = advance(highlighted, target.coats);
-  movedIsOld = true;
   if (all == Progress::tooMany || highlights == Progress::tooMany) {
     dropCounts();
     return Progress::tooMany;
   }
   return all == Progress::done ? highlights : all;
+}
+
+/// Of an image that more lines belong into by now. The device goes on holding the image itself.
+void LineSetPicture::dropMovedPixels()
+{
+  if (moved.image) moved.image->Initialize();
+  moved.image = nullptr;
 }
 
 void LineSetPicture::dropCounts()
@@ -229,14 +241,14 @@ void LineSetPicture::resolve(Target const& target)
 
 bool LineSetPicture::isKept(Target const& target) const
 {
-  return kept.isExact && kept.target.frame == target.frame && kept.target.looksLike(target);
+  return kept.isExact && kept.target.isInPlaceOf(target) && kept.target.looksLike(target);
 }
 
 bool LineSetPicture::mayMove(Target const& target, bool isCounting) const
 {
   if (!kept.image || !target.isOfRuns(kept.target) || target.runs * target.stride < quicklyCounted)
     return false;
-  if (kept.isExact && kept.target.frame == target.frame) return false; // not moved
+  if (kept.isExact && kept.target.isInPlaceOf(target)) return false; // not moved
   if (isCounted(target)) return false;
   // Without counts of its own nothing can show another highlight.
   return isCounting || target.looksLike(kept.target);
@@ -247,12 +259,12 @@ void LineSetPicture::move(Target const& target, vtkPoints2D* points)
 {
   pointsOfMoved = points;
   timeOfMoved = points->GetMTime();
-  const bool isThere =
-      moved.image && moved.target.frame == target.frame && moved.target.looksLike(target) && !movedIsOld;
-  if (isThere) return;
-  const bool goesOn =
-      moved.image && movedHasPart && !(moved.target.frame == target.frame) && moved.target.looksLike(target);
-  if (goesOn) { // what was counted before the hand moved on goes along
+  const bool isInPlace = moved.target.isInPlaceOf(target);
+  const bool looksTheSame = moved.target.looksLike(target);
+  if (moved.image && isInPlace && looksTheSame) return;
+  if (!isInPlace && looksTheSame && !layersOf(moved.target, true).empty()) {
+    // What was counted before the hand moved on goes along.
+    if (!moved.image) compose(moved.target);
     kept = std::move(moved);
     moved = Shown();
   }
@@ -272,10 +284,9 @@ void LineSetPicture::compose(Target const& target)
     std::memset(pixelsOf(moved.image), 0, bytesOf(frame));
   else
     CoverageImage().resolve(layers, pixelsOf(moved.image));
-  if (target.looksLike(kept.target)) moveImage(kept.image, kept.target.frame, moved.image, frame);
+  if (target.looksLike(kept.target))
+    moveImage(kept.image, kept.target.dataFrame, moved.image, target.dataFrame);
   moved.image->Modified();
-  movedHasPart = !layers.empty();
-  movedIsOld = false;
 }
 
 bool LineSetPicture::countOn(Clock::time_point end)
@@ -309,7 +320,9 @@ bool LineSetPicture::paint(vtkContext2D* painter, Lines const& lines)
     stopWaiting();
     moved = Shown();
     pointsOfMoved = nullptr;
-    if (!isKept(target)) {
+    if (isKept(target))
+      kept.target = target; // a set after a redraw has a version of its own
+    else {
       if (!count(target, floatsOf(lines.points))) return false;
       resolve(target);
     }

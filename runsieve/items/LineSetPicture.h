@@ -50,9 +50,12 @@ public:
   {
     vtkPoints2D* points = nullptr; ///< of floats
     std::size_t stride = 1;        ///< points of a run
-    bool all = true;               ///< all runs below, once each
-    std::size_t extra = 0;         ///< first point of a line of its own, drawn with all runs
-    std::size_t extraCount = 0;    ///< its points
+    std::uint64_t version = 0;     ///< the same for points that differ by their shift only; 0: not known
+    double xShift = 0.0;           ///< of the points against their data
+    double yShift = 0.0;
+    bool all = true;            ///< all runs below, once each
+    std::size_t extra = 0;      ///< first point of a line of its own, drawn with all runs
+    std::size_t extraCount = 0; ///< its points
     std::vector<std::uint8_t> const* coats = nullptr; ///< on top, of each run; null: none
     Pen allPen;
     Pen coatsPen;
@@ -81,7 +84,9 @@ private:
   struct Target
   {
     PixelFrame frame{};
+    PixelFrame dataFrame{};    ///< for data without their shift
     std::uint64_t content = 0; ///< of the points
+    std::uint64_t version = 0;
     std::size_t runs = 0;
     std::size_t stride = 0;
     std::size_t extra = 0;
@@ -92,8 +97,9 @@ private:
     Pen coatsPen;
     CoverageImage::Shades shades = CoverageImage::Shades::opacity;
 
-    [[nodiscard]] bool isOfRuns(Target const& o) const;
-    [[nodiscard]] bool looksLike(Target const& o) const; ///< but for the frame
+    [[nodiscard]] bool isOfRuns(Target const& o) const;  ///< but for a shift
+    [[nodiscard]] bool looksLike(Target const& o) const; ///< but for frame and shift
+    [[nodiscard]] bool isInPlaceOf(Target const& o) const { return content == o.content && frame == o.frame; }
   };
 
   /// What the counts of a layer were made from, but for the coats.
@@ -132,6 +138,7 @@ private:
   bool begin(Target const& target, float const* points);
   bool count(Target const& target, float const* points);
   SlicedCoverage::Progress countSlice();
+  void dropMovedPixels();
   void dropCounts();
   [[nodiscard]] bool isCounted(Target const& target) const;
   [[nodiscard]] std::vector<CoverageImage::Layer> layersOf(Target const& target, bool isPart) const;
@@ -152,8 +159,6 @@ private:
   CoverageImage image;                    ///< the scales of these layers
 
   Shown moved;
-  bool movedHasPart = false;                  ///< shows lines that have been counted for its frame
-  bool movedIsOld = false;                    ///< more have been counted since
   vtkSmartPointer<vtkPoints2D> pointsOfMoved; ///< of its lines
   std::uint64_t timeOfMoved = 0;              ///< of these points
 
