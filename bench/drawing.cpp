@@ -1,5 +1,6 @@
-// What a user waits for: from a drag to the picture, and frames in which nothing, the window on the axes or
-// the size changes. Pictures of 1200 x 900 without a window.
+// What a user waits for: from a drag to the picture, and frames in which nothing or the window on the axes
+// changes, as a host asks for them and as a hand sees them that pans. Pictures of 1200 x 900 without a
+// window.
 
 #include "BenchScan.h"
 #include "QuietRun.h"
@@ -7,16 +8,20 @@
 #include "app/render/OffscreenView.h"
 #include "app/view/ScanPlot.h"
 
+#include <runsieve/items/MovedImages.h>
 #include <runsieve/plot/PlotContainer.h>
 
 #include <vtkAnnotationLink.h>
 #include <vtkAxis.h>
 #include <vtkChart.h>
 #include <vtkContextScene.h>
+#include <vtkContextView.h>
 #include <vtkNew.h>
+#include <vtkRenderWindow.h>
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <chrono>
 
 using namespace runsieve;
@@ -50,6 +55,15 @@ public:
     app::polish(plot);
   }
 
+  /// Another window on the vertical axis, to and fro. \param hundredths of the axis
+  void pan(int hundredths = 1)
+  {
+    vtkAxis* left = plot.chartXY->GetAxis(vtkAxis::LEFT);
+    const double step = direction * 0.01 * hundredths * (left->GetMaximum() - left->GetMinimum());
+    left->SetRange(left->GetMinimum() + step, left->GetMaximum() + step);
+    direction = -direction;
+  }
+
   app::OffscreenView view;
   PlotContainer plot;
 
@@ -65,6 +79,7 @@ private:
   }
 
   vtkSmartPointer<vtkSelection> brushes[2];
+  double direction = 1.0;
 };
 
 void firstPicture(benchmark::State& state, std::string const& name, bool plainLines)
@@ -110,14 +125,54 @@ void panned(benchmark::State& state, std::string const& name, bool plainLines)
   DrawnScan drawn(name, plainLines);
   drawn.select(0);
   drawn.view.render();
-  vtkAxis* left = drawn.plot.chartXY->GetAxis(vtkAxis::LEFT);
-  const double step = 0.01 * (left->GetMaximum() - left->GetMinimum());
-  double direction = 1.0;
   for (auto _ : state) {
-    left->SetRange(left->GetMinimum() + direction * step, left->GetMaximum() + direction * step);
-    direction = -direction;
+    drawn.pan();
     drawn.view.render();
   }
+}
+
+void moving(benchmark::State& state, std::string const& name, bool plainLines)
+{
+  DrawnScan drawn(name, plainLines);
+  drawn.select(0);
+  drawn.view.render();
+  MovedImages images(drawn.view.contextView()->GetRenderWindow());
+  drawn.pan(5); // the windows are not the one that was counted
+  for (auto _ : state) {
+    drawn.pan();
+    const MovedImages::Frame frame(images, MovedImages::Hand::moves);
+    drawn.view.render();
+  }
+}
+
+/// From the last step of a hand to the picture that is counted, as a widget does it, but for the tenth of a
+/// second that it waits.
+void atRest(benchmark::State& state, std::string const& name, bool plainLines)
+{
+  using Clock = std::chrono::steady_clock;
+  using Milliseconds = std::chrono::duration<double, std::milli>;
+  DrawnScan drawn(name, plainLines);
+  drawn.select(0);
+  drawn.view.render();
+  MovedImages images(drawn.view.contextView()->GetRenderWindow());
+  Milliseconds worst{0};
+  for (auto _ : state) {
+    state.PauseTiming();
+    drawn.pan();
+    {
+      const MovedImages::Frame frame(images, MovedImages::Hand::moves);
+      drawn.view.render();
+    }
+    state.ResumeTiming();
+    bool isCounted = false;
+    while (!isCounted) {
+      const auto start = Clock::now();
+      isCounted = images.count(std::chrono::milliseconds(15));
+      worst = std::max<Milliseconds>(worst, Clock::now() - start);
+    }
+    drawn.view.render();
+  }
+  state.counters["worst slice ms"] = worst.count();
 }
 
 using Frame = void (*)(benchmark::State&, std::string const&, bool);
@@ -145,5 +200,7 @@ int main(int argc, char** argv)
     add("first drag to picture", firstDragToPicture, scan, false)->UseManualTime();
   registerFrame("repaint", repaint);
   registerFrame("panned", panned);
+  registerFrame("panned, hand moving", moving);
+  registerFrame("panned, hand at rest", atRest);
   return runQuietly(argc, argv);
 }

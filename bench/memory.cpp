@@ -11,6 +11,7 @@
 #include "app/render/OffscreenView.h"
 #include "app/view/ScanPlot.h"
 
+#include <runsieve/items/MovedImages.h>
 #include <runsieve/plot/PlotContainer.h>
 
 #include <vtkAnnotationLink.h>
@@ -23,6 +24,7 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 
 #include <malloc.h>
@@ -159,7 +161,27 @@ public:
     blocks.counting = false;
   }
 
+  /// What a hand sees that pans, and then rests.
+  void drawMovedFrames()
+  {
+    blocks.counting = true;
+    {
+      MovedImages images(view.contextView()->GetRenderWindow());
+      pan();
+      drawFrameOf(images, MovedImages::Hand::moves);
+      while (!images.count(std::chrono::milliseconds(15))) drawFrameOf(images, MovedImages::Hand::rests);
+      view.render();
+    }
+    blocks.counting = false;
+  }
+
 private:
+  void drawFrameOf(MovedImages& images, MovedImages::Hand hand)
+  {
+    const MovedImages::Frame frame(images, hand);
+    view.render();
+  }
+
   app::OffscreenView view;
   PlotContainer plot;
 };
@@ -178,6 +200,9 @@ void picture(benchmark::State& state, std::string const& name, bool plainLines)
     }
     plot.pan();
     plot.drawFrame();
+    plot.drawFrame();
+    state.counters["peak MB, exact frames"] = static_cast<double>(blocks.peak) * 1e-6;
+    plot.drawMovedFrames();
     plot.drawFrame();
     state.counters["kept MB"] = static_cast<double>(blocks.live) * 1e-6;
     state.counters["peak MB"] = static_cast<double>(blocks.peak) * 1e-6;

@@ -3,11 +3,13 @@
 #include <runsieve/core/coverage/CoverageMix.h>
 #include <runsieve/core/coverage/RunCoverage.h>
 #include <runsieve/items/ColumnLine.h>
+#include <runsieve/items/MovedImages.h>
 
 #include <vtkImageData.h>
 #include <vtkPen.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace runsieve {
@@ -18,6 +20,12 @@ namespace {
 constexpr std::size_t fewLines = 50;
 
 constexpr std::size_t mostColors = 16;
+
+/// Fewer are counted in a millisecond or two, at each step of a hand as well.
+constexpr std::size_t quicklyCounted = 200;
+
+/// Between two looks at the clock.
+constexpr std::size_t linesOfSlice = 64;
 
 /// Of those of a list: a majority, if there is one (R. S. Boyer and J S. Moore, MJRTY, 1981).
 class MajorityWidth
@@ -37,6 +45,24 @@ private:
 
 } // namespace
 
+/// An image that is being counted.
+struct LineGroup::Counting
+{
+  explicit Counting(Source const& itsSource)
+      : source(itsSource), mix(source.frame.width, source.frame.height),
+        counts(coverageFrame(source.frame, source.width, 1))
+  {}
+
+  Source source;
+  CoverageMix mix;
+  RunCoverage counts;
+  std::size_t pen = 0;
+  std::size_t part = 0;
+};
+
+LineGroup::LineGroup() = default;
+LineGroup::~LineGroup() = default;
+
 void LineGroup::join(ColumnLine& line)
 {
   line.place = lines.size();
@@ -48,6 +74,8 @@ void LineGroup::leave(ColumnLine& line)
   lines[line.place] = lines.back();
   lines[line.place]->place = line.place;
   lines.pop_back();
+  moved = Source();
+  counting = nullptr;
 }
 
 bool LineGroup::paint(vtkContext2D* painter, ColumnLine& line)
@@ -56,7 +84,7 @@ bool LineGroup::paint(vtkContext2D* painter, ColumnLine& line)
   if (line.frames.toCome != frameNumber) beginFrame(painter, line);
   line.frames.toCome = 0;
   if (line.frames.shown != frameNumber) return false;
-  if (!isDrawn) drawPixels(painter, source.frame, image);
+  if (!isDrawn) drawPixels(painter, shownFrame, shown);
   isDrawn = true;
   return true;
 }
@@ -68,15 +96,94 @@ void LineGroup::beginFrame(vtkContext2D* painter, ColumnLine& first)
   isDrawn = false;
   for (ColumnLine* line : lines)
     if (line->GetVisible()) line->frames.toCome = frameNumber;
+  shown = nullptr;
   const std::optional<PixelFrame> frame = pixelFrame(painter);
   Source wanted = frame ? alike(first, *frame) : Source();
   const bool isImage = wanted.parts.size() >= fewLines && wanted.pens.size() <= mostColors;
-  if (!isImage || !(wanted == source)) {
-    source = std::move(wanted);
-    image = nullptr;
+  MovedImages* const hand = MovedImages::of(painter);
+  if (isImage && hand && mayMove(wanted)) {
+    move(wanted);
+    wait(*hand);
+    moved = std::move(wanted);
+  } else {
+    stopWaiting();
+    moved = Source();
+    showCounted(isImage ? std::move(wanted) : Source());
   }
-  if (!isImage || (!image && !count())) return;
-  for (Part const& part : source.parts) part.line->frames.shown = frameNumber;
+  if (!shown) return;
+  shownFrame = *frame;
+  for (Part const& part : (moved.parts.empty() ? source : moved).parts) part.line->frames.shown = frameNumber;
+}
+
+bool LineGroup::mayMove(Source const& wanted) const
+{
+  return image && wanted.parts.size() >= quicklyCounted && !(wanted.frame == source.frame) &&
+         wanted.looksLike(source);
+}
+
+void LineGroup::move(Source const& wanted)
+{
+  shown = newImage(wanted.frame);
+  const std::size_t bytes =
+      4 * static_cast<std::size_t>(wanted.frame.width) * static_cast<std::size_t>(wanted.frame.height);
+  std::memset(shown->GetScalarPointer(), 0, bytes);
+  moveImage(image, source.frame, shown, wanted.frame);
+}
+
+/// Shows the image of a source, counted now unless it is there. None if there are no lines or too many.
+void LineGroup::showCounted(Source wanted)
+{
+  if (!(wanted == source)) image = nullptr;
+  if (!image && !wanted.parts.empty()) {
+    begin(wanted);
+    static_cast<void>(goOn(Clock::time_point::max()));
+  }
+  counting = nullptr;
+  source = std::move(wanted);
+  shown = image;
+}
+
+void LineGroup::begin(Source const& wanted)
+{
+  if (!counting || !(counting->source == wanted)) counting = std::make_unique<Counting>(wanted);
+}
+
+/// Counts until some time, and makes the image when all lines are in.
+LineGroup::Progress LineGroup::goOn(Clock::time_point end)
+{
+  Counting& now = *counting;
+  std::vector<float> points;
+  std::size_t counted = 0;
+  for (; now.pen < now.source.pens.size(); ++now.pen, now.part = 0) {
+    if (now.part == 0) now.counts.clear();
+    while (now.part < now.source.parts.size()) {
+      Part const& part = now.source.parts[now.part++];
+      if (part.color != now.pen) continue;
+      if (!part.line->isPlain() || part.line->pointsTime() != part.time) return Progress::failed;
+      points.clear();
+      part.line->appendPoints(points);
+      if (!now.counts.add(points.data(), points.size() / 2)) return Progress::failed;
+      if (++counted % linesOfSlice == 0 && Clock::now() >= end) return Progress::more;
+    }
+    Pen const& pen = now.source.pens[now.pen];
+    now.mix.add(now.counts, pen.color, pen.opacity);
+  }
+  image = newImage(now.source.frame);
+  now.mix.store(static_cast<unsigned char*>(image->GetScalarPointer()));
+  source = now.source;
+  return Progress::done;
+}
+
+bool LineGroup::countOn(Clock::time_point end)
+{
+  if (moved.parts.empty() || moved == source) return true;
+  try {
+    begin(moved);
+    if (goOn(end) == Progress::more) return false;
+  } catch (...) { // what is wrong shows when the next frame counts
+  }
+  counting = nullptr;
+  return true;
 }
 
 LineGroup::Source LineGroup::alike(ColumnLine& first, PixelFrame const& frame) const
@@ -104,26 +211,6 @@ LineGroup::Source LineGroup::alike(ColumnLine& first, PixelFrame const& frame) c
     if (result.pens.size() > mostColors) break;
   }
   return result;
-}
-
-bool LineGroup::count()
-{
-  CoverageMix mix(source.frame.width, source.frame.height);
-  RunCoverage counts(coverageFrame(source.frame, source.width, 1));
-  std::vector<float> points;
-  for (std::size_t i = 0; i < source.pens.size(); ++i) {
-    counts.clear();
-    for (Part const& part : source.parts) {
-      if (part.color != i) continue;
-      points.clear();
-      part.line->appendPoints(points);
-      if (!counts.add(points.data(), points.size() / 2)) return false;
-    }
-    mix.add(counts, source.pens[i].color, source.pens[i].opacity);
-  }
-  image = newImage(source.frame);
-  mix.store(static_cast<unsigned char*>(image->GetScalarPointer()));
-  return true;
 }
 
 } // namespace runsieve

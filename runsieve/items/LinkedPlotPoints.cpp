@@ -6,7 +6,6 @@
 #include <vtkContextMapper2D.h>
 #include <vtkIdTypeArray.h>
 #include <vtkPoints2D.h>
-#include <vtkRect.h>
 #include <vtkScalarsToColors.h>
 #include <vtkTable.h>
 
@@ -52,7 +51,22 @@ struct Source
            coloured == o.coloured && colorArray == o.colorArray && maskName == o.maskName &&
            changes == o.changes;
   }
+
+  /// Whether a chart has set another shift since, which is a call of Modified(), and nothing else.
+  [[nodiscard]] bool isShifted(Source former) const
+  {
+    if (shiftScale == former.shiftScale || changes > former.changes + 1) return false;
+    former.shiftScale = shiftScale;
+    former.changes = changes;
+    return *this == former;
+  }
 };
+
+unsigned long long newVersion()
+{
+  static unsigned long long last = 0;
+  return ++last;
+}
 
 vtkMTimeType timeOf(vtkAbstractArray* column)
 {
@@ -64,6 +78,7 @@ vtkMTimeType timeOf(vtkAbstractArray* column)
 struct LinkedPlotPoints::Cache
 {
   Source builtFrom;
+  unsigned long long version = 0; ///< of the data, whatever the shift
   unsigned long long changes = 0; ///< calls of Modified() by anybody but the link and this plot
   bool fromInside = false;        ///< the call under way is none of them
 
@@ -121,6 +136,16 @@ unsigned long long LinkedPlotPoints::Changes() const
   return this->Built->changes;
 }
 
+unsigned long long LinkedPlotPoints::DataVersion() const
+{
+  return this->Built->version;
+}
+
+vtkRectd LinkedPlotPoints::ShiftOfPoints() const
+{
+  return this->Built->builtFrom.shiftScale;
+}
+
 void LinkedPlotPoints::SetSelection(vtkIdTypeArray* rows)
 {
   this->Built->fromInside = true;
@@ -139,6 +164,7 @@ void LinkedPlotPoints::Update()
       this->BuildTime.Modified();
     } else {
       this->ModifiedByUpdate();
+      if (!now.isShifted(this->Built->builtFrom)) this->Built->version = newVersion();
       this->Built->builtFrom = std::move(now);
     }
   }

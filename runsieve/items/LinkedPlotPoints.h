@@ -3,6 +3,7 @@
 #include <runsieve/runsieve_export.h>
 
 #include <vtkPlotPoints.h>
+#include <vtkRect.h>
 
 #include <memory>
 
@@ -35,6 +36,11 @@ protected:
   void ModifiedByUpdate();
   /// How often somebody has called Modified().
   [[nodiscard]] unsigned long long Changes() const;
+  /// A number that no other points have had, but those of the same data that a chart has shifted: it does so
+  /// when the smallest value on an axis is close to 0, or far away from it.
+  [[nodiscard]] unsigned long long DataVersion() const;
+  /// Shift and scale that the points have, which the chart may have changed since.
+  [[nodiscard]] vtkRectd ShiftOfPoints() const;
 
 private:
   struct Cache;

@@ -1,5 +1,6 @@
 #include <runsieve/items/PixelPainter.h>
 
+#include <runsieve/core/coverage/MovedPixels.h>
 #include <runsieve/items/ExportedImages.h>
 
 #include <vtkContext2D.h>
@@ -178,6 +179,17 @@ RunCoverage::Frame coverageFrame(PixelFrame const& frame, double width, int subR
   result.halfWidth = 0.5 * width * frame.scale;
   result.map = {frame.xScale, frame.xOffset - frame.left, frame.yScale, frame.yOffset - frame.bottom};
   return result;
+}
+
+void moveImage(vtkImageData* image, PixelFrame const& from, vtkImageData* target, PixelFrame const& to)
+{
+  PixelMove move;
+  move.xScale = from.xScale / to.xScale;
+  move.xOffset = from.xOffset - from.left + (to.left - to.xOffset) * move.xScale;
+  move.yScale = from.yScale / to.yScale;
+  move.yOffset = from.yOffset - from.bottom + (to.bottom - to.yOffset) * move.yScale;
+  movePixels(static_cast<std::uint8_t const*>(image->GetScalarPointer()), from.width, from.height,
+             static_cast<std::uint8_t*>(target->GetScalarPointer()), to.width, to.height, move);
 }
 
 vtkSmartPointer<vtkImageData> newImage(PixelFrame const& frame)

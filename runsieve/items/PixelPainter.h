@@ -54,6 +54,10 @@ struct PixelFrame
 /// For the lines of a painter, of some width in pixels of the viewport, in the pixels of its frame.
 [[nodiscard]] RunCoverage::Frame coverageFrame(PixelFrame const& frame, double width, int subRows);
 
+/// Copies what an image shows to where it lies after its axes have moved; the rest of the target stays as it
+/// is. \param from the frame of the image \param to that of the target
+void moveImage(vtkImageData* image, PixelFrame const& from, vtkImageData* target, PixelFrame const& to);
+
 /// An image of RGBA of the size of a frame; what it shows is undefined.
 [[nodiscard]] vtkSmartPointer<vtkImageData> newImage(PixelFrame const& frame);
 

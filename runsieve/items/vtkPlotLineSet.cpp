@@ -345,6 +345,10 @@ bool vtkPlotLineSet::PaintPicture(vtkContext2D* painter)
   runsieve::LineSetPicture::Lines drawn;
   drawn.points = this->Points;
   drawn.stride = static_cast<std::size_t>(this->Stride);
+  const vtkRectd shift = this->ShiftOfPoints();
+  if (shift.GetWidth() == 1.0 && shift.GetHeight() == 1.0) drawn.version = this->DataVersion();
+  drawn.xShift = shift.GetX();
+  drawn.yShift = shift.GetY();
   drawn.all = plain.shown;
   drawn.extra = static_cast<std::size_t>(plain.extra);
   drawn.extraCount = static_cast<std::size_t>(plain.extraCount);

@@ -2,6 +2,7 @@
 
 #include <runsieve/items/VtkVersion.h>
 #include <runsieve/plot/PlotContainer.h>
+#include <runsieve/widgets/HandFrames.h>
 #include <runsieve/widgets/SelectionDrag.h>
 
 #include <vtkChart.h>
@@ -16,6 +17,7 @@
 #include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
+#include <QScopedValueRollback>
 
 namespace {
 
@@ -49,6 +51,7 @@ VtkPlotWidget::VtkPlotWidget(QWidget* parent) : QVTKOpenGLNativeWidget(parent)
   view->SetRenderWindow(renderWindow());
   view->SetInteractor(interactor());
   view->GetRenderWindow()->LineSmoothingOn();
+  frames = std::make_unique<runsieve::HandFrames>(renderWindow(), interactor(), [this] { view->Render(); });
 }
 
 VtkPlotWidget::~VtkPlotWidget()
@@ -67,7 +70,7 @@ void VtkPlotWidget::setPlotContainer(PlotContainer* container)
   container->redraw();
   view->GetScene()->ClearItems();
   view->GetScene()->AddItem(container->getItem());
-  view->Render();
+  renderExactly();
 }
 
 void VtkPlotWidget::updatePlot(bool clear)
@@ -77,6 +80,12 @@ void VtkPlotWidget::updatePlot(bool clear)
     view->GetScene()->ClearItems();
     view->GetScene()->AddItem(plotContainer->getItem());
   }
+  renderExactly();
+}
+
+void VtkPlotWidget::renderExactly()
+{
+  frames->end();
   view->Render();
 }
 
@@ -85,6 +94,7 @@ void VtkPlotWidget::printPlot(QString fileName)
   if (!hasContainer()) return;
   auto exporter = vtkSmartPointer<vtkGL2PSExporter>::New();
   if (!exporter) return; // its factory is missing
+  frames->end();
   exporter->SetRenderWindow(view->GetRenderWindow());
   exporter->SetFileFormat(vtkGL2PSExporter::PDF_FILE);
   exporter->SetSort(vtkGL2PSExporter::NO_SORT);
@@ -104,6 +114,13 @@ void VtkPlotWidget::initializeGL()
   // Several samples of each pixel take a renderer on the processor 30 ms and more for each frame, changed or
   // not.
   if (isSoftwareRenderer()) renderWindow()->SetMultiSamples(0);
+}
+
+void VtkPlotWidget::paintGL()
+{
+  // Qt asks for the frame out of a paint event, or else for a picture of the widget.
+  if (!isPainting && frames && frames->areMoved()) renderExactly();
+  QVTKOpenGLNativeWidget::paintGL();
 }
 
 QPointF VtkPlotWidget::inScene(QPointF const& position) const
@@ -154,8 +171,41 @@ void VtkPlotWidget::cancelDrag()
   view->Render();
 }
 
+/// A selection moves no axes, and its highlights need runs that are counted.
+void VtkPlotWidget::followHand(QEvent* event, bool selects)
+{
+  switch (event->type()) {
+  case QEvent::MouseButtonPress:
+    if (selects) frames->rest();
+    break;
+  case QEvent::MouseMove:
+    if (!selects && static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton) frames->move();
+    break;
+  case QEvent::MouseButtonRelease: // of a rectangle to zoom into
+    if (!selects) frames->move();
+    break;
+  case QEvent::Wheel:
+  case QEvent::Resize:
+    frames->move();
+    break;
+  default:
+    break;
+  }
+}
+
+bool VtkPlotWidget::handle(QEvent* event)
+{
+  const bool selected = drag->isUnderWay();
+  followDrag(event);
+  followHand(event, selected || drag->isUnderWay());
+  const runsieve::HandFrames::Allowed allowed(*frames);
+  return QVTKOpenGLNativeWidget::event(event);
+}
+
 bool VtkPlotWidget::event(QEvent* event)
 {
+  if (!frames) return QVTKOpenGLNativeWidget::event(event); // it is being made
+  const QScopedValueRollback<bool> painting(isPainting, event->type() == QEvent::Paint);
   if (event->type() == QEvent::KeyPress && drag->isUnderWay() &&
       static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
     cancelDrag();
@@ -167,14 +217,10 @@ bool VtkPlotWidget::event(QEvent* event)
     if (event->type() == QEvent::MouseButtonRelease || !isHeld) ignoresRelease = false;
     return true;
   }
-  if (event->type() != QEvent::MouseButtonDblClick) {
-    followDrag(event);
-    return QVTKOpenGLNativeWidget::event(event);
-  }
+  if (event->type() != QEvent::MouseButtonDblClick) return handle(event);
   // Charts ignore double clicks, so a drag begun soon after a press would be lost without a trace.
   auto const* click = static_cast<QMouseEvent*>(event);
   QMouseEvent press(QEvent::MouseButtonPress, click->localPos(), click->windowPos(), click->screenPos(),
                     click->button(), click->buttons(), click->modifiers());
-  followDrag(&press);
-  return QVTKOpenGLNativeWidget::event(&press);
+  return handle(&press);
 }

@@ -6,12 +6,15 @@
 #include <QVTKOpenGLNativeWidget.h>
 #include <vtkSmartPointer.h>
 
+#include <memory>
+
 class PlotContainer;
 class vtkContextView;
 
 namespace runsieve {
+class HandFrames;
 class SelectionDrag;
-}
+} // namespace runsieve
 
 /// Shows one PlotContainer in a Qt window and writes it to PDF.
 ///
@@ -20,6 +23,10 @@ class SelectionDrag;
 /// plot style. The application should call
 /// QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat()) before it makes its
 /// QApplication.
+///
+/// While the mouse pans or zooms, and while the window is being resized, images of many runs move with their
+/// axes; a tenth of a second later the runs are counted anew, in slices between events. Frames that a host
+/// renders, pictures that it grabs and files show counted runs always.
 class RUNSIEVE_EXPORT VtkPlotWidget : public QVTKOpenGLNativeWidget
 {
   Q_OBJECT
@@ -49,13 +56,19 @@ public Q_SLOTS:
 protected:
   bool event(QEvent* event) override;
   void initializeGL() override;
+  void paintGL() override;
 
 private:
   void followDrag(QEvent* event);
   void cancelDrag();
+  void followHand(QEvent* event, bool selects);
+  bool handle(QEvent* event);
+  void renderExactly();
   [[nodiscard]] QPointF inScene(QPointF const& position) const;
 
   runsieve::SelectionDrag* drag = nullptr;
+  std::unique_ptr<runsieve::HandFrames> frames;
+  bool isPainting = false;     ///< for the screen
   bool ignoresRelease = false; ///< of the button that a cancelled drag still holds
   [[nodiscard]] bool hasContainer() const { return !guard.isNull(); }
 

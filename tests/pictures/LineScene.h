@@ -4,13 +4,18 @@
 
 #include "app/render/OffscreenView.h"
 
+#include <runsieve/items/MovedImages.h>
 #include <runsieve/items/vtkPlotLineSet.h>
 
 #include <vtkAxis.h>
 #include <vtkChartXY.h>
 #include <vtkContextScene.h>
+#include <vtkContextView.h>
+#include <vtkImageData.h>
 #include <vtkPen.h>
+#include <vtkRenderWindow.h>
 #include <vtkUnsignedCharArray.h>
+#include <vtkWindowToImageFilter.h>
 
 #include <gtest/gtest.h>
 
@@ -89,6 +94,41 @@ struct LineScene : testing::Test
     view.render(); // the first one after a change of an axis lays the chart out
     view.save(path);
     return QImage(QString::fromStdString(path)).convertToFormat(QImage::Format_RGB888);
+  }
+
+  vtkRenderWindow* window() { return view.contextView()->GetRenderWindow(); }
+
+  /// Moves the window on the vertical axis.
+  void pan(double by)
+  {
+    vtkAxis* left = chart->GetAxis(vtkAxis::LEFT);
+    left->SetRange(left->GetMinimum() + by, left->GetMaximum() + by);
+  }
+
+  /// The second of two frames that may show moved images; the first one after a change of an axis lays the
+  /// chart out.
+  QImage frameOf(MovedImages& images, MovedImages::Hand hand)
+  {
+    const MovedImages::Frame allowed(images, hand);
+    view.render();
+    view.render();
+    return shown();
+  }
+
+  /// What the last frame showed; draws nothing.
+  QImage shown()
+  {
+    vtkNew<vtkWindowToImageFilter> filter;
+    filter->SetInput(window());
+    filter->ShouldRerenderOff();
+    filter->ReadFrontBufferOff();
+    filter->SetInputBufferTypeToRGB();
+    filter->Update();
+    vtkImageData* pixels = filter->GetOutput();
+    int const* size = pixels->GetDimensions();
+    const QImage upsideDown(static_cast<uchar const*>(pixels->GetScalarPointer()), size[0], size[1],
+                            3 * size[0], QImage::Format_RGB888);
+    return upsideDown.mirrored();
   }
 
   /// Root of the mean square of the differences, of 255.

@@ -6,6 +6,7 @@
 #include <vtkIntArray.h>
 #include <vtkPlotLine.h>
 
+#include <chrono>
 #include <limits>
 
 namespace runsieve::test {
@@ -200,6 +201,68 @@ TEST_F(ClusterLines, AColumnThatAHostPutsInPlaceOfAnotherIsShown)
   container.clusterRunTable->Modified();
   const QImage found = picture();
   EXPECT_EQ(found, grouped());
+}
+
+TEST_F(ClusterLines, WhileAHandMovesTheAxesTheImageMoves)
+{
+  using Hand = MovedImages::Hand;
+  MovedImages images(window());
+  group(600);
+  const QImage before = grouped();
+  pan(2.0);
+  const QImage moved = frameOf(images, Hand::moves);
+  EXPECT_TRUE(images.areShown());
+  EXPECT_FALSE(images.count(std::chrono::milliseconds(0)));
+  EXPECT_EQ(frameOf(images, Hand::rests), moved);
+  while (!images.count(std::chrono::milliseconds(0))) {
+  }
+  view.render();
+  const QImage counted = shown();
+  EXPECT_FALSE(images.areShown());
+  EXPECT_NE(moved, counted);
+  EXPECT_LT(rms(moved, counted), 0.5 * rms(before, counted));
+  EXPECT_EQ(counted, grouped());
+}
+
+TEST_F(ClusterLines, WithoutAHandTheImageIsCountedAtOnce)
+{
+  MovedImages images(window());
+  group(600);
+  static_cast<void>(grouped());
+  pan(2.0);
+  static_cast<void>(frameOf(images, MovedImages::Hand::moves));
+  EXPECT_FALSE(images.count(std::chrono::milliseconds(0)));
+  view.render();
+  EXPECT_FALSE(images.areShown());
+  const QImage counted = shown();
+  EXPECT_EQ(counted, grouped());
+}
+
+TEST_F(ClusterLines, RunsThatGoOrChangeWhileTheyAreCountedAreNotTouched)
+{
+  MovedImages images(window());
+  group(600);
+  static_cast<void>(grouped());
+  pan(2.0);
+  static_cast<void>(frameOf(images, MovedImages::Hand::moves));
+  EXPECT_FALSE(images.count(std::chrono::milliseconds(0)));
+  chart->RemovePlotInstance(chart->GetPlot(300));
+  EXPECT_TRUE(images.count(std::chrono::milliseconds(0)));
+  static_cast<void>(frameOf(images, MovedImages::Hand::moves));
+  pan(1.0);
+  static_cast<void>(frameOf(images, MovedImages::Hand::moves));
+  EXPECT_FALSE(images.count(std::chrono::milliseconds(0)));
+  auto* column = vtkDoubleArray::SafeDownCast(container.clusterRunTable->GetColumn(500));
+  column->SetValue(3, -11.0);
+  column->Modified();
+  chart->GetPlot(500)->Update();
+  while (!images.count(std::chrono::milliseconds(0))) {
+  }
+  const QImage counted = picture();
+  chart->GetPlot(0)->SetVisible(false);
+  static_cast<void>(picture());
+  chart->GetPlot(0)->SetVisible(true);
+  EXPECT_EQ(picture(), counted);
 }
 
 TEST_F(ClusterLines, FewRunsArePolylines)
