@@ -1,6 +1,6 @@
 #include "DocumentScene.h"
 
-#include "app/explorer/figure/ClippedLine.h"
+#include "app/explorer/charts/ClippedLine.h"
 #include "app/explorer/figure/FigureData.h"
 #include "app/explorer/figure/WriteFigure.h"
 

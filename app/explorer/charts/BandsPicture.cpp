@@ -1,7 +1,8 @@
 #include "app/explorer/charts/BandsPicture.h"
 
+#include "app/explorer/charts/ClippedLine.h"
+
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -33,7 +34,7 @@ void paintArea(QPainter& painter, std::vector<double> const& low, std::vector<do
     for (std::size_t i = end; i-- > first;) area << pointOf(frame, times[i], low[i]);
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
-    painter.drawPolygon(area);
+    painter.drawPolygon(area.intersected(QPolygonF(frame.plot())));
     first = end;
   }
 }
@@ -47,29 +48,26 @@ bool sameGroups(std::vector<BandsPicture::Group> const& a, std::vector<BandsPict
 } // namespace
 
 void paintBands(QPainter& painter, RunBands const& bands, std::vector<double> const& times,
-                ChartFrame const& frame, QColor const& color, double medianWidth)
+                ChartFrame const& frame, QColor const& color, BandsLook const& look)
 {
+  constexpr double wide = 0.16;
+  constexpr double narrow = 0.26;
   auto const pale = [&](double opacity) {
     QColor area = color;
-    area.setAlphaF(opacity);
+    area.setAlphaF(opacity * look.opacity);
     return area;
   };
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setClipRect(frame.plot(), Qt::IntersectClip);
   auto const& q = bands.quantiles;
-  paintArea(painter, q[0], q[4], times, frame, pale(0.16));
-  paintArea(painter, q[1], q[3], times, frame, pale(0.26));
-  QPainterPath median;
-  bool isDown = false;
-  for (std::size_t i = 0; i < times.size(); ++i) {
-    const bool isThere = !std::isnan(q[2][i]);
-    const QPointF point = pointOf(frame, times[i], q[2][i]);
-    if (isThere && isDown) median.lineTo(point);
-    if (isThere && !isDown) median.moveTo(point);
-    isDown = isThere;
-  }
-  painter.strokePath(median, QPen(color, medianWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  paintArea(painter, q[0], q[4], times, frame, pale(wide));
+  paintArea(painter, q[1], q[3], times, frame, pale(narrow));
+  QPolygonF median;
+  for (std::size_t i = 0; i < times.size(); ++i)
+    median << (std::isnan(q[2][i]) ? QPointF(times[i], q[2][i]) : pointOf(frame, times[i], q[2][i]));
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(color, look.median, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  for (QPolygonF const& part : clippedLine(median, frame.plot(), look.finest)) painter.drawPolyline(part);
   painter.restore();
 }
 
@@ -102,7 +100,7 @@ void BandsPicture::request(std::shared_ptr<Scan const> const& scan, std::size_t 
 void BandsPicture::paint(QPainter& painter, ChartFrame const& frame, Theme const& theme) const
 {
   for (std::size_t i = 0; i < shown.bands.size(); ++i)
-    paintBands(painter, shown.bands[i], shown.scan->times, frame, shown.groups[i].color, 1.2 * theme.curve);
+    paintBands(painter, shown.bands[i], shown.scan->times, frame, shown.groups[i].color, {1.2 * theme.curve});
 }
 
 } // namespace runsieve::app

@@ -12,9 +12,18 @@ class QPainter;
 
 namespace runsieve::app {
 
-/// Draws the quantiles of some runs: an area from 5 to 95 %, one from 25 to 75 %, and the median.
+/// How bands are drawn.
+struct BandsLook
+{
+  double median = 1.6;  ///< width of its line
+  double opacity = 1.0; ///< of the areas, of what they have
+  double finest = 0.0;  ///< points of the median that are closer are left out
+};
+
+/// Draws the quantiles of some runs: an area from 5 to 95 %, one from 25 to 75 %, and the median. Cut off at
+/// the plot by itself, since not every format of pictures can.
 void paintBands(QPainter& painter, RunBands const& bands, std::vector<double> const& times,
-                ChartFrame const& frame, QColor const& color, double medianWidth);
+                ChartFrame const& frame, QColor const& color, BandsLook const& look);
 
 /// Quantiles of groups of runs, computed beside the interface; until they are those of the former groups are
 /// shown.

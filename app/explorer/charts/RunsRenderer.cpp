@@ -43,6 +43,13 @@ std::vector<std::uint32_t> runsIn(std::vector<std::uint8_t> const& mask,
 
 } // namespace
 
+double lineOpacity(std::size_t runs)
+{
+  constexpr double ofHundred = 0.55;
+  return std::clamp(10.0 * ofHundred / std::sqrt(static_cast<double>(std::max<std::size_t>(runs, 1))), 0.055,
+                    0.67);
+}
+
 bool RunsRenderer::sameFrame(RunsRequest const& request) const
 {
   return frame.scan == request.scan && frame.output == request.output && frame.time == request.time &&

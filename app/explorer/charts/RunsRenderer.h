@@ -34,6 +34,10 @@ struct RunsLayer
   }
 };
 
+/// Opacity of one run's line where lines lie over lines: single runs stay visible, thousands still show where
+/// they are dense.
+[[nodiscard]] double lineOpacity(std::size_t runs);
+
 /// A picture of the runs of one output.
 struct RunsRequest
 {

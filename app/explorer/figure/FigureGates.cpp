@@ -1,6 +1,6 @@
 #include "app/explorer/figure/FigureGates.h"
 
-#include "app/explorer/figure/ClippedLine.h"
+#include "app/explorer/charts/ClippedLine.h"
 #include "app/explorer/runs/GateShapes.h"
 
 #include <QFontMetricsF>

@@ -1,7 +1,7 @@
 #include "app/explorer/figure/ParameterFigure.h"
 
 #include "app/cli/RankReport.h"
-#include "app/explorer/figure/ClippedLine.h"
+#include "app/explorer/charts/ClippedLine.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 
 #include <QFontMetricsF>

@@ -1,7 +1,7 @@
 #include "app/explorer/figure/RunsFigure.h"
 
-#include "app/explorer/charts/RunBands.h"
-#include "app/explorer/figure/ClippedLine.h"
+#include "app/explorer/charts/BandsPicture.h"
+#include "app/explorer/charts/ClippedLine.h"
 #include "app/explorer/figure/FigureGates.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/view/ThreadPool.h"
@@ -23,24 +23,12 @@ constexpr double finest = 0.3 * figureUnitsPerPoint; ///< length of line that is
 constexpr std::size_t mostBars = 2;
 constexpr double leastBar = 3.0; ///< height, in lines of text
 
-/// Opacity of one run's line where lines lie over lines.
-double lineOpacity(std::size_t runs)
-{
-  return std::clamp(5.5 / std::sqrt(static_cast<double>(std::max<std::size_t>(runs, 1))), 0.055, 0.67);
-}
-
 /// Values over time as a line of the chart.
 template <class Values> QPolygonF lineOf(Scan const& scan, Values const& values, ChartFrame const& frame)
 {
   QPolygonF line;
   for (std::size_t i = 0; i < scan.times.size(); ++i) line << frame.at(scan.times[i], values[i]);
   return line;
-}
-
-QColor withOpacity(QColor color, double opacity)
-{
-  color.setAlphaF(opacity);
-  return color;
 }
 
 } // namespace
@@ -184,28 +172,11 @@ void RunsFigure::paintBar(QPainter& painter, DensityScale const& scale, QColor c
 
 void RunsFigure::paintBands(QPainter& painter) const
 {
-  constexpr double wide = 0.14;
-  constexpr double narrow = 0.24;
   for (FigureLayer const& layer : layers) {
     if (layer.runs.count() == 0) continue;
     const RunBands bands = *bandsOf(*content.scan, output, layer.runs.mask(), [] { return false; });
-    std::array<QPolygonF, 5> lines;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-      lines[i] = lineOf(*content.scan, bands.quantiles[i], frame);
-      // On a logarithmic axis what is not positive lies below all that is shown.
-      for (QPointF& point : lines[i])
-        if (std::isnan(point.y())) point.setY(frame.plot().bottom() + 1.0);
-    }
-    painter.setPen(Qt::NoPen);
-    for (std::size_t const low : {std::size_t(0), std::size_t(1)}) {
-      QPolygonF area = lines[low];
-      for (int i = lines[4 - low].size(); i-- > 0;) area << lines[4 - low][i];
-      painter.setBrush(withOpacity(layer.color, (low == 0 ? wide : narrow) * layer.opacity));
-      painter.drawPolygon(area.intersected(QPolygonF(frame.plot())));
-    }
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(layer.color, theme.curve, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
-    for (QPolygonF const& part : clippedLine(lines[2], frame.plot(), finest)) painter.drawPolyline(part);
+    app::paintBands(painter, bands, content.scan->times, frame, layer.color,
+                    {theme.curve, layer.opacity, finest});
   }
 }
 

@@ -20,13 +20,6 @@ QString titled(ColumnLabel const& label)
   return label.unit.empty() ? name : QString("%1 (%2)").arg(name, QString::fromStdString(label.unit));
 }
 
-/// Opacity of one run's line where lines lie over lines: single runs stay visible, thousands still show where
-/// they are dense.
-double lineOpacity(std::size_t runs)
-{
-  return std::clamp(5.5 / std::sqrt(static_cast<double>(std::max<std::size_t>(runs, 1))), 0.055, 0.67);
-}
-
 } // namespace
 
 RunsView::RunsView(Document& ofDocument, RunsZoom& ofZoom, std::size_t shown, QWidget* parent)

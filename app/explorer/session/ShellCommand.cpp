@@ -212,13 +212,15 @@ std::string commandOf(Session const& session, FigureOptions const& options, Scan
   return table + shellLine(figureCommand(session, options, scan, "figure.pdf")) + '\n';
 }
 
-std::string commandOf(Document const& document, FigureOptions const& options)
+std::string commandOf(Document const& document, std::function<void(Session&)> const& complete)
 {
   if (!document.isOpen()) return {};
-  FigureOptions shown = options;
+  Session session = sessionOf(document, std::string());
+  if (complete) complete(session);
+  FigureOptions shown;
   shown.runsLook = document.state().view.runsLook;
   shown.parameterLook = document.state().view.parameterLook;
-  return commandOf(sessionOf(document, std::string()), shown, document.scan());
+  return commandOf(session, shown, document.scan());
 }
 
 } // namespace runsieve::app

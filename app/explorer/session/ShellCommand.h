@@ -3,6 +3,7 @@
 #include "app/explorer/figure/FigureOptions.h"
 #include "app/explorer/session/Session.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,8 @@ namespace runsieve::app {
 /// The lines that make table and picture of a session. Sets and pinned runs have no options: a session that
 /// is saved and given to `--sieve` has them.
 [[nodiscard]] std::string commandOf(Session const& session, FigureOptions const& options, Scan const& scan);
-/// The same of a document.
-[[nodiscard]] std::string commandOf(Document const& document, FigureOptions const& options = {});
+/// The same of a document. \param complete adds what the document does not know, such as the zoom
+[[nodiscard]] std::string commandOf(Document const& document,
+                                    std::function<void(Session&)> const& complete = {});
 
 } // namespace runsieve::app

@@ -1,6 +1,7 @@
 #include "app/explorer/gates/GateEdits.h"
 #include "app/explorer/gates/GatesPane.h"
 #include "app/explorer/runs/RunsPane.h"
+#include "app/explorer/session/SessionZoom.h"
 #include "app/explorer/session/ShellCommand.h"
 #include "app/explorer/sets/SetsPane.h"
 #include "app/explorer/tables/RunTable.h"
@@ -71,7 +72,8 @@ void ExplorerWindow::connectExportActions()
   table->on("file.runs", [this] { runTable->exportPassingScan(); });
   table->on("file.plot", [this] { savePlot(content, this); });
   table->on("file.command", [this] {
-    QGuiApplication::clipboard()->setText(QString::fromStdString(commandOf(content)));
+    auto const zoomed = [this](Session& session) { keepZoom(runsPane->zoom(), content, session); };
+    QGuiApplication::clipboard()->setText(QString::fromStdString(commandOf(content, zoomed)));
     status->tell("Copied: the commands of this table and this picture");
   });
 }

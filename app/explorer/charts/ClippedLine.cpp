@@ -1,4 +1,4 @@
-#include "app/explorer/figure/ClippedLine.h"
+#include "app/explorer/charts/ClippedLine.h"
 
 #include <QLineF>
 
