@@ -43,6 +43,10 @@ struct Journey : WindowScene
   /// What a user sees, dialogs above the window.
   void picture(char const* name, QWidget* dialog = nullptr)
   {
+    if (!document().previewedGate()) { // the pointer leaves, so that nothing is told of a run
+      QEvent leave(QEvent::Leave);
+      QApplication::sendEvent(&view(), &leave);
+    }
     // While a gate is being drawn the numbers are never those of the passing runs.
     ASSERT_TRUE(document().previewedGate() ? waitFor([this] { return window->runs().isSettled(); })
                                            : settle());

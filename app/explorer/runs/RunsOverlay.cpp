@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 namespace runsieve::app {
 
@@ -113,9 +114,20 @@ void RunsOverlay::paintGate(QPainter& painter, Gate const& gate, std::size_t ind
   painter.setPen(QPen(theme.paper, 1.0));
   painter.setBrush(color);
   const QPointF middle = shape.center();
-  for (QPointF const& corner : {shape.topLeft(), shape.topRight(), shape.bottomLeft(), shape.bottomRight(),
-                                QPointF(shape.left(), middle.y()), QPointF(shape.right(), middle.y()),
-                                QPointF(middle.x(), shape.top()), QPointF(middle.x(), shape.bottom())})
+  std::vector<QPointF> places;
+  // Handles of a narrow gate would lie over one another.
+  const bool isWide = shape.width() > 2.5 * handle;
+  const bool isHigh = shape.height() > 2.5 * handle;
+  if (isWide && isHigh) places = {shape.topLeft(), shape.topRight(), shape.bottomLeft(), shape.bottomRight()};
+  if (isHigh || !isWide) {
+    places.emplace_back(shape.left(), middle.y());
+    places.emplace_back(shape.right(), middle.y());
+  }
+  if (isWide || isHigh) {
+    places.emplace_back(middle.x(), shape.top());
+    places.emplace_back(middle.x(), shape.bottom());
+  }
+  for (QPointF const& corner : places)
     painter.drawRect(QRectF(corner.x() - 0.5 * handle, corner.y() - 0.5 * handle, handle, handle));
 }
 
