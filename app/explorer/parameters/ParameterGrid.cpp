@@ -17,7 +17,7 @@ namespace runsieve::app {
 
 namespace {
 
-constexpr double leastWidth = 196.0; ///< of a readable chart, texts aside
+constexpr double leastWidth = 176.0; ///< of a readable chart, texts aside
 constexpr double mostWidth = 380.0;
 constexpr int patience = 25; ///< ms of placing runs before what is there is shown
 
@@ -57,9 +57,8 @@ ParameterGrid::ParameterGrid(ParameterRuns& ofRuns, QWidget* parent)
 
 double ParameterGrid::neededWidth() const
 {
-  const QFontMetricsF metrics(theme.font);
-  const QString counts = QString("%L1 : %L1 ").arg(runs.eligible().size());
-  return std::max(leastWidth, metrics.horizontalAdvance("d -0.00, p 0.00001 n.s. " + counts));
+  // Where counts don't fit beside the difference they are left out; two charts side by side tell more.
+  return std::max(leastWidth, QFontMetricsF(theme.font).horizontalAdvance("d -0.00, p 0.00001 n.s. "));
 }
 
 void ParameterGrid::relayout()
