@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
 
 #include <cmath>
 #include <limits>
@@ -159,6 +161,44 @@ TEST(ChartFrame, NumbersNeverTouchWhateverTheAxisAndTheSize)
       top = frame.yAt(tick.value) - 0.4 * metrics.height();
     }
   }
+}
+
+/// Dark pixels of a picture in a rectangle.
+int inkIn(QImage const& image, QRectF const& place)
+{
+  int ink = 0;
+  for (int y = qRound(place.top()); y < qRound(place.bottom()); ++y)
+    for (int x = qRound(place.left()); x < qRound(place.right()); ++x)
+      ink += image.rect().contains(x, y) && qGray(image.pixel(x, y)) < 128 ? 1 : 0;
+  return ink;
+}
+
+TEST(ChartFrame, NumbersStandOutsideOfThePlotBesideTheirMarks)
+{
+  const Theme theme = Theme::ofPaper(QFont());
+  const QFontMetricsF metrics(theme.font);
+  QImage image(400, 300, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  const ChartFrame frame({0, 0, 400, 300}, {AxisMap(0, 10), "time"}, {AxisMap(0, 10), "value"}, theme);
+  QPainter painter(&image);
+  frame.paint(painter, theme);
+  painter.end();
+  const QRectF plot = frame.plot();
+  EXPECT_EQ(inkIn(image, plot.adjusted(1, 1, -1, -1)), 0);
+  for (Tick const& tick : frame.horizontalTicks())
+    if (!tick.label.isEmpty()) {
+      const QRectF below(frame.xAt(tick.value) - 4, plot.bottom() + theme.tick + 2, 8, metrics.height());
+      EXPECT_GT(inkIn(image, below), 3) << tick.label.toStdString();
+    }
+  for (Tick const& tick : frame.verticalTicks())
+    if (!tick.label.isEmpty()) {
+      const double width = metrics.horizontalAdvance(tick.label);
+      const QRectF beside(plot.left() - theme.tick - theme.gap - width - 1, frame.yAt(tick.value) - 6,
+                          width + 2, 12);
+      EXPECT_GT(inkIn(image, beside), 3) << tick.label.toStdString();
+    }
+  const QRectF title(plot.center().x() - 20, 300 - metrics.height(), 40, metrics.height());
+  EXPECT_GT(inkIn(image, title), 10);
 }
 
 TEST(ChartFrame, LeavesRoomForTheWidestNumber)

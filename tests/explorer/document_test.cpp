@@ -80,6 +80,36 @@ TEST_F(DocumentScene, APreviewShowsWhatWouldPassAndLeavesTheStateAlone)
     EXPECT_EQ(document.passing().contains(run), scattered(0, run) >= 0.5) << run;
 }
 
+TEST_F(DocumentScene, APreviewPassesAllTheOtherGates)
+{
+  addGate(gateOnA(0.2, 1.0));
+  addGate(gateOnA(0.0, 0.8));
+  addGate(gateOnA(0.4, 0.5));
+  document.previewGate(2, gateOnA(0.1, 0.9));
+  for (std::size_t run = 0; run < 40; ++run)
+    EXPECT_EQ(document.passing().contains(run), scattered(0, run) >= 0.2 && scattered(0, run) <= 0.8) << run;
+  document.change("Pass any gate", [](app::State& state) { state.join = GateJoin::Any; });
+  document.change("Narrow", [](app::State& state) {
+    state.gates[0].gate.range = {0.0, 0.1};
+    state.gates[1].gate.range = {0.2, 0.3};
+  });
+  document.previewGate(2, gateOnA(0.9, 1.0));
+  for (std::size_t run = 0; run < 40; ++run) {
+    const double k0 = scattered(0, run);
+    EXPECT_EQ(document.passing().contains(run), k0 <= 0.1 || (k0 >= 0.2 && k0 <= 0.3) || k0 >= 0.9) << run;
+  }
+}
+
+TEST_F(DocumentScene, APreviewOfAGateThatIsOffChangesNothing)
+{
+  addGate(gateOnA(0.2, 0.6));
+  addGate(gateOnA(0.0, 0.4));
+  document.change("Switch gate", [](app::State& state) { state.gates[1].on = false; });
+  const RunSet before = document.passing();
+  document.previewGate(1, gateOnA(0.5, 0.55));
+  EXPECT_EQ(document.passing(), before);
+}
+
 TEST_F(DocumentScene, ACommittedPreviewIsOneStep)
 {
   document.previewGate(0, gateOnA(0.2, 0.9));
