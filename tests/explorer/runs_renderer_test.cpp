@@ -1,7 +1,10 @@
 #include "DocumentScene.h"
 
 #include "app/explorer/charts/RunBands.h"
+#include "app/explorer/charts/RunsPicture.h"
 #include "app/explorer/charts/RunsRenderer.h"
+
+#include <QPainter>
 
 #include <random>
 
@@ -130,6 +133,30 @@ TEST(RunsRenderer, AScanOfOneTimeOrWithoutOutputsDrawsNothing)
   EXPECT_TRUE(imageOf(wanted).isNull());
   scan->addOutput({"A", "", "", ""})[0] = 0.5;
   (void)imageOf(wanted);
+}
+
+TEST(RunsPicture, LeavesThePainterAsItWasAndStaysWithinThePlot)
+{
+  app::RunsPicture picture;
+  picture.request(request());
+  ASSERT_TRUE(waitFor([&] { return picture.isSettled(); }));
+  QImage page(300, 300, QImage::Format_RGB32);
+  page.fill(Qt::white);
+  QPainter painter(&page);
+  const QRectF plot(40, 40, 200, 120);
+  picture.paint(painter, plot, AxisMap(2.0, 5.0), AxisMap(0.1, 0.4), {0.5});
+  EXPECT_EQ(painter.opacity(), 1.0);
+  EXPECT_FALSE(painter.hasClipping());
+  painter.end();
+  int within = 0;
+  for (int y = 0; y < 300; ++y)
+    for (int x = 0; x < 300; ++x) {
+      const bool isIn = plot.contains(x + 0.5, y + 0.5);
+      const bool isInk = page.pixel(x, y) != qRgb(255, 255, 255);
+      EXPECT_TRUE(isIn || !isInk) << x << ' ' << y;
+      within += isIn && isInk ? 1 : 0;
+    }
+  EXPECT_GT(within, 1000);
 }
 
 // R 4.2: quantile(c(3, 1, 4, 1, 5, 9, 2, 6), c(.05, .25, .5, .75, .95)) gives 1.00 1.75 3.50 5.25 7.95
