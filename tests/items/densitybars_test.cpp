@@ -157,7 +157,7 @@ TEST_F(DensityBarsTest, ALayerWithoutRunsHasNoneAndTakesNoPlace)
 TEST_F(DensityBarsTest, TheBackgroundIsAroundTheBarAndNearlyWhite)
 {
   paint({barOf({1, 20})});
-  Stroke const& background = rectangles().front();
+  const Stroke background = rectangles().front();
   EXPECT_EQ(background.brush, (Color{255, 255, 255, 200}));
   EXPECT_LT(left(background), left(rectangles()[1]));
   EXPECT_GT(right(background), right(rectangles()[1]) + 60) << "the text of the largest number";

@@ -142,7 +142,9 @@ TEST_F(SlicedCoverageTest, AnyNumberOfRunsIsReached)
   for (std::size_t all : {0UL, 1UL, 2UL, 3UL, 4UL, 6UL, 10UL, 60UL, 61UL}) {
     SlicedCoverage sliced(frame(), all);
     const Coats wanted(all, 3);
-    for (std::size_t i = 0; i <= all; ++i) static_cast<void>(sliced.advance(block(), wanted, 1, nullptr));
+    RunBlock some = block();
+    some.count = all;
+    for (std::size_t i = 0; i <= all; ++i) static_cast<void>(sliced.advance(some, wanted, 1, nullptr));
     EXPECT_EQ(sliced.coats(), wanted) << all;
   }
 }
