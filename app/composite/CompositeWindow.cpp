@@ -124,7 +124,7 @@ void CompositeWindow::buildMenu()
   file->addAction("Save &plot...", this, &CompositeWindow::choosePlotFile, QKeySequence::Save);
   file->addAction("Save p&icture...", this, &CompositeWindow::choosePicture, QKeySequence("Ctrl+Shift+S"));
   file->addSeparator();
-  file->addAction("&Quit", qApp, &QApplication::quit, QKeySequence::Quit);
+  file->addAction("&Close window", this, &CompositeWindow::close, QKeySequence("Ctrl+W"));
   QMenu* selection = menuBar()->addMenu("&Selection");
   selection->addAction("&Clear", this, &CompositeWindow::clearSelection, QKeySequence("Ctrl+L"));
   clusterEntries = menuBar()->addMenu("&Clusters");
