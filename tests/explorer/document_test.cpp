@@ -40,6 +40,23 @@ TEST_F(DocumentScene, EachStepIsTakenBackAndDoneAgain)
   EXPECT_EQ(document.passing().count(), both);
 }
 
+TEST_F(DocumentScene, WhatChangesNothingIsNoStep)
+{
+  addGate(gateOnA(0.5, 1.0));
+  document.change("Focus", [](app::State& state) { state.view.focus = app::Focus::All; });
+  document.change("Pass all gates", [](app::State& state) { state.join = GateJoin::All; });
+  document.change("Same", [](app::State& state) { state.gates[0].gate.range.low = 0.5; });
+  EXPECT_EQ(document.undoStack().count(), 1);
+  document.change("Rename gate", [](app::State& state) { state.gates[0].name = "other"; });
+  document.change("Method", [](app::State& state) { state.method.seed = 7; });
+  document.change("Axis", [](app::State& state) { state.view.timeRange = app::TypedRange{1.0, 2.0}; });
+  document.change("Set", [](app::State& state) {
+    state.sets.push_back({"all", RunSet(40, true), 0, true, "typed"});
+  });
+  document.change("Hide", [](app::State& state) { state.sets[0].shown = false; });
+  EXPECT_EQ(document.undoStack().count(), 6);
+}
+
 TEST_F(DocumentScene, AGateThatIsOffAsksForNothing)
 {
   addGate(gateOnA(0.5, 1.0));

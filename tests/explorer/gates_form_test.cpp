@@ -127,6 +127,20 @@ TEST_F(GateFormScene, TheChartsShowTheGateWhileItIsTypedAndNoneAfterCancel)
   EXPECT_EQ(document.undoStack().count(), 0);
 }
 
+TEST_F(GateFormScene, AGateOnAClusterIsNotShownInTheChartsWhileItIsTyped)
+{
+  open();
+  type("Values from", "9");
+  ASSERT_TRUE(counted());
+  ASSERT_NE(document.previewedGate(), nullptr);
+  // Pasted: what is typed is wrong on the way, and shows nothing then.
+  QApplication::clipboard()->setText("cluster 0 of 2 (A)");
+  field("Gate as text")->selectAll();
+  QTest::keyClick(field("Gate as text"), Qt::Key_V, Qt::ControlModifier);
+  ASSERT_TRUE(waitFor([this] { return document.previewedGate() == nullptr; }));
+  EXPECT_EQ(document.passing().count(), 6u);
+}
+
 TEST_F(GateFormScene, WhatIsWrongIsToldInWordsAndCannotBeAdded)
 {
   open();

@@ -24,13 +24,6 @@ bool sameGates(State const& a, State const& b)
   return a.join == b.join && std::equal(a.gates.begin(), a.gates.end(), b.gates.begin(), b.gates.end(), same);
 }
 
-bool sameMethod(ComparisonMethod const& a, ComparisonMethod const& b)
-{
-  return a.thresholds.largestP == b.thresholds.largestP && a.thresholds.smallestD == b.thresholds.smallestD &&
-         a.adjustment == b.adjustment && a.permutations == b.permutations &&
-         a.mostPermutations == b.mostPermutations && a.seed == b.seed && a.gatesTried == b.gatesTried;
-}
-
 /// Leaves out what a scan does not have.
 void fitToScan(ViewState& view, Scan const& scan)
 {
@@ -92,6 +85,7 @@ void Document::change(QString const& name, std::function<void(State&)> const& ed
   State after = current;
   edit(after);
   fitToScan(after.view, *data);
+  if (after == current) return;
   steps.push(new StateStep(*this, name, std::move(after), merge));
 }
 

@@ -54,8 +54,9 @@ public:
   [[nodiscard]] ScanSource const& source() const { return from; }
 
   [[nodiscard]] State const& state() const { return current; }
-  /// Changes the state, as one step that can be undone. \param name of the step, for the menu: "Move gate"
-  /// \param merge steps that follow one another with the same number above 0 become one
+  /// Changes the state, as one step that can be undone; none if the state stays as it is. \param name of the
+  /// step, for the menu: "Move gate" \param merge steps that follow one another with the same number above 0
+  /// become one
   void change(QString const& name, std::function<void(State&)> const& edit, int merge = 0);
   [[nodiscard]] QUndoStack& undoStack() { return steps; }
 

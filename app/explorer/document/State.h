@@ -60,6 +60,11 @@ struct TypedRange
 {
   double low = 0.0;
   double high = 1.0;
+
+  friend bool operator==(TypedRange const& a, TypedRange const& b)
+  {
+    return a.low == b.low && a.high == b.high;
+  }
 };
 
 /// What the window shows, but for zooms.
@@ -86,5 +91,10 @@ struct State
   ComparisonMethod method;
   ViewState view;
 };
+
+[[nodiscard]] bool operator==(ViewState const& a, ViewState const& b);
+[[nodiscard]] bool operator==(State const& a, State const& b);
+/// Whether parameters are compared in the same way.
+[[nodiscard]] bool sameMethod(ComparisonMethod const& a, ComparisonMethod const& b);
 
 } // namespace runsieve::app

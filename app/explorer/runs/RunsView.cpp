@@ -31,9 +31,8 @@ RunsView::RunsView(Document& ofDocument, RunsZoom& ofZoom, std::size_t shown, QW
   setAccessibleName("Runs over time");
   connect(&picture, &RunsPicture::changed, this, qOverload<>(&QWidget::update));
   connect(&bands, &BandsPicture::changed, this, qOverload<>(&QWidget::update));
-  connect(&zoom, &RunsZoom::changed, this, &RunsView::refresh);
+  connect(&zoom, &RunsZoom::changed, this, &RunsView::refresh); // of the state as well
   connect(&document, &Document::passingChanged, this, &RunsView::refresh);
-  connect(&document, &Document::stateChanged, this, &RunsView::refresh);
   connect(&document, &Document::highlightChanged, this, qOverload<>(&QWidget::update));
   refresh();
 }
@@ -88,12 +87,13 @@ std::vector<RunsView::RunGroup> RunsView::groups() const
 {
   std::vector<RunGroup> shown;
   const bool sieves = document.sieves();
-  if (!sieves || document.state().view.focus != Focus::Hidden) shown.push_back({"all runs", {}, theme.all});
-  if (sieves) shown.push_back({"passing", document.passing().mask(), theme.passing});
+  if (!sieves || document.state().view.focus != Focus::Hidden)
+    shown.push_back({"all runs", nullptr, theme.all});
+  if (sieves) shown.push_back({"passing", &document.passing(), theme.passing});
   for (NamedSet const& set : document.state().sets)
     if (set.shown)
       shown.push_back(
-          {QString::fromStdString(set.name), set.runs.mask(), theme.sets[set.color % theme.sets.size()]});
+          {QString::fromStdString(set.name), &set.runs, theme.sets[set.color % theme.sets.size()]});
   return shown;
 }
 
@@ -101,12 +101,11 @@ void RunsView::requestBands()
 {
   std::vector<BandsPicture::Group> wanted;
   if (document.isOpen() && document.state().view.runsLook == RunsLook::Bands)
-    for (RunGroup& group : groups()) {
-      if (group.mask.empty()) group.mask.assign(document.scan().runs.size(), 1);
+    for (RunGroup const& group : groups()) {
       // Beside the passing runs the others are of interest, not all runs.
-      if (wanted.empty() && document.sieves() && document.state().view.focus != Focus::Hidden)
-        group.mask = document.passing().complement().mask();
-      wanted.push_back({std::move(group.mask), group.color});
+      const RunSet rest =
+          document.sieves() ? document.passing().complement() : RunSet(document.scan().runs.size(), true);
+      wanted.push_back({(group.runs ? *group.runs : rest).mask(), group.color});
     }
   bands.request(document.sharedScan(), output, std::move(wanted));
 }
@@ -119,8 +118,7 @@ std::vector<LegendLine> RunsView::legend() const
   for (RunGroup const& group : groups()) {
     LegendLine line{group.name, group.color};
     if (look == RunsLook::Density && lines.size() < images.size()) line.shades = images[lines.size()].scale;
-    if (look == RunsLook::Bands && lines.empty() && group.mask.empty() && document.sieves())
-      line.text = "the others";
+    if (look == RunsLook::Bands && !group.runs && document.sieves()) line.text = "the others";
     lines.push_back(std::move(line));
   }
   // A single colour needs no legend.
@@ -145,11 +143,10 @@ RunsRequest RunsView::wantedPicture() const
   request.dark = theme.dark;
   if (view.runsLook == RunsLook::Bands) return request;
   const bool shades = view.runsLook == RunsLook::Density;
-  for (RunGroup& group : groups()) {
-    const auto runs = group.mask.empty()
-                          ? document.scan().runs.size()
-                          : static_cast<std::size_t>(std::count(group.mask.begin(), group.mask.end(), 1));
-    request.layers.push_back({std::move(group.mask), group.color, shades, lineOpacity(runs)});
+  for (RunGroup const& group : groups()) {
+    const std::size_t runs = group.runs ? group.runs->count() : document.scan().runs.size();
+    request.layers.push_back({group.runs ? group.runs->mask() : std::vector<std::uint8_t>(), group.color,
+                              shades, lineOpacity(runs)});
   }
   return request;
 }

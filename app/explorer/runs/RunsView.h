@@ -90,7 +90,7 @@ private:
   struct RunGroup
   {
     QString name;
-    std::vector<std::uint8_t> mask; ///< empty: all runs
+    RunSet const* runs; ///< of the document; null: all runs
     QColor color;
   };
 
