@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
