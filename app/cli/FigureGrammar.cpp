@@ -68,6 +68,8 @@ void addFigureSwitches(CLI::App& command, FigureArguments& figure, CLI::Option* 
   add("--no-counts", figure.noCounts, "Without the numbers of runs in the legend");
   add("--no-thresholds", figure.noThresholds, "Without what a star means, and without the noise floor");
   add("--no-scale-bar", figure.noScaleBar, "Without the bars that tell what shades mean");
+  add("--whole-bands", figure.wholeBands,
+      "Runs as bands of whole runs: the deepest run, the deeper half, all but outlying runs");
   add("--scatter", figure.scatter, "Parameters against the last value of the first output");
   add("--transparent", figure.transparent, "Without a white ground");
 }

@@ -118,7 +118,8 @@ FigureContent contentOf(std::shared_ptr<GatedScan const> const& shared, RenderAr
     Gate const range = parseGate(text);
     showPart(outputNamed(range.column, *scan), range.range.low, range.range.high);
   }
-  options.runsLook = arguments.quantiles    ? RunsLook::Bands
+  options.runsLook = asked.wholeBands       ? RunsLook::WholeBands
+                     : arguments.quantiles  ? RunsLook::Bands
                      : arguments.plainLines ? RunsLook::Lines
                                             : view.runsLook;
   options.parameterLook = asked.scatter       ? ParameterLook::Scatter

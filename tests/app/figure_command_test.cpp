@@ -102,6 +102,13 @@ TEST_F(FigureCommand, ParametersThatHaveNoRoomAreTold)
   EXPECT_THAT(ended.err, HasSubstr("of 14 parameters"));
 }
 
+TEST_F(FigureCommand, BandsOfWholeRunsSayWhatTheyAre)
+{
+  EXPECT_EQ(figure({"--whole-bands"}, "f.svg").status, 0);
+  EXPECT_EQ(texts("f.svg").filter("deepest run").size(), 1);
+  EXPECT_TRUE(texts("f.svg").filter("median").isEmpty());
+}
+
 TEST_F(FigureCommand, AnUnknownOutputIsToldAndNothingIsWritten)
 {
   const Ended ended = figure({"--show", "nothing"}, "f.svg");

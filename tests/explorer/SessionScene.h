@@ -117,7 +117,7 @@ struct SessionScene : testing::Test
       view.logOutputs[1] = true;
       view.outputRanges[0] = {-0.5, 2.5};
       view.timeRange = app::TypedRange{1.0, 9.0};
-      view.runsLook = app::RunsLook::Bands;
+      view.runsLook = app::RunsLook::WholeBands;
       view.focus = app::Focus::Faded;
       view.parameterLook = app::ParameterLook::Densities;
       view.logParameters[2] = false;

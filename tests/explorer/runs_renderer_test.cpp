@@ -175,13 +175,60 @@ TEST(RunBands, AreThoseOfR)
   *out++ = 7.0;
   std::vector<std::uint8_t> mask(9, 1);
   mask[8] = 0;
-  const auto bands = app::bandsOf(*scan, 0, mask, never);
+  const auto bands = app::bandsOf(*scan, 0, mask, app::BandsKind::Quantiles, never);
   ASSERT_TRUE(bands);
   const double expected[] = {1.0, 1.75, 3.5, 5.25, 7.95};
   for (std::size_t i = 0; i < 5; ++i) {
-    EXPECT_NEAR(bands->quantiles[i][0], expected[i], 1e-12);
-    EXPECT_TRUE(std::isnan(bands->quantiles[i][1])) << "no run that counts has a value";
+    EXPECT_NEAR(bands->lines[i][0], expected[i], 1e-12);
+    EXPECT_TRUE(std::isnan(bands->lines[i][1])) << "no run that counts has a value";
   }
+}
+
+/// Runs of one time.
+std::shared_ptr<Scan const> scanOfValues(std::vector<double> const& values)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0};
+  for (std::size_t run = 0; run < values.size(); ++run)
+    scan->runs.push_back({std::to_string(run), RunStatus::Complete, 1});
+  double* out = scan->addOutput({"A", "", "", ""});
+  for (double const value : values) *out++ = value;
+  return scan;
+}
+
+TEST(RunBands, OfWholeRunsAreTheDeepestRunTheDeeperHalfAndAllThatAreNotOutlying)
+{
+  const auto scan = scanOfValues({1000, 5, 6, 7, 8, 9, 4, 10});
+  std::vector<std::uint8_t> mask(8, 1);
+  mask[7] = 0;
+  const auto bands = app::bandsOf(*scan, 0, mask, app::BandsKind::WholeRuns, never);
+  ASSERT_TRUE(bands);
+  // In order 4 5 6 7 8 9 1000: the middle one is the deepest, those from 6 to 8 and 5 of equal depth are half.
+  const double expected[] = {4, 5, 7, 8, 9};
+  for (std::size_t i = 0; i < 5; ++i) EXPECT_EQ(bands->lines[i], std::vector<double>{expected[i]}) << i;
+  EXPECT_EQ(bands->outlying, std::vector<std::size_t>{0});
+  EXPECT_EQ(bands->outlyingValues, std::vector<std::vector<double>>{{1000.0}});
+}
+
+TEST(RunBands, OfManyOutlyingRunsTheLeastDeepAreDrawn)
+{
+  std::vector<double> values(300, 0.0);
+  for (std::size_t i = 0; i < 60; ++i) values[i] = 1.0 + static_cast<double>(i);
+  const auto bands = app::bandsOf(*scanOfValues(values), 0, std::vector<std::uint8_t>(300, 1),
+                                  app::BandsKind::WholeRuns, never);
+  ASSERT_TRUE(bands);
+  EXPECT_EQ(bands->outlying.size(), 60u);
+  ASSERT_EQ(bands->outlyingValues.size(), 50u);
+  EXPECT_EQ(bands->outlyingValues.front(), std::vector<double>{60.0});
+  EXPECT_EQ(bands->outlyingValues.back(), std::vector<double>{11.0});
+}
+
+TEST(RunBands, AreWhatTwoOfTheLooksShow)
+{
+  EXPECT_EQ(app::bandsKindOf(app::RunsLook::Bands), app::BandsKind::Quantiles);
+  EXPECT_EQ(app::bandsKindOf(app::RunsLook::WholeBands), app::BandsKind::WholeRuns);
+  EXPECT_FALSE(app::bandsKindOf(app::RunsLook::Density));
+  EXPECT_FALSE(app::bandsKindOf(app::RunsLook::Lines));
 }
 
 } // namespace

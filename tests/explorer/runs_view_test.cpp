@@ -271,6 +271,55 @@ TEST_F(RunsViewScene, ChartsOfSeveralOutputsShareTheTimesAndLineUp)
   EXPECT_FALSE(pane.addOutput()) << "there are no more outputs";
 }
 
+TEST_F(RunsViewScene, PlotsOfSeveralOutputsAreEquallyHigh)
+{
+  ASSERT_TRUE(pane.addOutput());
+  for (QSize const size : {QSize(800, 600), QSize(700, 433), QSize(900, 1000)}) {
+    pane.resize(size);
+    QApplication::processEvents();
+    const double upper = pane.view(0)->frame().plot().height();
+    EXPECT_NEAR(upper, pane.view(1)->frame().plot().height(), 1.0) << size.height();
+    EXPECT_GT(upper, 0.25 * size.height());
+  }
+}
+
+TEST_F(RunsViewScene, BandsOfFadedOthersArePale)
+{
+  addGate(gateOnA(0.5, 0.999));
+  auto const inkBelow = [&](app::Focus focus) {
+    document.change("Focus", [=](app::State& state) {
+      state.view.runsLook = app::RunsLook::Bands;
+      state.view.focus = focus;
+    });
+    EXPECT_TRUE(settlePane());
+    return 255 - colorAt(at(8.0, 0.25)).lightness();
+  };
+  const int whole = inkBelow(app::Focus::All);
+  const int pale = inkBelow(app::Focus::Faded);
+  EXPECT_GT(pale, 0);
+  EXPECT_LT(2 * pale, whole);
+  EXPECT_EQ(inkBelow(app::Focus::Hidden), 0);
+}
+
+TEST_F(RunsViewScene, TheLineOfBandsOfWholeRunsIsARun)
+{
+  document.change("Look", [](app::State& state) { state.view.runsLook = app::RunsLook::WholeBands; });
+  ASSERT_TRUE(settlePane());
+  std::vector<double> values;
+  for (std::size_t run = 0; run < 40; ++run) values.push_back(scattered(0, run));
+  std::sort(values.begin(), values.end());
+  // Levels: the deepest is one of the two in the middle, the first of them.
+  const QColor all = app::Theme::ofPalette(pane.palette(), pane.font()).all;
+  auto const isLineAt = [&](double value) {
+    for (double const down : {-1.0, 0.0, 1.0})
+      if (colorAt(at(8.0, value) + QPointF(0.0, down)) == all) return true;
+    return false;
+  };
+  EXPECT_NE(isLineAt(values[19]), isLineAt(values[20]));
+  EXPECT_FALSE(isLineAt(values[18]));
+  EXPECT_FALSE(isLineAt(0.5 * (values[19] + values[20])));
+}
+
 TEST_F(RunsViewScene, AChartCanBeClosedAndUndoBringsItBack)
 {
   ASSERT_TRUE(pane.addOutput());

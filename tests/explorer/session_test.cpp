@@ -279,7 +279,7 @@ TEST_F(SessionScene, DamagedFilesAreToldInWordsAndChangeNothing)
       {"\"name\": \"off\"", "\"name\": 5"},
       {"\"gates_off\": [", "\"gates_off\": 3, \"x\": ["},
       {"\"path\": \"scan.csv\"", "\"path\": 7"},
-      {"\"runs_look\": \"bands\"", "\"runs_look\": \"beads\""},
+      {"\"runs_look\": \"whole_bands\"", "\"runs_look\": \"beads\""},
       {"\"focus\": \"faded\"", "\"focus\": 1"},
       {"\"parameter_look\": \"densities\"", "\"parameter_look\": null"},
       {"\"outputs\": [", "\"outputs\": 1, \"x\": ["},

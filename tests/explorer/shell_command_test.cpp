@@ -128,6 +128,7 @@ TEST(ShellCommand, ThePictureIsThatOfTheSession)
   EXPECT_TRUE(figure.noScaleBar);
   EXPECT_FALSE(figure.noLegend);
   EXPECT_TRUE(render.quantiles);
+  EXPECT_FALSE(figure.wholeBands);
   EXPECT_TRUE(figure.scatter);
   EXPECT_EQ(figure.palette, "colour-blind");
   EXPECT_EQ(figure.focus, "hidden");

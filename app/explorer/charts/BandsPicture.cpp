@@ -41,8 +41,9 @@ void paintArea(QPainter& painter, std::vector<double> const& low, std::vector<do
 
 bool sameGroups(std::vector<BandsPicture::Group> const& a, std::vector<BandsPicture::Group> const& b)
 {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](auto const& x, auto const& y) { return x.color == y.color && x.mask == y.mask; });
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](auto const& x, auto const& y) {
+    return x.color == y.color && x.opacity == y.opacity && x.mask == y.mask;
+  });
 }
 
 } // namespace
@@ -59,15 +60,23 @@ void paintBands(QPainter& painter, RunBands const& bands, std::vector<double> co
   };
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  auto const& q = bands.quantiles;
+  auto const& q = bands.lines;
   paintArea(painter, q[0], q[4], times, frame, pale(wide));
   paintArea(painter, q[1], q[3], times, frame, pale(narrow));
-  QPolygonF median;
-  for (std::size_t i = 0; i < times.size(); ++i)
-    median << (std::isnan(q[2][i]) ? QPointF(times[i], q[2][i]) : pointOf(frame, times[i], q[2][i]));
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(color, look.median, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  for (QPolygonF const& part : clippedLine(median, frame.plot(), look.finest)) painter.drawPolyline(part);
+  auto const paintRow = [&](std::vector<double> const& values, QPen const& pen) {
+    QPolygonF line;
+    for (std::size_t i = 0; i < times.size(); ++i)
+      line << (std::isfinite(values[i]) ? pointOf(frame, times[i], values[i])
+                                        : QPointF(times[i], std::nan("")));
+    painter.setPen(pen);
+    for (QPolygonF const& part : clippedLine(line, frame.plot(), look.finest)) painter.drawPolyline(part);
+  };
+  constexpr double thin = 0.5;
+  constexpr double pallor = 0.5;
+  for (std::vector<double> const& values : bands.outlyingValues)
+    paintRow(values, QPen(pale(pallor), thin * look.middle, Qt::DashLine, Qt::FlatCap, Qt::RoundJoin));
+  paintRow(q[2], QPen(pale(1.0), look.middle, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.restore();
 }
 
@@ -76,22 +85,26 @@ BandsPicture::BandsPicture(QObject* parent) : QObject(parent)
   connect(&work, &Background::busyChanged, this, &BandsPicture::changed);
 }
 
-void BandsPicture::request(std::shared_ptr<Scan const> const& scan, std::size_t output,
+void BandsPicture::request(std::shared_ptr<Scan const> const& scan, std::size_t output, BandsKind kind,
                            std::vector<Group> groups)
 {
-  if (wanted.scan == scan && wanted.output == output && sameGroups(wanted.groups, groups)) return;
-  if (shown.scan != scan || shown.output != output) shown = {};
-  wanted = {scan, output, std::move(groups), {}};
+  if (wanted.scan == scan && wanted.output == output && wanted.kind == kind &&
+      sameGroups(wanted.groups, groups))
+    return;
+  if (shown.scan != scan || shown.output != output || shown.kind != kind) shown = {};
+  wanted = {scan, output, kind, std::move(groups), {}};
   if (!scan || output >= scan->outputs.size()) return;
   work.start(
       [this, result = wanted](Background::Cancelled const& cancelled) mutable -> std::function<void()> {
         for (Group const& group : result.groups) {
-          std::optional<RunBands> bands = bandsOf(*result.scan, result.output, group.mask, cancelled);
+          std::optional<RunBands> bands =
+              bandsOf(*result.scan, result.output, group.mask, result.kind, cancelled);
           if (!bands) return {};
           result.bands.push_back(std::move(*bands));
         }
         return [this, result = std::move(result)] {
-          if (result.scan == wanted.scan && result.output == wanted.output) shown = result;
+          if (result.scan == wanted.scan && result.output == wanted.output && result.kind == wanted.kind)
+            shown = result;
           Q_EMIT changed();
         };
       });
@@ -100,7 +113,13 @@ void BandsPicture::request(std::shared_ptr<Scan const> const& scan, std::size_t 
 void BandsPicture::paint(QPainter& painter, ChartFrame const& frame, Theme const& theme) const
 {
   for (std::size_t i = 0; i < shown.bands.size(); ++i)
-    paintBands(painter, shown.bands[i], shown.scan->times, frame, shown.groups[i].color, {1.2 * theme.curve});
+    paintBands(painter, shown.bands[i], shown.scan->times, frame, shown.groups[i].color,
+               {1.2 * theme.curve, shown.groups[i].opacity});
+}
+
+std::size_t BandsPicture::outlyingOf(std::size_t group) const
+{
+  return group < shown.bands.size() ? shown.bands[group].outlying.size() : 0;
 }
 
 } // namespace runsieve::app

@@ -89,10 +89,11 @@ void paintLegend(QPainter& painter, QRectF const& plot, std::vector<LegendLine> 
       painter.setBrush(gradientOf(line, bar, theme.dark));
     else
       painter.setBrush(line.color);
-    painter.drawRect(hasShades(line) ? bar
-                                     : bar.adjusted(0.0, 0.35 * bar.height(), 0.0, -0.35 * bar.height()));
+    if (line.color.isValid())
+      painter.drawRect(hasShades(line) ? bar
+                                       : bar.adjusted(0.0, 0.35 * bar.height(), 0.0, -0.35 * bar.height()));
     const double base = y + 0.5 * (row + metrics.ascent() - metrics.descent());
-    painter.setPen(theme.ink);
+    painter.setPen(line.color.isValid() ? theme.ink : theme.faint);
     painter.drawText(QPointF(bar.right() + margin, base), elided(line.text, theme.font, texts));
     painter.setPen(theme.faint);
     painter.drawText(QPointF(bar.right() + 3.0 * margin + texts, base), countsOf(line));

@@ -13,7 +13,7 @@ class QPainter;
 
 namespace runsieve::app {
 
-/// A line of a legend: what a colour, or the shades of a colour, stand for.
+/// A line of a legend: what a colour, or the shades of a colour, stand for; without a colour a note on all.
 struct LegendLine
 {
   QString text;

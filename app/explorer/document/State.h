@@ -42,9 +42,10 @@ enum class Focus
 /// How runs are shown.
 enum class RunsLook
 {
-  Density, ///< in shades by their number
-  Lines,   ///< lines over lines
-  Bands    ///< median, quartiles and 5 to 95 %, of the passing runs and of the others
+  Density,   ///< in shades by their number
+  Lines,     ///< lines over lines
+  Bands,     ///< median, quartiles and 5 to 95 %, of the passing runs and of the others
+  WholeBands ///< the deepest run, the range of the deeper half and of all but outlying runs, likewise
 };
 
 /// What the chart of a parameter shows.

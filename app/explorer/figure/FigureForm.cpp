@@ -122,8 +122,10 @@ void FigureForm::buildContent(QFormLayout& form, FigureContent const& content, F
   title = new QLineEdit(options.title);
   title->setPlaceholderText("none");
   title->setAccessibleName("Title");
-  runsLook = choice({"Density", "Lines", "Bands"}, static_cast<int>(options.runsLook), "Runs",
-                    "Shades by the number of runs, lines over lines, or median and quantiles");
+  runsLook =
+      choice({"Density", "Lines", "Bands", "Bands of whole runs"}, static_cast<int>(options.runsLook), "Runs",
+             "Shades by the number of runs, lines over lines, median and quantiles, or the "
+             "deepest run and the range of the deeper half");
   parameterLook =
       choice({"Cumulative curves", "Densities", "Scatter"}, static_cast<int>(options.parameterLook),
              "Parameters as", "What the small charts show");

@@ -164,6 +164,8 @@ private:
   {
     if (options.runsLook == RunsLook::Bands)
       return QString::fromUtf8("line: median; bands: 25\u201375 % and 5\u201395 % of the runs");
+    if (options.runsLook == RunsLook::WholeBands)
+      return "line: deepest run; bands: the deeper half, all but outlying runs (dashed)";
     return options.runsLook == RunsLook::Density && options.scaleBar ? QString("shades: runs at a point")
                                                                      : QString();
   }

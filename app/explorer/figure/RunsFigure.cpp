@@ -2,6 +2,7 @@
 
 #include "app/explorer/charts/BandsPicture.h"
 #include "app/explorer/charts/ClippedLine.h"
+#include "app/explorer/charts/RunLabels.h"
 #include "app/explorer/figure/FigureGates.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/view/ThreadPool.h"
@@ -72,8 +73,8 @@ void RunsFigure::paint(QPainter& painter, double pixelsPerUnit) const
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(theme.font);
-  if (options.runsLook == RunsLook::Bands)
-    paintBands(painter);
+  if (const std::optional<BandsKind> kind = bandsKindOf(options.runsLook))
+    paintBands(painter, *kind);
   else
     paintImage(painter, pixelsPerUnit);
   frame.paint(painter, theme);
@@ -170,21 +171,31 @@ void RunsFigure::paintBar(QPainter& painter, DensityScale const& scale, QColor c
   painter.drawText(QPointF(bar.right() + theme.gap, bar.center().y() + 0.3 * metrics.ascent()), unit);
 }
 
-void RunsFigure::paintBands(QPainter& painter) const
+void RunsFigure::paintBands(QPainter& painter, BandsKind kind) const
 {
+  QStringList notes;
   for (FigureLayer const& layer : layers) {
     if (layer.runs.count() == 0) continue;
-    const RunBands bands = *bandsOf(*content.scan, output, layer.runs.mask(), [] { return false; });
+    const RunBands bands = *bandsOf(*content.scan, output, layer.runs.mask(), kind, [] { return false; });
     app::paintBands(painter, bands, content.scan->times, frame, layer.color,
                     {theme.curve, layer.opacity, finest});
+    if (bands.outlying.size() > bands.outlyingValues.size())
+      notes << QString("%1: %L2 of %L3 outlying runs are drawn")
+                   .arg(layer.name)
+                   .arg(bands.outlyingValues.size())
+                   .arg(bands.outlying.size());
   }
+  const QFontMetricsF metrics(theme.font);
+  painter.setPen(theme.faint);
+  for (int i = 0; i < notes.size(); ++i)
+    painter.drawText(frame.plot().topLeft() + QPointF(theme.gap, metrics.ascent() + i * metrics.height()),
+                     elided(notes[i], theme.font, frame.plot().width() - 2.0 * theme.gap));
 }
 
 void RunsFigure::paintPinned(QPainter& painter) const
 {
-  const QFontMetricsF metrics(theme.font);
   std::size_t number = 0;
-  std::vector<QRectF> taken;
+  RunLabels labels(frame.plot(), theme);
   for (std::size_t const run : content.pinned) {
     if (run >= content.scan->runs.size()) continue;
     const QColor color = theme.sets[number++ % theme.sets.size()];
@@ -198,17 +209,7 @@ void RunsFigure::paintPinned(QPainter& painter) const
       painter.setPen(QPen(color, theme.curve, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
       painter.drawPolyline(part);
     }
-    const QPointF end = parts.back().last();
-    const QString text =
-        elided(QString::fromStdString(content.scan->runs[run].key), theme.font, 0.3 * frame.plot().width());
-    const QSizeF size(metrics.horizontalAdvance(text), metrics.height());
-    QRectF place(QPointF(end.x() - size.width() - theme.gap, end.y() - theme.gap - metrics.ascent()), size);
-    auto const isTaken = [&](QRectF const& other) { return other.intersects(place); };
-    while (std::any_of(taken.begin(), taken.end(), isTaken) && place.top() > frame.plot().top())
-      place.translate(0.0, -0.9 * size.height());
-    place.moveTop(std::max(place.top(), frame.plot().top()));
-    taken.push_back(place);
-    painter.drawText(QPointF(place.left(), place.top() + metrics.ascent()), text);
+    labels.paint(painter, QString::fromStdString(content.scan->runs[run].key), parts.back().last(), color);
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/explorer/charts/ChartFrame.h"
+#include "app/explorer/charts/RunBands.h"
 #include "app/explorer/charts/RunsRenderer.h"
 #include "app/explorer/figure/FigureLayers.h"
 
@@ -33,7 +34,7 @@ private:
   [[nodiscard]] double barWidth() const;
   [[nodiscard]] ChartAxis valueAxis() const;
   void paintImage(QPainter& painter, double pixelsPerUnit) const;
-  void paintBands(QPainter& painter) const;
+  void paintBands(QPainter& painter, BandsKind kind) const;
   void paintPinned(QPainter& painter) const;
   void paintBar(QPainter& painter, DensityScale const& scale, QColor const& color, QRectF const& place) const;
 

@@ -1,6 +1,7 @@
 #include "app/explorer/runs/RunsOverlay.h"
 
 #include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/charts/RunLabels.h"
 #include "app/explorer/runs/GateShapes.h"
 
 #include <QFontMetricsF>
@@ -170,7 +171,7 @@ void RunsOverlay::paintRuns(QPainter& painter) const
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setClipRect(frame.plot(), Qt::IntersectClip);
   std::size_t number = 0;
-  const QFontMetricsF metrics(theme.font);
+  RunLabels labels(frame.plot(), theme);
   Scan const& scan = document.scan();
   for (std::size_t const run : document.pinnedRuns()) {
     const QColor color = theme.sets[number++ % theme.sets.size()];
@@ -180,12 +181,7 @@ void RunsOverlay::paintRuns(QPainter& painter) const
     for (std::size_t i = scan.times.size(); i-- > 0;) {
       const QPointF end = frame.at(scan.times[i], values[i]);
       if (!frame.plot().contains(end)) continue;
-      const QString text = QString::fromStdString(scan.runs[run].key);
-      painter.setFont(theme.font);
-      painter.setPen(color);
-      painter.drawText(QPointF(end.x() - metrics.horizontalAdvance(text) - 3.0,
-                               std::max(end.y() - 4.0, frame.plot().top() + metrics.ascent())),
-                       text);
+      labels.paint(painter, QString::fromStdString(scan.runs[run].key), end, color);
       break;
     }
   }

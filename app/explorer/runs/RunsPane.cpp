@@ -3,6 +3,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace runsieve::app {
 
@@ -80,6 +81,23 @@ void RunsPane::align()
   double left = 0.0;
   for (RunsChart* chart : charts) left = std::max(left, chart->view()->neededLeft());
   for (RunsChart* chart : charts) chart->view()->setLeastLeft(left);
+  shareHeight();
+}
+
+void RunsPane::shareHeight()
+{
+  if (charts.empty()) return;
+  // The last one has the numbers of the time axis besides; the plots are equally high.
+  const int numbers =
+      static_cast<int>(std::lround(charts.back()->view()->belowPlot() - charts.front()->view()->belowPlot()));
+  const int each = std::max(1, (height() - numbers) / static_cast<int>(charts.size()));
+  for (RunsChart* chart : charts)
+    column->setStretchFactor(chart, each + (chart == charts.back() ? numbers : 0));
+}
+
+void RunsPane::resizeEvent(QResizeEvent*)
+{
+  shareHeight();
 }
 
 } // namespace runsieve::app

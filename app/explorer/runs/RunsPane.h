@@ -34,9 +34,13 @@ Q_SIGNALS:
   /// A gate, which is selected now, was clicked with the right button. \param at on the screen
   void gateMenuWanted(QPoint const& at);
 
+protected:
+  void resizeEvent(QResizeEvent* event) override;
+
 private:
   void rebuild();
   void align();
+  void shareHeight();
 
   Document& document;
   RunsZoom shown;

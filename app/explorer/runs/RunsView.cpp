@@ -20,6 +20,20 @@ QString titled(ColumnLabel const& label)
   return label.unit.empty() ? name : QString("%1 (%2)").arg(name, QString::fromStdString(label.unit));
 }
 
+/// What the line and the areas of bands are.
+QString bandsText(BandsKind kind)
+{
+  return kind == BandsKind::Quantiles ? QString::fromUtf8("median, 25\u201375 %, 5\u201395 %")
+                                      : QString("deepest run, deeper half, not outlying");
+}
+
+QString outlyingText(std::size_t runs)
+{
+  if (runs == 0) return {};
+  if (runs <= RunBands::mostOutlying) return QString(", %L1 outlying").arg(runs);
+  return QString(", %L1 outlying, %2 shown").arg(runs).arg(RunBands::mostOutlying);
+}
+
 } // namespace
 
 RunsView::RunsView(Document& ofDocument, RunsZoom& ofZoom, std::size_t shown, QWidget* parent)
@@ -97,17 +111,25 @@ std::vector<RunsView::RunGroup> RunsView::groups() const
   return shown;
 }
 
+double RunsView::othersOpacity() const
+{
+  constexpr double pale = 0.25;
+  return document.sieves() && document.state().view.focus == Focus::Faded ? pale : 1.0;
+}
+
 void RunsView::requestBands()
 {
   std::vector<BandsPicture::Group> wanted;
-  if (document.isOpen() && document.state().view.runsLook == RunsLook::Bands)
+  const std::optional<BandsKind> kind = bandsKindOf(document.state().view.runsLook);
+  if (document.isOpen() && kind)
     for (RunGroup const& group : groups()) {
       // Beside the passing runs the others are of interest, not all runs.
       const RunSet rest =
           document.sieves() ? document.passing().complement() : RunSet(document.scan().runs.size(), true);
-      wanted.push_back({(group.runs ? *group.runs : rest).mask(), group.color});
+      wanted.push_back(
+          {(group.runs ? *group.runs : rest).mask(), group.color, group.runs ? 1.0 : othersOpacity()});
     }
-  bands.request(document.sharedScan(), output, std::move(wanted));
+  bands.request(document.sharedScan(), output, kind.value_or(BandsKind::Quantiles), std::move(wanted));
 }
 
 std::vector<LegendLine> RunsView::legend() const
@@ -118,11 +140,15 @@ std::vector<LegendLine> RunsView::legend() const
   for (RunGroup const& group : groups()) {
     LegendLine line{group.name, group.color};
     if (look == RunsLook::Density && lines.size() < images.size()) line.shades = images[lines.size()].scale;
-    if (look == RunsLook::Bands && !group.runs && document.sieves()) line.text = "the others";
+    if (bandsKindOf(look)) {
+      if (!group.runs && document.sieves()) line.text = "the others";
+      line.text += outlyingText(bands.outlyingOf(lines.size()));
+    }
     lines.push_back(std::move(line));
   }
   // A single colour needs no legend.
-  if (lines.size() == 1 && look != RunsLook::Density) lines.clear();
+  if (lines.size() == 1 && look == RunsLook::Lines) lines.clear();
+  if (std::optional<BandsKind> const kind = bandsKindOf(look)) lines.push_back({bandsText(*kind), {}});
   return lines;
 }
 
@@ -141,7 +167,7 @@ RunsRequest RunsView::wantedPicture() const
                      .boundedTo(QSize(RunCoverage::largestSize, RunCoverage::largestSize));
   request.width = ratio;
   request.dark = theme.dark;
-  if (view.runsLook == RunsLook::Bands) return request;
+  if (bandsKindOf(view.runsLook)) return request;
   const bool shades = view.runsLook == RunsLook::Density;
   for (RunGroup const& group : groups()) {
     const std::size_t runs = group.runs ? group.runs->count() : document.scan().runs.size();
@@ -177,10 +203,8 @@ void RunsView::paintEvent(QPaintEvent*)
   QPainter painter(this);
   painter.fillRect(rect(), theme.paper);
   if (!document.isOpen() || output >= document.scan().outputs.size()) return;
-  const bool faded = document.sieves() && document.state().view.focus == Focus::Faded;
-  constexpr double pale = 0.25;
-  picture.paint(painter, axes.plot(), axes.horizontal(), axes.vertical(), {faded ? pale : 1.0});
-  if (document.state().view.runsLook == RunsLook::Bands) bands.paint(painter, axes, theme);
+  picture.paint(painter, axes.plot(), axes.horizontal(), axes.vertical(), {othersOpacity()});
+  if (bandsKindOf(document.state().view.runsLook)) bands.paint(painter, axes, theme);
   axes.paint(painter, theme);
   paintLegend(painter, axes.plot(), legend(), theme);
   const RunsOverlay overlay(document, output, axes, theme);

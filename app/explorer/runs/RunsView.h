@@ -40,6 +40,8 @@ public:
   /// Room left of the plot, for charts that line up: what this one needs, and what it takes at least.
   [[nodiscard]] double neededLeft() const;
   void setLeastLeft(double width);
+  /// Height of what stands below the plot.
+  [[nodiscard]] double belowPlot() const { return height() - axes.plot().bottom(); }
 
   [[nodiscard]] ChartFrame const& frame() const { return axes; }
   /// Whether the picture is the one of the present state.
@@ -111,6 +113,7 @@ private:
   [[nodiscard]] std::vector<RunGroup> groups() const;
   [[nodiscard]] RunsRequest wantedPicture() const;
   void requestBands();
+  [[nodiscard]] double othersOpacity() const;
   [[nodiscard]] std::vector<LegendLine> legend() const;
   [[nodiscard]] RunSet visibleRuns() const;
 

@@ -131,6 +131,7 @@ void addParts(Words& words, FigureOptions const& options)
   flag(!options.scaleBar, "--no-scale-bar");
   flag(!options.ground, "--transparent");
   flag(options.runsLook == RunsLook::Bands, "--quantiles");
+  flag(options.runsLook == RunsLook::WholeBands, "--whole-bands");
   flag(options.runsLook == RunsLook::Lines, "--plain-lines");
   flag(options.parameterLook == ParameterLook::Densities, "--density");
   flag(options.parameterLook == ParameterLook::Scatter, "--scatter");

@@ -15,11 +15,11 @@ namespace runsieve::app {
 namespace {
 
 // The words of the file, in the order of the enumerations.
-constexpr std::array<char const*, 3> runsLooks = {"density", "lines", "bands"};
+constexpr std::array<char const*, 4> runsLooks = {"density", "lines", "bands", "whole_bands"};
 constexpr std::array<char const*, 3> focuses = {"all", "faded", "hidden"};
 constexpr std::array<char const*, 3> parameterLooks = {"curves", "densities", "scatter"};
 
-std::array<char const*, 3> const& wordsOf(RunsLook)
+std::array<char const*, 4> const& wordsOf(RunsLook)
 {
   return runsLooks;
 }
@@ -128,7 +128,9 @@ std::enable_if_t<std::is_enum_v<Word>> take(std::string const& path, ReadJson co
       word = static_cast<Word>(i);
       return;
     }
-  const std::string known = std::string(words[0]) + ", " + words[1] + " or " + words[2];
+  std::string known = words[0];
+  for (std::size_t i = 1; i < words.size(); ++i)
+    known += (i + 1 < words.size() ? ", " : " or ") + std::string(words[i]);
   fail(path, known.c_str(), json);
 }
 

@@ -57,7 +57,11 @@ std::vector<ActionEntry> const& actionTable()
 
       {"look.density", "&View", "Runs as &density", "", "Shades by the number of runs", Kind::Choice},
       {"look.lines", "&View", "Runs as &lines", "", "Lines over lines in one colour", Kind::Choice},
-      {"look.bands", "&View", "Runs as &bands", "", "Median, quartiles, and 5 to 95 % of the runs",
+      {"look.bands", "&View", "Runs as &bands", "",
+       "Median, quartiles, and 5 to 95 % of the runs at each time", Kind::Choice},
+      {"look.wholebands", "&View", "Runs as bands of &whole runs", "",
+       "The run that lies deepest among the others, the range of the deeper half, that of all but outlying "
+       "runs, and these",
        Kind::Choice, false, true},
       {"focus.all", "&View", "Show all &runs", "Ctrl+1", "The other runs as they are", Kind::Choice},
       {"focus.faded", "&View", "&Fade the other runs", "Ctrl+2", "The other runs as a pale ground",

@@ -136,6 +136,7 @@ void ExplorerWindow::connectViewActions()
   look("look.density", RunsLook::Density);
   look("look.lines", RunsLook::Lines);
   look("look.bands", RunsLook::Bands);
+  look("look.wholebands", RunsLook::WholeBands);
   auto const focus = [this](char const* id, Focus wanted) {
     table->on(id, [=] { content.change("Focus", [&](State& s) { s.view.focus = wanted; }); });
   };
@@ -198,7 +199,7 @@ void ExplorerWindow::refreshActions()
   table->at("zoom.back")->setEnabled(runsPane->zoom().canGoBack());
   table->at("zoom.forward")->setEnabled(runsPane->zoom().canGoForward());
   ViewState const& view = state.view;
-  char const* const looks[] = {"look.density", "look.lines", "look.bands"};
+  char const* const looks[] = {"look.density", "look.lines", "look.bands", "look.wholebands"};
   char const* const focuses[] = {"focus.all", "focus.faded", "focus.hidden"};
   char const* const parameterLooks[] = {"parameters.curves", "parameters.densities", "parameters.scatter"};
   char const* const themes[] = {"theme.desktop", "theme.light", "theme.dark"};
