@@ -190,6 +190,14 @@ TEST_F(RunsViewScene, AClickPinsARunAndASecondFreesIt)
   EXPECT_TRUE(document.pinnedRuns().empty());
 }
 
+TEST_F(RunsViewScene, ADragLeavesItsGateToBeSeenUntilThePointerMoves)
+{
+  drawGate(2.0, 0.5, 4.0, scattered(0, 5));
+  EXPECT_FALSE(document.hoveredRun());
+  Mouse(view()).move(at(6.0, scattered(0, 5)));
+  EXPECT_EQ(document.hoveredRun(), 5u);
+}
+
 TEST_F(RunsViewScene, ThePointerTellsOfTheRunBelowIt)
 {
   Mouse(view()).move(at(5.0, scattered(0, 11)));
@@ -281,6 +289,39 @@ TEST_F(RunsViewScene, PlotsOfSeveralOutputsAreEquallyHigh)
     EXPECT_NEAR(upper, pane.view(1)->frame().plot().height(), 1.0) << size.height();
     EXPECT_GT(upper, 0.25 * size.height());
   }
+}
+
+TEST_F(RunsViewScene, TheLegendSaysWhatColoursAndShadesMean)
+{
+  auto* legend = pane.findChild<app::RunsLegend*>();
+  ASSERT_NE(legend, nullptr);
+  auto const text = [&] { return legend->accessibleDescription().toStdString(); };
+  EXPECT_EQ(text(), "all runs: 1 run at a point");
+  auto const look = [&](app::RunsLook wanted) {
+    document.change("Look", [=](app::State& state) { state.view.runsLook = wanted; });
+    EXPECT_TRUE(settlePane());
+    return text();
+  };
+  EXPECT_EQ(look(app::RunsLook::Lines), "") << "a single colour needs none";
+  addGate(gateOnA(0.5, 0.999));
+  EXPECT_EQ(look(app::RunsLook::Lines), "all runs; passing");
+  EXPECT_THAT(look(app::RunsLook::Bands), testing::MatchesRegex("the others; passing; median, 25.*"));
+  EXPECT_EQ(look(app::RunsLook::WholeBands), "the others; passing; deepest run, deeper half, not outlying");
+}
+
+TEST_F(RunsViewScene, TheLegendCountsOutlyingRuns)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0, 1.0};
+  for (int run = 0; run < 40; ++run) scan->runs.push_back({std::to_string(run), RunStatus::Complete, 2});
+  double* values = scan->addOutput({"C", "", "", ""});
+  for (int run = 0; run < 40; ++run)
+    for (int time = 0; time < 2; ++time) *values++ = run < 3 ? 100.0 : 0.1 * run;
+  document.open(scan, {});
+  document.change("Look", [](app::State& state) { state.view.runsLook = app::RunsLook::WholeBands; });
+  ASSERT_TRUE(settlePane());
+  EXPECT_THAT(pane.findChild<app::RunsLegend*>()->accessibleDescription().toStdString(),
+              testing::StartsWith("all runs, 3 outlying;"));
 }
 
 TEST_F(RunsViewScene, BandsOfFadedOthersArePale)

@@ -95,6 +95,27 @@ TEST_F(WindowScene, AFileIsReadBesideTheInterfaceAndShown)
   EXPECT_THAT(window->windowTitle().toStdString(), testing::StartsWith("scan.csv"));
 }
 
+TEST_F(WindowScene, KeysGoToTheChartOfAScanThatHasOpened)
+{
+  ASSERT_TRUE(openLines());
+  EXPECT_EQ(window->focusWidget(), &view());
+}
+
+TEST_F(WindowScene, SelectingAGateMovesNothing)
+{
+  ASSERT_TRUE(openLines());
+  Gate gate = gateOnA(0.2, 0.8);
+  gate.span = GateSpan{1.6, 4.4};
+  document().change("Gate", [&](app::State& state) { state.gates.push_back({"one", gate, true}); });
+  document().selectGate(std::nullopt);
+  QApplication::processEvents();
+  const QRectF before = view().frame().plot();
+  document().selectGate(0);
+  QApplication::processEvents();
+  QApplication::processEvents();
+  EXPECT_EQ(view().frame().plot(), before);
+}
+
 TEST_F(WindowScene, AFileThatCannotBeReadIsToldAndLeavesWhatIsOpen)
 {
   ASSERT_TRUE(openLines());

@@ -14,9 +14,6 @@ namespace runsieve::app {
 
 namespace {
 
-constexpr double margin = 6.0;
-constexpr double barWidth = 56.0;
-
 /// The colours of a scale from its smallest to its largest count, evenly in the logarithm.
 QLinearGradient gradientOf(LegendLine const& line, QRectF const& bar, bool dark)
 {
@@ -49,56 +46,112 @@ QString countsOf(LegendLine const& line)
 {
   if (!hasShades(line)) return {};
   return line.shades.largest() > line.shades.smallest()
-             ? QString("%1 - %2").arg(countText(line.shades.smallest()), countText(line.shades.largest()))
+             ? QString::fromUtf8("%1\u2013%2")
+                   .arg(countText(line.shades.smallest()), countText(line.shades.largest()))
              : countText(line.shades.largest());
 }
 
+/// How much is told of each line.
+struct Detail
+{
+  double bar = 48.0; ///< width
+  bool counts = true;
+  double mostText = 1e6;
+};
+
+class LegendRow
+{
+public:
+  LegendRow(std::vector<LegendLine> const& shown, Theme const& colors, Detail const& wanted)
+      : lines(shown), theme(colors), detail(wanted), metrics(colors.font)
+  {}
+
+  /// Of the first lines.
+  [[nodiscard]] double width(std::size_t count) const
+  {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < count; ++i) sum += widthOf(lines[i]) + (i > 0 ? between : 0.0);
+    return sum;
+  }
+
+  void paint(QPainter& painter, QRectF const& room, std::size_t count) const
+  {
+    double x = room.right() - width(count);
+    for (std::size_t i = 0; i < count; ++i) {
+      paintLine(painter, lines[i], x, room);
+      x += widthOf(lines[i]) + between;
+    }
+  }
+
+private:
+  [[nodiscard]] QString textOf(LegendLine const& line) const
+  {
+    return elided(line.text, theme.font, detail.mostText);
+  }
+  [[nodiscard]] QString numbersOf(LegendLine const& line) const
+  {
+    return detail.counts ? countsOf(line) : QString();
+  }
+  [[nodiscard]] double widthOf(LegendLine const& line) const
+  {
+    const QString numbers = numbersOf(line);
+    return (line.color.isValid() ? detail.bar + theme.gap : 0.0) + metrics.horizontalAdvance(textOf(line)) +
+           (numbers.isEmpty() ? 0.0 : 1.5 * theme.gap + metrics.horizontalAdvance(numbers));
+  }
+
+  void paintLine(QPainter& painter, LegendLine const& line, double x, QRectF const& room) const
+  {
+    if (line.color.isValid()) {
+      const double high = 0.6 * metrics.height();
+      QRectF bar(x, room.center().y() - 0.5 * high, detail.bar, high);
+      if (!hasShades(line)) bar.adjust(0.0, 0.35 * high, 0.0, -0.35 * high);
+      painter.fillRect(bar, hasShades(line) ? QBrush(gradientOf(line, bar, theme.dark)) : QBrush(line.color));
+      x += detail.bar + theme.gap;
+    }
+    const double base = room.center().y() + 0.5 * (metrics.ascent() - metrics.descent());
+    painter.setPen(line.color.isValid() ? theme.ink : theme.faint);
+    painter.drawText(QPointF(x, base), textOf(line));
+    x += metrics.horizontalAdvance(textOf(line)) + 1.5 * theme.gap;
+    painter.setPen(theme.faint);
+    painter.drawText(QPointF(x, base), numbersOf(line));
+  }
+
+  static constexpr double between = 14.0;
+
+  std::vector<LegendLine> const& lines;
+  Theme const& theme;
+  Detail detail;
+  QFontMetricsF metrics;
+};
+
 } // namespace
 
-void paintLegend(QPainter& painter, QRectF const& plot, std::vector<LegendLine> const& lines,
+QString legendText(LegendLine const& line)
+{
+  const QString counts = countsOf(line);
+  return counts.isEmpty()
+             ? line.text
+             : QString("%1: %2 %3 at a point").arg(line.text, counts, counts == "1" ? "run" : "runs");
+}
+
+void paintLegend(QPainter& painter, QRectF const& room, std::vector<LegendLine> const& lines,
                  Theme const& theme)
 {
-  if (lines.empty()) return;
-  const QFontMetricsF metrics(theme.font);
-  double texts = 0.0;
-  double counts = 0.0;
-  for (LegendLine const& line : lines) {
-    texts = std::max(texts, metrics.horizontalAdvance(line.text));
-    counts = std::max(counts, metrics.horizontalAdvance(countsOf(line)));
-  }
-  texts = std::min(texts, 0.4 * plot.width());
-  const double row = metrics.height() * 1.15;
-  const double width =
-      margin + barWidth + margin + texts + (counts > 0.0 ? 2.0 * margin + counts : 0.0) + margin;
-  const QRectF box(plot.right() - width - 4.0, plot.top() + 4.0, width,
-                   row * static_cast<double>(lines.size()) + margin);
-  if (box.width() > 0.8 * plot.width() || box.height() > 0.6 * plot.height()) return;
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(theme.font);
-  QColor ground = theme.paper;
-  ground.setAlphaF(0.82);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(ground);
-  painter.drawRoundedRect(box, 3.0, 3.0);
-  double y = box.top() + 0.5 * margin;
-  for (LegendLine const& line : lines) {
-    const QRectF bar(box.left() + margin, y + 0.25 * row, barWidth, 0.5 * row);
-    painter.setPen(Qt::NoPen);
-    if (hasShades(line))
-      painter.setBrush(gradientOf(line, bar, theme.dark));
-    else
-      painter.setBrush(line.color);
-    if (line.color.isValid())
-      painter.drawRect(hasShades(line) ? bar
-                                       : bar.adjusted(0.0, 0.35 * bar.height(), 0.0, -0.35 * bar.height()));
-    const double base = y + 0.5 * (row + metrics.ascent() - metrics.descent());
-    painter.setPen(line.color.isValid() ? theme.ink : theme.faint);
-    painter.drawText(QPointF(bar.right() + margin, base), elided(line.text, theme.font, texts));
-    painter.setPen(theme.faint);
-    painter.drawText(QPointF(bar.right() + 3.0 * margin + texts, base), countsOf(line));
-    y += row;
+  constexpr double shortBar = 20.0;
+  constexpr double cutText = 60.0;
+  const Detail details[] = {{}, {shortBar}, {shortBar, false}, {shortBar, false, cutText}};
+  std::size_t count = lines.size();
+  Detail detail;
+  for (Detail const& candidate : details) {
+    detail = candidate;
+    if (LegendRow(lines, theme, detail).width(count) <= room.width()) break;
   }
+  const LegendRow row(lines, theme, detail);
+  while (count > 0 && row.width(count) > room.width()) --count;
+  row.paint(painter, room, count);
   painter.restore();
 }
 

@@ -21,9 +21,13 @@ struct LegendLine
   DensityScale shades = {}; ///< that of an empty picture: one colour
 };
 
-/// Draws a legend in the upper right corner of a plot: for shades a bar with the smallest and the largest
-/// number of runs in a pixel.
-void paintLegend(QPainter& painter, QRectF const& plot, std::vector<LegendLine> const& lines,
+/// What a line says in words: its text, and the numbers of runs of its shades.
+[[nodiscard]] QString legendText(LegendLine const& line);
+
+/// Draws the lines of a legend one beside the other, up to the right end of a room: for shades a bar with the
+/// smallest and the largest number of runs in a pixel. In a small room bars become short, numbers are left
+/// out, then texts are cut, then lines at the end are left out.
+void paintLegend(QPainter& painter, QRectF const& room, std::vector<LegendLine> const& lines,
                  Theme const& theme);
 
 } // namespace runsieve::app

@@ -34,14 +34,16 @@ GatesPane::GatesPane(Document& ofDocument, QWidget* parent) : QWidget(parent), d
   top->addWidget(label);
   top->addWidget(join);
   top->addStretch(1);
+  total = new QLabel;
+  total->setTextFormat(Qt::PlainText);
+  total->setAccessibleName("Passing runs");
+  top->addWidget(total);
   buildList();
   details = new QLabel;
   details->setTextFormat(Qt::PlainText);
   details->setWordWrap(true);
+  details->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   details->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  total = new QLabel;
-  total->setTextFormat(Qt::PlainText);
-  total->setAccessibleName("Passing runs");
   buildButtons();
   auto* layout = new QVBoxLayout(this);
   constexpr int margin = 6;
@@ -50,7 +52,6 @@ GatesPane::GatesPane(Document& ofDocument, QWidget* parent) : QWidget(parent), d
   layout->addLayout(top);
   layout->addWidget(view, 1);
   layout->addWidget(details);
-  layout->addWidget(total);
   layout->addWidget(buttons);
   connect(join, qOverload<int>(&QComboBox::activated), this,
           [this](int index) { joinGates(document, index == 0 ? GateJoin::All : GateJoin::Any); });
@@ -176,21 +177,23 @@ void GatesPane::showSelection()
   for (QToolButton* button : {editing, inverting, deleting}) button->setEnabled(gate.has_value());
   up->setEnabled(gate && *gate > 0);
   down->setEnabled(gate && *gate + 1 < document.state().gates.size());
-  const QString text = gate ? gateDetails(document, *gate) : QString();
+  // The first line, what the gate asks for, stands in the list.
+  const QString text = gate ? gateDetails(document, *gate).section('\n', 1) : QString();
   constexpr int most = 160;
   details->setText(text.size() > most ? text.left(most) + QString::fromUtf8("\u2026") : text);
   details->setToolTip(toolTipText(text));
-  details->setVisible(text.contains('\n'));
   fitDetails();
 }
 
-/// As high as its text needs, up to some lines: a label with line breaks does not hold its height by itself.
+/// Most notes have room at all times, so that nothing moves when a gate is selected; a long one takes more,
+/// up to some lines.
 void GatesPane::fitDetails()
 {
-  if (details->text().isEmpty()) return;
-  constexpr int lines = 5;
-  const int needed = std::max(details->heightForWidth(view->width()), 0); // -1 without a text
-  details->setFixedHeight(std::min(needed, lines * fontMetrics().lineSpacing()));
+  constexpr int least = 2;
+  constexpr int most = 5;
+  const int needed = details->heightForWidth(view->width()); // -1 without a text
+  const int line = fontMetrics().lineSpacing();
+  details->setFixedHeight(std::clamp(needed, least * line, most * line));
 }
 
 void GatesPane::resizeEvent(QResizeEvent* event)

@@ -44,10 +44,12 @@ RunsChart::RunsChart(Document& ofDocument, RunsZoom& zoom, std::size_t ofPlace, 
   closing->setToolTip("Close this chart");
   closing->setAccessibleName("Close this chart");
   auto* bar = new QHBoxLayout;
-  bar->setContentsMargins(6, 2, 4, 0);
+  bar->setContentsMargins(6, 2, 6, 0);
+  bar->setSpacing(10);
   bar->addWidget(outputs);
   bar->addWidget(logarithmic);
-  bar->addStretch(1);
+  legend = new RunsLegend;
+  bar->addWidget(legend, 1);
   bar->addWidget(closing);
   chart = new RunsView(document, zoom, document.state().view.outputs[place]);
   auto* layout = new QVBoxLayout(this);
@@ -62,6 +64,7 @@ RunsChart::RunsChart(Document& ofDocument, RunsZoom& zoom, std::size_t ofPlace, 
                     [&](State& state) { state.view.logOutputs[output] = on; });
   });
   connect(closing, &QToolButton::clicked, this, &RunsChart::close);
+  connect(chart, &RunsView::legendChanged, this, [this] { legend->setLines(chart->legend()); });
   refresh();
 }
 

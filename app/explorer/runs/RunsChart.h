@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/explorer/runs/RunsLegend.h"
 #include "app/explorer/runs/RunsView.h"
 
 #include <QWidget>
@@ -33,6 +34,7 @@ private:
   Document& document;
   std::size_t place;
   RunsView* chart = nullptr;
+  RunsLegend* legend = nullptr;
   QComboBox* outputs = nullptr;
   QCheckBox* logarithmic = nullptr;
   QToolButton* closing = nullptr;

@@ -103,12 +103,15 @@ void RunsOverlay::paintGate(QPainter& painter, Gate const& gate, std::size_t ind
   const QRectF plot = frame.plot();
   const QString text = elided(name, theme.font, std::max(80.0, shape.width() - 6.0));
   const double width = metrics.horizontalAdvance(text);
-  const double above = shape.top() - 3.0;
+  const double above = shape.top() - (handles && isChosen ? 0.5 * handle : 0.0) - 3.0;
   const double y = above - metrics.ascent() > plot.top()
                        ? above
                        : std::max(shape.top(), plot.top()) + metrics.ascent() + 2.0;
   const double x =
       std::clamp(shape.left() + 2.0, plot.left() + 2.0, std::max(plot.left() + 2.0, plot.right() - width));
+  QColor ground = theme.paper;
+  ground.setAlphaF(0.75);
+  painter.fillRect(QRectF(x, y - metrics.ascent(), width, metrics.height()), ground);
   painter.setPen(color);
   painter.drawText(QPointF(x, y), text);
   if (!handles || !isChosen) return;

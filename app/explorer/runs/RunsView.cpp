@@ -43,8 +43,8 @@ RunsView::RunsView(Document& ofDocument, RunsZoom& ofZoom, std::size_t shown, QW
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setAccessibleName("Runs over time");
-  connect(&picture, &RunsPicture::changed, this, qOverload<>(&QWidget::update));
-  connect(&bands, &BandsPicture::changed, this, qOverload<>(&QWidget::update));
+  connect(&picture, &RunsPicture::changed, this, &RunsView::showPicture);
+  connect(&bands, &BandsPicture::changed, this, &RunsView::showPicture);
   connect(&zoom, &RunsZoom::changed, this, &RunsView::refresh); // of the state as well
   connect(&document, &Document::passingChanged, this, &RunsView::refresh);
   connect(&document, &Document::highlightChanged, this, qOverload<>(&QWidget::update));
@@ -135,6 +135,7 @@ void RunsView::requestBands()
 std::vector<LegendLine> RunsView::legend() const
 {
   std::vector<LegendLine> lines;
+  if (!document.isOpen()) return lines;
   const RunsLook look = document.state().view.runsLook;
   auto const& images = picture.images();
   for (RunGroup const& group : groups()) {
@@ -182,6 +183,12 @@ void RunsView::refresh()
   relayout();
   picture.request(wantedPicture());
   requestBands();
+  showPicture();
+}
+
+void RunsView::showPicture()
+{
+  Q_EMIT legendChanged();
   update();
 }
 
@@ -206,7 +213,6 @@ void RunsView::paintEvent(QPaintEvent*)
   picture.paint(painter, axes.plot(), axes.horizontal(), axes.vertical(), {othersOpacity()});
   if (bandsKindOf(document.state().view.runsLook)) bands.paint(painter, axes, theme);
   axes.paint(painter, theme);
-  paintLegend(painter, axes.plot(), legend(), theme);
   const RunsOverlay overlay(document, output, axes, theme);
   overlay.paintRuns(painter);
   overlay.paintGates(painter, true);

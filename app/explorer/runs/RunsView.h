@@ -47,10 +47,14 @@ public:
   /// Whether the picture is the one of the present state.
   [[nodiscard]] bool isSettled() const { return picture.isSettled() && bands.isSettled(); }
 
+  /// What the colours and shades of the picture stand for.
+  [[nodiscard]] std::vector<LegendLine> legend() const;
+
   QSize sizeHint() const override { return {700, 420}; }
   QSize minimumSizeHint() const override { return {200, 110}; }
 
 Q_SIGNALS:
+  void legendChanged();
   /// How many runs a gate under the pointer lets through, for the status bar; empty if there is none.
   void told(QString const& text);
   /// A gate, which is selected now, was clicked with the right button. \param at on the screen
@@ -113,8 +117,8 @@ private:
   [[nodiscard]] std::vector<RunGroup> groups() const;
   [[nodiscard]] RunsRequest wantedPicture() const;
   void requestBands();
+  void showPicture();
   [[nodiscard]] double othersOpacity() const;
-  [[nodiscard]] std::vector<LegendLine> legend() const;
   [[nodiscard]] RunSet visibleRuns() const;
 
   Document& document;

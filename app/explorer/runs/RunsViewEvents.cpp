@@ -151,16 +151,18 @@ void RunsView::mouseReleaseEvent(QMouseEvent* event)
 {
   pointer = event->localPos();
   if (!drag) return;
+  const bool dragged = drag->moved;
   bool missed = false;
-  if (!drag->moved && event->button() == Qt::RightButton)
+  if (!dragged && event->button() == Qt::RightButton)
     openMenu(pointer);
-  else if (!drag->moved)
+  else if (!dragged)
     click(pointer);
   else
     missed = !finish(pointer);
   drag.reset();
   Q_EMIT told(missed ? QString("No run passes there: nothing has changed") : QString());
-  hoverAt(pointer);
+  // What a drag has made is to be seen: the box of the run below comes with the next move.
+  if (!dragged) hoverAt(pointer);
   update();
 }
 

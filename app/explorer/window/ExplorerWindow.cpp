@@ -52,6 +52,8 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
     centre->setCurrentIndex(content.isOpen() ? 1 : 0);
     layout->show(content.isOpen());
     changedBar->hide();
+    // Keys zoom and move the chart, and type nothing into the name of its output.
+    if (RunsView* chart = runsPane->view()) chart->setFocus();
   });
   for (auto changed : {&Document::opened, &Document::stateChanged, &Document::highlightChanged})
     connect(&content, changed, this, &ExplorerWindow::refreshActions);
