@@ -1,10 +1,11 @@
 #include "WindowScene.h"
 
+#include "app/composite/CompositeWindow.h"
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/window/ActionTable.h"
 #include "app/explorer/window/Appearance.h"
 #include "app/explorer/window/CommandSearch.h"
-#include "app/explorer/window/CompositeOf.h"
+#include "app/explorer/window/Plots.h"
 #include "app/explorer/window/StartPage.h"
 #include "app/store/StoredPlot.h"
 
@@ -293,7 +294,10 @@ TEST_F(WindowScene, AStoredPlotOpensWithItsGates)
   ASSERT_TRUE(openLines());
   Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9));
   const RunSet passing = document().passing();
-  writePlot(app::plotOf(document()), file("plot.rsd").toStdString());
+  ASSERT_TRUE(waitFor([this] { return window->isSettled(); }));
+  window->storedPlots().write(file("plot.rsd"));
+  ASSERT_TRUE(waitFor([this] { return !window->storedPlots().isBusy(); }));
+  EXPECT_EQ(window->statusText().toStdString(), "Saved plot.rsd");
   document().close();
   window->open(file("plot.rsd"));
   ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
@@ -301,12 +305,52 @@ TEST_F(WindowScene, AStoredPlotOpensWithItsGates)
   EXPECT_EQ(document().passing(), passing);
 }
 
+TEST_F(WindowScene, APlotThatCannotBeSavedIsTold)
+{
+  ASSERT_TRUE(openLines());
+  NextDialog dialog;
+  window->storedPlots().write(file("no such folder/plot.rsd"));
+  ASSERT_TRUE(waitFor([&] { return dialog.seen; }));
+  EXPECT_THAT(dialog.text.toStdString(), testing::HasSubstr("could not be saved"));
+}
+
+TEST_F(WindowScene, APlotIsAsItWasWhenItWasAskedFor)
+{
+  ASSERT_TRUE(openLines());
+  Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9));
+  const RunSet passing = document().passing();
+  window->storedPlots().write(file("plot.rsd"));
+  document().change("Clear", [](app::State& state) { state.gates.clear(); });
+  window->storedPlots().write(file("other.rsd"));
+  EXPECT_THAT(window->statusText().toStdString(), testing::HasSubstr("nothing has been begun"));
+  ASSERT_TRUE(waitFor([this] { return !window->storedPlots().isBusy(); }));
+  EXPECT_FALSE(QFile::exists(file("other.rsd")));
+  window->open(file("plot.rsd"));
+  ASSERT_TRUE(waitFor([this] { return document().state().gates.size() == 1u; }));
+  EXPECT_EQ(document().passing(), passing);
+}
+
+TEST_F(WindowScene, TheCompositeViewHasAWindowOfItsOwn)
+{
+  ASSERT_TRUE(openLines());
+  Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9));
+  trigger("view.composite");
+  app::CompositeWindow* composite = nullptr;
+  ASSERT_TRUE(
+      waitFor([&] { return (composite = window->findChild<app::CompositeWindow*>()) && composite->plot(); }));
+  EXPECT_THAT(composite->windowTitle().toStdString(), testing::StartsWith("scan.csv"));
+  EXPECT_THAT(composite->statusText().toStdString(),
+              testing::HasSubstr(std::to_string(document().passing().count()) + " runs pass"));
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+  composite->close();
+}
+
 TEST_F(WindowScene, TheSelectionOfAPlotWithoutGatesIsAGateOnItsRuns)
 {
   ASSERT_TRUE(openLines());
   Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9));
   const RunSet passing = document().passing();
-  app::StoredPlot plot = app::plotOf(document());
+  app::StoredPlot plot = app::plotOf(document())();
   plot.gates.clear();
   writePlot(plot, file("plot.rsd").toStdString());
   document().close();

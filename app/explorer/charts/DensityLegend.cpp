@@ -141,8 +141,10 @@ void paintLegend(QPainter& painter, QRectF const& room, std::vector<LegendLine> 
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(theme.font);
   constexpr double shortBar = 20.0;
+  constexpr double shortestBar = 10.0;
   constexpr double cutText = 60.0;
-  const Detail details[] = {{}, {shortBar}, {shortBar, false}, {shortBar, false, cutText}};
+  const Detail details[] = {
+      {}, {shortBar}, {shortBar, false}, {shortestBar, false}, {shortestBar, false, cutText}};
   std::size_t count = lines.size();
   Detail detail;
   for (Detail const& candidate : details) {

@@ -11,6 +11,7 @@
 #include "app/explorer/window/Actions.h"
 #include "app/explorer/window/Icons.h"
 #include "app/explorer/window/Layout.h"
+#include "app/explorer/window/Plots.h"
 #include "app/explorer/window/StartPage.h"
 #include "app/explorer/window/StatusLine.h"
 
@@ -43,6 +44,8 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
   disk = std::make_unique<Files>(content, runsPane->zoom(), *this);
   buildPanes();
   status = new StatusLine(content, *disk, *statusBar());
+  plots = new Plots(content, *this);
+  connect(plots, &Plots::told, this, [this](QString const& text) { status->tell(text); });
   connectFileActions();
   connectExportActions();
   connectGateActions();
@@ -143,7 +146,7 @@ void ExplorerWindow::refresh()
 bool ExplorerWindow::isSettled() const
 {
   return !disk->isBusy() && content.isCompared() && runsPane->isSettled() && setsPane->isSettled() &&
-         runTable->isSettled();
+         runTable->isSettled() && !plots->isBusy();
 }
 
 QString ExplorerWindow::statusText() const

@@ -17,6 +17,7 @@ class GatesPane;
 class Layout;
 class ParametersPane;
 class ParameterTable;
+class Plots;
 class RunsPane;
 class RunTable;
 class SetsPane;
@@ -41,6 +42,7 @@ public:
   [[nodiscard]] GatesPane& gates() { return *gatesPane; }
   [[nodiscard]] ParametersPane& parameters() { return *parametersPane; }
   [[nodiscard]] SetsPane& sets() { return *setsPane; }
+  [[nodiscard]] Plots& storedPlots() { return *plots; }
   [[nodiscard]] Actions& actions() { return *table; }
   [[nodiscard]] QString statusText() const;
   /// Whether nothing is being read, computed or drawn.
@@ -79,6 +81,7 @@ private:
   RunTable* runTable = nullptr;
   std::unique_ptr<Files> disk;
   StatusLine* status = nullptr;
+  Plots* plots = nullptr;
 };
 
 /// Shows another window, which deletes itself when it is closed.

@@ -9,13 +9,13 @@
 #include "app/explorer/window/ActionTable.h"
 #include "app/explorer/window/Appearance.h"
 #include "app/explorer/window/CommandSearch.h"
-#include "app/explorer/window/CompositeOf.h"
 #include "app/explorer/window/ExplorerWindow.h"
 #include "app/explorer/window/FigureOf.h"
 #include "app/explorer/window/HelpDialogs.h"
 #include "app/explorer/window/Layout.h"
 #include "app/explorer/window/LimitsDialog.h"
 #include "app/explorer/window/MethodDialog.h"
+#include "app/explorer/window/Plots.h"
 #include "app/explorer/window/StatusLine.h"
 #include "app/scan/ReadingText.h"
 
@@ -70,7 +70,7 @@ void ExplorerWindow::connectExportActions()
 {
   table->on("file.figure", [this] { exportFigure(content, runsPane->zoom(), this); });
   table->on("file.runs", [this] { runTable->exportPassingScan(); });
-  table->on("file.plot", [this] { savePlot(content, this); });
+  table->on("file.plot", [this] { plots->save(); });
   table->on("file.command", [this] {
     auto const zoomed = [this](Session& session) { keepZoom(runsPane->zoom(), content, session); };
     QGuiApplication::clipboard()->setText(QString::fromStdString(commandOf(content, zoomed)));
@@ -157,7 +157,7 @@ void ExplorerWindow::connectViewActions()
   table->on("zoom.reset", [this] { runsPane->zoom().reset(); });
   table->on("zoom.back", [this] { runsPane->zoom().back(); });
   table->on("zoom.forward", [this] { runsPane->zoom().forward(); });
-  table->on("view.composite", [this] { showComposite(content, disk->title(), this); });
+  table->on("view.composite", [this] { plots->showComposite(disk->title()); });
   table->on("theme.desktop", [] { chooseAppearance(Appearance::Desktop); });
   table->on("theme.light", [] { chooseAppearance(Appearance::Light); });
   table->on("theme.dark", [] { chooseAppearance(Appearance::Dark); });
