@@ -69,6 +69,26 @@ TEST(Background, ALongPieceIsAskedToEndWhenAnotherWaits)
   EXPECT_TRUE(ended);
 }
 
+TEST(Background, WhatIsToldToStopMayThrow)
+{
+  Background work;
+  std::vector<std::string> failures;
+  bool second = false;
+  QObject::connect(&work, &Background::failed,
+                   [&](QString const& message) { failures.push_back(message.toStdString()); });
+  auto const throws = [](Background::Cancelled const& cancelled) -> std::function<void()> {
+    waitUntilUnwanted(cancelled);
+    throw std::runtime_error("stopped");
+  };
+  work.start(throws);
+  work.start([&](Background::Cancelled const&) -> std::function<void()> { return [&] { second = true; }; });
+  ASSERT_TRUE(waitFor([&] { return second; }));
+  work.start(throws);
+  work.cancel();
+  ASSERT_TRUE(waitFor([&] { return !work.isBusy(); }));
+  EXPECT_TRUE(failures.empty());
+}
+
 TEST(Background, WhatIsCancelledHasNoResult)
 {
   Background work;

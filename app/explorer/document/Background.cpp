@@ -61,7 +61,9 @@ void Background::begin(Work work)
     try {
       done = work([piece] { return piece->isUnwanted(); });
     } catch (std::exception const& error) {
-      done = [this, message = QString::fromUtf8(error.what())] { Q_EMIT failed(message); };
+      // Kernels that are told to stop say so by an exception.
+      if (!piece->isUnwanted())
+        done = [this, message = QString::fromUtf8(error.what())] { Q_EMIT failed(message); };
     }
     QMetaObject::invokeMethod(
         this, [this, piece, done = std::move(done)] { finish(piece, done); }, Qt::QueuedConnection);

@@ -33,7 +33,7 @@ public:
 
 Q_SIGNALS:
   void busyChanged();
-  /// The work threw an exception, which says this; nothing is done with a result.
+  /// The work threw an exception, which says this, while its result was wanted.
   void failed(QString const& message);
 
 private:

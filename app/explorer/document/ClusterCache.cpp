@@ -40,9 +40,9 @@ std::vector<int> ClusterCache::labelsOf(std::size_t output, ClusterMode mode, in
 
 void ClusterCache::begin(Key const& key)
 {
-  work.start([this, key, data = scan](Background::Cancelled const&) -> std::function<void()> {
+  work.start([this, key, data = scan](Background::Cancelled const& cancelled) -> std::function<void()> {
     auto const [output, mode, clusters] = key;
-    std::vector<int> labels = clusterRuns(*data, output, mode, clusters);
+    std::vector<int> labels = clusterRuns(*data, output, mode, clusters, 0, {0, cancelled});
     return [this, key, data, labels = std::move(labels)] {
       if (data != scan) return;
       known[key] = labels;

@@ -137,16 +137,12 @@ void Document::compare()
     ComparisonWork work;
     work.cancelled = cancelled;
     auto const comparer = known ? known : std::make_shared<ParameterComparer const>(*scan, eligible);
-    try {
-      auto result = std::make_shared<Comparison const>(comparer->compare(passing, method, work));
-      return [this, scan, comparer, result] {
-        if (data != scan) return;
-        if (comparer->eligible() == takingPart) this->comparer = comparer;
-        compared = result;
-      };
-    } catch (ComparisonCancelled const&) {
-      return {};
-    }
+    auto result = std::make_shared<Comparison const>(comparer->compare(passing, method, work));
+    return [this, scan, comparer, result] {
+      if (data != scan) return;
+      if (comparer->eligible() == takingPart) this->comparer = comparer;
+      compared = result;
+    };
   });
 }
 

@@ -81,16 +81,12 @@ void PassingWork::begin()
               of = seen](Background::Cancelled const& cancelled) -> std::function<void()> {
     ComparisonWork how;
     how.cancelled = cancelled;
-    try {
-      return [this, take = compute(task, how), scan = task.scan, of] {
-        if (document.sharedScan() != scan || seen != of) return;
-        take();
-        isDone = true;
-        Q_EMIT changed();
-      };
-    } catch (ComparisonCancelled const&) {
-      return {};
-    }
+    return [this, take = compute(task, how), scan = task.scan, of] {
+      if (document.sharedScan() != scan || seen != of) return;
+      take();
+      isDone = true;
+      Q_EMIT changed();
+    };
   });
 }
 

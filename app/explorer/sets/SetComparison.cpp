@@ -73,12 +73,8 @@ void SetComparison::start(RunSet const& a, RunSet const& b)
                  Background::Cancelled const& cancelled) -> std::function<void()> {
     ComparisonWork options;
     options.cancelled = cancelled;
-    try {
-      auto result = std::make_shared<Comparison const>(compareParameters(*scan, a, either, method, options));
-      return [this, result] { fill(*result); };
-    } catch (ComparisonCancelled const&) {
-      return {};
-    }
+    auto result = std::make_shared<Comparison const>(compareParameters(*scan, a, either, method, options));
+    return [this, result] { fill(*result); };
   });
 }
 

@@ -117,8 +117,8 @@ void SetsPane::cluster(ClusterRequest const& request)
   tell({});
   clustering.start([this, request, scan = document.sharedScan()](
                        Background::Cancelled const& cancelled) -> std::function<void()> {
-    const std::vector<int> labels = clusterRuns(*scan, request.output, request.mode, request.clusters);
-    if (cancelled()) return {};
+    const std::vector<int> labels =
+        clusterRuns(*scan, request.output, request.mode, request.clusters, 0, {0, cancelled});
     return [this, request, scan, labels] {
       if (document.sharedScan() == scan) takeClusters(request, labels);
     };

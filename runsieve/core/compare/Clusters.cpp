@@ -106,17 +106,23 @@ void permute(ClusterComparison& comparison, ComparedRuns const& runs, std::vecto
 
 } // namespace
 
-std::vector<int> clusterRuns(Scan const& scan, std::size_t output, ClusterMode mode, int clusters, int starts)
+std::vector<int> clusterRuns(Scan const& scan, std::size_t output, ClusterMode mode, int clusters, int starts,
+                             ComparisonWork const& work)
 {
   double const* const curves = scan.outputs.at(output).values.get();
   const std::size_t runs = scan.runs.size();
   const std::size_t times = scan.times.size();
+  SearchLimits limits;
+  limits.cancelled = work.cancelled;
   if (starts < 1) starts = clusterStarts(runs);
-  if (clusters < 1 || mode == ClusterMode::Curves)
-    return clusterFiniteByShape(curves, runs, times, clusters, {}, starts).labels;
+  auto const search = [&](double const* values) {
+    std::vector<int> labels = clusterFiniteByShape(values, runs, times, clusters, limits, starts).labels;
+    if (limits.areOver()) throw ComparisonCancelled();
+    return labels;
+  };
+  if (clusters < 1 || mode == ClusterMode::Curves) return search(curves);
   const SpectrumPart part = mode == ClusterMode::Phase ? SpectrumPart::Phase : SpectrumPart::Magnitude;
-  const std::vector<double> spectra = curveSpectra(curves, runs, times, part);
-  return clusterFiniteByShape(spectra.data(), runs, times, clusters, {}, starts).labels;
+  return search(curveSpectra(curves, runs, times, part).data());
 }
 
 int clusterStarts(std::size_t runs)

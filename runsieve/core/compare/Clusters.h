@@ -20,9 +20,11 @@ namespace runsieve {
 /// \param clusters at most as many as there are runs come out; below 1 nothing is grouped
 /// \param starts searches, of which the best counts; below 1: as clusterStarts() says
 /// \return the cluster of each run, counted from 0; the same arguments give the same
-/// \throw std::out_of_range if there is no such output
-[[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<int>
-clusterRuns(Scan const& scan, std::size_t output, ClusterMode mode, int clusters, int starts = 0);
+/// \throw std::out_of_range if there is no such output \throw ComparisonCancelled
+[[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<int> clusterRuns(Scan const& scan, std::size_t output,
+                                                                ClusterMode mode, int clusters,
+                                                                int starts = 0,
+                                                                ComparisonWork const& work = {});
 
 /// Starts of the search: many for the few runs that they take no time for, 1 to 10.
 [[nodiscard]] RUNSIEVE_CORE_EXPORT int clusterStarts(std::size_t runs);

@@ -62,7 +62,7 @@ private:
   ShapeClusters run()
   {
     labels.assign(count, -1);
-    for (int step = 0; step < limits.mostSteps; ++step) {
+    for (int step = 0; step < limits.mostSteps && !limits.areOver(); ++step) {
       const double changed = static_cast<double>(assign()) / static_cast<double>(count);
       moveCentres();
       if (changed < limits.tolerance) break;
@@ -186,7 +186,7 @@ ShapeClusters clusterByShape(double const* curves, std::size_t count, std::size_
   Search search(curves, count, points, std::min(count, static_cast<std::size_t>(clusters)), limits);
   ShapeClusters best = search.fromFirst();
   std::mt19937 random;
-  for (int start = 1; start < starts; ++start) {
+  for (int start = 1; start < starts && !limits.areOver(); ++start) {
     ShapeClusters other = search.fromSpread(random);
     if (other.spread < best.spread) best = std::move(other);
   }

@@ -3,6 +3,7 @@
 #include <runsieve/core/runsieve_core_export.h>
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace runsieve {
@@ -21,6 +22,10 @@ struct SearchLimits
 {
   int mostSteps = 50;      ///< at least 1
   double tolerance = 0.01; ///< a smaller share of the curves than this changes its cluster in a step
+  /// Asked at each step, if set; true ends the search with what it has.
+  std::function<bool()> cancelled = {};
+
+  [[nodiscard]] bool areOver() const { return cancelled && cancelled(); }
 };
 
 /// k-means under the distance 1 - r, r being Pearson's correlation coefficient (0 where it is not defined).
@@ -37,8 +42,8 @@ RUNSIEVE_CORE_EXPORT ShapeClusters clusterByShape(double const* curves, std::siz
                                                   int clusters, SearchLimits limits, int starts = 1);
 
 /// The same where curves with a NaN or an infinity, as failed runs leave them, take no part in the search:
-/// nothing correlates with them, and a centre that is one of them, or a mean with one, attracts no curve. They
-/// belong to the first cluster, at a distance of 1, and are not in its mean.
+/// nothing correlates with them, and a centre that is one of them, or a mean with one, attracts no curve.
+/// They belong to the first cluster, at a distance of 1, and are not in its mean.
 RUNSIEVE_CORE_EXPORT ShapeClusters clusterFiniteByShape(double const* curves, std::size_t count,
                                                         std::size_t points, int clusters, SearchLimits limits,
                                                         int starts = 1);

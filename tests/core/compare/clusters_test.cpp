@@ -51,6 +51,21 @@ TEST(ClusterRuns, ARunThatFailedDoesNotSpoilTheGroupsOfTheOthers)
   EXPECT_THAT(clusterSizes(clusterRuns(curveScan(curves), 0, ClusterMode::Curves, 2)), ElementsAre(21, 20));
 }
 
+TEST(ClusterRuns, StopWhenTheyAreToldTo)
+{
+  std::vector<Values> curves;
+  for (int run = 0; run < 30; ++run) curves.push_back(wave(1 + run % 5, 0.1 * run));
+  const Scan scan = curveScan(curves);
+  int asked = 0;
+  ComparisonWork work;
+  work.cancelled = [&] { return ++asked > 4; };
+  EXPECT_THROW((void)clusterRuns(scan, 0, ClusterMode::Curves, 4, 1000, work), ComparisonCancelled);
+  EXPECT_LT(asked, 12) << "further starts are left out";
+  work.cancelled = [] { return false; };
+  EXPECT_EQ(clusterRuns(scan, 0, ClusterMode::Curves, 4, 3, work),
+            clusterRuns(scan, 0, ClusterMode::Curves, 4, 3));
+}
+
 TEST(ClusterRuns, GroupsTheOutputThatIsNamed)
 {
   Scan scan = curveScan({{0, 1, 2}, {0, 1, 2}, {2, 1, 0}});
