@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QSignalSpy>
+
 #include <atomic>
 #include <chrono>
 #include <stdexcept>
@@ -148,6 +150,67 @@ TEST(Background, AResultMayBeginTheNextPieceOrEndTheWork)
   });
   EXPECT_TRUE(waitFor([&] { return second; }));
   QApplication::processEvents();
+}
+
+TEST(Background, TellsWhenItBeginsAndWhenAllIsDone)
+{
+  Background work;
+  std::vector<bool> busy;
+  QObject::connect(&work, &Background::busyChanged, [&] { busy.push_back(work.isBusy()); });
+  auto const piece = [](Background::Cancelled const&) -> std::function<void()> {
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    return {};
+  };
+  work.start(piece);
+  EXPECT_THAT(busy, testing::ElementsAre(true));
+  work.start(piece);
+  ASSERT_TRUE(waitFor([&] { return !work.isBusy(); }));
+  EXPECT_FALSE(busy.back());
+  EXPECT_EQ(std::count(busy.begin(), busy.end(), false), 1) << "not between two pieces";
+}
+
+TEST(Background, WhatWaitsIsForgottenByCancel)
+{
+  Background work;
+  bool second = false;
+  work.start([](Background::Cancelled const& cancelled) -> std::function<void()> {
+    waitUntilUnwanted(cancelled);
+    return {};
+  });
+  work.start([&](Background::Cancelled const&) -> std::function<void()> { return [&] { second = true; }; });
+  work.cancel();
+  ASSERT_TRUE(waitFor([&] { return !work.isBusy(); }));
+  EXPECT_FALSE(second);
+  work.cancel();
+  EXPECT_FALSE(work.isBusy()) << "there is nothing to cancel";
+}
+
+TEST(Background, NoFaultIsToldOfWhatIsCancelled)
+{
+  Background work;
+  QSignalSpy faults(&work, &Background::failed);
+  work.start([](Background::Cancelled const& cancelled) -> std::function<void()> {
+    waitUntilUnwanted(cancelled);
+    throw std::runtime_error("given up");
+  });
+  work.cancel();
+  ASSERT_TRUE(waitFor([&] { return !work.isBusy(); }));
+  EXPECT_EQ(faults.count(), 0);
+}
+
+TEST(Background, AShortPieceEndsThoughAnotherWaits)
+{
+  Background work;
+  bool first = false;
+  std::atomic<bool> go = false;
+  work.start([&](Background::Cancelled const&) -> std::function<void()> {
+    while (!go) std::this_thread::yield();
+    return [&] { first = true; };
+  });
+  work.start([](Background::Cancelled const&) -> std::function<void()> { return {}; });
+  go = true;
+  ASSERT_TRUE(waitFor([&] { return !work.isBusy(); }));
+  EXPECT_TRUE(first) << "its result is shown";
 }
 
 } // namespace

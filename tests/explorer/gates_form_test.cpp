@@ -16,6 +16,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
 
 namespace runsieve::test {
 namespace {
@@ -208,6 +210,245 @@ TEST_F(GateFormScene, AParameterIsFoundByAPartOfItsName)
   EXPECT_FALSE(field("Times from")->isVisible());
   type("Values to", "0.5");
   EXPECT_EQ(field("Gate as text")->text(), "k3 in ..0.5");
+}
+
+TEST_F(GateFormScene, ANewGateBeginsWithTheOutputThatIsShown)
+{
+  document.open(lineScan(), {});
+  document.change("Show", [](app::State& state) { state.view.outputs = {1}; });
+  open();
+  EXPECT_EQ(form->windowTitle(), "New gate");
+  EXPECT_EQ(ok()->text().remove('&'), "Add");
+  EXPECT_EQ(field("Name")->text(), "Gate 1");
+  EXPECT_EQ(field("Gate as text")->text(), "B @ .. in ..");
+  EXPECT_TRUE(ok()->isEnabled());
+  EXPECT_EQ(field("Times from")->placeholderText(), "0");
+  EXPECT_EQ(field("Times to")->placeholderText(), "10");
+}
+
+TEST_F(GateFormScene, AGateThatIsChangedIsShownAsItIs)
+{
+  document.change("Add", [](app::State& state) {
+    state.gates.push_back({"x", parseGate("max(A) in 5.."), true});
+    state.gates.push_back({"y", parseGate("status failed"), true});
+  });
+  open(1);
+  EXPECT_EQ(form->windowTitle(), "Edit gate");
+  EXPECT_EQ(ok()->text().remove('&'), "Change");
+  EXPECT_EQ(field("Name")->text(), "y");
+  EXPECT_EQ(field("Gate as text")->text(), "status failed");
+  QTest::mouseClick(ok(), Qt::LeftButton);
+  EXPECT_EQ(document.selectedGate(), 1u);
+}
+
+TEST_F(GateFormScene, AGateWithoutANameGetsOne)
+{
+  open();
+  type("Name", "  ");
+  QTest::mouseClick(ok(), Qt::LeftButton);
+  ASSERT_EQ(document.state().gates.size(), 1u);
+  EXPECT_EQ(document.state().gates[0].name, "Gate 1");
+  EXPECT_TRUE(document.state().gates[0].on);
+  EXPECT_EQ(document.previewedGate(), nullptr);
+}
+
+TEST_F(GateFormScene, OnlyTheFieldsOfTheKindShow)
+{
+  open();
+  struct Case
+  {
+    char const* text;
+    bool columns, times, values, texts, runs, statuses, cluster;
+  };
+  auto const isShown = [&](QString const& name) {
+    for (QWidget* widget : form->findChildren<QWidget*>())
+      if (widget->accessibleName() == name && widget->isVisible()) return true;
+    return false;
+  };
+  for (Case const& each : {Case{"A @ 5 in 1..2", true, true, true, false, false, false, false},
+                           Case{"timeofmin(A) in 1..2", true, true, true, false, false, false, false},
+                           Case{"Parameter: A in 1..2", true, false, true, false, false, false, false},
+                           Case{"medium is LB", true, false, false, true, false, false, false},
+                           Case{"status failed", false, false, false, false, false, true, false},
+                           Case{"runs 1", false, false, false, false, true, false, false},
+                           Case{"cluster 0 of 2 (A)", true, false, false, false, false, false, true}}) {
+    QApplication::clipboard()->setText(each.text);
+    field("Gate as text")->selectAll();
+    QTest::keyClick(field("Gate as text"), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(isShown("Of"), each.columns) << each.text;
+    EXPECT_EQ(isShown("Times from"), each.times) << each.text;
+    EXPECT_EQ(isShown("Values from"), each.values) << each.text;
+    EXPECT_EQ(isShown("Values"), each.texts || each.values) << each.text;
+    EXPECT_EQ(isShown("Runs"), each.runs) << each.text;
+    EXPECT_EQ(isShown("Status"), each.statuses) << each.text;
+    EXPECT_EQ(isShown("Number of clusters"), each.cluster) << each.text;
+    EXPECT_TRUE(isShown("Invert"));
+    EXPECT_TRUE(isShown("Asks for"));
+  }
+}
+
+TEST_F(GateFormScene, EachFieldOfTheFormChangesTheText)
+{
+  open();
+  auto const text = [this] { return field("Gate as text")->text().toStdString(); };
+  auto const paste = [this](QString const& gate) {
+    field("Gate as text")->setText(gate);
+    Q_EMIT field("Gate as text")->textEdited(gate);
+  };
+  auto const box = [this](QString const& title) {
+    for (QCheckBox* check : form->findChildren<QCheckBox*>())
+      if (check->text() == title) return check;
+    return static_cast<QCheckBox*>(nullptr);
+  };
+  paste("status failed");
+  box("short")->click();
+  EXPECT_EQ(text(), "status short, failed");
+  box("failed")->click();
+  box("short")->click();
+  EXPECT_THAT(told("Error"), testing::HasSubstr("status is missing"));
+  paste("A in ..5");
+  paste("runs 1");
+  box("exactly the other runs pass")->click();
+  EXPECT_EQ(text(), "not runs 1");
+  type("Runs", "2, 4-5");
+  EXPECT_EQ(text(), "not runs 2, 4-5");
+  type("Runs", "");
+  EXPECT_THAT(told("Error"), testing::HasSubstr("uns are missing"));
+  paste("cluster 0 of 2 (A)");
+  for (QSpinBox* spin : form->findChildren<QSpinBox*>())
+    spin->setValue(spin->accessibleName() == "Number of clusters" ? 5 : 3);
+  EXPECT_EQ(text(), "cluster 3 of 5 (A, curves)");
+  for (QComboBox* combo : form->findChildren<QComboBox*>())
+    if (combo->accessibleName() == "What the shape of a run is") {
+      combo->setCurrentIndex(1);
+      Q_EMIT combo->activated(1);
+    }
+  EXPECT_EQ(text(), "cluster 3 of 5 (A, phase)");
+}
+
+TEST_F(GateFormScene, AnotherKindKeepsTheColumnIfItMayBeOnIt)
+{
+  document.open(lineScan(), {});
+  open();
+  auto const choose = [this](GateKind kind) {
+    for (QComboBox* combo : form->findChildren<QComboBox*>())
+      if (combo->accessibleName() == "Asks for") {
+        combo->setCurrentIndex(combo->findData(static_cast<int>(kind)));
+        Q_EMIT combo->activated(combo->currentIndex());
+      }
+    return field("Gate as text")->text().toStdString();
+  };
+  field("Gate as text")->setText("B @ 5 in 0.1..");
+  Q_EMIT field("Gate as text")->textEdited("B @ 5 in 0.1..");
+  EXPECT_EQ(choose(GateKind::Max), "max(B) @ 5 in 0.1..");
+  EXPECT_EQ(choose(GateKind::Never), "never B @ 5 in 0.1..");
+  auto* columns = form->findChild<app::SearchableBox*>();
+  EXPECT_EQ(columns->count(), 2) << "no parameters";
+  (void)choose(GateKind::Inside);
+  EXPECT_EQ(columns->count(), 2 + 6);
+  (void)choose(GateKind::Is);
+  EXPECT_EQ(columns->count(), 6);
+}
+
+TEST_F(GateFormScene, TextParametersLieInNoRange)
+{
+  open();
+  auto* columns = form->findChild<app::SearchableBox*>();
+  QStringList offered;
+  for (int i = 0; i < columns->count(); ++i) offered << columns->itemText(i);
+  EXPECT_EQ(offered, (QStringList{"A", "A (parameter)"}));
+  field("Gate as text")->setText("medium is LB");
+  Q_EMIT field("Gate as text")->textEdited("medium is LB");
+  EXPECT_EQ(columns->itemText(0), "medium (parameter)");
+  bool isExample = false;
+  for (QLineEdit* edit : form->findChildren<QLineEdit*>())
+    isExample |= edit->isVisible() && edit->placeholderText() == "LB, ...";
+  EXPECT_TRUE(isExample);
+}
+
+TEST_F(GateFormScene, WhileWhatIsTypedIsNoGateNothingIsCounted)
+{
+  open();
+  ASSERT_TRUE(counted());
+  type("Values from", "x");
+  EXPECT_EQ(told("Runs that pass"), "Not a gate yet.");
+  EXPECT_TRUE(form->isSettled());
+  EXPECT_EQ(document.previewedGate(), nullptr);
+  QTest::keyClick(form.get(), Qt::Key_Return);
+  EXPECT_TRUE(form->isVisible());
+  form->accept();
+  EXPECT_TRUE(document.state().gates.empty());
+  type("Values from", "9");
+  EXPECT_EQ(told("Error"), "") << "the fault is gone";
+  ASSERT_TRUE(counted());
+  EXPECT_EQ(told("Runs that pass"), "3 of 6 runs pass this gate, 3 pass with the other gates");
+}
+
+TEST_F(GateFormScene, FaultsBeginWithACapital)
+{
+  open();
+  type("Gate as text", "B @ 5 in 1..2");
+  EXPECT_TRUE(QString::fromStdString(told("Error")).front().isUpper());
+}
+
+TEST_F(GateFormScene, AnotherScanClosesTheForm)
+{
+  open();
+  document.open(lineScan(), {});
+  EXPECT_FALSE(form->isVisible());
+  EXPECT_EQ(form->result(), QDialog::Rejected);
+}
+
+TEST(GateFieldsForm, ShowsTheUnitOfTheTimes)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0, 5.0};
+  scan->time.unit = "min";
+  scan->runs.push_back({"1", RunStatus::Complete, 2});
+  std::fill_n(scan->addOutput({"A", "", "", ""}), 2, 0.0);
+  auto const hasTitle = [&](QString const& title) {
+    app::GateFields fields(*scan);
+    for (QLabel* label : fields.findChildren<QLabel*>())
+      if (label->text() == title) return true;
+    return false;
+  };
+  EXPECT_TRUE(hasTitle("Times [min]"));
+  scan->time.unit.clear();
+  EXPECT_TRUE(hasTitle("Times"));
+}
+
+TEST(GateFieldsForm, TitlesOfAllRowsHaveTheSameWidthAndAreNotCut)
+{
+  auto const scan = lineScan();
+  const app::GateFields fields(*scan);
+  std::set<int> widths;
+  for (QLabel* label : fields.findChildren<QLabel*>()) {
+    if (!label->buddy()) continue;
+    widths.insert(label->width());
+    EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width())
+        << label->text().toStdString();
+    EXPECT_FALSE(label->buddy()->toolTip().isEmpty()) << label->text().toStdString();
+  }
+  EXPECT_EQ(widths.size(), 1u);
+}
+
+TEST(GateFieldsForm, AGateThatIsSetIsNotTakenForTyping)
+{
+  auto const scan = lineScan();
+  app::GateFields fields(*scan);
+  QSignalSpy edited(&fields, &app::GateFields::edited);
+  fields.setGate(parseGate("A @ 5 in 1..2"));
+  fields.setGate(parseGate("cluster 1 of 3 (A, phase)"));
+  EXPECT_EQ(edited.count(), 0);
+}
+
+TEST(GateFieldsForm, AScanWithoutOutputsHasGatesOnParameters)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0};
+  scan->runs.push_back({"1", RunStatus::Complete, 1});
+  const app::GateFields fields(*scan);
+  EXPECT_THROW((void)fields.gate(), GateError) << "there is nothing to be on";
 }
 
 /// Every kind, and names that need care.

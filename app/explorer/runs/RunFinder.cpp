@@ -8,7 +8,9 @@ namespace runsieve::app {
 std::optional<FoundRun> findRun(Scan const& scan, std::size_t output, ChartFrame const& frame,
                                 QPointF const& place, double reach, RunSet const& among)
 {
-  if (!frame.plot().contains(place)) return std::nullopt;
+  if (!frame.plot().contains(place) || place.x() < frame.xAt(scan.times.front()) - reach ||
+      place.x() > frame.xAt(scan.times.back()) + reach)
+    return std::nullopt;
   const double time = frame.xValue(place.x());
   auto const after = std::lower_bound(scan.times.begin(), scan.times.end(), time);
   auto const second = std::min<std::ptrdiff_t>(after - scan.times.begin(),
@@ -17,7 +19,6 @@ std::optional<FoundRun> findRun(Scan const& scan, std::size_t output, ChartFrame
   const std::size_t left = right > 0 && scan.times[right] > time ? right - 1 : right;
   const double length = scan.times[right] - scan.times[left];
   const double share = length > 0.0 ? (time - scan.times[left]) / length : 0.0;
-  if (share < 0.0 || share > 1.0) return std::nullopt;
   std::optional<std::size_t> best;
   double nearest = reach;
   for (std::size_t run = 0; run < scan.runs.size(); ++run) {

@@ -1,39 +1,21 @@
 #include "app/explorer/runs/RunsChart.h"
 
+#include "app/explorer/controls/SearchableBox.h"
+
 #include <QCheckBox>
-#include <QComboBox>
-#include <QCompleter>
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QSignalBlocker>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 namespace runsieve::app {
 
-namespace {
-
-/// A box of many names in which a part of one finds it.
-QComboBox* searchableBox()
-{
-  auto* box = new QComboBox;
-  box->setEditable(true);
-  box->setInsertPolicy(QComboBox::NoInsert);
-  box->completer()->setCompletionMode(QCompleter::PopupCompletion);
-  box->completer()->setFilterMode(Qt::MatchContains);
-  box->setMinimumContentsLength(14);
-  box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  box->setAccessibleName("Output");
-  box->setToolTip("The output that this chart shows; type a part of its name to find it");
-  return box;
-}
-
-} // namespace
-
 RunsChart::RunsChart(Document& ofDocument, RunsZoom& zoom, std::size_t ofPlace, QWidget* parent)
     : QWidget(parent), document(ofDocument), place(ofPlace)
 {
-  outputs = searchableBox();
+  outputs = new SearchableBox;
+  outputs->setAccessibleName("Output");
+  outputs->setToolTip("The output that this chart shows; type a part of its name to find it");
   for (ScanOutput const& output : document.scan().outputs)
     outputs->addItem(QString::fromStdString(output.label.name));
   logarithmic = new QCheckBox("Log");

@@ -8,10 +8,11 @@
 #include <cstddef>
 
 class QCheckBox;
-class QComboBox;
 class QToolButton;
 
 namespace runsieve::app {
+
+class SearchableBox;
 
 /// One of the charts of the runs with what belongs to it alone: which output it shows, its axis, and a button
 /// that closes it.
@@ -35,7 +36,7 @@ private:
   std::size_t place;
   RunsView* chart = nullptr;
   RunsLegend* legend = nullptr;
-  QComboBox* outputs = nullptr;
+  SearchableBox* outputs = nullptr;
   QCheckBox* logarithmic = nullptr;
   QToolButton* closing = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "app/explorer/session/ChangedFileBar.h"
 
 #include "app/explorer/charts/Theme.h"
+#include "app/explorer/controls/PlainText.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -38,7 +39,7 @@ ChangedFileBar::ChangedFileBar(QWidget* parent) : QWidget(parent)
 void ChangedFileBar::tell(QString const& path)
 {
   name = QFileInfo(path).fileName();
-  text->setToolTip(path.toHtmlEscaped());
+  text->setToolTip(toolTipText(path));
   show();
   elide();
 }

@@ -1,5 +1,6 @@
 #include "app/explorer/window/Files.h"
 
+#include "app/explorer/controls/PlainText.h"
 #include "app/explorer/runs/RunsZoom.h"
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
@@ -69,7 +70,7 @@ void Files::connectSessions()
     QMessageBox box(QMessageBox::Information, "Runsieve", QString(), QMessageBox::Ok, &window);
     box.setTextFormat(Qt::PlainText);
     box.setText("The data are not those that the session was made for. Gates and sets were kept.");
-    box.setInformativeText(lines.join('\n'));
+    box.setInformativeText(toolTipText(lines.join('\n')));
     box.exec();
   });
   connect(&loader, &SessionLoader::failed, this, [this](QString const& message) {
@@ -163,7 +164,8 @@ bool Files::recover()
                     QMessageBox::Open | QMessageBox::Discard | QMessageBox::Cancel, &window);
     box.setTextFormat(Qt::PlainText);
     box.setText("Runsieve ended unexpectedly. Do you want to go on where you were?");
-    box.setInformativeText(QString("%1, %2").arg(left.data, left.savedAt.toString("yyyy-MM-dd hh:mm")));
+    box.setInformativeText(
+        toolTipText(QString("%1, %2").arg(left.data, left.savedAt.toString("yyyy-MM-dd hh:mm"))));
     const int answer = box.exec();
     if (answer == QMessageBox::Cancel) return false; // asked again at the next start
     if (answer == QMessageBox::Discard) {
@@ -191,7 +193,7 @@ bool Files::mayClose()
                   QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, &window);
   box.setTextFormat(Qt::PlainText);
   box.setText("Do you want to save gates, sets and view?");
-  box.setInformativeText(title());
+  box.setInformativeText(toolTipText(title()));
   switch (box.exec()) {
   case QMessageBox::Save:
     return save();

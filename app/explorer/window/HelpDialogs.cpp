@@ -12,6 +12,13 @@
 
 #include <vtkVersion.h>
 
+/// A linker leaves out of a static library what nothing asks for, the guide as well. In no namespace, since
+/// the macro declares a function of the global one.
+static void linkGuide()
+{
+  Q_INIT_RESOURCE(help);
+}
+
 namespace runsieve::app {
 
 namespace {
@@ -75,6 +82,7 @@ void showKeys(QWidget* parent)
 
 void showGuide(QWidget* parent)
 {
+  linkGuide();
   QFile file(":/help/guide.md");
   if (file.open(QIODevice::ReadOnly)) showText(parent, "User guide", QString::fromUtf8(file.readAll()));
 }

@@ -86,6 +86,7 @@ void editLimits(Document& document, RunsZoom const& zoom, QWidget* parent)
   grid->addWidget(buttons, grid->rowCount(), 0, 1, 3);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  QObject::connect(&document, &Document::opened, &dialog, &QDialog::reject);
   QObject::connect(buttons->button(QDialogButtonBox::Reset), &QPushButton::clicked, &dialog, [&fields] {
     for (LimitFields const& axis : fields) {
       axis.low->clear();

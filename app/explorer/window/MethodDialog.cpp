@@ -10,10 +10,31 @@
 #include <QSpinBox>
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
 namespace runsieve::app {
 
 namespace {
+
+/// What a box says. A number that it cannot show, as it has more digits or lies out of its range, stays as it
+/// is until another one is typed.
+template <class Box, class Value> class Kept
+{
+public:
+  /// \param filled shows a number as well as it can
+  Kept(Box* filled, Value former) : box(filled), former(former), shown(filled->value()) {}
+
+  [[nodiscard]] Value value() const
+  {
+    return box->value() == shown ? former : static_cast<Value>(box->value());
+  }
+
+private:
+  Box const* box;
+  Value former;
+  decltype(std::declval<Box>().value()) shown;
+};
 
 QDoubleSpinBox* shareBox(double value, QString const& hint)
 {
@@ -26,11 +47,11 @@ QDoubleSpinBox* shareBox(double value, QString const& hint)
   return box;
 }
 
-QSpinBox* countBox(std::size_t value, int least, int most, QString const& hint)
+QSpinBox* countBox(std::uint64_t value, int least, int most, QString const& hint)
 {
   auto* box = new QSpinBox;
   box->setRange(least, most);
-  box->setValue(static_cast<int>(value));
+  box->setValue(static_cast<int>(std::min(value, static_cast<std::uint64_t>(most))));
   box->setToolTip(hint);
   return box;
 }
@@ -68,15 +89,21 @@ void editMethod(Document& document, QWidget* parent)
   form->addRow(buttons);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  QObject::connect(&document, &Document::opened, &dialog, &QDialog::reject);
+  const Kept largestP(p, former.thresholds.largestP);
+  const Kept smallestD(d, former.thresholds.smallestD);
+  const Kept atFirst(permutations, former.permutations);
+  const Kept seedNumber(seed, former.seed);
+  const Kept gatesTried(tried, former.gatesTried);
   if (dialog.exec() != QDialog::Accepted) return;
   document.change("Change method", [&](State& state) {
     ComparisonMethod& method = state.method;
-    method.thresholds = {p->value(), d->value()};
+    method.thresholds = {largestP.value(), smallestD.value()};
     method.adjustment = static_cast<Adjustment>(adjustment->currentData().toInt());
-    method.permutations = static_cast<std::size_t>(permutations->value());
+    method.permutations = atFirst.value();
     method.mostPermutations = std::max(method.mostPermutations, method.permutations);
-    method.seed = static_cast<std::uint64_t>(seed->value());
-    method.gatesTried = static_cast<std::size_t>(tried->value());
+    method.seed = seedNumber.value();
+    method.gatesTried = gatesTried.value();
   });
 }
 

@@ -1,5 +1,6 @@
 #include "app/explorer/window/StartPage.h"
 
+#include "app/explorer/controls/PlainText.h"
 #include "app/explorer/window/Icons.h"
 
 #include <QFileInfo>
@@ -62,10 +63,10 @@ void StartPage::setRecent(QStringList const& files)
   recent->addWidget(new QLabel("<b>Recent files</b>"));
   for (QString const& file : files) {
     const QFileInfo info(file);
-    auto* link = new QPushButton(QString(info.fileName()).replace("&", "&&"));
+    auto* link = new QPushButton(menuText(info.fileName()));
     link->setFlat(true);
     link->setStyleSheet("text-align: left");
-    link->setToolTip(info.absoluteFilePath());
+    link->setToolTip(toolTipText(info.absoluteFilePath()));
     link->setEnabled(info.exists());
     connect(link, &QPushButton::clicked, this, [this, file] { Q_EMIT fileWanted(file); });
     recent->addWidget(link);

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include <functional>
+#include <utility>
+
+namespace runsieve::test {
+
+/// Waits for the next dialog of a class, and answers it: dialogs hold up whoever opens them.
+template <class Dialog> class NextDialogOf
+{
+public:
+  /// \param answer must end the dialog
+  explicit NextDialogOf(std::function<void(Dialog&)> answer)
+  {
+    QObject::connect(&timer, &QTimer::timeout, [this, answer = std::move(answer)] {
+      auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+      if (!dialog) return;
+      timer.stop();
+      wasSeen = true;
+      answer(*dialog);
+    });
+    timer.start(5);
+  }
+
+  [[nodiscard]] bool seen() const { return wasSeen; }
+
+private:
+  QTimer timer;
+  bool wasSeen = false;
+};
+
+/// Answers the next message with a button, and keeps what it says.
+class NextMessage
+{
+public:
+  explicit NextMessage(QMessageBox::StandardButton button)
+      : next([this, button](QMessageBox& box) {
+          text = box.text();
+          more = box.informativeText();
+          box.button(button)->click();
+        })
+  {}
+
+  [[nodiscard]] bool seen() const { return next.seen(); }
+
+  QString text;
+  QString more;
+
+private:
+  NextDialogOf<QMessageBox> next;
+};
+
+/// Answers the next dialog that asks for a file, or gives it up.
+class NextFile
+{
+public:
+  /// \param path empty: none
+  explicit NextFile(QString const& path)
+      : next([this, path](QFileDialog& dialog) {
+          proposed = dialog.selectedFiles().value(0);
+          if (path.isEmpty()) {
+            dialog.reject();
+            return;
+          }
+          dialog.selectFile(path);
+          QMetaObject::invokeMethod(&dialog, "accept");
+        })
+  {}
+
+  [[nodiscard]] bool seen() const { return next.seen(); }
+
+  QString proposed; ///< what the dialog offered
+
+private:
+  NextDialogOf<QFileDialog> next;
+};
+
+} // namespace runsieve::test

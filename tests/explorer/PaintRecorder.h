@@ -1,0 +1,173 @@
+#pragma once
+
+#include <QPaintDevice>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace runsieve::test {
+
+/// Something that was drawn, in the coordinates of the device, with the state of the painter at that moment.
+struct Drawn
+{
+  enum class Kind
+  {
+    Text,
+    Line,
+    Polyline,
+    Polygon,
+    Rectangle,
+    Ellipse,
+    Path,
+    Image
+  };
+
+  Kind kind;
+  QPolygonF points; ///< of a text its base line
+  QString text;
+  QPen pen;
+  QBrush brush;
+  double opacity;
+  QRectF clip; ///< empty if nothing is cut off
+
+  [[nodiscard]] QRectF box() const { return points.boundingRect(); }
+  [[nodiscard]] bool isWithin(QRectF const& place) const
+  {
+    return std::all_of(points.begin(), points.end(),
+                       [&](QPointF const& point) { return place.contains(point); });
+  }
+};
+
+/// What was drawn, in its order.
+struct Painting
+{
+  std::vector<Drawn> all;
+
+  [[nodiscard]] std::vector<Drawn> of(Drawn::Kind kind) const
+  {
+    std::vector<Drawn> found;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(found),
+                 [&](Drawn const& each) { return each.kind == kind; });
+    return found;
+  }
+  [[nodiscard]] QStringList texts() const
+  {
+    QStringList texts;
+    for (Drawn const& each : of(Drawn::Kind::Text)) texts << each.text;
+    return texts;
+  }
+  /// The text that was drawn; null if it was not.
+  [[nodiscard]] Drawn const* text(QString const& wanted) const
+  {
+    auto const found =
+        std::find_if(all.begin(), all.end(), [&](Drawn const& each) { return each.text == wanted; });
+    return found == all.end() ? nullptr : &*found;
+  }
+};
+
+/// A paper that remembers what is drawn on it.
+class PaintRecorder : public QPaintDevice
+{
+public:
+  explicit PaintRecorder(QSize const& size = {1000, 1000}) : size(size) {}
+
+  [[nodiscard]] QPaintEngine* paintEngine() const override { return &engine; }
+  [[nodiscard]] Painting const& painting() const { return engine.painting; }
+
+protected:
+  [[nodiscard]] int metric(PaintDeviceMetric asked) const override
+  {
+    constexpr int dotsPerInch = 96;
+    switch (asked) {
+    case PdmWidth:
+      return size.width();
+    case PdmHeight:
+      return size.height();
+    case PdmDpiX:
+    case PdmDpiY:
+    case PdmPhysicalDpiX:
+    case PdmPhysicalDpiY:
+      return dotsPerInch;
+    case PdmDepth:
+      return 32;
+    case PdmDevicePixelRatioScaled:
+      return static_cast<int>(devicePixelRatioFScale());
+    default:
+      return 1;
+    }
+  }
+
+private:
+  class Engine : public QPaintEngine
+  {
+  public:
+    Engine() : QPaintEngine(QPaintEngine::AllFeatures) {}
+
+    bool begin(QPaintDevice*) override { return true; }
+    bool end() override { return true; }
+    void updateState(QPaintEngineState const&) override {}
+    [[nodiscard]] Type type() const override { return QPaintEngine::User; }
+
+    void drawLines(QLineF const* lines, int count) override
+    {
+      for (int i = 0; i < count; ++i) note(Drawn::Kind::Line, QPolygonF() << lines[i].p1() << lines[i].p2());
+    }
+    void drawRects(QRectF const* rects, int count) override
+    {
+      for (int i = 0; i < count; ++i) note(Drawn::Kind::Rectangle, QPolygonF(rects[i]));
+    }
+    void drawEllipse(QRectF const& box) override { note(Drawn::Kind::Ellipse, QPolygonF(box)); }
+    void drawPath(QPainterPath const& path) override
+    {
+      QPolygonF points;
+      for (int i = 0; i < path.elementCount(); ++i) points << QPointF(path.elementAt(i));
+      note(Drawn::Kind::Path, points);
+    }
+    void drawPolygon(QPointF const* points, int count, PolygonDrawMode mode) override
+    {
+      QPolygonF polygon;
+      for (int i = 0; i < count; ++i) polygon << points[i];
+      note(mode == PolylineMode ? Drawn::Kind::Polyline : Drawn::Kind::Polygon, polygon);
+    }
+    void drawPixmap(QRectF const& place, QPixmap const&, QRectF const&) override
+    {
+      note(Drawn::Kind::Image, QPolygonF(place));
+    }
+    void drawImage(QRectF const& place, QImage const&, QRectF const&, Qt::ImageConversionFlags) override
+    {
+      note(Drawn::Kind::Image, QPolygonF(place));
+    }
+    void drawTextItem(QPointF const& at, QTextItem const& item) override
+    {
+      note(Drawn::Kind::Text, QPolygonF() << at << at + QPointF(item.width(), 0.0), item.text());
+    }
+
+    Painting painting;
+
+  private:
+    void note(Drawn::Kind kind, QPolygonF const& points, QString const& text = {})
+    {
+      QPainter const& by = *painter();
+      const QRectF clip = by.hasClipping() ? by.combinedTransform().mapRect(by.clipBoundingRect()) : QRectF();
+      painting.all.push_back(
+          {kind, by.combinedTransform().map(points), text, by.pen(), by.brush(), by.opacity(), clip});
+    }
+  };
+
+  QSize size;
+  mutable Engine engine;
+};
+
+/// Whether a painter is as a new one: what is drawn next does not depend on what was drawn before.
+inline bool isAsNew(QPainter const& painter)
+{
+  return painter.opacity() == 1.0 && !painter.hasClipping() && painter.transform().isIdentity() &&
+         painter.pen() == QPen() && painter.brush() == QBrush() &&
+         !painter.testRenderHint(QPainter::Antialiasing);
+}
+
+} // namespace runsieve::test

@@ -1,0 +1,402 @@
+#include "PaintRecorder.h"
+
+#include "app/explorer/charts/BandsPicture.h"
+#include "app/explorer/charts/ChartFrame.h"
+#include "app/explorer/charts/DensityLegend.h"
+#include "app/explorer/charts/RoundedValue.h"
+
+#include <runsieve/core/coverage/ColorRamp.h>
+#include <runsieve/core/coverage/DensityScale.h>
+#include <runsieve/core/coverage/RunCoverage.h>
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <limits>
+
+namespace runsieve::test {
+namespace {
+
+using app::AxisMap;
+using app::BandsLook;
+using app::ChartAxis;
+using app::ChartFrame;
+using app::LegendLine;
+using app::RunBands;
+using app::Theme;
+using app::Tick;
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+using Kind = Drawn::Kind;
+
+struct PaintedCharts : testing::Test
+{
+  Theme theme = Theme::ofPaper(QFont());
+  QFontMetricsF metrics{theme.font};
+  QRectF plot{50, 20, 500, 300};
+
+  [[nodiscard]] Painting frameOf(ChartFrame const& frame) const
+  {
+    PaintRecorder paper;
+    QPainter painter(&paper);
+    frame.paint(painter, theme);
+    EXPECT_TRUE(isAsNew(painter));
+    return paper.painting();
+  }
+  [[nodiscard]] Painting legendOf(std::vector<LegendLine> const& lines) const
+  {
+    PaintRecorder paper;
+    QPainter painter(&paper);
+    app::paintLegend(painter, plot, lines, theme);
+    EXPECT_TRUE(isAsNew(painter));
+    return paper.painting();
+  }
+};
+
+/// The shades of a picture whose pixels have these numbers of runs.
+DensityScale shadesOf(std::vector<std::uint32_t> runs)
+{
+  for (std::uint32_t& each : runs) each *= RunCoverage::perRun;
+  CountHistogram counts;
+  counts.add(runs.data(), runs.size());
+  return DensityScale(DensityScale::Kind::logarithmic, counts);
+}
+
+TEST_F(PaintedCharts, MarksWithNumbersAreLongerThanThoseBetween)
+{
+  const ChartFrame frame({0, 0, 500, 300}, {AxisMap(0, 10), "x"}, {AxisMap(0, 1), "y"}, theme);
+  const std::vector<Drawn> lines = frameOf(frame).of(Kind::Line);
+  auto const lengthAt = [&](double x) {
+    for (Drawn const& line : lines) {
+      const QRectF box = line.box();
+      if (box.width() < 0.1 && std::fabs(box.center().x() - x) <= 1.0 && box.height() < 20.0)
+        return box.height();
+    }
+    return 0.0;
+  };
+  int small = 0;
+  for (Tick const& tick : frame.horizontalTicks()) {
+    const double length = lengthAt(frame.xAt(tick.value));
+    if (tick.label.isEmpty()) {
+      EXPECT_GT(length, 1.0);
+      EXPECT_LT(length, 0.8 * theme.tick);
+      ++small;
+    } else {
+      EXPECT_EQ(length, theme.tick) << tick.label.toStdString();
+    }
+  }
+  EXPECT_GT(small, 5);
+}
+
+TEST_F(PaintedCharts, MarksPointAwayFromThePlot)
+{
+  const ChartFrame frame({0, 0, 500, 300}, {AxisMap(0, 10), "x"}, {AxisMap(0, 1), "y"}, theme);
+  const QRectF within = frame.plot().adjusted(1.0, 1.0, -1.0, -1.0);
+  const std::vector<Drawn> lines = frameOf(frame).of(Kind::Line);
+  ASSERT_GT(lines.size(), 10u);
+  for (Drawn const& line : lines) {
+    EXPECT_FALSE(within.contains(line.points[0])) << line.points[0].x() << ' ' << line.points[0].y();
+    EXPECT_FALSE(within.contains(line.points[1])) << line.points[1].x() << ' ' << line.points[1].y();
+    EXPECT_TRUE(line.isWithin({0, 0, 500, 300}));
+    EXPECT_EQ(line.pen.color(), theme.ink);
+  }
+}
+
+TEST_F(PaintedCharts, AxesReachFromCornerToCornerOfThePlot)
+{
+  const ChartFrame frame({0, 0, 500, 300}, {AxisMap(0, 10), "x"}, {AxisMap(0, 1), "y"}, theme);
+  double widest = 0.0;
+  double highest = 0.0;
+  for (Drawn const& line : frameOf(frame).of(Kind::Line)) {
+    widest = std::max(widest, line.box().width());
+    highest = std::max(highest, line.box().height());
+  }
+  EXPECT_NEAR(widest, frame.plot().width(), 1.5);
+  EXPECT_NEAR(highest, frame.plot().height(), 1.5);
+}
+
+TEST_F(PaintedCharts, LinesCoverWholePixels)
+{
+  const ChartFrame frame({0.3, 0.7, 500, 300}, {AxisMap(0, 7), "x"}, {AxisMap(0, 1), "y"}, theme);
+  for (Drawn const& line : frameOf(frame).of(Kind::Line)) {
+    const QRectF box = line.box();
+    const double across = box.width() < box.height() ? box.left() : box.top();
+    EXPECT_EQ(across - std::floor(across), 0.5);
+  }
+}
+
+TEST_F(PaintedCharts, TextsOfAChartKeepClearOfOneAnotherAndWithinIt)
+{
+  for (QSizeF const& size : {QSizeF(160, 110), QSizeF(300, 200), QSizeF(900, 500)}) {
+    const ChartFrame frame({10, 10, size.width(), size.height()}, {AxisMap(0, 10000), "time (min)"},
+                           {AxisMap(-1000, 1000), "output (nM)"}, theme);
+    std::vector<QRectF> boxes;
+    for (Drawn const& text : frameOf(frame).of(Kind::Text)) {
+      const QPointF from = text.points[0];
+      const QPointF to = text.points[1];
+      const bool upright = std::fabs(to.y() - from.y()) > std::fabs(to.x() - from.x());
+      boxes.push_back(upright
+                          ? QRectF(from.x() - metrics.ascent(), to.y(), metrics.height(), from.y() - to.y())
+                          : QRectF(from.x(), from.y() - 0.7 * metrics.ascent(), to.x() - from.x(),
+                                   0.7 * metrics.ascent()));
+      EXPECT_TRUE(QRectF(9, 9, size.width() + 2, size.height() + 2).contains(boxes.back()))
+          << text.text.toStdString() << " in " << size.width();
+      EXPECT_FALSE(frame.plot().intersects(boxes.back())) << text.text.toStdString();
+    }
+    EXPECT_GE(boxes.size(), 4u);
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+      for (std::size_t k = i + 1; k < boxes.size(); ++k)
+        EXPECT_FALSE(boxes[i].intersects(boxes[k])) << size.width() << ": " << i << ' ' << k;
+  }
+}
+
+TEST_F(PaintedCharts, TitlesStandInTheMiddleOfTheirAxes)
+{
+  const ChartFrame frame({0, 0, 500, 300}, {AxisMap(0, 10), "time"}, {AxisMap(0, 1), "value"}, theme);
+  const Painting paper = frameOf(frame);
+  ASSERT_NE(paper.text("time"), nullptr);
+  EXPECT_NEAR(paper.text("time")->box().center().x(), frame.plot().center().x(), 2.0);
+  ASSERT_NE(paper.text("value"), nullptr);
+  EXPECT_NEAR(paper.text("value")->box().center().y(), frame.plot().center().y(), 2.0);
+  EXPECT_GT(paper.text("value")->points[0].y(), paper.text("value")->points[1].y()) << "read upwards";
+  EXPECT_LT(paper.text("value")->box().left(), frame.left());
+}
+
+TEST_F(PaintedCharts, LongTitlesAreCutInTheirMiddle)
+{
+  const QString name = "an output with a name that is far longer than the axis beside which it stands";
+  const ChartFrame frame({0, 0, 200, 150}, {AxisMap(0, 10), name}, {AxisMap(0, 1), name}, theme);
+  int cut = 0;
+  for (Drawn const& text : frameOf(frame).of(Kind::Text))
+    if (text.text.startsWith("an")) {
+      ++cut;
+      EXPECT_TRUE(text.text.contains(QString::fromUtf8("\u2026")));
+      EXPECT_TRUE(QRectF(-0.5, -0.5, 201, 151).contains(text.box().topLeft()));
+      EXPECT_TRUE(QRectF(-0.5, -0.5, 201, 151).contains(text.box().bottomRight()));
+    }
+  EXPECT_EQ(cut, 2);
+}
+
+TEST_F(PaintedCharts, AnAxisWithoutNumbersHasMarksAloneAndLeavesTheRoomToThePlot)
+{
+  const ChartAxis vertical{AxisMap(0, 1), "y"};
+  const ChartFrame with({0, 0, 500, 300}, {AxisMap(0, 10), "x"}, vertical, theme);
+  const ChartFrame without({0, 0, 500, 300}, {AxisMap(0, 10), "", false}, vertical, theme);
+  EXPECT_GT(without.plot().height(), with.plot().height() + metrics.height());
+  EXPECT_EQ(frameOf(without).text("10"), nullptr);
+  EXPECT_NE(frameOf(with).text("10"), nullptr);
+  EXPECT_EQ(frameOf(without).of(Kind::Line).size(),
+            2 + without.horizontalTicks().size() + without.verticalTicks().size());
+  const ChartFrame bare({0, 0, 500, 300}, {AxisMap(0, 10), "x"}, {AxisMap(0, 1), "", false}, theme);
+  EXPECT_LT(bare.left(), with.left() - metrics.height());
+  EXPECT_EQ(frameOf(bare).text("0.5"), nullptr);
+}
+
+TEST_F(PaintedCharts, TextsInPlaceOfNumbersStandAtTheirPlaces)
+{
+  ChartAxis horizontal{AxisMap(-0.5, 1.5), "medium"};
+  horizontal.texts = {{0.0, "LB"}, {1.0, "M9"}};
+  const ChartFrame frame({0, 0, 500, 300}, horizontal, {AxisMap(0, 1), "y"}, theme);
+  const Painting paper = frameOf(frame);
+  ASSERT_NE(paper.text("M9"), nullptr);
+  EXPECT_NEAR(paper.text("M9")->box().center().x(), frame.xAt(1.0), 1.0);
+  EXPECT_NEAR(paper.text("LB")->box().center().x(), frame.xAt(0.0), 1.0);
+}
+
+TEST_F(PaintedCharts, ALegendTellsWhatColoursAndShadesStandFor)
+{
+  const Painting paper =
+      legendOf({{"all runs", Qt::darkBlue, shadesOf({1, 20, 1500})}, {"passing", Qt::red}});
+  EXPECT_EQ(paper.texts(), (QStringList{"all runs", "1 - 1500", "passing"}));
+  const std::vector<Drawn> bars = paper.of(Kind::Rectangle);
+  ASSERT_EQ(bars.size(), 2u);
+  EXPECT_NE(bars[0].brush.gradient(), nullptr);
+  EXPECT_EQ(bars[1].brush.color(), QColor(Qt::red));
+  EXPECT_LT(bars[1].box().height(), bars[0].box().height()) << "a colour is shown as a line";
+  EXPECT_EQ(bars[0].box().left(), bars[1].box().left());
+  EXPECT_EQ(bars[0].box().width(), bars[1].box().width());
+  EXPECT_GT(bars[1].box().top(), bars[0].box().bottom());
+  for (Drawn const& bar : bars) EXPECT_EQ(bar.pen.style(), Qt::NoPen);
+}
+
+TEST_F(PaintedCharts, TheBarOfShadesGoesFromTheColourOfFewRunsToThatOfMany)
+{
+  const DensityScale shades = shadesOf({2, 20, 200});
+  const Painting paper = legendOf({{"all runs", Qt::darkBlue, shades}});
+  QGradient const* gradient = paper.of(Kind::Rectangle).at(0).brush.gradient();
+  ASSERT_NE(gradient, nullptr);
+  const ColorRamp ramp({0, 0, 128}, false);
+  auto const colorOf = [&](double runs) {
+    const Color color = ramp.at(shades.shade(runs));
+    return QColor(color[0], color[1], color[2]);
+  };
+  EXPECT_EQ(gradient->stops().first(), QGradientStop(0.0, colorOf(2.0)));
+  EXPECT_EQ(gradient->stops().last(), QGradientStop(1.0, colorOf(200.0)));
+  EXPECT_EQ(gradient->stops().at(gradient->stops().size() / 2), QGradientStop(0.5, colorOf(20.0)));
+}
+
+TEST_F(PaintedCharts, ShadesOfASingleCountTellThatOne)
+{
+  EXPECT_EQ(legendOf({{"all runs", Qt::darkBlue, shadesOf({7, 7})}}).texts(), (QStringList{"all runs", "7"}));
+}
+
+TEST_F(PaintedCharts, TheLegendStandsInTheUpperRightCornerWithAllItsTexts)
+{
+  const Painting paper =
+      legendOf({{"all runs", Qt::darkBlue, shadesOf({1, 20, 1500})}, {"passing", Qt::red}});
+  const Drawn ground = paper.of(Kind::Path).at(0);
+  EXPECT_TRUE(plot.contains(ground.box()));
+  EXPECT_LT(plot.right() - ground.box().right(), 8.0);
+  EXPECT_LT(ground.box().top() - plot.top(), 8.0);
+  EXPECT_EQ(ground.brush.color().rgb(), theme.paper.rgb());
+  EXPECT_GT(ground.brush.color().alphaF(), 0.6);
+  double end = 0.0;
+  for (Drawn const& each : paper.all)
+    if (each.kind == Kind::Text || each.kind == Kind::Rectangle) {
+      EXPECT_TRUE(ground.box().contains(each.points[0])) << each.text.toStdString();
+      EXPECT_TRUE(ground.box().contains(each.points[1])) << each.text.toStdString();
+      EXPECT_TRUE(each.kind == Kind::Rectangle || each.box().left() > end) << each.text.toStdString();
+      end = each.box().right();
+    }
+  for (QString const& text : {QString("all runs"), QString("passing")})
+    EXPECT_EQ(paper.text(text)->pen.color(), theme.ink);
+}
+
+TEST_F(PaintedCharts, TextsOfALegendStandBesideTheirBars)
+{
+  const Painting paper = legendOf({{"one", Qt::blue}, {"two", Qt::red}, {"three", Qt::green}});
+  const std::vector<Drawn> bars = paper.of(Kind::Rectangle);
+  const std::vector<Drawn> texts = paper.of(Kind::Text);
+  ASSERT_EQ(bars.size(), 3u);
+  ASSERT_EQ(texts.size(), 3u);
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_GT(texts[i].box().left(), bars[i].box().right());
+    const double middle = texts[i].box().top() - 0.35 * metrics.ascent();
+    EXPECT_NEAR(middle, bars[i].box().center().y(), 3.0);
+  }
+  EXPECT_GE(texts[1].box().top() - texts[0].box().top(), metrics.height());
+}
+
+TEST_F(PaintedCharts, LongNamesOfALegendAreCut)
+{
+  const QString name = QString("a very long name ").repeated(20) + "end";
+  const Painting paper = legendOf({{name, Qt::blue}});
+  ASSERT_EQ(paper.texts().size(), 1);
+  EXPECT_TRUE(paper.texts()[0].contains(QString::fromUtf8("\u2026")));
+  EXPECT_LT(paper.of(Kind::Text)[0].box().width(), 0.5 * plot.width());
+}
+
+TEST_F(PaintedCharts, ALegendThatWouldHideTheChartIsLeftOut)
+{
+  EXPECT_TRUE(legendOf({}).all.empty());
+  std::vector<LegendLine> many(30, {"set", Qt::blue});
+  EXPECT_TRUE(legendOf(many).all.empty()) << "too high";
+  plot = QRectF(0, 0, 110, 300);
+  EXPECT_TRUE(legendOf({{"all runs", Qt::blue}}).all.empty()) << "too wide";
+}
+
+struct PaintedBands : PaintedCharts
+{
+  ChartFrame frame{{0, 0, 600, 400}, {AxisMap(0, 4), "x"}, {AxisMap(0, 10), "y"}, theme};
+  std::vector<double> times{0, 1, 2, 3, 4};
+
+  /// Quantiles that stand still, but for the times at which there are none.
+  static RunBands level(std::initializer_list<std::size_t> missing = {})
+  {
+    RunBands bands;
+    const double values[] = {1, 3, 5, 6, 9};
+    for (std::size_t i = 0; i < 5; ++i) {
+      bands.quantiles[i].assign(5, values[i]);
+      for (std::size_t time : missing) bands.quantiles[i][time] = nan;
+    }
+    return bands;
+  }
+  [[nodiscard]] Painting bandsOf(RunBands const& bands, BandsLook const& look = {}) const
+  {
+    PaintRecorder paper;
+    QPainter painter(&paper);
+    app::paintBands(painter, bands, times, frame, Qt::red, look);
+    EXPECT_TRUE(isAsNew(painter));
+    return paper.painting();
+  }
+};
+
+TEST_F(PaintedBands, AreAPaleAreaWithADenserOneWithinAndALineOfTheMedian)
+{
+  const Painting paper = bandsOf(level());
+  const std::vector<Drawn> areas = paper.of(Kind::Polygon);
+  ASSERT_EQ(areas.size(), 2u);
+  EXPECT_NEAR(areas[0].box().top(), frame.yAt(9), 0.01);
+  EXPECT_NEAR(areas[0].box().bottom(), frame.yAt(1), 0.01);
+  EXPECT_NEAR(areas[1].box().top(), frame.yAt(6), 0.01);
+  EXPECT_NEAR(areas[1].box().bottom(), frame.yAt(3), 0.01);
+  for (Drawn const& area : areas) {
+    EXPECT_NEAR(area.box().left(), frame.xAt(0), 0.01);
+    EXPECT_NEAR(area.box().right(), frame.xAt(4), 0.01);
+    EXPECT_EQ(area.pen.style(), Qt::NoPen);
+  }
+  EXPECT_GT(areas[1].brush.color().alphaF(), areas[0].brush.color().alphaF());
+  EXPECT_LT(areas[1].brush.color().alphaF(), 0.5);
+  const std::vector<Drawn> lines = paper.of(Kind::Polyline);
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_NEAR(lines[0].box().top(), frame.yAt(5), 0.01);
+  EXPECT_EQ(lines[0].pen.color(), QColor(Qt::red));
+  EXPECT_EQ(lines[0].pen.widthF(), BandsLook().median);
+}
+
+TEST_F(PaintedBands, TheirLookIsThatAskedFor)
+{
+  BandsLook look;
+  look.median = 3.0;
+  look.opacity = 0.5;
+  look.finest = 1000.0;
+  const Painting plain = bandsOf(level());
+  const Painting paper = bandsOf(level(), look);
+  EXPECT_NEAR(paper.of(Kind::Polygon)[0].brush.color().alphaF(),
+              0.5 * plain.of(Kind::Polygon)[0].brush.color().alphaF(), 0.01);
+  EXPECT_EQ(paper.of(Kind::Polyline)[0].pen.widthF(), 3.0);
+  EXPECT_EQ(paper.of(Kind::Polyline)[0].points.size(), 2) << "the ends stay";
+  EXPECT_EQ(plain.of(Kind::Polyline)[0].points.size(), 5);
+}
+
+TEST_F(PaintedBands, TimesWithoutRunsPartThem)
+{
+  const Painting paper = bandsOf(level({2}));
+  const std::vector<Drawn> areas = paper.of(Kind::Polygon);
+  ASSERT_EQ(areas.size(), 4u);
+  EXPECT_NEAR(areas[0].box().right(), frame.xAt(1), 0.01);
+  EXPECT_NEAR(areas[1].box().left(), frame.xAt(3), 0.01);
+  EXPECT_EQ(paper.of(Kind::Polyline).size(), 2u);
+}
+
+TEST_F(PaintedBands, StayWithinThePlot)
+{
+  frame = ChartFrame({0, 0, 600, 400}, {AxisMap(1, 3), "x"}, {AxisMap(2, 5.5), "y"}, theme);
+  for (Drawn const& each : bandsOf(level()).all)
+    EXPECT_TRUE(each.isWithin(frame.plot().adjusted(-0.01, -0.01, 0.01, 0.01)));
+}
+
+TEST_F(PaintedBands, OnALogarithmicAxisWhatIsNotPositiveLiesBelowThePlot)
+{
+  frame = ChartFrame({0, 0, 600, 400}, {AxisMap(0, 4), "x"}, {AxisMap(1, 100, true), "y"}, theme);
+  RunBands bands = level();
+  bands.quantiles[0].assign(5, -1.0);
+  const std::vector<Drawn> areas = bandsOf(bands).of(Kind::Polygon);
+  ASSERT_EQ(areas.size(), 2u);
+  EXPECT_NEAR(areas[0].box().top(), frame.yAt(9), 0.01);
+  EXPECT_NEAR(areas[0].box().bottom(), frame.plot().bottom(), 0.01);
+}
+
+TEST(RoundedValue, KeepsAsManyDigitsAsAPixelTells)
+{
+  EXPECT_EQ(app::roundedValue(1.23456, 0.01), 1.23);
+  EXPECT_EQ(app::roundedValue(1.23456, 0.03), 1.23);
+  EXPECT_EQ(app::roundedValue(1234.56, 20.0), 1230.0);
+  EXPECT_EQ(app::roundedValue(-1.237, 0.01), -1.24);
+  EXPECT_EQ(app::roundedValue(1.23456, 0.0), 1.23456);
+  EXPECT_TRUE(std::isinf(app::roundedValue(std::numeric_limits<double>::infinity(), 0.1)));
+  EXPECT_TRUE(std::isnan(app::roundedValue(nan, 0.1)));
+}
+
+} // namespace
+} // namespace runsieve::test

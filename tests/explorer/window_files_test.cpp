@@ -1,0 +1,430 @@
+#include "Dialogs.h"
+#include "WindowScene.h"
+
+#include "app/explorer/session/Autosave.h"
+#include "app/explorer/session/ChangedFileBar.h"
+#include "app/explorer/session/ErrorDialog.h"
+#include "app/explorer/session/RecentFiles.h"
+#include "app/explorer/session/SessionFile.h"
+
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QToolButton>
+
+namespace runsieve::test {
+namespace {
+
+using testing::HasSubstr;
+
+struct FilesScene : WindowScene
+{
+  void drawGate() { Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9)); }
+  [[nodiscard]] std::string title() const { return window->windowTitle().toStdString(); }
+};
+
+TEST_F(FilesScene, TheFirstSaveAsksForAPlaceAndTheNextOnesDoNot)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  {
+    NextFile asked(file("work"));
+    trigger("file.save");
+    EXPECT_TRUE(asked.seen());
+    EXPECT_TRUE(asked.proposed.endsWith("scan.sieve")) << asked.proposed.toStdString();
+  }
+  EXPECT_TRUE(QFileInfo::exists(file("work.sieve"))) << "with the ending of its kind";
+  EXPECT_EQ(title(), "work.sieve - Runsieve");
+  EXPECT_EQ(window->statusText(), "Saved: " + file("work.sieve"));
+  EXPECT_TRUE(document().undoStack().isClean());
+  EXPECT_EQ(app::RecentFiles::list().first(), file("work.sieve"));
+  trigger("gate.delete");
+  trigger("file.save");
+  EXPECT_TRUE(app::readSession(file("work.sieve")).gates.empty());
+}
+
+TEST_F(FilesScene, SaveAsAsksAgainAndProposesTheFormerPlace)
+{
+  ASSERT_TRUE(openLines());
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  NextFile asked(file("b.json"));
+  trigger("file.saveas");
+  EXPECT_TRUE(asked.proposed.endsWith("a.sieve")) << asked.proposed.toStdString();
+  EXPECT_TRUE(QFileInfo::exists(file("b.json"))) << "an ending that was typed stays";
+  EXPECT_EQ(title(), "b.json - Runsieve");
+}
+
+TEST_F(FilesScene, SavingIsGivenUpWithTheDialog)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  NextFile asked("");
+  EXPECT_FALSE(window->files().save());
+  EXPECT_TRUE(asked.seen());
+  EXPECT_FALSE(document().undoStack().isClean());
+  EXPECT_EQ(title(), "scan.csv - Runsieve");
+}
+
+TEST_F(FilesScene, NothingIsSavedWithoutAScan)
+{
+  EXPECT_FALSE(window->files().save());
+  EXPECT_EQ(window->files().title(), "");
+}
+
+TEST_F(FilesScene, ASessionThatCannotBeWrittenIsTold)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  QString told;
+  NextDialogOf<app::ErrorDialog> next([&](app::ErrorDialog& dialog) {
+    told = dialog.details();
+    dialog.accept();
+  });
+  EXPECT_FALSE(window->files().saveTo("/nowhere/at/all.sieve"));
+  EXPECT_THAT(told.toStdString(), HasSubstr("The session could not be saved"));
+  EXPECT_EQ(title(), "scan.csv - Runsieve");
+  EXPECT_FALSE(document().undoStack().isClean());
+}
+
+TEST_F(FilesScene, TheZoomIsSavedWithTheSession)
+{
+  ASSERT_TRUE(openLines());
+  window->runs().zoom().show(app::AxisMap(2.0, 5.0), 0, std::nullopt);
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  EXPECT_EQ(app::readSession(file("a.sieve")).view.zoomedTime->low, 2.0);
+}
+
+TEST_F(FilesScene, AWindowWithoutWorkClosesAtOnce)
+{
+  EXPECT_TRUE(window->files().mayClose());
+  ASSERT_TRUE(openLines());
+  document().change("Focus", [](app::State& state) { state.view.focus = app::Focus::Faded; });
+  EXPECT_TRUE(window->files().mayClose()) << "gates and sets are work, a view is not";
+  drawGate();
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  EXPECT_TRUE(window->files().mayClose()) << "all is saved";
+}
+
+TEST_F(FilesScene, WorkThatIsNotSavedIsAskedForBeforeTheWindowCloses)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    EXPECT_FALSE(window->close());
+    EXPECT_TRUE(asked.seen());
+    EXPECT_THAT(asked.text.toStdString(), HasSubstr("save"));
+    EXPECT_THAT(asked.more.toStdString(), HasSubstr("scan.csv"));
+    EXPECT_TRUE(window->isVisible());
+  }
+  NextMessage asked(QMessageBox::Discard);
+  EXPECT_TRUE(window->close());
+  EXPECT_TRUE(asked.seen());
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(FilesScene, SavedOnTheWayOutTheWindowCloses)
+{
+  ASSERT_TRUE(openLines());
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  document().change("Set", [](app::State& state) {
+    state.sets.push_back({"all", RunSet(40, true), 0, true, ""});
+  });
+  NextMessage asked(QMessageBox::Save);
+  EXPECT_TRUE(window->close());
+  EXPECT_TRUE(asked.seen()) << "a set is work as well";
+  EXPECT_EQ(app::readSession(file("a.sieve")).sets.size(), 1u);
+}
+
+TEST_F(FilesScene, AWindowWhoseSavingIsGivenUpStaysOpen)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  NextMessage asked(QMessageBox::Save);
+  NextFile place("");
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(place.seen());
+}
+
+/// What a window that crashed has left.
+struct RecoveryScene : FilesScene
+{
+  QString left;
+
+  void SetUp() override
+  {
+    FilesScene::SetUp();
+    for (auto const& former : app::recoverableSessions()) app::discardRecoverable(former);
+    ASSERT_TRUE(openLines());
+    drawGate();
+    const QString place = QFileInfo(app::Autosave(document()).path()).absolutePath();
+    QDir().mkpath(place);
+    left = place + "/left.sieve";
+    ASSERT_TRUE(window->files().saveTo(left));
+    document().close();
+  }
+  void TearDown() override
+  {
+    for (auto const& former : app::recoverableSessions()) app::discardRecoverable(former);
+  }
+};
+
+TEST_F(RecoveryScene, WhatACrashHasLeftOpensIfTheUserWantsIt)
+{
+  NextMessage asked(QMessageBox::Open);
+  EXPECT_TRUE(window->files().recover());
+  EXPECT_THAT(asked.more.toStdString(), HasSubstr(file("scan.csv").toStdString()));
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
+  EXPECT_EQ(document().state().gates.size(), 1u);
+  EXPECT_FALSE(QFileInfo::exists(left));
+}
+
+TEST_F(RecoveryScene, WhatIsDiscardedIsGone)
+{
+  NextMessage asked(QMessageBox::Discard);
+  EXPECT_FALSE(window->files().recover());
+  EXPECT_FALSE(QFileInfo::exists(left));
+  EXPECT_FALSE(window->files().isBusy());
+}
+
+TEST_F(RecoveryScene, WithoutADecisionItIsAskedAgain)
+{
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    EXPECT_FALSE(window->files().recover());
+    EXPECT_TRUE(asked.seen());
+  }
+  EXPECT_TRUE(QFileInfo::exists(left));
+  NextMessage asked(QMessageBox::Discard);
+  EXPECT_FALSE(window->files().recover());
+  EXPECT_TRUE(asked.seen());
+  EXPECT_FALSE(window->files().recover()) << "nothing is left, and nothing is asked";
+}
+
+TEST_F(FilesScene, DataThatAreGoneAreLookedFor)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  document().close();
+  ASSERT_TRUE(QFile::rename(file("scan.csv"), file("other.csv")));
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    window->open(file("a.sieve"));
+    EXPECT_THAT(asked.text.toStdString(), HasSubstr(file("scan.csv").toStdString()));
+    EXPECT_FALSE(window->files().isBusy());
+  }
+  NextMessage asked(QMessageBox::Open);
+  NextFile chosen(file("other.csv"));
+  window->open(file("a.sieve"));
+  EXPECT_TRUE(chosen.seen());
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
+  EXPECT_EQ(document().state().gates.size(), 1u);
+  EXPECT_EQ(title(), "a.sieve - Runsieve");
+}
+
+TEST_F(FilesScene, OtherDataThanThoseOfTheSessionAreToldAsPlainText)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  document().close();
+  writeScan(*lineScan(30), file("scan.csv").toStdString());
+  NextMessage told(QMessageBox::Ok);
+  window->open(file("a.sieve"));
+  ASSERT_TRUE(waitFor([&] { return told.seen(); }));
+  EXPECT_THAT(told.text.toStdString(), HasSubstr("not those"));
+  EXPECT_THAT(told.more.toStdString(), HasSubstr("30 runs"));
+  EXPECT_EQ(document().state().gates.size(), 1u);
+}
+
+TEST_F(FilesScene, ASessionThatCannotBeReadIsTold)
+{
+  QFile bad(file("bad.sieve"));
+  ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+  bad.write("{\"format\": \"runsieve sieve\", ");
+  bad.close();
+  QString told;
+  NextDialogOf<app::ErrorDialog> next([&](app::ErrorDialog& dialog) {
+    told = dialog.details();
+    dialog.accept();
+  });
+  window->open(file("bad.sieve"));
+  EXPECT_THAT(told.toStdString(), HasSubstr("The session could not be opened"));
+  EXPECT_FALSE(document().isOpen());
+}
+
+TEST_F(FilesScene, WhatASessionHasAndTheScanHasNotIsToldInTheStatus)
+{
+  ASSERT_TRUE(openLines());
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  app::Session session = app::readSession(file("a.sieve"));
+  session.view.outputs.push_back("gone");
+  app::writeSession(file("a.sieve"), session);
+  QSignalSpy told(&window->files(), &app::Files::told);
+  window->open(file("a.sieve"));
+  ASSERT_TRUE(waitFor([&] { return told.count() > 0; }));
+  EXPECT_THAT(told[0][0].toString().toStdString(), HasSubstr("no output \"gone\""));
+}
+
+TEST_F(FilesScene, AFileAndAFolderAreChosenInDialogs)
+{
+  writeScan(*lineScan(), file("chosen.csv").toStdString());
+  {
+    NextFile asked("");
+    trigger("file.open");
+    EXPECT_TRUE(asked.seen());
+    EXPECT_FALSE(window->files().isBusy()) << "given up";
+  }
+  {
+    NextFile asked(file("chosen.csv"));
+    trigger("file.open");
+    EXPECT_TRUE(asked.seen());
+  }
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
+  EXPECT_EQ(title(), "chosen.csv - Runsieve");
+  NextFile asked("");
+  trigger("file.folder");
+  EXPECT_TRUE(asked.seen());
+}
+
+TEST_F(FilesScene, OpenedFilesAreRecentAndTheExampleIsNot)
+{
+  app::RecentFiles::clear();
+  ASSERT_TRUE(openLines());
+  EXPECT_EQ(app::RecentFiles::list(), QStringList{file("scan.csv")});
+  trigger("file.example");
+  ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 1000u; }, 60'000));
+  EXPECT_EQ(app::RecentFiles::list(), QStringList{file("scan.csv")});
+  EXPECT_EQ(title(), "Example - Runsieve");
+}
+
+TEST_F(FilesScene, AnotherScanIsNoMoreTheSessionOfTheFormer)
+{
+  ASSERT_TRUE(openLines());
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  ASSERT_TRUE(openLines("other.csv", 20));
+  NextFile asked("");
+  EXPECT_FALSE(window->files().save());
+  EXPECT_TRUE(asked.seen()) << "it would overwrite the work on another scan";
+}
+
+TEST_F(FilesScene, RereadingKeepsGatesAndZoom)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  window->runs().zoom().show(app::AxisMap(2.0, 5.0), 0, std::nullopt);
+  writeScan(*lineScan(50), file("scan.csv").toStdString());
+  trigger("file.reread");
+  ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 50u; }));
+  EXPECT_EQ(document().state().gates.size(), 1u);
+  EXPECT_EQ(window->runs().zoom().time(), app::AxisMap(2.0, 5.0));
+  EXPECT_EQ(title(), "scan.csv - Runsieve");
+}
+
+TEST_F(FilesScene, ABarTellsOfAFileThatHasChangedUntilItIsReread)
+{
+  ASSERT_TRUE(openLines());
+  auto* bar = window->findChild<app::ChangedFileBar*>();
+  EXPECT_FALSE(bar->isVisible());
+  Q_EMIT window->files().changedOnDisk(file("scan.csv"));
+  EXPECT_TRUE(bar->isVisible());
+  writeScan(*lineScan(50), file("scan.csv").toStdString());
+  Q_EMIT bar->rereadWanted();
+  ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 50u; }));
+  EXPECT_FALSE(bar->isVisible());
+}
+
+TEST_F(FilesScene, TheStatusShowsHowFarReadingIsAndGivesItUp)
+{
+  auto* bar = window->statusBar()->findChild<QProgressBar*>();
+  QToolButton* cancel = nullptr;
+  for (QToolButton* each : window->statusBar()->findChildren<QToolButton*>())
+    if (each->text() == "Cancel") cancel = each;
+  ASSERT_NE(cancel, nullptr);
+  EXPECT_FALSE(bar->isVisible());
+  EXPECT_FALSE(cancel->isVisible());
+  EXPECT_EQ(window->statusText(), "Open a scan: File, Open (Ctrl+O)");
+  writeScan(*lineScan(20'000), file("large.csv").toStdString());
+  window->open(file("large.csv"));
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_TRUE(cancel->isVisible());
+  EXPECT_EQ(bar->value(), 0);
+  EXPECT_EQ(window->statusText(), "Reading large.csv ...");
+  Q_EMIT window->files().progressed(0.5);
+  EXPECT_EQ(bar->value(), bar->maximum() / 2);
+  cancel->click();
+  ASSERT_TRUE(waitFor([this] { return !window->files().isBusy(); }));
+  EXPECT_FALSE(bar->isVisible());
+  EXPECT_FALSE(cancel->isVisible());
+  EXPECT_FALSE(document().isOpen());
+  EXPECT_EQ(window->statusText(), "Open a scan: File, Open (Ctrl+O)");
+}
+
+TEST_F(FilesScene, RunsThatAreNotCompleteAreToldInTheStatus)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0, 1.0};
+  for (int run = 0; run < 4; ++run)
+    scan->runs.push_back({std::to_string(run), run == 0 ? RunStatus::Failed : RunStatus::Complete, 2});
+  std::fill_n(scan->addOutput({"A", "", "", ""}), 8, 0.5);
+  document().open(scan, {});
+  EXPECT_EQ(window->statusText(), "4 runs, 2 times   |   1 runs are not complete, not compared");
+}
+
+TEST_F(FilesScene, WhatIsToldForAMomentGivesWayToTheScan)
+{
+  ASSERT_TRUE(openLines());
+  Q_EMIT window->runs().told("for a moment");
+  EXPECT_EQ(window->statusText(), "for a moment");
+  Q_EMIT window->runs().told("");
+  EXPECT_EQ(window->statusText(), "40 runs, 11 times");
+}
+
+TEST_F(FilesScene, NotesOnReadingAreOfferedWhereThereAreSome)
+{
+  auto const noted = [this] {
+    for (QPushButton* each : window->statusBar()->findChildren<QPushButton*>())
+      if (each->isVisible() && each->text().contains("on reading")) return each;
+    return static_cast<QPushButton*>(nullptr);
+  };
+  QFile text(file("gaps.csv"));
+  ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+  text.write("run,time,A,k\n1,0,1,5\n1,1,2,5\n2,0,,6\n2,1,4,6\n3,0,1,7\n3,1,3,7\n");
+  text.close();
+  window->open(file("gaps.csv"));
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
+  ASSERT_NE(noted(), nullptr);
+  NextMessage told(QMessageBox::Ok);
+  noted()->click();
+  EXPECT_TRUE(told.seen());
+  EXPECT_FALSE(told.text.isEmpty());
+  document().close();
+  EXPECT_EQ(noted(), nullptr);
+}
+
+TEST_F(FilesScene, OnlyFilesAreTakenFromADrop)
+{
+  QMimeData text;
+  text.setText("no file");
+  QDragEnterEvent enter(QPoint(100, 100), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+  enter.ignore();
+  QApplication::sendEvent(window.get(), &enter);
+  EXPECT_FALSE(enter.isAccepted());
+  QMimeData link;
+  link.setUrls({QUrl("https://example.org/scan.csv")});
+  QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &link, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window.get(), &drop);
+  EXPECT_FALSE(window->files().isBusy());
+}
+
+} // namespace
+} // namespace runsieve::test
