@@ -1,9 +1,8 @@
 #include "app/explorer/charts/DensityLegend.h"
 
-#include <runsieve/core/coverage/ColorRamp.h>
+#include "app/explorer/charts/ShadeGradient.h"
 
 #include <QFontMetricsF>
-#include <QLinearGradient>
 #include <QLocale>
 #include <QPainter>
 
@@ -16,24 +15,6 @@ namespace {
 
 constexpr double margin = 6.0;
 constexpr double barWidth = 56.0;
-
-/// The colours of a scale from its smallest to its largest count, evenly in the logarithm.
-QLinearGradient gradientOf(LegendLine const& line, QRectF const& bar, bool dark)
-{
-  const ColorRamp ramp({static_cast<std::uint8_t>(line.color.red()),
-                        static_cast<std::uint8_t>(line.color.green()),
-                        static_cast<std::uint8_t>(line.color.blue())},
-                       dark);
-  QLinearGradient gradient(bar.topLeft(), bar.topRight());
-  constexpr int stops = 8;
-  const double ratio = line.shades.largest() / line.shades.smallest();
-  for (int i = 0; i <= stops; ++i) {
-    const double part = static_cast<double>(i) / stops;
-    const Color color = ramp.at(line.shades.shade(line.shades.smallest() * std::pow(ratio, part)));
-    gradient.setColorAt(part, QColor(color[0], color[1], color[2]));
-  }
-  return gradient;
-}
 
 bool hasShades(LegendLine const& line)
 {
@@ -86,7 +67,7 @@ void paintLegend(QPainter& painter, QRectF const& plot, std::vector<LegendLine> 
     const QRectF bar(box.left() + margin, y + 0.25 * row, barWidth, 0.5 * row);
     painter.setPen(Qt::NoPen);
     if (hasShades(line))
-      painter.setBrush(gradientOf(line, bar, theme.dark));
+      painter.setBrush(shadeGradient(line.shades, line.color, theme.dark, bar.topLeft(), bar.topRight()));
     else
       painter.setBrush(line.color);
     painter.drawRect(hasShades(line) ? bar

@@ -1,6 +1,7 @@
 #include "app/explorer/runs/RunsOverlay.h"
 
 #include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/charts/GateLook.h"
 #include "app/explorer/runs/GateShapes.h"
 
 #include <QFontMetricsF>
@@ -18,16 +19,6 @@ namespace {
 
 constexpr std::size_t mostParameters = 12; ///< told of a run
 constexpr double handle = 7.0;             ///< side of a square
-
-/// Whether a gate, as it is resolved or as it is named, is on an output.
-bool isOn(Gate const& gate, Scan const& scan, std::size_t output)
-{
-  try {
-    return scan.findOutput(gate.column) == output;
-  } catch (std::invalid_argument const&) {
-    return false; // several have the name: the gate does not fit either
-  }
-}
 
 Gate const* gateAt(Document const& document, std::size_t index)
 {
@@ -52,7 +43,7 @@ std::optional<QRectF> gateShape(Document const& document, std::size_t index, std
                                 ChartFrame const& frame)
 {
   Gate const* gate = gateAt(document, index);
-  if (!gate || !isOn(*gate, document.scan(), output)) return std::nullopt;
+  if (!gate || !isOnOutput(*gate, document.scan(), output)) return std::nullopt;
   return shapeOf(*gate, frame);
 }
 
@@ -92,8 +83,7 @@ void RunsOverlay::paintGate(QPainter& painter, Gate const& gate, std::size_t ind
   constexpr double narrow = 3.0; // a single time is seen as well
   QRectF shape = *place;
   if (shape.width() < narrow) shape.adjust(-0.5 * narrow, 0.0, 0.5 * narrow, 0.0);
-  const bool excludes = gate.negated != (gate.kind == GateKind::Never);
-  QPen pen(color, isChosen ? 2.0 : 1.4, excludes || isOff ? Qt::DashLine : Qt::SolidLine);
+  QPen pen(color, isChosen ? 2.0 : 1.4, excludesInside(gate) || isOff ? Qt::DashLine : Qt::SolidLine);
   painter.setPen(pen);
   painter.setBrush(inside);
   painter.drawRect(shape);
@@ -140,7 +130,7 @@ void RunsOverlay::paintGates(QPainter& painter, bool handles) const
   const std::size_t last = document.state().gates.size(); // a new one that is being drawn
   for (std::size_t i = 0; i <= last; ++i) {
     Gate const* gate = gateAt(document, i);
-    if (gate && isOn(*gate, document.scan(), output)) paintGate(painter, *gate, i, handles);
+    if (gate && isOnOutput(*gate, document.scan(), output)) paintGate(painter, *gate, i, handles);
   }
   painter.restore();
 }
