@@ -207,16 +207,17 @@ TEST_F(PaintedCharts, ALegendTellsWhatColoursAndShadesStandFor)
 {
   const Painting paper =
       legendOf({{"all runs", Qt::darkBlue, shadesOf({1, 20, 1500})}, {"passing", Qt::red}});
-  EXPECT_EQ(paper.texts(), (QStringList{"all runs", "1 - 1500", "passing"}));
+  EXPECT_EQ(paper.texts(), (QStringList{"all runs", QString::fromUtf8("1\u20131500"), "passing"}));
   const std::vector<Drawn> bars = paper.of(Kind::Rectangle);
   ASSERT_EQ(bars.size(), 2u);
   EXPECT_NE(bars[0].brush.gradient(), nullptr);
   EXPECT_EQ(bars[1].brush.color(), QColor(Qt::red));
   EXPECT_LT(bars[1].box().height(), bars[0].box().height()) << "a colour is shown as a line";
-  EXPECT_EQ(bars[0].box().left(), bars[1].box().left());
   EXPECT_EQ(bars[0].box().width(), bars[1].box().width());
-  EXPECT_GT(bars[1].box().top(), bars[0].box().bottom());
-  for (Drawn const& bar : bars) EXPECT_EQ(bar.pen.style(), Qt::NoPen);
+  for (QString const& text : {QString("all runs"), QString("passing")})
+    EXPECT_EQ(paper.text(text)->pen.color(), theme.ink);
+  EXPECT_EQ(paper.texts()[1], QString::fromUtf8("1\u20131500"));
+  EXPECT_EQ(paper.of(Kind::Text)[1].pen.color(), theme.faint);
 }
 
 TEST_F(PaintedCharts, TheBarOfShadesGoesFromTheColourOfFewRunsToThatOfMany)
@@ -240,59 +241,76 @@ TEST_F(PaintedCharts, ShadesOfASingleCountTellThatOne)
   EXPECT_EQ(legendOf({{"all runs", Qt::darkBlue, shadesOf({7, 7})}}).texts(), (QStringList{"all runs", "7"}));
 }
 
-TEST_F(PaintedCharts, TheLegendStandsInTheUpperRightCornerWithAllItsTexts)
+TEST_F(PaintedCharts, TheLegendEndsAtTheRightEndOfItsRoomAndNothingInItTouches)
 {
   const Painting paper =
       legendOf({{"all runs", Qt::darkBlue, shadesOf({1, 20, 1500})}, {"passing", Qt::red}});
-  const Drawn ground = paper.of(Kind::Path).at(0);
-  EXPECT_TRUE(plot.contains(ground.box()));
-  EXPECT_LT(plot.right() - ground.box().right(), 8.0);
-  EXPECT_LT(ground.box().top() - plot.top(), 8.0);
-  EXPECT_EQ(ground.brush.color().rgb(), theme.paper.rgb());
-  EXPECT_GT(ground.brush.color().alphaF(), 0.6);
-  double end = 0.0;
-  for (Drawn const& each : paper.all)
-    if (each.kind == Kind::Text || each.kind == Kind::Rectangle) {
-      EXPECT_TRUE(ground.box().contains(each.points[0])) << each.text.toStdString();
-      EXPECT_TRUE(ground.box().contains(each.points[1])) << each.text.toStdString();
-      EXPECT_TRUE(each.kind == Kind::Rectangle || each.box().left() > end) << each.text.toStdString();
-      end = each.box().right();
-    }
-  for (QString const& text : {QString("all runs"), QString("passing")})
-    EXPECT_EQ(paper.text(text)->pen.color(), theme.ink);
+  double end = plot.left();
+  for (Drawn const& each : paper.all) {
+    EXPECT_GT(each.box().left(), end) << each.text.toStdString();
+    end = each.box().right();
+    EXPECT_NEAR(each.kind == Kind::Text ? each.box().top() - 0.35 * metrics.ascent()
+                                        : each.box().center().y(),
+                plot.center().y(), 3.0);
+  }
+  EXPECT_NEAR(end, plot.right(), 6.0);
 }
 
-TEST_F(PaintedCharts, TextsOfALegendStandBesideTheirBars)
+TEST_F(PaintedCharts, ANoteOnALegendHasNoBar)
 {
-  const Painting paper = legendOf({{"one", Qt::blue}, {"two", Qt::red}, {"three", Qt::green}});
-  const std::vector<Drawn> bars = paper.of(Kind::Rectangle);
-  const std::vector<Drawn> texts = paper.of(Kind::Text);
-  ASSERT_EQ(bars.size(), 3u);
-  ASSERT_EQ(texts.size(), 3u);
-  for (std::size_t i = 0; i < 3; ++i) {
-    EXPECT_GT(texts[i].box().left(), bars[i].box().right());
-    const double middle = texts[i].box().top() - 0.35 * metrics.ascent();
-    EXPECT_NEAR(middle, bars[i].box().center().y(), 3.0);
+  const Painting paper = legendOf({{"passing", Qt::red}, {"median", {}}});
+  EXPECT_EQ(paper.of(Kind::Rectangle).size(), 1u);
+  EXPECT_EQ(paper.text("median")->pen.color(), theme.faint);
+}
+
+TEST_F(PaintedCharts, InASmallRoomALegendTellsLess)
+{
+  const std::vector<LegendLine> lines = {{"all runs", Qt::darkBlue, shadesOf({1, 20, 1500})},
+                                         {"passing", Qt::red}};
+  auto const painted = [&](double width) {
+    plot.setWidth(width);
+    return legendOf(lines);
+  };
+  std::vector<double> bars;
+  int texts = 3;
+  for (double width = 400.0; width > 0.0; width -= 4.0) {
+    const Painting paper = painted(width);
+    for (Drawn const& each : paper.all) EXPECT_TRUE(plot.contains(each.box().center())) << width;
+    EXPECT_LE(paper.texts().size(), texts) << width;
+    texts = paper.texts().size();
+    if (paper.texts().isEmpty()) continue;
+    EXPECT_TRUE(paper.texts()[0].startsWith("al")) << "lines at the end go first";
+    if (bars.empty() || paper.of(Kind::Rectangle)[0].box().width() < bars.back())
+      bars.push_back(paper.of(Kind::Rectangle)[0].box().width());
   }
-  EXPECT_GE(texts[1].box().top() - texts[0].box().top(), metrics.height());
+  EXPECT_EQ(bars.size(), 3u) << "bars become short in two steps";
+  EXPECT_EQ(texts, 0);
 }
 
 TEST_F(PaintedCharts, LongNamesOfALegendAreCut)
 {
   const QString name = QString("a very long name ").repeated(20) + "end";
-  const Painting paper = legendOf({{name, Qt::blue}});
-  ASSERT_EQ(paper.texts().size(), 1);
+  const Painting paper = legendOf({{name, Qt::blue}, {"passing", Qt::red}});
+  ASSERT_EQ(paper.texts().size(), 2);
   EXPECT_TRUE(paper.texts()[0].contains(QString::fromUtf8("\u2026")));
   EXPECT_LT(paper.of(Kind::Text)[0].box().width(), 0.5 * plot.width());
+  EXPECT_EQ(paper.texts()[1], "passing");
 }
 
-TEST_F(PaintedCharts, ALegendThatWouldHideTheChartIsLeftOut)
+TEST_F(PaintedCharts, LinesOfALegendForWhichThereIsNoRoomAreLeftOut)
 {
   EXPECT_TRUE(legendOf({}).all.empty());
-  std::vector<LegendLine> many(30, {"set", Qt::blue});
-  EXPECT_TRUE(legendOf(many).all.empty()) << "too high";
-  plot = QRectF(0, 0, 110, 300);
-  EXPECT_TRUE(legendOf({{"all runs", Qt::blue}}).all.empty()) << "too wide";
+  const std::vector<LegendLine> many(30, {"set", Qt::blue});
+  const int texts = legendOf(many).texts().size();
+  EXPECT_GT(texts, 8);
+  EXPECT_LT(texts, 30);
+}
+
+TEST(LegendText, SaysWhatABarShows)
+{
+  EXPECT_EQ(app::legendText({"all runs", Qt::blue, shadesOf({1, 20, 1500})}).toStdString(),
+            "all runs: 1\u20131500 runs at a point");
+  EXPECT_EQ(app::legendText({"passing", Qt::red}), "passing");
 }
 
 struct PaintedBands : PaintedCharts
@@ -306,8 +324,8 @@ struct PaintedBands : PaintedCharts
     RunBands bands;
     const double values[] = {1, 3, 5, 6, 9};
     for (std::size_t i = 0; i < 5; ++i) {
-      bands.quantiles[i].assign(5, values[i]);
-      for (std::size_t time : missing) bands.quantiles[i][time] = nan;
+      bands.lines[i].assign(5, values[i]);
+      for (std::size_t time : missing) bands.lines[i][time] = nan;
     }
     return bands;
   }
@@ -341,13 +359,30 @@ TEST_F(PaintedBands, AreAPaleAreaWithADenserOneWithinAndALineOfTheMedian)
   ASSERT_EQ(lines.size(), 1u);
   EXPECT_NEAR(lines[0].box().top(), frame.yAt(5), 0.01);
   EXPECT_EQ(lines[0].pen.color(), QColor(Qt::red));
-  EXPECT_EQ(lines[0].pen.widthF(), BandsLook().median);
+  EXPECT_EQ(lines[0].pen.widthF(), BandsLook().middle);
+}
+
+TEST_F(PaintedBands, OutlyingRunsAreThinDashedLinesBelowTheOneInTheMiddle)
+{
+  RunBands bands = level();
+  bands.outlyingValues = {{9.5, 9.5, 9.5, 9.5, 9.5}, {0.5, nan, 0.5, 0.5, 0.5}};
+  const std::vector<Drawn> lines = bandsOf(bands).of(Kind::Polyline);
+  ASSERT_EQ(lines.size(), 3u) << "a missing value interrupts a line, and a single point is none";
+  EXPECT_NEAR(lines[0].box().top(), frame.yAt(9.5), 0.01);
+  EXPECT_NEAR(lines[1].box().left(), frame.xAt(2), 0.01);
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_EQ(lines[i].pen.style(), Qt::DashLine);
+    EXPECT_LT(lines[i].pen.widthF(), lines[2].pen.widthF());
+    EXPECT_LT(lines[i].pen.color().alphaF(), 1.0);
+  }
+  EXPECT_EQ(lines[2].pen.style(), Qt::SolidLine);
+  EXPECT_NEAR(lines[2].box().top(), frame.yAt(5), 0.01);
 }
 
 TEST_F(PaintedBands, TheirLookIsThatAskedFor)
 {
   BandsLook look;
-  look.median = 3.0;
+  look.middle = 3.0;
   look.opacity = 0.5;
   look.finest = 1000.0;
   const Painting plain = bandsOf(level());
@@ -380,7 +415,7 @@ TEST_F(PaintedBands, OnALogarithmicAxisWhatIsNotPositiveLiesBelowThePlot)
 {
   frame = ChartFrame({0, 0, 600, 400}, {AxisMap(0, 4), "x"}, {AxisMap(1, 100, true), "y"}, theme);
   RunBands bands = level();
-  bands.quantiles[0].assign(5, -1.0);
+  bands.lines[0].assign(5, -1.0);
   const std::vector<Drawn> areas = bandsOf(bands).of(Kind::Polygon);
   ASSERT_EQ(areas.size(), 2u);
   EXPECT_NEAR(areas[0].box().top(), frame.yAt(9), 0.01);

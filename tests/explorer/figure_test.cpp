@@ -1,4 +1,4 @@
-#include "DocumentScene.h"
+#include "FigureScene.h"
 
 #include "app/explorer/charts/ClippedLine.h"
 #include "app/explorer/figure/FigureData.h"
@@ -76,15 +76,8 @@ QByteArray streamsOf(QByteArray const& pdf)
   return all;
 }
 
-struct FigureScene : DocumentScene
+struct FigureFile : FigureScene
 {
-  app::FigureOptions options;
-
-  [[nodiscard]] app::FigureContent content() const
-  {
-    Scan const& scan = document.scan();
-    return app::figureContentOf(document, {scan.times.front(), scan.times.back()}, {});
-  }
   [[nodiscard]] QByteArray bytes(FigureFormat format) const
   {
     return app::figureBytes(content(), options, format).bytes;
@@ -92,7 +85,7 @@ struct FigureScene : DocumentScene
   [[nodiscard]] QStringList texts() const { return textsOf(bytes(FigureFormat::Svg)); }
 };
 
-TEST_F(FigureScene, APngHasThePixelsOfItsSizeAndTellsItsResolution)
+TEST_F(FigureFile, APngHasThePixelsOfItsSizeAndTellsItsResolution)
 {
   options.width = 85.0;
   options.height = 100.0;
@@ -102,7 +95,7 @@ TEST_F(FigureScene, APngHasThePixelsOfItsSizeAndTellsItsResolution)
   EXPECT_NEAR(image.dotsPerMeterX() * 0.0254, 600.0, 0.1);
 }
 
-TEST_F(FigureScene, AnSvgHasRealTextAndOneImageForEachChart)
+TEST_F(FigureFile, AnSvgHasRealTextAndOneImageForEachChart)
 {
   addGate(gateOnA(0.5, 1.0));
   document.change("Add chart", [](app::State& state) { state.view.outputs = {0, 1}; });
@@ -116,7 +109,7 @@ TEST_F(FigureScene, AnSvgHasRealTextAndOneImageForEachChart)
   EXPECT_THAT(svg.left(600).toStdString(), HasSubstr("width=\"180mm\""));
 }
 
-TEST_F(FigureScene, APdfHasLettersThatCanBeSelected)
+TEST_F(FigureFile, APdfHasLettersThatCanBeSelected)
 {
   const QByteArray pdf = bytes(FigureFormat::Pdf);
   EXPECT_TRUE(pdf.contains("/ToUnicode"));
@@ -124,14 +117,14 @@ TEST_F(FigureScene, APdfHasLettersThatCanBeSelected)
   EXPECT_TRUE(streams.contains(" Tj") || streams.contains(" TJ") || streams.contains("Tj"));
 }
 
-TEST_F(FigureScene, APdfIsAsLargeAsAskedFor)
+TEST_F(FigureFile, APdfIsAsLargeAsAskedFor)
 {
   options.width = 127.0; // 360 points
   options.height = 101.6;
   EXPECT_TRUE(bytes(FigureFormat::Pdf).contains("/MediaBox [0 0 360.000000 288.000000]"));
 }
 
-TEST_F(FigureScene, AThousandWanderingRunsTakeLessThan500KilobytesAsShapes)
+TEST_F(FigureFile, AThousandWanderingRunsTakeLessThan500KilobytesAsShapes)
 {
   document.open(wanderingScan(1000), {});
   document.change("Add gate", [](app::State& state) {
@@ -148,7 +141,7 @@ TEST_F(FigureScene, AThousandWanderingRunsTakeLessThan500KilobytesAsShapes)
   }
 }
 
-TEST_F(FigureScene, WhatThePointerIsOverIsNeverInAPicture)
+TEST_F(FigureFile, WhatThePointerIsOverIsNeverInAPicture)
 {
   const QByteArray before = bytes(FigureFormat::Png);
   document.hover(3);
@@ -157,7 +150,7 @@ TEST_F(FigureScene, WhatThePointerIsOverIsNeverInAPicture)
   EXPECT_NE(bytes(FigureFormat::Png), before);
 }
 
-TEST_F(FigureScene, ParametersStandInTheOrderOfTheTableWithDAndP)
+TEST_F(FigureFile, ParametersStandInTheOrderOfTheTableWithDAndP)
 {
   addGate(gateOnA(0.5, 1.0));
   ASSERT_TRUE(settle());
@@ -169,13 +162,13 @@ TEST_F(FigureScene, ParametersStandInTheOrderOfTheTableWithDAndP)
   EXPECT_EQ(found.filter(QRegularExpression("^k[0-9]$")).size(), 2);
 }
 
-TEST_F(FigureScene, ListedParametersTakeThePlaceOfTheStrongest)
+TEST_F(FigureFile, ListedParametersTakeThePlaceOfTheStrongest)
 {
   options.parameters = {4, 2};
   EXPECT_EQ(texts().filter(QRegularExpression("^k[0-9]$")), QStringList({"k4", "k2"}));
 }
 
-TEST_F(FigureScene, WhatIsNotWantedIsLeftOut)
+TEST_F(FigureFile, WhatIsNotWantedIsLeftOut)
 {
   addGate(gateOnA(0.5, 1.0));
   ASSERT_TRUE(settle());
@@ -191,7 +184,7 @@ TEST_F(FigureScene, WhatIsNotWantedIsLeftOut)
   EXPECT_TRUE(found.filter("adjusted p").isEmpty());
 }
 
-TEST_F(FigureScene, GatesThatAreOffAreNotDrawn)
+TEST_F(FigureFile, GatesThatAreOffAreNotDrawn)
 {
   addGate(gateOnA(0.5, 1.0));
   addGate(gateOnA(0.0, 0.9));
@@ -200,7 +193,7 @@ TEST_F(FigureScene, GatesThatAreOffAreNotDrawn)
   EXPECT_TRUE(texts().contains("Gate 2"));
 }
 
-TEST_F(FigureScene, NamesAreNoMarkup)
+TEST_F(FigureFile, NamesAreNoMarkup)
 {
   auto scan = std::make_shared<Scan>();
   scan->times = {0.0, 1.0};
@@ -219,7 +212,7 @@ TEST_F(FigureScene, NamesAreNoMarkup)
   EXPECT_TRUE(found.contains("<i>1</i>"));
 }
 
-TEST_F(FigureScene, OddScansAreDrawnInEveryLook)
+TEST_F(FigureFile, OddScansAreDrawnInEveryLook)
 {
   auto scan = std::make_shared<Scan>();
   scan->times = {5.0}; // a single one
@@ -254,7 +247,7 @@ TEST_F(FigureScene, OddScansAreDrawnInEveryLook)
     }
 }
 
-TEST_F(FigureScene, AFigureWithoutAGroundIsTransparent)
+TEST_F(FigureFile, AFigureWithoutAGroundIsTransparent)
 {
   options.ground = false;
   const QImage clear = QImage::fromData(bytes(FigureFormat::Png), "PNG");
@@ -264,7 +257,7 @@ TEST_F(FigureScene, AFigureWithoutAGroundIsTransparent)
   EXPECT_EQ(white.pixel(2, 2), qRgb(255, 255, 255));
 }
 
-TEST_F(FigureScene, OptionsOutOfRangeAreMovedIntoIt)
+TEST_F(FigureFile, OptionsOutOfRangeAreMovedIntoIt)
 {
   options.width = nan;
   options.height = 1e9;
@@ -277,14 +270,14 @@ TEST_F(FigureScene, OptionsOutOfRangeAreMovedIntoIt)
   EXPECT_EQ(limited.dpi, app::FigureOptions::leastDpi);
 }
 
-TEST_F(FigureScene, TheNameSaysTheFormat)
+TEST_F(FigureFile, TheNameSaysTheFormat)
 {
   EXPECT_EQ(app::figureFormatOf("a.b/c.PDF"), FigureFormat::Pdf);
   EXPECT_EQ(app::figureFormatOf("c.svg"), FigureFormat::Svg);
   EXPECT_THROW((void)app::figureFormatOf("c.gif"), std::runtime_error);
 }
 
-TEST_F(FigureScene, TheDataBehindItAreTheRunsAndTimesThatAreShown)
+TEST_F(FigureFile, TheDataBehindItAreTheRunsAndTimesThatAreShown)
 {
   addGate(gateOnA(0.5, 1.0));
   ASSERT_TRUE(settle());
@@ -299,7 +292,7 @@ TEST_F(FigureScene, TheDataBehindItAreTheRunsAndTimesThatAreShown)
       QString::fromStdString(app::figureRunsCsv(zoomed, options)).split('\n').filter(",other,").isEmpty());
 }
 
-TEST_F(FigureScene, CurvesEndAtAllRunsAndTheTableHasAllParameters)
+TEST_F(FigureFile, CurvesEndAtAllRunsAndTheTableHasAllParameters)
 {
   addGate(gateOnA(0.5, 1.0));
   ASSERT_TRUE(settle());

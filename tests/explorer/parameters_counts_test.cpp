@@ -1,8 +1,8 @@
 #include "DocumentScene.h"
 
+#include "app/explorer/charts/TextBars.h"
 #include "app/explorer/parameters/CountDensity.h"
 #include "app/explorer/parameters/ParameterSpread.h"
-#include "app/explorer/parameters/TextBars.h"
 
 #include <gmock/gmock.h>
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
 namespace runsieve::app {
@@ -29,6 +30,24 @@ bool areClear(std::vector<Tick> const& ticks, AxisMap const& map, double length,
   return true;
 }
 
+std::ptrdiff_t numbersOf(std::vector<Tick> const& ticks)
+{
+  return std::count_if(ticks.begin(), ticks.end(), [](Tick const& tick) { return !tick.label.isEmpty(); });
+}
+
+/// The same marks with numbers at the first and the last one that have them.
+std::vector<Tick> endsOf(std::vector<Tick> ticks)
+{
+  const std::ptrdiff_t last = numbersOf(ticks) - 1;
+  std::ptrdiff_t number = 0;
+  for (Tick& tick : ticks) {
+    if (tick.label.isEmpty()) continue;
+    if (number > 0 && number < last) tick.label.clear();
+    ++number;
+  }
+  return ticks;
+}
+
 /// As many numbers as there is room for.
 std::vector<Tick> fittingTicks(ChartAxis const& axis, double length, QFontMetricsF const& metrics,
                                bool horizontal)
@@ -40,7 +59,12 @@ std::vector<Tick> fittingTicks(ChartAxis const& axis, double length, QFontMetric
   const int first = std::clamp(static_cast<int>(length / wanted), horizontal ? 5 : 4, 12);
   for (int labels = first; labels >= 2; --labels) {
     ticks = ticksOf(axis.map, labels);
-    if (areClear(ticks, axis.map, length, metrics, horizontal)) return ticks;
+    if (numbersOf(ticks) >= 2 && areClear(ticks, axis.map, length, metrics, horizontal)) return ticks;
+  }
+  // Where neighbours have no room for their numbers, the outermost ones may.
+  for (int labels = first; labels >= 2; --labels) {
+    ticks = endsOf(ticksOf(axis.map, labels));
+    if (numbersOf(ticks) == 2 && areClear(ticks, axis.map, length, metrics, horizontal)) return ticks;
   }
   // Not even two have room: the first one alone tells more than none.
   bool isFirst = true;
@@ -71,9 +95,7 @@ ChartFrame::ChartFrame(QRectF const& whole, ChartAxis horizontal, ChartAxis vert
 {
   const QFontMetricsF metrics(theme.font);
   const double text = metrics.height();
-  const double xNumbers = x.hasNumbers ? theme.tick + theme.gap + text : theme.tick;
-  const double xTitle = x.title.isEmpty() ? 0.0 : text + theme.gap;
-  const double height = std::max(outer.height() - xNumbers - xTitle - 0.6 * text, 1.0);
+  const double height = std::max(outer.height() - below(x, theme) - 0.6 * text, 1.0);
   yTicks = fittingTicks(y, height, metrics, false);
   const double yNumbers = y.hasNumbers ? theme.tick + theme.gap + widest(yTicks, metrics) : theme.tick;
   const double yTitle = y.title.isEmpty() ? 0.0 : text + theme.gap;
@@ -85,6 +107,13 @@ ChartFrame::ChartFrame(QRectF const& whole, ChartAxis horizontal, ChartAxis vert
   inner = QRectF(start, top, std::max(std::floor(outer.right() - right) - start, 1.0),
                  std::max(std::floor(outer.top() + 0.6 * text + height) - top, 1.0));
   xTicks = fittingTicks(x, inner.width(), metrics, true);
+}
+
+double ChartFrame::below(ChartAxis const& horizontal, Theme const& theme)
+{
+  const double text = QFontMetricsF(theme.font).height();
+  const double numbers = horizontal.hasNumbers ? theme.tick + theme.gap + text : theme.tick;
+  return numbers + (horizontal.title.isEmpty() ? 0.0 : text + theme.gap);
 }
 
 void ChartFrame::paintHorizontal(QPainter& painter, Theme const& theme) const
@@ -125,14 +154,15 @@ void ChartFrame::paintVertical(QPainter& painter, Theme const& theme) const
                      tick.label);
   }
   if (y.title.isEmpty()) return;
-  const QString title = elided(y.title, theme.font, outer.height());
-  const double half = 0.5 * metrics.horizontalAdvance(title);
+  // Titles of charts one above the other keep clear of one another.
+  const QString title = elided(y.title, theme.font, outer.height() - 2.0 * theme.gap);
+  const double half = 0.5 * metrics.horizontalAdvance(title) + theme.gap;
   const double middle =
       std::clamp(inner.center().y(), outer.top() + half, std::max(outer.top() + half, outer.bottom() - half));
   painter.save();
   painter.translate(outer.left() + metrics.ascent(), middle);
   painter.rotate(-90.0);
-  painter.drawText(QPointF(-half, 0.0), title);
+  painter.drawText(QPointF(theme.gap - half, 0.0), title);
   painter.restore();
 }
 

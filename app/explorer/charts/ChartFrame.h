@@ -37,6 +37,8 @@ public:
   [[nodiscard]] QRectF const& plot() const { return inner; }
   /// Room left of the plot.
   [[nodiscard]] double left() const { return inner.left() - outer.left(); }
+  /// Room that marks, numbers and the title of a horizontal axis take below the plot.
+  [[nodiscard]] static double below(ChartAxis const& horizontal, Theme const& theme);
   [[nodiscard]] AxisMap const& horizontal() const { return x.map; }
   [[nodiscard]] AxisMap const& vertical() const { return y.map; }
 

@@ -1,9 +1,8 @@
 #include "app/explorer/charts/DensityLegend.h"
 
-#include <runsieve/core/coverage/ColorRamp.h>
+#include "app/explorer/charts/ShadeGradient.h"
 
 #include <QFontMetricsF>
-#include <QLinearGradient>
 #include <QLocale>
 #include <QPainter>
 
@@ -13,24 +12,6 @@
 namespace runsieve::app {
 
 namespace {
-
-/// The colours of a scale from its smallest to its largest count, evenly in the logarithm.
-QLinearGradient gradientOf(LegendLine const& line, QRectF const& bar, bool dark)
-{
-  const ColorRamp ramp({static_cast<std::uint8_t>(line.color.red()),
-                        static_cast<std::uint8_t>(line.color.green()),
-                        static_cast<std::uint8_t>(line.color.blue())},
-                       dark);
-  QLinearGradient gradient(bar.topLeft(), bar.topRight());
-  constexpr int stops = 8;
-  const double ratio = line.shades.largest() / line.shades.smallest();
-  for (int i = 0; i <= stops; ++i) {
-    const double part = static_cast<double>(i) / stops;
-    const Color color = ramp.at(line.shades.shade(line.shades.smallest() * std::pow(ratio, part)));
-    gradient.setColorAt(part, QColor(color[0], color[1], color[2]));
-  }
-  return gradient;
-}
 
 bool hasShades(LegendLine const& line)
 {
@@ -105,7 +86,9 @@ private:
       const double high = 0.6 * metrics.height();
       QRectF bar(x, room.center().y() - 0.5 * high, detail.bar, high);
       if (!hasShades(line)) bar.adjust(0.0, 0.35 * high, 0.0, -0.35 * high);
-      painter.fillRect(bar, hasShades(line) ? QBrush(gradientOf(line, bar, theme.dark)) : QBrush(line.color));
+      painter.fillRect(bar, hasShades(line) ? QBrush(shadeGradient(line.shades, line.color, theme.dark,
+                                                                   bar.topLeft(), bar.topRight()))
+                                            : QBrush(line.color));
       x += detail.bar + theme.gap;
     }
     const double base = room.center().y() + 0.5 * (metrics.ascent() - metrics.descent());
@@ -142,9 +125,14 @@ void paintLegend(QPainter& painter, QRectF const& room, std::vector<LegendLine> 
   painter.setFont(theme.font);
   constexpr double shortBar = 20.0;
   constexpr double shortestBar = 10.0;
-  constexpr double cutText = 60.0;
-  const Detail details[] = {
-      {}, {shortBar}, {shortBar, false}, {shortestBar, false}, {shortestBar, false, cutText}};
+  constexpr double cutText = 160.0;
+  constexpr double shortText = 60.0;
+  const Detail details[] = {{},
+                            {shortBar},
+                            {shortBar, false},
+                            {shortBar, false, cutText},
+                            {shortestBar, false, cutText},
+                            {shortestBar, false, shortText}};
   std::size_t count = lines.size();
   Detail detail;
   for (Detail const& candidate : details) {

@@ -35,20 +35,12 @@ void addCurve(std::string& csv, std::string const& parameter, char const* group,
 }
 
 /// The same of texts: the share of each.
-void addShares(std::string& csv, FigureContent const& content, ScanParameter const& column, bool passing)
+void addShares(std::string& csv, ScanParameter const& column, char const* group,
+               std::vector<std::size_t> const& runs, std::size_t all)
 {
-  std::vector<std::size_t> counts(column.texts.size());
-  std::size_t all = 0;
-  for (std::size_t run = 0; run < column.values.size(); ++run) {
-    const bool passes = content.sieves && content.passing.contains(run);
-    if (!content.eligible.contains(run) || passes != passing || std::isnan(column.values[run])) continue;
-    ++counts[static_cast<std::size_t>(column.values[run])];
-    ++all;
-  }
-  for (std::size_t i = 0; i < counts.size() && all > 0; ++i)
-    csv += quotedField(column.label.name) + ',' + (passing ? "passing" : "other") + ',' +
-           quotedField(column.texts[i]) + ',' +
-           exact(static_cast<double>(counts[i]) / static_cast<double>(all)) + '\n';
+  for (std::size_t i = 0; i < runs.size() && all > 0; ++i)
+    csv += quotedField(column.label.name) + ',' + group + ',' + quotedField(column.texts[i]) + ',' +
+           exact(static_cast<double>(runs[i]) / static_cast<double>(all)) + '\n';
 }
 
 } // namespace
@@ -80,8 +72,9 @@ std::string figureCurvesCsv(FigureContent const& content, FigureOptions const& o
   for (std::size_t const parameter : content.shownParameters(options.parameters, options.strongest)) {
     ScanParameter const& column = content.scan->parameters[parameter];
     if (column.isText()) {
-      addShares(csv, content, column, false);
-      addShares(csv, content, column, true);
+      const TextGroups groups = textGroupsOf(content, parameter);
+      addShares(csv, column, "other", groups.others, groups.allOthers);
+      addShares(csv, column, "passing", groups.passing, groups.allPassing);
       continue;
     }
     const ParameterSamples samples = samplesOf(content, parameter);

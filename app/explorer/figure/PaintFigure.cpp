@@ -2,6 +2,7 @@
 
 #include "app/cli/RankReport.h"
 #include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/figure/FigureLegend.h"
 #include "app/explorer/figure/ParameterFigure.h"
 #include "app/explorer/figure/RunsFigure.h"
 
@@ -20,6 +21,8 @@ struct Grid
 {
   std::size_t columns = 0;
   std::size_t rows = 0;
+
+  [[nodiscard]] std::size_t cells() const { return columns * rows; }
 };
 
 Grid gridFor(std::size_t charts, QSizeF const& room, QSizeF const& least)
@@ -64,9 +67,12 @@ public:
     room.setTop(paintTitle(room));
     auto const [charts, small] = divided(room);
     QRectF runs = charts;
-    if (options.legend) runs.setBottom(runs.bottom() - legendHeight(charts.width()));
+    if (options.legend) {
+      const FigureLegend legend(layers, options, theme, charts.width());
+      runs.setBottom(runs.bottom() - legend.height());
+      legend.paint(painter, runs.bottomLeft());
+    }
     paintRuns(runs);
-    if (options.legend) paintLegend(QRectF(runs.bottomLeft(), charts.bottomRight()));
     FigureNotes notes;
     notes.parametersAsked = parameters.size();
     notes.parametersShown = paintParameters(small);
@@ -89,125 +95,66 @@ private:
     return room.top() + large.height() + theme.gap;
   }
 
-  /// Room for the runs and for the parameters.
+  /// Height of a plot of the runs in a room.
+  [[nodiscard]] double plotHeight(QSizeF const& room) const
+  {
+    const double legend = options.legend ? FigureLegend(layers, options, theme, room.width()).height() : 0.0;
+    const RunsFigure lowest(content, options, theme, layers, outputs.back());
+    const double each = (room.height() - legend - lowest.timeHeight()) / static_cast<double>(outputs.size());
+    return each - theme.tick - 0.6 * metrics.height();
+  }
+
+  /// Room for the runs and for the parameters: as much for the runs as leaves room for the most parameters,
+  /// but no less than runs can be seen in.
   [[nodiscard]] std::pair<QRectF, QRectF> divided(QRectF const& room) const
   {
     constexpr double wide = 1.5;
-    constexpr double share = 0.56;
+    constexpr double leastShare = 0.38;
+    constexpr double leastLines = 4.0; // of text, that a plot is high
     if (parameters.empty()) return {room, {}};
     if (outputs.empty()) return {{}, room};
-    QRectF first = room;
-    QRectF second = room;
-    if (room.width() > wide * room.height()) {
-      first.setWidth(share * room.width());
-      second.setLeft(first.right() + 2.0 * theme.gap);
-    } else {
-      first.setHeight(share * room.height());
-      second.setTop(first.bottom() + 2.0 * theme.gap);
+    const bool beside = room.width() > wide * room.height();
+    const double first = beside ? 0.56 : std::min(0.72, 0.53 + 0.03 * static_cast<double>(outputs.size()));
+    std::pair<QRectF, QRectF> best = {room, {}};
+    std::size_t most = 0;
+    for (double share = first; share >= leastShare; share -= 0.04) {
+      QRectF runs = room;
+      QRectF small = room;
+      if (beside) {
+        runs.setWidth(share * room.width());
+        small.setLeft(runs.right() + 2.0 * theme.gap);
+      } else {
+        runs.setHeight(share * room.height());
+        small.setTop(runs.bottom() + 2.0 * theme.gap);
+      }
+      if (share < first && plotHeight(runs.size()) < leastLines * metrics.height()) break;
+      const std::size_t shown = shownIn(small).cells();
+      if (std::min(shown, parameters.size()) <= most) continue;
+      most = std::min(shown, parameters.size());
+      best = {runs, small};
     }
-    return {first, second};
+    return best;
   }
 
   void paintRuns(QRectF const& room)
   {
     if (outputs.empty()) return;
-    const double numbers = theme.tick + 2.0 * theme.gap + 2.0 * metrics.height();
-    const auto count = static_cast<double>(outputs.size());
-    const double height = std::max(1.0, (room.height() - numbers) / count);
     std::vector<RunsFigure> charts;
+    for (std::size_t const output : outputs) charts.emplace_back(content, options, theme, layers, output);
+    // The plots are of one height; the lowest chart has the numbers of all of them besides.
+    const double numbers = charts.back().timeHeight();
+    const double height =
+        std::max(1.0, std::floor((room.height() - numbers) / static_cast<double>(outputs.size())));
     double left = 0.0;
-    for (std::size_t const output : outputs) {
-      charts.emplace_back(content, options, theme, layers, output);
-      left = std::max(left, charts.back().neededLeft(QRectF(0.0, 0.0, room.width(), height)));
-    }
+    for (RunsFigure const& chart : charts)
+      left = std::max(left, chart.neededLeft(QRectF(0.0, 0.0, room.width(), height)));
     for (std::size_t i = 0; i < charts.size(); ++i) {
       const bool isLast = i + 1 == charts.size();
       charts[i].place(QRectF(room.left(), room.top() + static_cast<double>(i) * height, room.width(),
-                             isLast ? room.bottom() - room.top() - static_cast<double>(i) * height : height),
+                             height + (isLast ? numbers : 0.0)),
                       left, isLast);
       charts[i].paint(painter, scale);
     }
-  }
-
-  /// Places of the entries of the legend, from the left, in lines.
-  [[nodiscard]] std::vector<QPointF> legendPlaces(double width) const
-  {
-    std::vector<QPointF> places;
-    double x = theme.gap;
-    double y = 0.0;
-    for (FigureLayer const& layer : layers) {
-      const double needed = entryWidth(layer, width);
-      if (x > theme.gap && x + needed > width) {
-        x = theme.gap;
-        y += 1.2 * metrics.height();
-      }
-      places.emplace_back(x, y);
-      x += needed + 4.0 * theme.gap;
-    }
-    return places;
-  }
-
-  [[nodiscard]] QString entryText(FigureLayer const& layer, double width) const
-  {
-    return elided(legendText(layer, options), theme.font, width - swatch() - 4.0 * theme.gap);
-  }
-
-  [[nodiscard]] double entryWidth(FigureLayer const& layer, double width) const
-  {
-    return swatch() + theme.gap + metrics.horizontalAdvance(entryText(layer, width));
-  }
-
-  [[nodiscard]] double swatch() const { return 1.6 * metrics.height(); }
-
-  /// What bands or shades mean; empty for lines.
-  [[nodiscard]] QString lookText() const
-  {
-    if (options.runsLook == RunsLook::Bands)
-      return QString::fromUtf8("line: median; bands: 25\u201375 % and 5\u201395 % of the runs");
-    if (options.runsLook == RunsLook::WholeBands)
-      return "line: deepest run; bands: the deeper half, all but outlying runs (dashed)";
-    return options.runsLook == RunsLook::Density && options.scaleBar ? QString("shades: runs at a point")
-                                                                     : QString();
-  }
-
-  /// Where the text on shades stands: behind the last entry, or in a line of its own.
-  [[nodiscard]] QPointF lookPlace(std::vector<QPointF> const& places, double width) const
-  {
-    if (places.empty()) return {theme.gap, 0.0};
-    const double behind = places.back().x() + entryWidth(layers.back(), width) + 4.0 * theme.gap;
-    const bool fits = behind + metrics.horizontalAdvance(lookText()) <= width;
-    return fits ? QPointF(behind, places.back().y())
-                : QPointF(theme.gap, places.back().y() + 1.2 * metrics.height());
-  }
-
-  [[nodiscard]] double legendHeight(double width) const
-  {
-    const std::vector<QPointF> places = legendPlaces(width);
-    const double last = !lookText().isEmpty() ? lookPlace(places, width).y()
-                        : places.empty()      ? 0.0
-                                              : places.back().y();
-    return last + 1.2 * metrics.height() + theme.gap;
-  }
-
-  void paintLegend(QRectF const& room)
-  {
-    const std::vector<QPointF> places = legendPlaces(room.width());
-    const QPointF corner = room.topLeft() + QPointF(0.0, theme.gap);
-    for (std::size_t i = 0; i < layers.size(); ++i) {
-      const QPointF at = corner + places[i];
-      QColor color = layers[i].color;
-      color.setAlphaF(layers[i].opacity);
-      painter.setPen(Qt::NoPen);
-      painter.setBrush(color);
-      painter.drawRect(QRectF(at.x(), at.y() + 0.3 * metrics.height(), swatch(), 0.4 * metrics.height()));
-      painter.setPen(theme.ink);
-      painter.drawText(at + QPointF(swatch() + theme.gap, metrics.ascent()),
-                       entryText(layers[i], room.width()));
-    }
-    if (lookText().isEmpty()) return;
-    painter.setPen(theme.faint);
-    painter.drawText(corner + lookPlace(places, room.width()) + QPointF(0.0, metrics.ascent()),
-                     elided(lookText(), theme.font, room.width() - 2.0 * theme.gap));
   }
 
   /// What stars and grey areas mean, in lines.
@@ -225,27 +172,44 @@ private:
     return metrics.horizontalAdvance(one) <= width ? QStringList(one) : lines;
   }
 
-  std::size_t paintParameters(QRectF room)
+  /// Room of the charts of the parameters, above the lines on thresholds.
+  [[nodiscard]] QRectF chartsIn(QRectF const& room) const
+  {
+    const int lines = thresholdLines(room.width() - theme.gap).size();
+    return room.adjusted(0.0, 0.0, 0.0, -1.15 * metrics.height() * lines);
+  }
+
+  [[nodiscard]] Grid shownIn(QRectF const& room) const
+  {
+    return gridFor(parameters.size(), chartsIn(room).size(),
+                   ParameterFigure::leastSize(theme) + QSizeF(0.0, between()));
+  }
+
+  /// Room between rows of charts.
+  [[nodiscard]] double between() const { return 0.5 * metrics.height(); }
+
+  std::size_t paintParameters(QRectF const& room)
   {
     if (parameters.empty() || room.isEmpty()) return 0;
+    const Grid grid = shownIn(room);
+    if (grid.cells() == 0) return 0;
     const QStringList lines = thresholdLines(room.width() - theme.gap);
     painter.setFont(theme.font);
     painter.setPen(theme.faint);
-    for (int i = lines.size(); i-- > 0;) {
-      painter.drawText(QPointF(room.left() + theme.gap, room.bottom() - metrics.descent()),
+    for (int i = 0; i < lines.size(); ++i)
+      painter.drawText(QPointF(room.left() + theme.gap, room.bottom() - metrics.descent() -
+                                                            1.15 * metrics.height() * (lines.size() - 1 - i)),
                        elided(lines[i], theme.font, room.width() - theme.gap));
-      room.setBottom(room.bottom() - 1.15 * metrics.height());
-    }
-    const Grid grid = gridFor(parameters.size(), room.size(), ParameterFigure::leastSize(theme));
-    const std::size_t shown = std::min(parameters.size(), grid.columns * grid.rows);
+    const QRectF charts = chartsIn(room);
+    const QSizeF cell(charts.width() / static_cast<double>(grid.columns),
+                      charts.height() / static_cast<double>(grid.rows));
+    const std::size_t shown = std::min(parameters.size(), grid.cells());
     for (std::size_t i = 0; i < shown; ++i) {
-      const QSizeF cell(room.width() / static_cast<double>(grid.columns),
-                        room.height() / static_cast<double>(grid.rows));
-      const QPointF corner(room.left() + static_cast<double>(i % grid.columns) * cell.width(),
-                           room.top() + static_cast<double>(i / grid.columns) * cell.height());
-      const double margin = theme.gap;
+      const QPointF corner =
+          charts.topLeft() + QPointF(static_cast<double>(i % grid.columns) * cell.width(),
+                                     static_cast<double>(i / grid.columns) * cell.height());
       ParameterFigure(content, options, theme, parameters[i])
-          .paint(painter, QRectF(corner, cell).adjusted(0.0, 0.0, -margin, -margin), scale);
+          .paint(painter, QRectF(corner, cell).adjusted(0.0, 0.0, -theme.gap, -between()), scale);
     }
     return shown;
   }

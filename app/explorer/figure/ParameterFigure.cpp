@@ -2,42 +2,21 @@
 
 #include "app/cli/RankReport.h"
 #include "app/explorer/charts/ClippedLine.h"
+#include "app/explorer/charts/CurveBand.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 
 #include <QFontMetricsF>
+#include <QLineF>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace runsieve::app {
 
 namespace {
 
 constexpr double finest = 0.4 * figureUnitsPerPoint; ///< length of line that is worth a point
-
-/// With as many numbers as there is room for in a small chart, which are more than a large one would have.
-ChartAxis closeAxis(AxisMap const& axis, double length, QFontMetricsF const& metrics)
-{
-  ChartAxis result{axis, {}};
-  for (int labels = 5; labels >= 2; --labels) {
-    const std::vector<Tick> ticks = ticksOf(axis, labels);
-    double end = -1e9;
-    bool isClear = true;
-    for (Tick const& tick : ticks) {
-      if (tick.label.isEmpty()) continue;
-      const double half = 0.5 * metrics.horizontalAdvance(tick.label);
-      const double at = axis.place(tick.value) * length;
-      isClear = isClear && at - half > end + 2.0 * metrics.averageCharWidth();
-      end = at + half;
-    }
-    if (!isClear) continue;
-    result.texts = ticks;
-    break;
-  }
-  return result;
-}
 
 /// Shares of the runs.
 ChartAxis shareAxis()
@@ -70,10 +49,8 @@ QString ParameterFigure::headline() const
 {
   ParameterComparison const* numbers = content.numbersOf(parameter);
   if (!numbers || std::isnan(numbers->d)) return {};
-  const double p = adjustedP(*numbers, content.comparison->method.adjustment);
-  std::string text = "d " + formatted(numbers->d, "%+.2f", "-");
-  if (!std::isnan(p)) text += ", p " + pText(p);
-  return QString::fromStdString(text) + (numbers->significant ? " *" : "");
+  return differenceText(numbers->d, adjustedP(*numbers, content.comparison->method.adjustment)) +
+         (numbers->significant ? " *" : "");
 }
 
 double ParameterFigure::headerHeight() const
@@ -115,13 +92,6 @@ void ParameterFigure::paint(QPainter& painter, QRectF const& outer, double pixel
   painter.restore();
 }
 
-ChartAxis ParameterFigure::valueAxis(QRectF const& place, bool isRoomy) const
-{
-  const QFontMetricsF metrics(theme.font);
-  return closeAxis(isRoomy ? roomy(samples.axis) : samples.axis, place.width() - 3.0 * metrics.height(),
-                   metrics);
-}
-
 void ParameterFigure::paintLine(QPainter& painter, std::vector<QPointF> const& curve, ChartFrame const& frame,
                                 QColor const& color) const
 {
@@ -140,29 +110,22 @@ void ParameterFigure::paintFloor(QPainter& painter, std::vector<QPointF> const& 
 {
   const double floor = content.comparison ? content.comparison->noiseFloor : std::nan("");
   if (!options.thresholds || !std::isfinite(floor) || others.empty()) return;
-  QPolygonF area;
-  QPolygonF back;
-  QPointF last(-1e9, -1e9);
+  QPolygonF curve;
   for (QPointF const& point : others) {
-    const double x = frame.xAt(point.x());
-    const QPointF upper(x, frame.yAt(std::min(1.0, point.y() + floor)));
+    const QPointF at = frame.at(point.x(), point.y());
     const bool isEnd = &point == &others.front() || &point == &others.back();
-    if (!isEnd && std::hypot(upper.x() - last.x(), upper.y() - last.y()) < finest) continue;
-    last = upper;
-    area << upper;
-    back << QPointF(x, frame.yAt(std::max(0.0, point.y() - floor)));
+    if (isEnd || QLineF(curve.last(), at).length() >= finest) curve << at;
   }
-  for (int i = back.size(); i-- > 0;) area << back[i];
   QColor pale = theme.faint;
   pale.setAlphaF(0.3);
   painter.setPen(Qt::NoPen);
   painter.setBrush(pale);
-  painter.drawPolygon(area);
+  painter.drawPolygon(bandAround(curve, frame.plot(), floor * frame.plot().height()));
 }
 
 void ParameterFigure::paintCurves(QPainter& painter, QRectF const& place) const
 {
-  const ChartFrame frame(place, valueAxis(place, true), shareAxis(), theme);
+  const ChartFrame frame(place, {roomy(samples.axis), {}}, shareAxis(), theme);
   const std::vector<QPointF> others = cumulativeCurve(samples.others, frame.horizontal());
   if (content.sieves) paintFloor(painter, others, frame);
   frame.paint(painter, theme);
@@ -179,7 +142,7 @@ void ParameterFigure::paintDensities(QPainter& painter, QRectF const& place) con
   for (auto const* curve : {&others, &passing})
     for (QPointF const& point : *curve) highest = std::max(highest, point.y());
   const AxisMap height(0.0, highest > 0.0 ? 1.05 * highest : 1.0);
-  const ChartFrame frame(place, valueAxis(place, false), {height, {}, false}, theme);
+  const ChartFrame frame(place, {samples.axis, {}}, {height, {}, false, {{0.0, {}}}}, theme);
   frame.paint(painter, theme);
   auto const paintOne = [&](std::vector<QPointF> curve, std::vector<double> const& values,
                             QColor const& color) {
@@ -200,7 +163,7 @@ void ParameterFigure::paintScatter(QPainter& painter, QRectF const& place, doubl
   Scan const& scan = *content.scan;
   const std::size_t output = content.outputs.front();
   AxisMap values = content.valueAxis(output);
-  const ChartFrame frame(place, valueAxis(place, true), {values, {}}, theme);
+  const ChartFrame frame(place, {roomy(samples.axis), {}}, {values, {}}, theme);
   const QSize size = (frame.plot().size() * pixelsPerUnit).toSize().expandedTo(QSize(1, 1));
   QImage picture(size, QImage::Format_ARGB32_Premultiplied);
   picture.fill(Qt::transparent);
@@ -231,34 +194,13 @@ void ParameterFigure::paintScatter(QPainter& painter, QRectF const& place, doubl
 
 void ParameterFigure::paintTexts(QPainter& painter, QRectF const& place) const
 {
-  constexpr std::size_t most = 6;
-  ScanParameter const& column = content.scan->parameters[parameter];
-  std::vector<std::array<std::size_t, 2>> counts(column.texts.size());
-  std::array<std::size_t, 2> all = {0, 0};
-  for (std::size_t run = 0; run < column.values.size(); ++run) {
-    if (!content.eligible.contains(run) || std::isnan(column.values[run])) continue;
-    const std::size_t group = content.sieves && content.passing.contains(run) ? 1 : 0;
-    ++counts[static_cast<std::size_t>(column.values[run])][group];
-    ++all[group];
-  }
-  const std::size_t shown = std::min(most, counts.size());
-  ChartAxis texts{AxisMap(-0.5, static_cast<double>(shown) - 0.5), {}};
-  const QFontMetricsF metrics(theme.font);
-  for (std::size_t i = 0; i < shown; ++i)
-    texts.texts.push_back({static_cast<double>(i), elided(QString::fromStdString(column.texts[i]), theme.font,
-                                                          0.8 * (place.width() - 4.0 * metrics.height()) /
-                                                              static_cast<double>(shown))});
-  const ChartFrame frame(place, texts, shareAxis(), theme);
-  painter.setPen(Qt::NoPen);
-  for (std::size_t i = 0; i < shown; ++i)
-    for (std::size_t group = 0; group < (content.sieves ? 2u : 1u); ++group) {
-      const double share =
-          all[group] > 0 ? static_cast<double>(counts[i][group]) / static_cast<double>(all[group]) : 0.0;
-      const double left = static_cast<double>(i) + (group == 0 ? -0.35 : 0.02);
-      painter.setBrush(group == 0 ? theme.all : theme.passing);
-      painter.drawRect(QRectF(frame.at(left, share), frame.at(left + 0.33, 0.0)));
-    }
-  frame.paint(painter, theme);
+  const QRectF area = place.adjusted(theme.gap, theme.gap, 0.0, -theme.gap);
+  const double slot = 1.25 * QFontMetricsF(theme.font).height();
+  const auto most = static_cast<std::size_t>(std::max(2.0, area.height() / slot));
+  ParameterComparison const* numbers = content.numbersOf(parameter);
+  paintTextBars(painter, area,
+                textRows(content.scan->parameters[parameter], textGroupsOf(content, parameter), most),
+                content.sieves, numbers ? QString::fromStdString(numbers->text) : QString(), theme);
 }
 
 } // namespace runsieve::app

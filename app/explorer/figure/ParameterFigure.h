@@ -31,7 +31,6 @@ public:
 
 private:
   [[nodiscard]] QString headline() const;
-  [[nodiscard]] ChartAxis valueAxis(QRectF const& place, bool isRoomy) const;
   [[nodiscard]] double headerHeight() const;
   void paintHeader(QPainter& painter, QRectF const& outer) const;
   void paintCurves(QPainter& painter, QRectF const& place) const;

@@ -33,6 +33,13 @@ ParameterSamples samplesOf(FigureContent const& content, std::size_t parameter)
   return samples;
 }
 
+TextGroups textGroupsOf(FigureContent const& content, std::size_t parameter)
+{
+  const RunSet none(content.scan->runs.size());
+  return textGroupsOf(content.scan->parameters[parameter], (content.sieves ? content.passing : none).mask(),
+                      content.eligible.mask());
+}
+
 std::vector<QPointF> cumulativeCurve(std::vector<double> const& sorted, AxisMap const& axis)
 {
   std::vector<QPointF> curve;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/explorer/charts/AxisMap.h"
+#include "app/explorer/charts/TextBars.h"
 #include "app/explorer/figure/FigureContent.h"
 
 #include <QPointF>
@@ -20,6 +21,9 @@ struct ParameterSamples
 
 /// The axis is logarithmic if the content says so, else by the distribution of the values.
 [[nodiscard]] ParameterSamples samplesOf(FigureContent const& content, std::size_t parameter);
+
+/// The runs with each text of a text parameter; without gates all are others.
+[[nodiscard]] TextGroups textGroupsOf(FigureContent const& content, std::size_t parameter);
 
 /// The cumulative curve, in steps, from the low to the high end of an axis: value and share.
 [[nodiscard]] std::vector<QPointF> cumulativeCurve(std::vector<double> const& sorted, AxisMap const& axis);

@@ -2,15 +2,12 @@
 
 #include "app/explorer/charts/BandsPicture.h"
 #include "app/explorer/charts/ClippedLine.h"
-#include "app/explorer/charts/RunLabels.h"
+#include "app/explorer/charts/ShadeGradient.h"
 #include "app/explorer/figure/FigureGates.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/view/ThreadPool.h"
 
-#include <runsieve/core/coverage/ColorRamp.h>
-
 #include <QFontMetricsF>
-#include <QLinearGradient>
 #include <QPainter>
 
 #include <algorithm>
@@ -39,10 +36,17 @@ RunsFigure::RunsFigure(FigureContent const& ofContent, FigureOptions const& ofOp
     : content(ofContent), options(ofOptions), theme(ofTheme), layers(ofLayers), output(shown)
 {}
 
-double RunsFigure::barWidth() const
+double RunsFigure::barWidth(double height) const
 {
-  if (!options.scaleBar || options.runsLook != RunsLook::Density) return 0.0;
-  return QFontMetricsF(theme.font).horizontalAdvance("00000") + 3.0 * theme.gap;
+  const QFontMetricsF metrics(theme.font);
+  if (!options.scaleBar || options.runsLook != RunsLook::Density || height < leastBar * metrics.height())
+    return 0.0;
+  return metrics.horizontalAdvance("00000") + 3.0 * theme.gap;
+}
+
+ChartAxis RunsFigure::timeAxis(bool numbers) const
+{
+  return {content.time, numbers ? titleOf(content.scan->time) : QString(), numbers};
 }
 
 ChartAxis RunsFigure::valueAxis() const
@@ -55,17 +59,17 @@ double RunsFigure::neededLeft(QRectF const& outer) const
   return ChartFrame(outer, {}, valueAxis(), theme).left();
 }
 
+double RunsFigure::timeHeight() const
+{
+  return ChartFrame::below(timeAxis(true), theme) - ChartFrame::below(timeAxis(false), theme);
+}
+
 void RunsFigure::place(QRectF const& outer, double leastLeft, bool numbers)
 {
   whole = outer;
-  const ChartAxis time{content.time, numbers ? titleOf(content.scan->time) : QString(), numbers};
-  const QRectF room = outer.adjusted(0.0, 0.0, -barWidth(), 0.0);
-  frame = ChartFrame(room, time, valueAxis(), theme, leastLeft);
-  if (numbers) return;
-  // Ends where the charts with numbers do, which leave room for half of the last one.
-  const double end = ChartFrame(room, {content.time, {}}, valueAxis(), theme, leastLeft).plot().right();
-  frame = ChartFrame(room.adjusted(0.0, 0.0, end - frame.plot().right(), 0.0), time, valueAxis(), theme,
-                     leastLeft);
+  const double height = ChartFrame(outer, timeAxis(numbers), valueAxis(), theme).plot().height();
+  const QRectF room = outer.adjusted(0.0, 0.0, -barWidth(height), 0.0);
+  frame = ChartFrame(room, timeAxis(numbers), valueAxis(), theme, leastLeft);
 }
 
 void RunsFigure::paint(QPainter& painter, double pixelsPerUnit) const
@@ -78,8 +82,9 @@ void RunsFigure::paint(QPainter& painter, double pixelsPerUnit) const
   else
     paintImage(painter, pixelsPerUnit);
   frame.paint(painter, theme);
-  paintPinned(painter);
-  if (options.gates) paintFigureGates(painter, content, output, frame, theme);
+  PlotNames names(frame.plot(), theme);
+  paintPinned(painter, names);
+  if (options.gates) paintFigureGates(painter, content, output, frame, theme, names);
   painter.restore();
 }
 
@@ -119,12 +124,17 @@ void RunsFigure::paintImage(QPainter& painter, double pixelsPerUnit) const
   painter.setRenderHint(QPainter::SmoothPixmapTransform, !samePixels);
   painter.setRenderHint(QPainter::LosslessImageRendering);
   painter.drawImage(samePixels ? device.inverted().mapRect(pixels) : frame.plot(), picture);
-  if (barWidth() <= 0.0) return;
+  paintBars(painter, *images);
+}
+
+void RunsFigure::paintBars(QPainter& painter, RunsRenderer::Images const& images) const
+{
+  if (barWidth(frame.plot().height()) <= 0.0) return;
   const QRectF room(frame.plot().right() + 2.0 * theme.gap, frame.plot().top(),
                     whole.right() - frame.plot().right() - 2.0 * theme.gap, frame.plot().height());
   std::vector<std::size_t> bars;
-  for (std::size_t i = 0; i < images->size() && bars.size() < mostBars; ++i)
-    if ((*images)[i].scale.largest() > 0.0) bars.push_back(i);
+  for (std::size_t i = 0; i < images.size() && bars.size() < mostBars; ++i)
+    if (images[i].scale.largest() > 0.0) bars.push_back(i);
   // Where two have no room the upper layer has one.
   const double least = leastBar * QFontMetricsF(theme.font).height();
   while (bars.size() > 1 && room.height() < least * static_cast<double>(bars.size()))
@@ -132,8 +142,7 @@ void RunsFigure::paintImage(QPainter& painter, double pixelsPerUnit) const
   const double height = room.height() / static_cast<double>(std::max<std::size_t>(bars.size(), 1));
   for (std::size_t i = 0; i < bars.size(); ++i) {
     const std::size_t layer = bars[bars.size() - 1 - i];
-    QColor color = layers[layer].color;
-    paintBar(painter, (*images)[layer].scale, color,
+    paintBar(painter, images[layer].scale, layers[layer].color,
              QRectF(room.left(), room.top() + static_cast<double>(i) * height, room.width(), height));
   }
 }
@@ -144,20 +153,8 @@ void RunsFigure::paintBar(QPainter& painter, DensityScale const& scale, QColor c
   const QFontMetricsF metrics(theme.font);
   const QRectF bar(place.left(), place.top() + 0.6 * metrics.height(), metrics.averageCharWidth(),
                    std::max(1.0, place.height() - 1.2 * metrics.height()));
-  if (place.height() < leastBar * metrics.height()) return;
-  const ColorRamp ramp({static_cast<std::uint8_t>(color.red()), static_cast<std::uint8_t>(color.green()),
-                        static_cast<std::uint8_t>(color.blue())});
-  QLinearGradient gradient(bar.bottomLeft(), bar.topLeft());
-  constexpr int stops = 8;
-  const double least = std::max(scale.smallest(), 1.0);
-  const double ratio = std::max(scale.largest() / least, 1.0);
-  for (int i = 0; i <= stops; ++i) {
-    const double share = static_cast<double>(i) / stops;
-    const Color shade = ramp.at(scale.shade(least * std::pow(ratio, share)));
-    gradient.setColorAt(share, QColor(shade[0], shade[1], shade[2]));
-  }
   painter.setPen(Qt::NoPen);
-  painter.setBrush(gradient);
+  painter.setBrush(shadeGradient(scale, color, theme.dark, bar.bottomLeft(), bar.topLeft()));
   painter.drawRect(bar);
   painter.setPen(theme.ink);
   auto const write = [&](double runs, double middle) {
@@ -165,7 +162,8 @@ void RunsFigure::paintBar(QPainter& painter, DensityScale const& scale, QColor c
                      QString::number(std::lround(runs)));
   };
   write(scale.largest(), bar.top() + 0.5 * metrics.ascent() - 0.1 * metrics.height());
-  if (ratio > 1.0) write(least, bar.bottom() - 0.5 * metrics.ascent() + 0.1 * metrics.height());
+  if (scale.largest() > scale.smallest())
+    write(scale.smallest(), bar.bottom() - 0.5 * metrics.ascent() + 0.1 * metrics.height());
   if (bar.height() < 5.0 * metrics.height()) return;
   const QString unit = elided("runs", theme.font, place.width());
   painter.drawText(QPointF(bar.right() + theme.gap, bar.center().y() + 0.3 * metrics.ascent()), unit);
@@ -192,15 +190,15 @@ void RunsFigure::paintBands(QPainter& painter, BandsKind kind) const
                      elided(notes[i], theme.font, frame.plot().width() - 2.0 * theme.gap));
 }
 
-void RunsFigure::paintPinned(QPainter& painter) const
+void RunsFigure::paintPinned(QPainter& painter, PlotNames& names) const
 {
+  const QRectF plot = frame.plot();
   std::size_t number = 0;
-  RunLabels labels(frame.plot(), theme);
   for (std::size_t const run : content.pinned) {
     if (run >= content.scan->runs.size()) continue;
     const QColor color = theme.sets[number++ % theme.sets.size()];
     const auto parts =
-        clippedLine(lineOf(*content.scan, content.scan->valuesOf(output, run), frame), frame.plot(), finest);
+        clippedLine(lineOf(*content.scan, content.scan->valuesOf(output, run), frame), plot, finest);
     if (parts.empty()) continue;
     painter.setBrush(Qt::NoBrush);
     for (QPolygonF const& part : parts) {
@@ -209,7 +207,8 @@ void RunsFigure::paintPinned(QPainter& painter) const
       painter.setPen(QPen(color, theme.curve, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
       painter.drawPolyline(part);
     }
-    labels.paint(painter, QString::fromStdString(content.scan->runs[run].key), parts.back().last(), color);
+    names.paintAtEnd(painter, QString::fromStdString(content.scan->runs[run].key), color,
+                     parts.back().last());
   }
 }
 

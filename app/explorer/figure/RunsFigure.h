@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/explorer/charts/ChartFrame.h"
+#include "app/explorer/charts/PlotNames.h"
 #include "app/explorer/charts/RunBands.h"
 #include "app/explorer/charts/RunsRenderer.h"
 #include "app/explorer/figure/FigureLayers.h"
@@ -25,17 +26,22 @@ public:
 
   /// Room that is needed left of the plot.
   [[nodiscard]] double neededLeft(QRectF const& outer) const;
+  /// Height that numbers and title of the time axis take.
+  [[nodiscard]] double timeHeight() const;
   /// \param numbers whether the time axis has numbers and a title
   void place(QRectF const& outer, double leastLeft, bool numbers);
   /// \param pixelsPerUnit of the image of the runs
   void paint(QPainter& painter, double pixelsPerUnit) const;
 
 private:
-  [[nodiscard]] double barWidth() const;
+  /// Room right of a plot of some height; none if it is too low for a bar.
+  [[nodiscard]] double barWidth(double height) const;
+  [[nodiscard]] ChartAxis timeAxis(bool numbers) const;
   [[nodiscard]] ChartAxis valueAxis() const;
   void paintImage(QPainter& painter, double pixelsPerUnit) const;
+  void paintBars(QPainter& painter, RunsRenderer::Images const& images) const;
   void paintBands(QPainter& painter, BandsKind kind) const;
-  void paintPinned(QPainter& painter) const;
+  void paintPinned(QPainter& painter, PlotNames& names) const;
   void paintBar(QPainter& painter, DensityScale const& scale, QColor const& color, QRectF const& place) const;
 
   FigureContent const& content;

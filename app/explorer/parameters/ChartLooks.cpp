@@ -1,5 +1,6 @@
 #include "app/explorer/parameters/ChartLooks.h"
 
+#include "app/explorer/charts/CurveBand.h"
 #include "app/explorer/parameters/CountDensity.h"
 
 #include <QPainter>
@@ -18,25 +19,14 @@ QPen curvePen(QColor const& color, double width)
   return {color, width, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin};
 }
 
-/// The line moved up or down, as far as it stays in the plot.
-QPolygonF shifted(QPolygonF line, QRectF const& plot, double by)
-{
-  for (QPointF& point : line) point.setY(std::clamp(point.y() + by, plot.top(), plot.bottom()));
-  return line;
-}
-
 void paintBand(QPainter& painter, ChartFrame const& frame, QPolygonF const& others, double noiseFloor,
                Theme const& theme)
 {
-  const double height = noiseFloor * frame.plot().height();
-  QPolygonF band = shifted(others, frame.plot(), -height);
-  const QPolygonF lower = shifted(others, frame.plot(), height);
-  for (auto point = lower.crbegin(); point != lower.crend(); ++point) band << *point;
   QColor ground = theme.all;
   ground.setAlphaF(theme.dark ? 0.26 : 0.17);
   painter.setPen(Qt::NoPen);
   painter.setBrush(ground);
-  painter.drawPolygon(band);
+  painter.drawPolygon(bandAround(others, frame.plot(), noiseFloor * frame.plot().height()));
 }
 
 double shareUpTo(ChartFrame const& frame, QPolygonF const& line, double x)

@@ -3,7 +3,6 @@
 #include "app/explorer/parameters/ChartLooks.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/parameters/RunDots.h"
-#include "app/explorer/parameters/TextBars.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

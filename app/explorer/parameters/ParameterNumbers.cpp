@@ -55,13 +55,17 @@ ParameterNumbers numbersOf(Document const& document, std::size_t parameter)
   return numbers;
 }
 
+QString differenceText(double d, double p)
+{
+  if (std::isnan(d)) return {};
+  return "d " + signedText(d) + (std::isnan(p) ? QString() : ", p " + pWords(p));
+}
+
 QString headline(ParameterNumbers const& numbers)
 {
   if (!numbers.leftOut.isEmpty()) return numbers.leftOut;
-  if (std::isnan(numbers.d)) return {};
-  QString text = "d " + signedText(numbers.d);
-  if (std::isnan(numbers.p)) return text;
-  text += ", p " + pWords(numbers.p);
+  const QString text = differenceText(numbers.d, numbers.p);
+  if (text.isEmpty() || std::isnan(numbers.p)) return text;
   return text + (numbers.significant ? QString::fromUtf8(" \u2605") : QString(" n.s."));
 }
 

@@ -23,6 +23,9 @@ struct ParameterNumbers
 
 [[nodiscard]] ParameterNumbers numbersOf(Document const& document, std::size_t parameter);
 
+/// "d +0.43, p 0.002"; NaNs are left out.
+[[nodiscard]] QString differenceText(double d, double p);
+
 /// "d +0.43, p 0.002 ★", "d +0.05, p 0.9 n.s.", while a gate moves "d +0.43"; empty without a gate.
 [[nodiscard]] QString headline(ParameterNumbers const& numbers);
 

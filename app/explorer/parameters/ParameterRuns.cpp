@@ -9,12 +9,6 @@ namespace {
 
 constexpr std::size_t mostPlaced = 400; ///< parameters: two bytes per run each, more than a screen shows
 
-void count(std::vector<std::size_t>& counts, std::size_t& all, std::size_t text)
-{
-  ++counts[text];
-  ++all;
-}
-
 } // namespace
 
 ParameterRuns::ParameterRuns(Document& ofDocument, QObject* parent) : QObject(parent), document(ofDocument)
@@ -142,19 +136,7 @@ ParameterGroups ParameterRuns::groups(std::size_t parameter) const
 
 TextGroups ParameterRuns::textGroups(std::size_t parameter) const
 {
-  ScanParameter const& texts = document.scan().parameters[parameter];
-  TextGroups groups;
-  groups.passing.resize(texts.texts.size());
-  groups.others.resize(texts.texts.size());
-  for (std::size_t run = 0; run < eligibleMask.size(); ++run) {
-    if (eligibleMask[run] == 0 || !std::isfinite(texts.values[run])) continue;
-    const auto text = static_cast<std::size_t>(texts.values[run]);
-    if (passingMask[run] != 0)
-      count(groups.passing, groups.allPassing, text);
-    else
-      count(groups.others, groups.allOthers, text);
-  }
-  return groups;
+  return textGroupsOf(document.scan().parameters[parameter], passingMask, eligibleMask);
 }
 
 } // namespace runsieve::app

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/explorer/charts/TextBars.h"
 #include "app/explorer/document/Document.h"
 #include "app/explorer/parameters/ColumnCounts.h"
 #include "app/explorer/parameters/ParameterSpread.h"
@@ -18,15 +19,6 @@ struct ParameterGroups
 {
   ColumnCounts passing;
   ColumnCounts others;
-};
-
-/// The runs with each text of a text parameter.
-struct TextGroups
-{
-  std::vector<std::size_t> passing; ///< one per text
-  std::vector<std::size_t> others;
-  std::size_t allPassing = 0; ///< with a value
-  std::size_t allOthers = 0;
 };
 
 /// Where the runs of the open scan stand along its parameters. What is found once is kept, for as many

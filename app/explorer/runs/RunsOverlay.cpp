@@ -1,7 +1,8 @@
 #include "app/explorer/runs/RunsOverlay.h"
 
 #include "app/explorer/charts/AxisTicks.h"
-#include "app/explorer/charts/RunLabels.h"
+#include "app/explorer/charts/GateLook.h"
+#include "app/explorer/charts/PlotNames.h"
 #include "app/explorer/runs/GateShapes.h"
 
 #include <QFontMetricsF>
@@ -19,16 +20,6 @@ namespace {
 
 constexpr std::size_t mostParameters = 12; ///< told of a run
 constexpr double handle = 7.0;             ///< side of a square
-
-/// Whether a gate, as it is resolved or as it is named, is on an output.
-bool isOn(Gate const& gate, Scan const& scan, std::size_t output)
-{
-  try {
-    return scan.findOutput(gate.column) == output;
-  } catch (std::invalid_argument const&) {
-    return false; // several have the name: the gate does not fit either
-  }
-}
 
 Gate const* gateAt(Document const& document, std::size_t index)
 {
@@ -53,7 +44,7 @@ std::optional<QRectF> gateShape(Document const& document, std::size_t index, std
                                 ChartFrame const& frame)
 {
   Gate const* gate = gateAt(document, index);
-  if (!gate || !isOn(*gate, document.scan(), output)) return std::nullopt;
+  if (!gate || !isOnOutput(*gate, document.scan(), output)) return std::nullopt;
   return shapeOf(*gate, frame);
 }
 
@@ -80,7 +71,8 @@ QStringList runLines(Document const& document, std::size_t output, FoundRun cons
   return lines;
 }
 
-void RunsOverlay::paintGate(QPainter& painter, Gate const& gate, std::size_t index, bool handles) const
+void RunsOverlay::paintGate(QPainter& painter, Gate const& gate, std::size_t index, bool handles,
+                            PlotNames& names) const
 {
   const std::optional<QRectF> place = shapeOf(gate, frame);
   if (!place) return;
@@ -93,27 +85,13 @@ void RunsOverlay::paintGate(QPainter& painter, Gate const& gate, std::size_t ind
   constexpr double narrow = 3.0; // a single time is seen as well
   QRectF shape = *place;
   if (shape.width() < narrow) shape.adjust(-0.5 * narrow, 0.0, 0.5 * narrow, 0.0);
-  const bool excludes = gate.negated != (gate.kind == GateKind::Never);
-  QPen pen(color, isChosen ? 2.0 : 1.4, excludes || isOff ? Qt::DashLine : Qt::SolidLine);
+  QPen pen(color, isChosen ? 2.0 : 1.4, excludesInside(gate) || isOff ? Qt::DashLine : Qt::SolidLine);
   painter.setPen(pen);
   painter.setBrush(inside);
   painter.drawRect(shape);
-  const QString name = index < gates.size() ? QString::fromStdString(gates[index].name) : QString("new gate");
-  const QFontMetricsF metrics(theme.font);
-  const QRectF plot = frame.plot();
-  const QString text = elided(name, theme.font, std::max(80.0, shape.width() - 6.0));
-  const double width = metrics.horizontalAdvance(text);
-  const double above = shape.top() - (handles && isChosen ? 0.5 * handle : 0.0) - 3.0;
-  const double y = above - metrics.ascent() > plot.top()
-                       ? above
-                       : std::max(shape.top(), plot.top()) + metrics.ascent() + 2.0;
-  const double x =
-      std::clamp(shape.left() + 2.0, plot.left() + 2.0, std::max(plot.left() + 2.0, plot.right() - width));
-  QColor ground = theme.paper;
-  ground.setAlphaF(0.75);
-  painter.fillRect(QRectF(x, y - metrics.ascent(), width, metrics.height()), ground);
-  painter.setPen(color);
-  painter.drawText(QPointF(x, y), text);
+  names.paintAtShape(painter,
+                     index < gates.size() ? QString::fromStdString(gates[index].name) : QString("new gate"),
+                     color, shape, handles && isChosen ? 0.5 * handle + 1.0 : pen.widthF());
   if (!handles || !isChosen) return;
   painter.setPen(QPen(theme.paper, 1.0));
   painter.setBrush(color);
@@ -141,10 +119,11 @@ void RunsOverlay::paintGates(QPainter& painter, bool handles) const
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(theme.font);
   painter.setClipRect(frame.plot().adjusted(-1.0, -1.0, 1.0, 1.0), Qt::IntersectClip);
+  PlotNames names(frame.plot(), theme);
   const std::size_t last = document.state().gates.size(); // a new one that is being drawn
   for (std::size_t i = 0; i <= last; ++i) {
     Gate const* gate = gateAt(document, i);
-    if (gate && isOn(*gate, document.scan(), output)) paintGate(painter, *gate, i, handles);
+    if (gate && isOnOutput(*gate, document.scan(), output)) paintGate(painter, *gate, i, handles, names);
   }
   painter.restore();
 }
@@ -173,8 +152,9 @@ void RunsOverlay::paintRuns(QPainter& painter) const
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setClipRect(frame.plot(), Qt::IntersectClip);
+  painter.setFont(theme.font);
   std::size_t number = 0;
-  RunLabels labels(frame.plot(), theme);
+  PlotNames names(frame.plot(), theme);
   Scan const& scan = document.scan();
   for (std::size_t const run : document.pinnedRuns()) {
     const QColor color = theme.sets[number++ % theme.sets.size()];
@@ -184,7 +164,7 @@ void RunsOverlay::paintRuns(QPainter& painter) const
     for (std::size_t i = scan.times.size(); i-- > 0;) {
       const QPointF end = frame.at(scan.times[i], values[i]);
       if (!frame.plot().contains(end)) continue;
-      labels.paint(painter, QString::fromStdString(scan.runs[run].key), end, color);
+      names.paintAtEnd(painter, QString::fromStdString(scan.runs[run].key), color, end);
       break;
     }
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/explorer/charts/ChartFrame.h"
+#include "app/explorer/charts/PlotNames.h"
 #include "app/explorer/document/Document.h"
 #include "app/explorer/runs/RunFinder.h"
 
@@ -29,7 +30,8 @@ public:
   void paintHover(QPainter& painter, FoundRun const& found) const;
 
 private:
-  void paintGate(QPainter& painter, Gate const& gate, std::size_t index, bool handles) const;
+  void paintGate(QPainter& painter, Gate const& gate, std::size_t index, bool handles,
+                 PlotNames& names) const;
   void paintRun(QPainter& painter, std::size_t run, QColor const& color, double width) const;
 
   Document const& document;

@@ -1,4 +1,4 @@
-#include "app/explorer/parameters/TextBars.h"
+#include "app/explorer/charts/TextBars.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -17,6 +17,21 @@ double shareOf(std::size_t part, std::size_t whole)
 }
 
 } // namespace
+
+TextGroups textGroupsOf(ScanParameter const& parameter, std::vector<std::uint8_t> const& passing,
+                        std::vector<std::uint8_t> const& eligible)
+{
+  TextGroups groups;
+  groups.passing.resize(parameter.texts.size());
+  groups.others.resize(parameter.texts.size());
+  for (std::size_t run = 0; run < eligible.size(); ++run) {
+    if (eligible[run] == 0 || !std::isfinite(parameter.values[run])) continue;
+    const bool passes = passing[run] != 0;
+    ++(passes ? groups.passing : groups.others)[static_cast<std::size_t>(parameter.values[run])];
+    ++(passes ? groups.allPassing : groups.allOthers);
+  }
+  return groups;
+}
 
 std::vector<TextRow> textRows(ScanParameter const& parameter, TextGroups const& groups, std::size_t most)
 {
@@ -60,8 +75,8 @@ void paintTextBars(QPainter& painter, QRectF const& area, std::vector<TextRow> c
   const double thick = std::max(1.0, (hasPassing ? 0.36 : 0.56) * slot);
   QFont small = theme.font;
   small.setPixelSize(std::max(1, static_cast<int>(std::min(0.95 * thick, 0.8 * metrics.height()))));
-  constexpr int least = 8; // pixels of a number that can be read
-  const bool hasNumbers = small.pixelSize() >= least;
+  constexpr double readable = 0.5; // of the height of a line
+  const bool hasNumbers = small.pixelSize() >= readable * metrics.height();
   const QFontMetricsF numbers(small);
   const double room = hasNumbers ? numbers.horizontalAdvance("100 %") + theme.gap : 0.0;
   const QRectF bars = area.adjusted(label + 2.0 * theme.gap, 0.0, -theme.gap - room, 0.0);

@@ -1,16 +1,33 @@
 #pragma once
 
 #include "app/explorer/charts/Theme.h"
-#include "app/explorer/parameters/ParameterRuns.h"
+
+#include <runsieve/core/scan/Scan.h>
 
 #include <QRectF>
 #include <QString>
 
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 class QPainter;
 
 namespace runsieve::app {
+
+/// The runs with each text of a text parameter.
+struct TextGroups
+{
+  std::vector<std::size_t> passing; ///< one per text
+  std::vector<std::size_t> others;
+  std::size_t allPassing = 0; ///< with a value
+  std::size_t allOthers = 0;
+};
+
+/// \param passing 1 per run that passes \param eligible 1 per run that takes part
+[[nodiscard]] TextGroups textGroupsOf(ScanParameter const& parameter,
+                                      std::vector<std::uint8_t> const& passing,
+                                      std::vector<std::uint8_t> const& eligible);
 
 /// A text of a parameter and its shares in both groups.
 struct TextRow

@@ -1,0 +1,71 @@
+#include "app/explorer/charts/PlotNames.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace runsieve::app {
+
+QRectF PlotNames::placeFor(QSizeF const& size, double left, std::vector<double> const& tops) const
+{
+  const double least = plot.left() + theme.gap;
+  const double x = std::clamp(left, least, std::max(least, plot.right() - size.width() - theme.gap));
+  QRectF first;
+  for (double const top : tops) {
+    const QRectF place(QPointF(x, top), size);
+    if (place.top() < plot.top() || place.bottom() > plot.bottom()) continue;
+    if (first.isNull()) first = place;
+    if (std::none_of(taken.begin(), taken.end(),
+                     [&](QRectF const& other) { return other.intersects(place); }))
+      return place;
+  }
+  return first.isNull() ? QRectF(QPointF(x, plot.top()), size) : first;
+}
+
+void PlotNames::paint(QPainter& painter, QString const& text, QColor const& color, double left,
+                      std::vector<double> const& tops)
+{
+  constexpr double opacity = 0.7; // of the ground
+  if (text.isEmpty()) return;
+  const QFontMetricsF metrics(theme.font);
+  const QRectF place = placeFor({metrics.horizontalAdvance(text), metrics.height()}, left, tops);
+  taken.push_back(place);
+  QColor ground = theme.paper;
+  ground.setAlphaF(opacity);
+  const double beyond = 0.5 * theme.gap;
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(ground);
+  painter.drawRect(place.adjusted(-beyond, 0.0, beyond, 0.0).intersected(plot));
+  painter.setPen(color);
+  painter.drawText(QPointF(place.left(), place.top() + metrics.ascent()), text);
+}
+
+void PlotNames::paintAtShape(QPainter& painter, QString const& name, QColor const& color, QRectF const& shape,
+                             double clear)
+{
+  constexpr double widest = 0.6; // of the plot
+  const double height = QFontMetricsF(theme.font).height();
+  constexpr double thin = 0.5; // a line has a place as well
+  const QRectF inside = shape.adjusted(-thin, -thin, thin, thin).intersected(plot);
+  if (inside.isEmpty()) return;
+  std::vector<double> tops = {inside.top() - clear - height};
+  if (inside.height() > 1.5 * height) tops.push_back(inside.top() + theme.line);
+  tops.insert(tops.end(), {inside.bottom() + theme.line, plot.top(), plot.bottom() - height});
+  paint(painter, elided(name, theme.font, widest * plot.width()), color, inside.left() + 0.6 * theme.gap,
+        tops);
+}
+
+void PlotNames::paintAtEnd(QPainter& painter, QString const& name, QColor const& color, QPointF const& end)
+{
+  constexpr double widest = 0.3; // of the plot
+  const QFontMetricsF metrics(theme.font);
+  const QString text = elided(name, theme.font, widest * plot.width());
+  std::vector<double> tops;
+  for (double top = end.y() - metrics.height(); top > plot.top(); top -= 0.9 * metrics.height())
+    tops.push_back(top);
+  tops.push_back(plot.top());
+  paint(painter, text, color, end.x() - metrics.horizontalAdvance(text) - theme.gap, tops);
+}
+
+} // namespace runsieve::app

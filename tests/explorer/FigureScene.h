@@ -1,0 +1,148 @@
+#pragma once
+
+#include "DocumentScene.h"
+#include "RecordedPainting.h"
+
+#include "app/explorer/figure/PaintFigure.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace runsieve::test {
+
+/// A document and what is noted of a figure of it.
+struct FigureScene : DocumentScene
+{
+  app::FigureOptions options;
+  std::unique_ptr<RecordingPage> page;
+  app::FigureNotes notes;
+
+  [[nodiscard]] app::FigureContent content() const
+  {
+    Scan const& scan = document.scan();
+    return app::figureContentOf(document, {scan.times.front(), scan.times.back()}, {});
+  }
+  [[nodiscard]] app::Theme theme() const { return app::figureTheme(options); }
+  [[nodiscard]] QRectF paper() const { return {QPointF(), app::figureSize(options)}; }
+
+  /// The figure of the document, or of a content.
+  RecordingEngine const& draw() { return draw(content()); }
+  RecordingEngine const& draw(app::FigureContent const& drawn)
+  {
+    constexpr double pixelsPerUnit = 0.2;
+    page = std::make_unique<RecordingPage>(paper().size());
+    QPainter painter(page.get());
+    notes = app::paintFigure(painter, paper(), drawn, options, pixelsPerUnit);
+    painter.end();
+    return page->recorded();
+  }
+
+  void showOutputs(std::vector<std::size_t> const& outputs)
+  {
+    document.change("Show outputs", [&](app::State& state) { state.view.outputs = outputs; });
+  }
+
+  /// The texts that say something, in the order in which they are drawn.
+  [[nodiscard]] std::vector<RecordedText> found(QString const& text) const
+  {
+    std::vector<RecordedText> all;
+    for (RecordedText const& each : page->recorded().texts)
+      if (each.text == text) all.push_back(each);
+    return all;
+  }
+  [[nodiscard]] RecordedText textOf(QString const& text) const
+  {
+    const auto all = found(text);
+    if (all.size() == 1) return all.front();
+    ADD_FAILURE() << text.toStdString() << " stands " << all.size() << " times in the figure";
+    return {};
+  }
+  [[nodiscard]] bool says(QString const& text) const { return !found(text).empty(); }
+
+  /// Shapes of a kind that a condition holds for.
+  template <class Condition>
+  [[nodiscard]] std::vector<RecordedShape> shapes(RecordedShape::Kind kind, Condition&& holds) const
+  {
+    std::vector<RecordedShape> all;
+    for (RecordedShape const& shape : page->recorded().shapes)
+      if (shape.kind == kind && holds(shape)) all.push_back(shape);
+    return all;
+  }
+  [[nodiscard]] std::vector<RecordedShape> lines(QColor const& color) const
+  {
+    return shapes(RecordedShape::Kind::Polyline, [&](RecordedShape const& shape) {
+      return shape.isStroked() && shape.pen.color() == color;
+    });
+  }
+  [[nodiscard]] std::vector<RecordedShape> fills(RecordedShape::Kind kind, QColor const& color) const
+  {
+    return shapes(
+        kind, [&](RecordedShape const& shape) { return shape.isFilled() && shape.brush.color() == color; });
+  }
+
+  /// The plot of an output, whose runs are an image.
+  [[nodiscard]] QRectF plot(std::size_t place = 0) const { return page->recorded().images.at(place).place; }
+
+  /// The plot of a small chart from the lines of its axes: those nearest below its name.
+  [[nodiscard]] QRectF plotBelow(QString const& name) const
+  {
+    const QPointF from = textOf(name).begin;
+    QRectF best;
+    for (RecordedShape const& shape : shapes(RecordedShape::Kind::Line, [](auto const&) { return true; })) {
+      const QRectF box = shape.box();
+      const bool isBase = box.width() > 10.0 * theme().line && box.height() < 1.0;
+      if (!isBase || box.top() < from.y() || from.x() > box.right() || from.x() < box.left() - 400.0)
+        continue;
+      if (best.isNull() || box.top() < best.bottom())
+        best = QRectF(QPointF(box.left(), from.y()), box.bottomRight());
+    }
+    for (RecordedShape const& shape : shapes(RecordedShape::Kind::Line, [](auto const&) { return true; })) {
+      const QRectF box = shape.box();
+      const bool isSide = box.height() > 10.0 * theme().line && box.width() < 1.0;
+      if (isSide && std::fabs(box.bottom() - best.bottom()) < 1.0 &&
+          std::fabs(box.left() - best.left()) < 2.0)
+        best.setTop(box.top());
+    }
+    return best;
+  }
+};
+
+/// The scan of lines with more outputs, long names and parameters of texts before the others.
+inline std::shared_ptr<Scan const> wordyScan(std::size_t outputs, std::size_t parameters)
+{
+  const std::shared_ptr<Scan const> lines = lineScan(60, parameters);
+  auto scan = std::make_shared<Scan>();
+  scan->time = lines->time;
+  scan->times = lines->times;
+  scan->runs = lines->runs;
+  scan->parameters = lines->parameters;
+  for (std::size_t output = 0; output < lines->outputs.size(); ++output) {
+    double* values = scan->addOutput(lines->outputs[output].label);
+    for (std::size_t run = 0; run < scan->runs.size(); ++run)
+      values = std::copy_n(lines->valuesOf(output, run), scan->times.size(), values);
+  }
+  for (std::size_t output = scan->outputs.size(); output < outputs; ++output) {
+    const std::string name = output % 2 == 0 ? "D" + std::to_string(output)
+                                             : "a rather long name of the output species number " +
+                                                   std::to_string(output) + " in the cytoplasm";
+    double* value = scan->addOutput({name, "nM", "", ""});
+    for (std::size_t run = 0; run < scan->runs.size(); ++run)
+      for (std::size_t t = 0; t < scan->times.size(); ++t) *value++ = 1e4 * scattered(output, run);
+  }
+  std::vector<std::string> many;
+  for (int i = 0; i < 9; ++i) many.push_back("M9 glycerol at " + std::to_string(20 + i) + " degrees");
+  const std::vector<std::pair<std::string, std::vector<std::string>>> texts = {
+      {"strain", {"WT", "mutant", "dcI"}}, {"growth medium and temperature during the experiment", many}};
+  for (auto const& [name, values] : texts) {
+    ScanParameter parameter;
+    parameter.label.name = name;
+    parameter.texts = values;
+    for (std::size_t run = 0; run < scan->runs.size(); ++run)
+      parameter.values.push_back(std::floor(scattered(1, run) * static_cast<double>(values.size())));
+    scan->parameters.insert(scan->parameters.begin(), parameter);
+  }
+  scan->check();
+  return scan;
+}
+
+} // namespace runsieve::test
