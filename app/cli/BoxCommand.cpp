@@ -85,7 +85,7 @@ void printJson(GatedScan const& gated, GatedBox const& found)
 
 void checkFiles(BoxArguments const& arguments)
 {
-  checkPictureName("box", arguments.picture);
+  checkPaintedName("box", arguments.picture);
   checkOutputs("box", arguments, {arguments.boxSieve, arguments.picture});
 }
 

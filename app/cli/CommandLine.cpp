@@ -358,7 +358,7 @@ private:
         ->needs(stability);
     command
         ->add_option("--stability-picture", rank.stabilityPicture,
-                     "Picture of d against the share of the runs to write, .png or .pdf")
+                     "Picture of d against the share of the runs to write, .png, .svg or .pdf")
         ->type_name("FILE")
         ->needs(stability);
     addPictureSize(*command, rank);
@@ -385,7 +385,7 @@ private:
         ->type_name("N");
     command
         ->add_option("-p,--picture", pairs.picture,
-                     "Picture of the runs by the strongest pairs, up to 6, .png or .pdf")
+                     "Picture of the runs by the strongest pairs, up to 6, .png, .svg or .pdf")
         ->type_name("FILE");
     command->add_option("--pair", pairs.pair, "Names of two parameters: the only pair in the picture")
         ->type_name("A,B");
@@ -476,7 +476,9 @@ private:
         ->capture_default_str()
         ->check(CLI::IsMember({"table", "csv", "json"}).description(""))
         ->type_name("FORMAT");
-    command->add_option("-p,--picture", box.picture, "Picture of coverage and density to write, .png or .pdf")
+    command
+        ->add_option("-p,--picture", box.picture,
+                     "Picture of coverage and density to write, .png, .svg or .pdf")
         ->type_name("FILE");
     addPictureSize(*command, box);
     command->footer("Example:\n  runsieve box scan.csv --gate \"A @ 10..12 in 2..5\" --coverage 0.9");

@@ -70,7 +70,7 @@ struct RankArguments : SieveArguments
   std::string format = "table"; ///< "table", "csv" or "json"
   bool stability = false;       ///< tell how sure the distances are, and whether there are enough runs
   std::size_t top = 0;          ///< whose membership is told; 0: as many as are significant
-  std::string stabilityPicture; ///< .png or .pdf; empty: none
+  std::string stabilityPicture; ///< .png, .svg or .pdf; empty: none
   int width = 1200;             ///< pixels
   int height = 900;
 };
@@ -79,7 +79,7 @@ struct PairsArguments : SieveArguments
 {
   std::string format = "table"; ///< "table", "csv" or "json"
   std::size_t top = 20;         ///< pairs in the table
-  std::string picture;          ///< .png or .pdf; empty: none
+  std::string picture;          ///< .png, .svg or .pdf; empty: none
   std::string pair;             ///< "A,B", the pair of the picture; empty: the strongest
   int width = 1200;             ///< pixels
   int height = 900;
@@ -155,7 +155,7 @@ struct BoxArguments : SieveArguments
   bool knee = false;            ///< the box of the best trade-off, whatever it covers
   std::string format = "table"; ///< "table", "csv" or "json"
   std::string boxSieve;         ///< file to write the gates of the box to
-  std::string picture;          ///< .png or .pdf; empty: none
+  std::string picture;          ///< .png, .svg or .pdf; empty: none
   int width = 1200;             ///< pixels
   int height = 900;
 };

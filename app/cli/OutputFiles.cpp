@@ -49,6 +49,12 @@ void checkPictureName(char const* command, std::string const& picture)
     throw UsageError(std::string(command) + ": the name of the picture must end in .png or .pdf");
 }
 
+void checkPaintedName(char const* command, std::string const& picture)
+{
+  if (!picture.empty() && !isPictureName(picture) && fileEnding(picture) != ".svg")
+    throw UsageError(std::string(command) + ": the name of the picture must end in .png, .svg or .pdf");
+}
+
 void checkFigureName(char const* command, std::string const& picture)
 {
   if (!isPictureName(picture) && fileEnding(picture) != ".svg")

@@ -13,6 +13,9 @@ namespace runsieve::app {
 /// \param picture empty for none \throw UsageError if its name ends otherwise
 void checkPictureName(char const* command, std::string const& picture);
 
+/// The same of a picture that may be .svg as well.
+void checkPaintedName(char const* command, std::string const& picture);
+
 /// The same of a figure, which may be .svg as well.
 void checkFigureName(char const* command, std::string const& picture);
 

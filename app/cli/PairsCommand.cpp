@@ -114,7 +114,7 @@ std::vector<ParameterPair> picturedPairs(PairsArguments const& arguments, Scan c
 
 void checkFiles(PairsArguments const& arguments)
 {
-  checkPictureName("pairs", arguments.picture);
+  checkPaintedName("pairs", arguments.picture);
   checkOutputs("pairs", arguments, {arguments.picture});
 }
 

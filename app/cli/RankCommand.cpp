@@ -93,7 +93,7 @@ void print(Ranking const& ranking, std::string const& format)
 
 void checkFiles(RankArguments const& arguments)
 {
-  checkPictureName("rank", arguments.stabilityPicture);
+  checkPaintedName("rank", arguments.stabilityPicture);
   checkOutputs("rank", arguments, {arguments.stabilityPicture});
 }
 

@@ -3,6 +3,7 @@
 #include "app/cli/FigureGrammar.h"
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
+#include "app/desk/OffscreenApplication.h"
 #include "app/explorer/figure/WriteFigure.h"
 #include "app/explorer/runs/Extents.h"
 #include "app/explorer/session/SessionFile.h"
@@ -11,7 +12,6 @@
 #include <runsieve/core/gate/GateText.h>
 
 #include <QFile>
-#include <QGuiApplication>
 
 #include <iostream>
 #include <memory>
@@ -20,23 +20,6 @@
 namespace runsieve::app {
 
 namespace {
-
-/// Fonts need an application; it needs no display. Qt's complaints about folders of a desktop session that is
-/// not there are left out.
-std::unique_ptr<QGuiApplication> applicationWithoutDisplay()
-{
-  if (QCoreApplication::instance()) return nullptr;
-  static int argc = 3;
-  static char name[] = "runsieve";
-  static char option[] = "-platform";
-  static char platform[] = "offscreen";
-  static char* argv[] = {name, option, platform, nullptr};
-  QtMessageHandler const usual =
-      qInstallMessageHandler([](QtMsgType, QMessageLogContext const&, QString const&) {});
-  auto application = std::make_unique<QGuiApplication>(argc, argv);
-  qInstallMessageHandler(usual);
-  return application;
-}
 
 std::size_t outputNamed(std::string const& name, Scan const& scan)
 {
@@ -171,7 +154,7 @@ int renderFigure(RenderArguments const& arguments)
   if (content.sieves)
     content.comparison = std::make_shared<Comparison const>(
         compareParameters(*content.scan, content.passing, content.eligible, gated->method));
-  auto const application = applicationWithoutDisplay();
+  auto const application = offscreenApplication();
   const FigureBytes made = writeFigure(content, options, QFile::decodeName(arguments.output.c_str()));
   saveSieve(*gated, arguments);
   printNotes(*gated);

@@ -3,6 +3,7 @@
 #include "app/cli/Commands.h"
 
 #include "support/TempFile.h"
+#include "SvgTexts.h"
 
 #include <runsieve/core/gate/GateText.h>
 #include <runsieve/core/sieve/SieveFile.h>
@@ -25,6 +26,8 @@ namespace runsieve::test {
 namespace {
 
 using namespace app;
+using testing::AllOf;
+using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -313,10 +316,27 @@ TEST_F(BoxCommand, DrawsThePathWithTheBox)
       }
     return count;
   };
-  EXPECT_GT(pixelsLike(QColor(255, 51, 0)), 60) << "the box, in the chart and in the legend";
-  EXPECT_GT(pixelsLike(QColor(13, 153, 230)), 30) << "the halves";
+  EXPECT_GT(pixelsLike(QColor(213, 75, 0)), 60) << "the box, in the chart and in the legend";
+  EXPECT_GT(pixelsLike(QColor(0, 92, 175)), 30) << "the halves";
   EXPECT_GT(pixelsLike(QColor(60, 70, 90)), 500);
   EXPECT_GT(pixelsLike(QColor(255, 255, 255)), 200000) << "no block of one colour";
+}
+
+TEST_F(BoxCommand, ThePictureTellsWhatItsSignsMean)
+{
+  std::string const picture = folder.file("box.svg");
+  run({"--picture", picture});
+  auto const texts = svgTexts(picture);
+  EXPECT_THAT(texts, Contains(HasSubstr("runs pass"))) << "the gates";
+  EXPECT_THAT(texts, Contains("steps of the path; number of restricted parameters"));
+  EXPECT_THAT(texts, Contains(AllOf(StartsWith("box: coverage 0."), HasSubstr(", density "),
+                                    HasSubstr("; ring: step "), HasSubstr(", of which it was made"))));
+  EXPECT_THAT(texts,
+              Contains(AllOf(StartsWith("base density 0."), HasSubstr("passing runs among all runs"))));
+  EXPECT_THAT(texts, Contains("median and 5..95 % of 100 boxes of random halves, on the other half"));
+  EXPECT_THAT(texts, Contains("coverage: share of the passing runs inside"));
+  run({"--picture", picture, "--resamples", "0"});
+  EXPECT_THAT(svgTexts(picture), Not(Contains(HasSubstr("halves"))));
 }
 
 TEST_F(BoxCommand, DrawsAPathOfOneStep)

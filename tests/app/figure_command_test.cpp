@@ -1,4 +1,5 @@
 #include "ProgramRun.h"
+#include "SvgTexts.h"
 
 #include "app/cli/CommandLine.h"
 
@@ -8,7 +9,6 @@
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
-#include <QXmlStreamReader>
 
 namespace runsieve::test {
 namespace {
@@ -44,14 +44,8 @@ struct FigureCommand : testing::Test
 
   [[nodiscard]] QStringList texts(char const* name) const
   {
-    QFile file(folder.filePath(name));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    QXmlStreamReader reader(&file);
     QStringList texts;
-    while (!reader.atEnd())
-      if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == "text")
-        texts << reader.readElementText().trimmed();
-    EXPECT_FALSE(reader.hasError());
+    for (std::string const& text : svgTexts(path(name))) texts << QString::fromStdString(text);
     return texts;
   }
 };

@@ -2,11 +2,13 @@
 #include "app/cli/Commands.h"
 
 #include "support/TempFile.h"
+#include "SvgTexts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <QImage>
 
 #include <filesystem>
 #include <sstream>
@@ -15,6 +17,8 @@ namespace runsieve::test {
 namespace {
 
 using namespace app;
+using testing::Contains;
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -144,7 +148,7 @@ TEST_F(StabilityCommand, RefusesOptionsThatNeedStabilityAndOtherPictures)
 
 TEST_F(StabilityCommand, DrawsAPicture)
 {
-  for (std::string const name : {"p.png", "p.pdf"}) {
+  for (std::string const name : {"p.png", "p.svg", "p.pdf"}) {
     EXPECT_EQ(
         run({"--stability", "--stability-picture", folder.file(name), "--width", "300", "--height", "200"}),
         0);
@@ -153,6 +157,33 @@ TEST_F(StabilityCommand, DrawsAPicture)
   EXPECT_EQ(run({"-g", "k1 in 0..", "--any", "--stability", "--stability-picture", folder.file("empty.png")}),
             0)
       << "there is nothing to compare, which the picture says";
+  EXPECT_EQ(QImage(QString::fromStdString(folder.file("p.png"))).size(), QSize(300, 200));
+}
+
+TEST_F(StabilityCommand, ThePictureTellsTheVerdictTheSizesAndTheParameters)
+{
+  run({"--stability", "--stability-picture", folder.file("p.svg")});
+  auto const texts = svgTexts(folder.file("p.svg"));
+  EXPECT_THAT(texts,
+              Contains(StartsWith("Enough runs? enough for what was found: the significant parameter")));
+  EXPECT_THAT(texts, Contains(StartsWith("magnitude of d: median and 5 % .. 95 % of 200 samples")));
+  for (char const* text : {"k1", "k2 (n.s.)", "noise floor", "10 %", "25 %", "50 %", "all", "10 + 20",
+                           "40 + 80", "share of the runs, passing + others"})
+    EXPECT_THAT(texts, Contains(text));
+  run({"-g", "k1 in 0..", "--any", "--stability", "--stability-picture", folder.file("p.svg")});
+  EXPECT_THAT(svgTexts(folder.file("p.svg")), ElementsAre("Enough runs? there is nothing to compare"));
+}
+
+TEST_F(StabilityCommand, AVerdictThatIsLongStandsInSeveralLines)
+{
+  run({"--stability", "--stability-picture", folder.file("p.svg"), "--width", "300", "--height", "240"});
+  std::string verdict;
+  for (std::string const& text : svgTexts(folder.file("p.svg"))) {
+    if (text.rfind("magnitude", 0) == 0) break;
+    EXPECT_LT(text.size(), 80u);
+    verdict += text + ' ';
+  }
+  EXPECT_THAT(verdict, HasSubstr("is beyond the noise floor already at"));
 }
 
 } // namespace

@@ -1,14 +1,13 @@
 #include "app/explorer/figure/WriteFigure.h"
 
+#include "app/explorer/figure/PageBytes.h"
+
 #include <runsieve/core/files/SafeFile.h>
 
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
-#include <QPageLayout>
 #include <QPainter>
-#include <QPdfWriter>
-#include <QSvgGenerator>
 
 #include <algorithm>
 #include <cmath>
@@ -32,48 +31,14 @@ QByteArray pngOf(FigureContent const& content, FigureOptions const& options, Fig
   return bytes;
 }
 
-QByteArray svgOf(FigureContent const& content, FigureOptions const& options, int imageDpi, FigureNotes& notes)
+PaintedPage pageOf(FigureContent const& content, FigureOptions const& options, int imageDpi,
+                   FigureNotes& notes)
 {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  QSvgGenerator generator;
-  generator.setOutputDevice(&buffer);
-  generator.setResolution(static_cast<int>(figureUnitsPerInch));
-  const QSizeF size = figureSize(options);
-  generator.setSize(size.toSize());
-  generator.setViewBox(QRectF(QPointF(), size));
-  generator.setTitle(options.title.isEmpty() ? QString("Runsieve figure") : options.title);
-  QPainter painter(&generator);
-  notes = paintFigure(painter, QRectF(QPointF(), size), content, options, imageDpi / figureUnitsPerInch);
-  painter.end();
-  // The generator tells the size in whole units.
-  const int begin = bytes.indexOf("<svg width=\"");
-  const int end = bytes.indexOf('\n', begin);
-  if (begin >= 0 && end > begin)
-    bytes.replace(
-        begin, end - begin,
-        QString("<svg width=\"%1mm\" height=\"%2mm\"").arg(options.width).arg(options.height).toUtf8());
-  return bytes;
-}
-
-QByteArray pdfOf(FigureContent const& content, FigureOptions const& options, int imageDpi, FigureNotes& notes)
-{
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  {
-    QPdfWriter writer(&buffer);
-    writer.setCreator("Runsieve");
-    writer.setTitle(options.title);
-    writer.setResolution(static_cast<int>(figureUnitsPerInch));
-    writer.setPageSize(
-        QPageSize(QSizeF(options.width, options.height), QPageSize::Millimeter, {}, QPageSize::ExactMatch));
-    writer.setPageMargins(QMarginsF());
-    QPainter painter(&writer);
-    notes = paintFigure(painter, QRectF(QPointF(), figureSize(options)), content, options,
-                        imageDpi / figureUnitsPerInch);
-  }
-  return bytes;
+  return {QSizeF(options.width, options.height), figureUnitsPerInch,
+          options.title.isEmpty() ? QString("Runsieve figure") : options.title,
+          [&content, &options, &notes, imageDpi](QPainter& painter, QRectF const& whole) {
+            notes = paintFigure(painter, whole, content, options, imageDpi / figureUnitsPerInch);
+          }};
 }
 
 } // namespace
@@ -117,8 +82,8 @@ FigureBytes figureBytes(FigureContent const& content, FigureOptions const& asked
     return made;
   }
   for (made.imageDpi = std::min(options.dpi, finestImage);;) {
-    made.bytes = format == FigureFormat::Svg ? svgOf(content, options, made.imageDpi, made.notes)
-                                             : pdfOf(content, options, made.imageDpi, made.notes);
+    const PaintedPage page = pageOf(content, options, made.imageDpi, made.notes);
+    made.bytes = format == FigureFormat::Svg ? svgBytes(page) : pdfBytes(page);
     if (made.bytes.size() <= mostBytes || made.imageDpi <= coarsestImage) return made;
     // Pixels, and with them bytes, go with the square of the resolution.
     const double ratio = std::sqrt(0.9 * mostBytes / made.bytes.size());

@@ -61,7 +61,7 @@ BoxPage::BoxPage(ParameterRuns& runs, QWidget* parent)
   told = new QLabel;
   told->setTextFormat(Qt::PlainText);
   told->setWordWrap(true);
-  told->setContentsMargins(10, 2, 10, 6);
+  told->setContentsMargins(8, 2, 8, 6);
   told->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   told->setAccessibleName("The box in words");
   use = new QPushButton("&Use as gates");

@@ -4,7 +4,6 @@
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/parameters/PlainTip.h"
 
-#include <QFontMetricsF>
 #include <QHelpEvent>
 #include <QPainter>
 
@@ -44,61 +43,22 @@ void BoxPathChart::show(std::shared_ptr<BoxOfRuns const> wanted)
   update();
 }
 
-ChartFrame BoxPathChart::frame() const
+BoxPathPicture BoxPathChart::picture() const
 {
-  return {QRectF(rect()).adjusted(6.0, 4.0, -4.0, -4.0),
-          {AxisMap(0.0, 1.0).widened(0.03), "coverage: share of the passing runs inside"},
-          {AxisMap(0.0, 1.0).widened(0.03), "density: share that passes"},
-          theme};
-}
-
-void BoxPathChart::paintHalves(QPainter& painter, ChartFrame const& axes) const
-{
-  if (box->coverage.count == 0 || box->density.count == 0) return;
-  painter.setPen(QPen(theme.gate, 1.6));
-  painter.drawLine(axes.at(box->coverage.low, box->density.median),
-                   axes.at(box->coverage.high, box->density.median));
-  painter.drawLine(axes.at(box->coverage.median, box->density.low),
-                   axes.at(box->coverage.median, box->density.high));
+  return {*box, QRectF(rect()).adjusted(6.0, 4.0, -4.0, -4.0), theme};
 }
 
 void BoxPathChart::paintEvent(QPaintEvent*)
 {
   QPainter painter(this);
   painter.fillRect(rect(), theme.paper);
-  if (!box || box->path.empty()) return;
-  painter.setRenderHint(QPainter::Antialiasing);
-  const ChartFrame axes = frame();
-  const double base = axes.yAt(box->all.density);
-  if (std::isfinite(base)) {
-    painter.setPen(QPen(theme.faint, 1.0, Qt::DashLine));
-    painter.drawLine(QPointF(axes.plot().left(), base), QPointF(axes.plot().right(), base));
-  }
-  QPolygonF line;
-  for (BoxPathStep const& step : box->path) {
-    const QPointF at = axes.at(step.quality.coverage, step.quality.density);
-    if (std::isfinite(at.x()) && std::isfinite(at.y())) line << at;
-  }
-  painter.setPen(QPen(theme.all, 1.0));
-  painter.drawPolyline(line);
-  painter.setBrush(theme.all);
-  for (QPointF const& at : line) painter.drawEllipse(at, 2.4, 2.4);
-  paintHalves(painter, axes);
-  const QPointF chosen = axes.at(box->quality.coverage, box->quality.density);
-  if (std::isfinite(chosen.x()) && std::isfinite(chosen.y())) {
-    painter.setPen(QPen(theme.paper, 1.5));
-    painter.setBrush(theme.passing);
-    const double r = 6.5;
-    painter.drawPolygon(QPolygonF({chosen + QPointF(-r, 0.0), chosen + QPointF(0.0, -r),
-                                   chosen + QPointF(r, 0.0), chosen + QPointF(0.0, r)}));
-  }
-  axes.paint(painter, theme);
+  if (box && !box->path.empty()) picture().paint(painter);
 }
 
 QString BoxPathChart::tipAt(QPointF const& at) const
 {
   constexpr double reach = 9.0;
-  const ChartFrame axes = frame();
+  const ChartFrame axes = picture().frame();
   double nearest = reach;
   QString tip;
   for (std::size_t i = 0; i < box->path.size(); ++i) {
@@ -114,15 +74,15 @@ QString BoxPathChart::tipAt(QPointF const& at) const
               .arg(step.restricted);
   }
   if (tip.isEmpty())
-    tip = "Each point is a box; from right to left they become smaller.\nDiamond: the box of the limits. "
-          "Cross: "
-          "boxes of halves of the runs, tried on the other halves.\nDashed: the density of all runs.";
+    tip = "Each point is a box; from right to left they become smaller. Numbers: parameters that are "
+          "restricted.\nDiamond: the box of the limits. Ring: the step of which it was made. Cross: boxes of "
+          "halves of the runs, tried on the other halves.\nDashed: the density of all runs.";
   return tip;
 }
 
 bool BoxPathChart::event(QEvent* event)
 {
-  if (event->type() != QEvent::ToolTip || !box) return QWidget::event(event);
+  if (event->type() != QEvent::ToolTip || !box || box->path.empty()) return QWidget::event(event);
   auto* help = static_cast<QHelpEvent*>(event);
   showPlainTip(help->globalPos(), tipAt(help->pos()), this);
   return true;

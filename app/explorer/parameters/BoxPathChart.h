@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/explorer/charts/ChartFrame.h"
+#include "app/explorer/parameters/BoxPathPicture.h"
 
 #include <runsieve/core/compare/BoxOfRuns.h>
 
@@ -29,9 +29,8 @@ protected:
   bool event(QEvent* event) override;
 
 private:
-  [[nodiscard]] ChartFrame frame() const;
+  [[nodiscard]] BoxPathPicture picture() const;
   [[nodiscard]] QString tipAt(QPointF const& at) const;
-  void paintHalves(QPainter& painter, ChartFrame const& axes) const;
 
   Theme theme;
   std::shared_ptr<BoxOfRuns const> box;

@@ -1,9 +1,7 @@
 #include "app/explorer/parameters/PairCharts.h"
 
-#include "app/explorer/charts/ChartFrame.h"
 #include "app/explorer/parameters/PairsModel.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
-#include "app/explorer/parameters/RunDots.h"
 
 #include <QEvent>
 #include <QFontMetricsF>
@@ -22,7 +20,6 @@ namespace {
 
 constexpr double leastWidth = 190.0;
 constexpr double mostWidth = 340.0;
-constexpr double room = 0.04; ///< of an axis beyond the values
 
 } // namespace
 
@@ -66,28 +63,10 @@ QRectF PairCharts::cell(std::size_t place) const
   return {QPointF(column * size.width(), row * size.height() - verticalScrollBar()->value()), size};
 }
 
-void PairCharts::paintPair(QPainter& painter, ParameterPair const& pair, QRectF const& area) const
+PairAxis PairCharts::axisOf(std::size_t parameter) const
 {
-  const QRectF inner = area.adjusted(8.0, 5.0, -8.0, -6.0);
-  const QFontMetricsF metrics(theme.font);
-  painter.setFont(theme.font);
-  painter.setPen(theme.ink);
-  const QString title = pairHeadline(pair);
-  painter.drawText(QPointF(inner.left(), inner.top() + metrics.ascent()),
-                   elided(title, theme.font, inner.width()));
-  auto const& parameters = document.scan().parameters;
-  const AxisMap x = runs.axis(pair.firstParameter);
-  const AxisMap y = runs.axis(pair.secondParameter);
-  const ChartFrame frame(inner.adjusted(0.0, metrics.height(), 0.0, 0.0),
-                         {x.widened(room), titleOf(parameters[pair.firstParameter].label)},
-                         {y.widened(room), titleOf(parameters[pair.secondParameter].label)}, theme);
-  const DotPlaces places{runs.columns(pair.firstParameter), runs.columns(pair.secondParameter),
-                         frame.horizontal().place(x.low()), frame.horizontal().place(x.high()),
-                         frame.vertical().place(y.low()),   frame.vertical().place(y.high())};
-  const double ratio = devicePixelRatioF();
-  painter.drawImage(frame.plot(), dotsImage(places, runs.passing(), runs.eligible(),
-                                            (frame.plot().size() * ratio).toSize(), ratio, theme));
-  frame.paint(painter, theme);
+  return {titleOf(document.scan().parameters[parameter].label), runs.axis(parameter),
+          runs.columns(parameter)};
 }
 
 void PairCharts::paintEvent(QPaintEvent* event)
@@ -103,7 +82,8 @@ void PairCharts::paintEvent(QPaintEvent* event)
       painter.setBrush(Qt::NoBrush);
       painter.drawRect(area.adjusted(0.5, 0.5, -1.5, -1.5));
     }
-    paintPair(painter, pairs[i], area);
+    paintPair(painter, area, {pairHeadline(pairs[i])}, axisOf(pairs[i].firstParameter),
+              axisOf(pairs[i].secondParameter), runs.passing(), runs.eligible(), theme, devicePixelRatioF());
   }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/explorer/charts/Theme.h"
+#include "app/explorer/parameters/PaintPair.h"
 #include "app/explorer/parameters/ParameterRuns.h"
 
 #include <runsieve/core/compare/Pairs.h>
@@ -37,7 +37,7 @@ protected:
 
 private:
   void relayout();
-  void paintPair(QPainter& painter, ParameterPair const& pair, QRectF const& area) const;
+  [[nodiscard]] PairAxis axisOf(std::size_t parameter) const;
 
   ParameterRuns& runs;
   Document& document;

@@ -1,8 +1,8 @@
 #include "app/explorer/parameters/PairsPage.h"
 
 #include "app/explorer/parameters/FoldingSplitter.h"
+#include "app/explorer/parameters/ResultTable.h"
 
-#include <QHeaderView>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -40,27 +40,7 @@ PairsPage::PairsPage(ParameterRuns& runs, QWidget* parent)
 {
   progress = new WorkBar(pairing, "Looking for pairs of parameters that go together",
                          "then this page tells which parameters go together in the runs that pass it.");
-  list = new QTableView;
-  list->setModel(&model);
-  list->setAccessibleName("Pairs of parameters");
-  list->setSelectionBehavior(QAbstractItemView::SelectRows);
-  list->setSelectionMode(QAbstractItemView::SingleSelection);
-  list->setTextElideMode(Qt::ElideMiddle);
-  list->setTabKeyNavigation(false);
-  list->setShowGrid(false);
-  list->setWordWrap(false);
-  list->setAlternatingRowColors(true);
-  list->verticalHeader()->hide();
-  list->verticalHeader()->setDefaultSectionSize(QFontMetrics(font()).height() + 6);
-  list->horizontalHeader()->setHighlightSections(false);
-  QHeaderView* header = list->horizontalHeader();
-  constexpr int rowsToMeasure = 30;
-  header->setResizeContentsPrecision(rowsToMeasure);
-  header->setMinimumSectionSize(40);
-  header->setSectionResizeMode(QHeaderView::ResizeToContents);
-  header->setSectionResizeMode(PairsModel::First, QHeaderView::Stretch);
-  header->setSectionResizeMode(PairsModel::Second, QHeaderView::Stretch);
-  list->setMinimumSize(180, 80);
+  list = resultTable(model, "Pairs of parameters", {PairsModel::First, PairsModel::Second});
   charts = new PairCharts(runs);
   auto* both = new FoldingSplitter;
   both->addWidget(list);

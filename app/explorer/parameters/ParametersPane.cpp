@@ -26,13 +26,18 @@ ParametersPane::ParametersPane(Document& ofDocument, QWidget* parent)
   pages->addTab(pairing, "Pairs");
   pages->addTab(boxes, "Box");
   pages->addTab(lines, "Parallel");
+  sureness = new StabilityPage(document);
+  sureness->setMinimumWidth(narrow);
+  pages->addTab(sureness, "Enough runs?");
   const char* const tips[] = {"A chart of each parameter, the one that differs most first",
                               "Parameters that go together in the passing runs",
                               "Ranges of the parameters that hold the passing runs",
-                              "All parameters as parallel axes, each run as a line over them"};
+                              "All parameters as parallel axes, each run as a line over them",
+                              "Which differences are settled, and which would need more runs"};
   for (int page = 0; page < pages->count(); ++page) pages->setTabToolTip(page, tips[page]);
   connect(lines, &ParallelView::chosen, this, &ParametersPane::openLarge);
   connect(lines, &ParallelView::told, this, &ParametersPane::told);
+  connect(pages, &QTabWidget::currentChanged, this, &ParametersPane::pageChanged);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(pages);
@@ -80,6 +85,11 @@ void ParametersPane::refresh()
 void ParametersPane::showPage(Page page)
 {
   pages->setCurrentIndex(static_cast<int>(page));
+}
+
+ParametersPage ParametersPane::page() const
+{
+  return static_cast<Page>(pages->currentIndex());
 }
 
 void ParametersPane::openLarge(std::size_t parameter)

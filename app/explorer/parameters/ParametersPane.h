@@ -1,12 +1,14 @@
 #pragma once
 
 #include "app/explorer/document/Document.h"
+#include "app/explorer/document/ParametersPage.h"
 #include "app/explorer/parameters/BoxPage.h"
 #include "app/explorer/parameters/LargeChart.h"
 #include "app/explorer/parameters/PairsPage.h"
 #include "app/explorer/parameters/ParallelView.h"
 #include "app/explorer/parameters/ParameterGrid.h"
 #include "app/explorer/parameters/ParameterRuns.h"
+#include "app/explorer/parameters/StabilityPage.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -17,24 +19,18 @@ class QTabWidget;
 namespace runsieve::app {
 
 /// The parameters of the open scan: small charts of each, which of them go together, the box of the passing
-/// runs, and parallel coordinates.
+/// runs, parallel coordinates, and whether there are enough runs.
 class ParametersPane : public QWidget
 {
   Q_OBJECT
 
 public:
-  /// The pages, in their order.
-  enum class Page
-  {
-    Charts,
-    Pairs,
-    Box,
-    Parallel
-  };
+  using Page = ParametersPage;
 
   explicit ParametersPane(Document& document, QWidget* parent = nullptr);
 
   void showPage(Page page);
+  [[nodiscard]] Page page() const;
   /// Opens the chart of a parameter in a window of its own, the same for all.
   void openLarge(std::size_t parameter);
 
@@ -43,6 +39,7 @@ public:
   [[nodiscard]] PairsPage* pairs() const { return pairing; }
   [[nodiscard]] BoxPage* box() const { return boxes; }
   [[nodiscard]] ParallelView* parallel() const { return lines; }
+  [[nodiscard]] StabilityPage* stability() const { return sureness; }
   /// Null if none is open.
   [[nodiscard]] LargeChart* large() const { return window; }
   [[nodiscard]] QTabWidget* tabs() const { return pages; }
@@ -50,6 +47,8 @@ public:
 Q_SIGNALS:
   /// For the status bar; empty if there is nothing to tell.
   void told(QString const& text);
+  /// Another page is shown.
+  void pageChanged();
 
 private:
   [[nodiscard]] QWidget* chartsPage();
@@ -61,6 +60,7 @@ private:
   PairsPage* pairing = nullptr;
   BoxPage* boxes = nullptr;
   ParallelView* lines = nullptr;
+  StabilityPage* sureness = nullptr;
   QComboBox* looks = nullptr;
   QTabWidget* pages = nullptr;
   QPointer<LargeChart> window;

@@ -75,7 +75,8 @@ void PassingWork::begin()
 {
   isOutdated = false;
   isDone = false;
-  Task task{document.sharedScan(), document.passing(), document.eligible(), document.state().method};
+  Task task{document.sharedScan(), document.passing(), document.eligible(), document.state().method,
+            std::make_shared<Comparison const>(*document.comparison())};
   task.passing &= task.eligible;
   work.start([this, task = std::move(task), compute = compute,
               of = seen](Background::Cancelled const& cancelled) -> std::function<void()> {

@@ -24,6 +24,7 @@ public:
     RunSet passing;
     RunSet eligible;
     ComparisonMethod method;
+    std::shared_ptr<Comparison const> comparison; ///< of these runs by this method, a copy
   };
   /// Runs in another thread; may throw ComparisonCancelled. \return what is to be done in the thread of the
   /// interface

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/explorer/document/Document.h"
+#include "app/explorer/document/ParametersPage.h"
 
 #include <runsieve/core/sieve/SieveFile.h>
 
@@ -36,6 +37,7 @@ struct SessionView
   Focus focus = Focus::All;
   ParameterLook parameterLook = ParameterLook::Curves;
   std::map<std::string, bool> logParameters;
+  ParametersPage parametersPage = ParametersPage::Charts;
   std::optional<TypedRange> zoomedTime;           ///< part of the times that is shown
   std::map<std::string, TypedRange> zoomedValues; ///< likewise of the values of outputs
 };

@@ -18,6 +18,7 @@ namespace {
 constexpr std::array<char const*, 4> runsLooks = {"density", "lines", "bands", "whole_bands"};
 constexpr std::array<char const*, 3> focuses = {"all", "faded", "hidden"};
 constexpr std::array<char const*, 3> parameterLooks = {"curves", "densities", "scatter"};
+constexpr std::array<char const*, 5> parametersPages = {"charts", "pairs", "box", "parallel", "stability"};
 
 std::array<char const*, 4> const& wordsOf(RunsLook)
 {
@@ -30,6 +31,10 @@ std::array<char const*, 3> const& wordsOf(Focus)
 std::array<char const*, 3> const& wordsOf(ParameterLook)
 {
   return parameterLooks;
+}
+std::array<char const*, 5> const& wordsOf(ParametersPage)
+{
+  return parametersPages;
 }
 
 WrittenJson jsonOf(TypedRange const& range)
@@ -204,6 +209,7 @@ template <class AnySession, class Function> void eachMember(AnySession& session,
   member("focus", view.focus);
   member("parameter_look", view.parameterLook);
   member("log_parameters", view.logParameters);
+  member("parameters_page", view.parametersPage);
   member("sets", session.sets);
   member("pinned", session.pinned);
 }

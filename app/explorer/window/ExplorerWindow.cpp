@@ -5,6 +5,7 @@
 #include "app/explorer/runs/RunsPane.h"
 #include "app/explorer/session/ChangedFileBar.h"
 #include "app/explorer/session/RecentFiles.h"
+#include "app/explorer/session/SessionZoom.h"
 #include "app/explorer/sets/SetsPane.h"
 #include "app/explorer/tables/ParameterTable.h"
 #include "app/explorer/tables/RunTable.h"
@@ -41,7 +42,9 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
   setAcceptDrops(true);
   table = new Actions(*this);
   buildCentre();
-  disk = std::make_unique<Files>(content, runsPane->zoom(), *this);
+  const WindowView view{[this](Session& session) { keepView(session); },
+                        [this](Session const& session) { showView(session); }};
+  disk = std::make_unique<Files>(content, view, *this);
   buildPanes();
   status = new StatusLine(content, *disk, *statusBar());
   plots = new Plots(content, *this);
@@ -125,9 +128,22 @@ void ExplorerWindow::buildPanes()
   layout->add("Table", "parameterTable", parameterTable, Qt::RightDockWidgetArea, charts);
   layout->add("Runs", "runs", runTable, Qt::RightDockWidgetArea, charts);
   connect(parametersPane, &ParametersPane::told, this, [this](QString const& text) { status->tell(text); });
+  connect(parametersPane, &ParametersPane::pageChanged, this, &ExplorerWindow::refreshActions);
   connect(parameterTable, &ParameterTable::parameterWanted, parametersPane, &ParametersPane::openLarge);
   QMenu* panes = table->menu("&View")->addMenu("&Panes");
   for (QDockWidget* dock : layout->docks()) panes->addAction(dock->toggleViewAction());
+}
+
+void ExplorerWindow::keepView(Session& session) const
+{
+  keepZoom(runsPane->zoom(), content, session);
+  session.view.parametersPage = parametersPane->page();
+}
+
+void ExplorerWindow::showView(Session const& session)
+{
+  showZoom(session, content, runsPane->zoom());
+  parametersPane->showPage(session.view.parametersPage);
 }
 
 void ExplorerWindow::open(QString const& path, ReadOptions const& options)

@@ -61,6 +61,9 @@ private:
   void connectGateActions();
   void connectViewActions();
   void connectSetActions();
+  /// What the session keeps of the window itself.
+  void keepView(Session& session) const;
+  void showView(Session const& session);
   void showReading();
   void showGateMenu(QPoint const& at);
   void refresh();

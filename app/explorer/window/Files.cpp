@@ -1,11 +1,9 @@
 #include "app/explorer/window/Files.h"
 
 #include "app/explorer/controls/PlainText.h"
-#include "app/explorer/runs/RunsZoom.h"
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/SessionFile.h"
-#include "app/explorer/session/SessionZoom.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -13,6 +11,7 @@
 #include <QMessageBox>
 
 #include <exception>
+#include <utility>
 
 namespace runsieve::app {
 
@@ -24,9 +23,9 @@ constexpr char scanFilter[] =
 
 } // namespace
 
-Files::Files(Document& ofDocument, RunsZoom& ofZoom, QWidget& ofWindow)
-    : QObject(&ofWindow), document(ofDocument), zoom(ofZoom), window(ofWindow), loader(ofDocument),
-      autosave(ofDocument, [this](Session& kept) { keepZoom(zoom, document, kept); }), watch(ofDocument)
+Files::Files(Document& ofDocument, WindowView ofView, QWidget& ofWindow)
+    : QObject(&ofWindow), document(ofDocument), view(std::move(ofView)), window(ofWindow), loader(ofDocument),
+      autosave(ofDocument, view.keep), watch(ofDocument)
 {
   connectReader();
   connectSessions();
@@ -56,7 +55,7 @@ void Files::connectSessions()
 {
   connect(&loader, &SessionLoader::opened, this,
           [this](Session const& opened, QString const& path, QStringList const& notes) {
-            showZoom(opened, document, zoom);
+            view.show(opened);
             if (!path.isEmpty()) {
               session = path;
               name = QFileInfo(path).fileName();
@@ -112,7 +111,7 @@ void Files::reread()
 {
   if (!document.isOpen() || document.source().path.empty()) return;
   reader.cancel();
-  loader.reread([this](Session& kept) { keepZoom(zoom, document, kept); });
+  loader.reread(view.keep);
 }
 
 void Files::cancel()
@@ -142,7 +141,7 @@ bool Files::saveTo(QString const& path)
   try {
     Session kept =
         autosave.fingerprint().empty() ? sessionOf(document) : sessionOf(document, autosave.fingerprint());
-    keepZoom(zoom, document, kept);
+    view.keep(kept);
     writeSession(path, kept);
   } catch (std::exception const& error) {
     ErrorDialog::tell(&window, "The session could not be saved", QString::fromUtf8(error.what()));

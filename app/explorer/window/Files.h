@@ -9,9 +9,16 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 namespace runsieve::app {
 
-class RunsZoom;
+/// What a window shows that is in no state of a document: zooms, pages.
+struct WindowView
+{
+  std::function<void(Session&)> keep;       ///< adds it to a session
+  std::function<void(Session const&)> show; ///< of a session whose scan is open
+};
 
 /// The files of a window: opens scans and sessions, saves sessions, keeps what would be lost, and asks the
 /// user where it must.
@@ -20,7 +27,7 @@ class Files : public QObject
   Q_OBJECT
 
 public:
-  Files(Document& document, RunsZoom& zoom, QWidget& window);
+  Files(Document& document, WindowView view, QWidget& window);
 
   /// Begins to open a scan, a stored plot or a session; what is open stays until all is read.
   void open(QString const& path, ReadOptions const& options = {});
@@ -65,7 +72,7 @@ private:
   void findData(QString const& path, QString const& data);
 
   Document& document;
-  RunsZoom& zoom;
+  WindowView view;
   QWidget& window;
   Opening reader;
   SessionLoader loader;

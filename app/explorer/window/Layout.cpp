@@ -71,6 +71,15 @@ void Layout::restore()
   }
 }
 
+void Layout::bring(QWidget const& pane)
+{
+  for (QDockWidget* dock : all) {
+    if (dock->widget() != &pane) continue;
+    dock->show();
+    dock->raise();
+  }
+}
+
 void Layout::save()
 {
   if (shown) QSettings().setValue(key, window.saveState(version));

@@ -25,6 +25,8 @@ public:
                    QDockWidget* tabOf = nullptr);
   /// Shows the panes as they were left last, or hides them all.
   void show(bool on);
+  /// Shows a pane, above those that share its place.
+  void bring(QWidget const& pane);
   /// Puts all panes where they are at first.
   void restore();
   /// Remembers places and sizes.

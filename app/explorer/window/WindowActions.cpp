@@ -1,7 +1,7 @@
 #include "app/explorer/gates/GateEdits.h"
 #include "app/explorer/gates/GatesPane.h"
+#include "app/explorer/parameters/ParametersPane.h"
 #include "app/explorer/runs/RunsPane.h"
-#include "app/explorer/session/SessionZoom.h"
 #include "app/explorer/session/ShellCommand.h"
 #include "app/explorer/sets/SetsPane.h"
 #include "app/explorer/tables/RunTable.h"
@@ -25,7 +25,17 @@
 #include <QMenu>
 #include <QMessageBox>
 
+#include <iterator>
+
 namespace runsieve::app {
+
+namespace {
+
+/// In the order of the pages.
+constexpr char const* pageActions[] = {"page.charts", "page.pairs", "page.box", "page.parallel",
+                                       "page.stability"};
+
+} // namespace
 
 void ExplorerWindow::showReading()
 {
@@ -72,8 +82,8 @@ void ExplorerWindow::connectExportActions()
   table->on("file.runs", [this] { runTable->exportPassingScan(); });
   table->on("file.plot", [this] { plots->save(); });
   table->on("file.command", [this] {
-    auto const zoomed = [this](Session& session) { keepZoom(runsPane->zoom(), content, session); };
-    QGuiApplication::clipboard()->setText(QString::fromStdString(commandOf(content, zoomed)));
+    auto const shown = [this](Session& session) { keepView(session); };
+    QGuiApplication::clipboard()->setText(QString::fromStdString(commandOf(content, shown)));
     status->tell("Copied: the commands of this table and this picture");
   });
 }
@@ -151,6 +161,11 @@ void ExplorerWindow::connectViewActions()
   parameters("parameters.curves", ParameterLook::Curves);
   parameters("parameters.densities", ParameterLook::Densities);
   parameters("parameters.scatter", ParameterLook::Scatter);
+  for (std::size_t page = 0; page < std::size(pageActions); ++page)
+    table->on(pageActions[page], [this, page] {
+      layout->bring(*parametersPane);
+      parametersPane->showPage(static_cast<ParametersPage>(page));
+    });
   table->on("view.addoutput", [this] { runsPane->addOutput(); });
   table->on("view.limits", [this] { editLimits(content, runsPane->zoom(), this); });
   table->on("method.edit", [this] { editMethod(content, this); });
@@ -183,6 +198,8 @@ void ExplorerWindow::refreshActions()
         "file.command", "gate.new", "view.addoutput", "view.limits", "view.composite", "set.keep", "set.type",
         "set.file", "set.cluster", "set.failed", "method.edit", "zoom.reset"})
     table->at(id)->setEnabled(open);
+  for (char const* id : pageActions) table->at(id)->setEnabled(open);
+  table->at(pageActions[static_cast<int>(parametersPane->page())])->setChecked(true);
   QUndoStack& steps = content.undoStack();
   table->at("edit.undo")->setEnabled(steps.canUndo());
   table->at("edit.undo")->setText(steps.canUndo() ? "&Undo " + steps.undoText() : QString("&Undo"));

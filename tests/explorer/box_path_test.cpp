@@ -1,0 +1,140 @@
+#include "PaintRecord.h"
+
+#include "app/explorer/parameters/BoxPathPicture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+
+#include <cmath>
+
+namespace runsieve::test {
+namespace {
+
+using app::BoxPathPicture;
+using app::Theme;
+using testing::Contains;
+
+struct PaintedPath : testing::Test
+{
+  BoxOfRuns box;
+  Theme theme = Theme::ofPaper(QGuiApplication::font());
+
+  /// From all runs to a box of half of the passing ones.
+  PaintedPath()
+  {
+    for (std::size_t step = 0; step < 6; ++step) {
+      BoxPathStep one;
+      one.quality.coverage = 1.0 - 0.1 * static_cast<double>(step);
+      one.quality.density = 0.2 + 0.1 * static_cast<double>(step);
+      one.restricted = 10 + (step + 1) / 2; // numbers that no axis has
+      box.path.push_back(one);
+    }
+    box.all.density = 0.2;
+    box.chosen = 3;
+    box.quality = box.path[3].quality;
+    box.quality.coverage = 0.74;
+  }
+  [[nodiscard]] BoxPathPicture picture() const { return {box, QRectF(0.0, 0.0, 500.0, 400.0), theme}; }
+  [[nodiscard]] PaintRecord painted() const
+  {
+    return recorded(QSize(500, 400), [this](QPainter& painter) { picture().paint(painter); });
+  }
+  static bool isNear(QPointF const& a, QPointF const& b)
+  {
+    return std::hypot(a.x() - b.x(), a.y() - b.y()) < 0.5;
+  }
+};
+
+TEST_F(PaintedPath, EachStepIsAPointTheLargerTheMoreParametersItRestricts)
+{
+  double last = 0.0;
+  std::size_t step = 0;
+  for (Painted const& circle : painted().all(Painted::Ellipse)) {
+    if (circle.brush.style() == Qt::NoBrush) continue;
+    const QRectF place = circle.points.boundingRect();
+    ASSERT_LT(step, box.path.size());
+    BoxQuality const& quality = box.path[step++].quality;
+    EXPECT_TRUE(isNear(place.center(), picture().frame().at(quality.coverage, quality.density)));
+    EXPECT_GE(place.width(), last);
+    last = place.width();
+  }
+  EXPECT_EQ(step, 6u);
+}
+
+TEST_F(PaintedPath, PointsThatWouldCoverTheOneBeforeAreLeftOutButNotWhereTheNumberChanges)
+{
+  for (BoxPathStep& step : box.path) step.quality.coverage = 0.5 + 0.001 * step.quality.coverage;
+  for (BoxPathStep& step : box.path) step.quality.density = 0.5;
+  int points = 0;
+  for (Painted const& circle : painted().all(Painted::Ellipse))
+    points += circle.brush.style() == Qt::NoBrush ? 0 : 1;
+  EXPECT_EQ(points, 4) << "2 and 4 cover the one before";
+}
+
+TEST_F(PaintedPath, TheBoxIsADiamondAndItsStepHasARing)
+{
+  const PaintRecord record = painted();
+  const auto diamonds = record.all(Painted::Polygon);
+  ASSERT_EQ(diamonds.size(), 1u);
+  EXPECT_EQ(diamonds[0].brush.color(), theme.passing);
+  EXPECT_TRUE(
+      isNear(diamonds[0].points.boundingRect().center(), picture().frame().at(0.74, box.quality.density)));
+  const Painted ring = record.all(Painted::Ellipse).back();
+  EXPECT_EQ(ring.pen.color(), theme.passing);
+  EXPECT_TRUE(isNear(ring.points.boundingRect().center(), picture().frame().at(0.7, 0.5)));
+}
+
+TEST_F(PaintedPath, TheNumberOfRestrictedParametersStandsWhereItChanges)
+{
+  const auto texts = painted().texts();
+  for (char const* number : {"10", "11", "12", "13"}) EXPECT_THAT(texts, Contains(number));
+}
+
+TEST_F(PaintedPath, NumbersKeepClearOfEachOtherAndOfTheSigns)
+{
+  for (BoxPathStep& step : box.path) {
+    step.quality.coverage = 0.7 + 0.04 * (step.quality.coverage - 0.7);
+    step.quality.density = 0.5;
+  }
+  box.quality = box.path[3].quality;
+  const PaintRecord record = painted();
+  std::vector<QRectF> places;
+  for (Painted const& text : record.all(Painted::Text))
+    if (text.text.size() == 2) places.push_back(text.points.boundingRect());
+  places.push_back(record.all(Painted::Polygon)[0].points.boundingRect());
+  EXPECT_GT(places.size(), 1u);
+  EXPECT_LT(places.size(), 5u) << "not all have room";
+  for (std::size_t i = 0; i < places.size(); ++i)
+    for (std::size_t j = 0; j < i; ++j) {
+      const QRectF both = places[i] & places[j];
+      EXPECT_LT(both.height(), 4.0) << "the descent of digits is empty";
+    }
+}
+
+TEST_F(PaintedPath, HalvesAreACrossIfThereAreSome)
+{
+  auto const crosses = [this] {
+    int lines = 0;
+    for (Painted const& line : painted().all(Painted::Line)) lines += line.pen.color() == theme.gate ? 1 : 0;
+    return lines;
+  };
+  EXPECT_EQ(crosses(), 0);
+  EXPECT_FALSE(picture().hasHalves());
+  box.coverage = {10, 0.5, 0.6, 0.7};
+  box.density = {10, 0.3, 0.4, 0.45};
+  EXPECT_EQ(crosses(), 2);
+}
+
+TEST_F(PaintedPath, ABoxWithoutAnyDensityIsNoHarm)
+{
+  box.quality = BoxQuality();
+  box.path.front().quality = BoxQuality();
+  box.all = BoxQuality();
+  for (Painted const& one : painted().painted)
+    for (QPointF const& point : one.points) EXPECT_TRUE(std::isfinite(point.x()) && std::isfinite(point.y()));
+}
+
+} // namespace
+} // namespace runsieve::test
