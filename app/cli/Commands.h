@@ -119,6 +119,8 @@ struct FigureArguments
   std::vector<std::string> logOutputs;  ///< with a logarithmic axis
   std::string timeRange;                ///< "LOW..HIGH"
   std::vector<std::string> valueRanges; ///< "NAME in LOW..HIGH"
+  std::vector<std::string> gateNames;   ///< of the gates, in their order
+  std::string pins;                     ///< runs to mark, "3,5,10-15"
 };
 
 struct RenderArguments : SieveArguments

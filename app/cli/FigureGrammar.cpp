@@ -28,6 +28,17 @@ std::string checkRange(std::string const& text)
   return "expected a range such as \"cI in 0..5000\", found " + runsieve::quoted(text);
 }
 
+// Runs are written as behind "runs" in a gate.
+std::string checkRuns(std::string const& text)
+{
+  try {
+    (void)keysOfRuns(text);
+    return {};
+  } catch (UsageError const& error) {
+    return error.what();
+  }
+}
+
 std::string checkTimes(std::string const& text)
 {
   try {
@@ -108,7 +119,18 @@ void addFigureOptions(CLI::App& command, FigureArguments& figure)
       ->type_name("RANGE")
       ->check(CLI::Validator(checkRange, ""));
   names("--show-parameter", figure.parameters, "Parameter to show; may be repeated");
+  names("--gate-name", figure.gateNames, "Name of a gate, in the order of the gates; may be repeated");
+  text("--pin", figure.pins, "Runs to mark, such as 3,5,10-15", "RUNS")->check(CLI::Validator(checkRuns, ""));
   addFigureSwitches(command, figure, wanted);
+}
+
+std::vector<RunKey> keysOfRuns(std::string const& text)
+{
+  try {
+    return parseGate("runs " + text).runs;
+  } catch (GateError const&) {
+    throw UsageError("expected runs such as 3,5,10-15, found " + runsieve::quoted(text));
+  }
 }
 
 std::pair<double, double> rangeOfTimes(std::string const& text)

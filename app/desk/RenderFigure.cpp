@@ -15,6 +15,7 @@
 
 #include <iostream>
 #include <memory>
+#include <set>
 #include <stdexcept>
 
 namespace runsieve::app {
@@ -31,6 +32,14 @@ std::size_t parameterNamed(std::string const& name, Scan const& scan)
 {
   if (auto const parameter = scan.findParameter(name)) return *parameter;
   throw std::runtime_error("the scan has no parameter \"" + name + "\"");
+}
+
+std::set<std::size_t> runsNamed(std::string const& text, Scan const& scan)
+{
+  std::size_t missing = 0;
+  const std::vector<std::size_t> runs = runsOf(keysOfRuns(text), scan, &missing).members();
+  if (missing > 0) throw std::runtime_error("the scan lacks some of the runs " + text);
+  return {runs.begin(), runs.end()};
 }
 
 /// What the session in the sieve file of a command keeps besides gates; nothing if there is none.
@@ -77,10 +86,14 @@ FigureContent contentOf(std::shared_ptr<GatedScan const> const& shared, RenderAr
     std::size_t on = 0;
     for (NamedGate const& gate : session.gates)
       if (gate.on && on++ == i) name = gate.name;
+    if (i < asked.gateNames.size()) name = asked.gateNames[i];
     content.gates.push_back({name, gated.gates[i], true});
   }
+  if (asked.gateNames.size() > gated.gates.size())
+    throw std::runtime_error("--gate-name: " + std::to_string(asked.gateNames.size()) + " names for " +
+                             std::to_string(gated.gates.size()) + " gates");
   content.sets = kept.state.sets;
-  content.pinned = kept.pinned;
+  content.pinned = asked.pins.empty() ? kept.pinned : runsNamed(asked.pins, *scan);
   content.logOutputs = view.logOutputs;
   content.logParameters = view.logParameters;
   content.focus = view.focus;

@@ -103,6 +103,41 @@ TEST_F(FigureCommand, BandsOfWholeRunsSayWhatTheyAre)
   EXPECT_TRUE(texts("f.svg").filter("median").isEmpty());
 }
 
+TEST_F(FigureCommand, GatesAndPinnedRunsHaveTheirNames)
+{
+  EXPECT_EQ(figure({"-g", "cI @ 30 in 1000..", "--gate-name", "High cI", "--pin", "3,5-6"}, "f.svg").status,
+            0);
+  const QStringList found = texts("f.svg");
+  for (char const* text : {"High cI", "3", "5", "6"}) EXPECT_TRUE(found.contains(text)) << text;
+  EXPECT_FALSE(found.contains("Gate 1"));
+}
+
+TEST_F(FigureCommand, NamesOfGatesThatAreNotThereAndUnknownRunsAreRefused)
+{
+  const Ended names = figure({"--gate-name", "High cI"}, "f.svg");
+  EXPECT_EQ(names.status, 1);
+  EXPECT_THAT(names.err, HasSubstr("1 names for 0 gates"));
+  const Ended runs = figure({"--pin", "3,nobody"}, "f.svg");
+  EXPECT_EQ(runs.status, 1);
+  EXPECT_THAT(runs.err, HasSubstr("lacks some of the runs"));
+  EXPECT_FALSE(QFile::exists(folder.filePath("f.svg")));
+}
+
+TEST_F(FigureCommand, BandsAreThoseOfThePassingAndOfTheOtherRuns)
+{
+  EXPECT_EQ(figure({"-g", "cI @ 30 in 3000..", "--quantiles"}, "f.svg").status, 0);
+  EXPECT_FALSE(texts("f.svg").filter("other runs (").isEmpty());
+  EXPECT_TRUE(texts("f.svg").filter("all runs").isEmpty());
+}
+
+TEST_F(FigureCommand, TheLegendSaysThatDarkAreTheOtherRunsInTheChartsOfParameters)
+{
+  EXPECT_EQ(figure({"-g", "cI @ 30 in 3000.."}, "f.svg").status, 0);
+  EXPECT_EQ(texts("f.svg").filter("dark are the other runs").size(), 1);
+  EXPECT_EQ(figure({"-g", "cI @ 30 in 3000..", "--strongest", "0"}, "g.svg").status, 0);
+  EXPECT_TRUE(texts("g.svg").filter("dark are the other runs").isEmpty());
+}
+
 TEST_F(FigureCommand, AnUnknownOutputIsToldAndNothingIsWritten)
 {
   const Ended ended = figure({"--show", "nothing"}, "f.svg");

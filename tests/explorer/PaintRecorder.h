@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
 namespace runsieve::test {
@@ -32,9 +33,12 @@ struct Drawn
   QPen pen;
   QBrush brush;
   double opacity;
-  QRectF clip; ///< empty if nothing is cut off
+  QRectF clip;         ///< empty if nothing is cut off
+  double ascent = 0.0; ///< of the letters of a text
 
   [[nodiscard]] QRectF box() const { return points.boundingRect(); }
+  /// What letters cover above the base line.
+  [[nodiscard]] QRectF letters() const { return box().adjusted(0.0, -ascent, 0.0, 0.0); }
   [[nodiscard]] bool isWithin(QRectF const& place) const
   {
     return std::all_of(points.begin(), points.end(),
@@ -144,6 +148,7 @@ private:
     void drawTextItem(QPointF const& at, QTextItem const& item) override
     {
       note(Drawn::Kind::Text, QPolygonF() << at << at + QPointF(item.width(), 0.0), item.text());
+      painting.all.back().ascent = item.ascent();
     }
 
     Painting painting;
@@ -154,13 +159,40 @@ private:
       QPainter const& by = *painter();
       const QRectF clip = by.hasClipping() ? by.combinedTransform().mapRect(by.clipBoundingRect()) : QRectF();
       painting.all.push_back(
-          {kind, by.combinedTransform().map(points), text, by.pen(), by.brush(), by.opacity(), clip});
+          {kind, by.combinedTransform().map(points), text, by.pen(), by.brush(), by.opacity(), clip, 0.0});
     }
   };
 
   QSize size;
   mutable Engine engine;
 };
+
+/// What a function paints with a painter on a paper of a size.
+template <class Paint> Painting painting(QSize const& size, Paint const& paint)
+{
+  PaintRecorder paper(size);
+  QPainter painter(&paper);
+  paint(painter);
+  painter.end();
+  return paper.painting();
+}
+
+/// The texts that were drawn, for matchers.
+inline std::vector<std::string> wordsOf(Painting const& painting)
+{
+  std::vector<std::string> words;
+  for (QString const& text : painting.texts()) words.push_back(text.toStdString());
+  return words;
+}
+
+/// The base line of the last text of these words; empty if there is none.
+inline QRectF placeOf(Painting const& painting, QString const& text)
+{
+  QRectF place;
+  for (Drawn const& each : painting.of(Drawn::Kind::Text))
+    if (each.text == text) place = each.box();
+  return place;
+}
 
 /// Whether a painter is as a new one: what is drawn next does not depend on what was drawn before.
 inline bool isAsNew(QPainter const& painter)

@@ -1,4 +1,4 @@
-#include "PaintRecord.h"
+#include "PaintRecorder.h"
 
 #include "app/explorer/parameters/BoxPathPicture.h"
 
@@ -37,9 +37,9 @@ struct PaintedPath : testing::Test
     box.quality.coverage = 0.74;
   }
   [[nodiscard]] BoxPathPicture picture() const { return {box, QRectF(0.0, 0.0, 500.0, 400.0), theme}; }
-  [[nodiscard]] PaintRecord painted() const
+  [[nodiscard]] Painting painted() const
   {
-    return recorded(QSize(500, 400), [this](QPainter& painter) { picture().paint(painter); });
+    return painting(QSize(500, 400), [this](QPainter& painter) { picture().paint(painter); });
   }
   static bool isNear(QPointF const& a, QPointF const& b)
   {
@@ -51,7 +51,7 @@ TEST_F(PaintedPath, EachStepIsAPointTheLargerTheMoreParametersItRestricts)
 {
   double last = 0.0;
   std::size_t step = 0;
-  for (Painted const& circle : painted().all(Painted::Ellipse)) {
+  for (Drawn const& circle : painted().of(Drawn::Kind::Ellipse)) {
     if (circle.brush.style() == Qt::NoBrush) continue;
     const QRectF place = circle.points.boundingRect();
     ASSERT_LT(step, box.path.size());
@@ -68,27 +68,27 @@ TEST_F(PaintedPath, PointsThatWouldCoverTheOneBeforeAreLeftOutButNotWhereTheNumb
   for (BoxPathStep& step : box.path) step.quality.coverage = 0.5 + 0.001 * step.quality.coverage;
   for (BoxPathStep& step : box.path) step.quality.density = 0.5;
   int points = 0;
-  for (Painted const& circle : painted().all(Painted::Ellipse))
+  for (Drawn const& circle : painted().of(Drawn::Kind::Ellipse))
     points += circle.brush.style() == Qt::NoBrush ? 0 : 1;
   EXPECT_EQ(points, 4) << "2 and 4 cover the one before";
 }
 
 TEST_F(PaintedPath, TheBoxIsADiamondAndItsStepHasARing)
 {
-  const PaintRecord record = painted();
-  const auto diamonds = record.all(Painted::Polygon);
+  const Painting record = painted();
+  const auto diamonds = record.of(Drawn::Kind::Polygon);
   ASSERT_EQ(diamonds.size(), 1u);
   EXPECT_EQ(diamonds[0].brush.color(), theme.passing);
   EXPECT_TRUE(
       isNear(diamonds[0].points.boundingRect().center(), picture().frame().at(0.74, box.quality.density)));
-  const Painted ring = record.all(Painted::Ellipse).back();
+  const Drawn ring = record.of(Drawn::Kind::Ellipse).back();
   EXPECT_EQ(ring.pen.color(), theme.passing);
   EXPECT_TRUE(isNear(ring.points.boundingRect().center(), picture().frame().at(0.7, 0.5)));
 }
 
 TEST_F(PaintedPath, TheNumberOfRestrictedParametersStandsWhereItChanges)
 {
-  const auto texts = painted().texts();
+  const auto texts = wordsOf(painted());
   for (char const* number : {"10", "11", "12", "13"}) EXPECT_THAT(texts, Contains(number));
 }
 
@@ -99,11 +99,11 @@ TEST_F(PaintedPath, NumbersKeepClearOfEachOtherAndOfTheSigns)
     step.quality.density = 0.5;
   }
   box.quality = box.path[3].quality;
-  const PaintRecord record = painted();
+  const Painting record = painted();
   std::vector<QRectF> places;
-  for (Painted const& text : record.all(Painted::Text))
-    if (text.text.size() == 2) places.push_back(text.points.boundingRect());
-  places.push_back(record.all(Painted::Polygon)[0].points.boundingRect());
+  for (Drawn const& text : record.of(Drawn::Kind::Text))
+    if (text.text.size() == 2) places.push_back(text.letters());
+  places.push_back(record.of(Drawn::Kind::Polygon)[0].points.boundingRect());
   EXPECT_GT(places.size(), 1u);
   EXPECT_LT(places.size(), 5u) << "not all have room";
   for (std::size_t i = 0; i < places.size(); ++i)
@@ -117,7 +117,7 @@ TEST_F(PaintedPath, HalvesAreACrossIfThereAreSome)
 {
   auto const crosses = [this] {
     int lines = 0;
-    for (Painted const& line : painted().all(Painted::Line)) lines += line.pen.color() == theme.gate ? 1 : 0;
+    for (Drawn const& line : painted().of(Drawn::Kind::Line)) lines += line.pen.color() == theme.gate ? 1 : 0;
     return lines;
   };
   EXPECT_EQ(crosses(), 0);
@@ -132,7 +132,7 @@ TEST_F(PaintedPath, ABoxWithoutAnyDensityIsNoHarm)
   box.quality = BoxQuality();
   box.path.front().quality = BoxQuality();
   box.all = BoxQuality();
-  for (Painted const& one : painted().painted)
+  for (Drawn const& one : painted().all)
     for (QPointF const& point : one.points) EXPECT_TRUE(std::isfinite(point.x()) && std::isfinite(point.y()));
 }
 

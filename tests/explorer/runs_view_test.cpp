@@ -15,6 +15,17 @@ namespace {
 using app::RunsPane;
 using app::RunsView;
 
+/// Three runs at a single time.
+std::shared_ptr<Scan const> steadyScan()
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {7.0};
+  for (int run = 1; run <= 3; ++run) scan->runs.push_back({std::to_string(run), RunStatus::Complete, 1});
+  double* values = scan->addOutput({"A", "", "", ""});
+  for (double const value : {2.0, 3.0, 5.0}) *values++ = value;
+  return scan;
+}
+
 /// The charts of the runs of a scan of lines in a window.
 struct RunsViewScene : DocumentScene
 {
@@ -322,6 +333,49 @@ TEST_F(RunsViewScene, TheLegendCountsOutlyingRuns)
   ASSERT_TRUE(settlePane());
   EXPECT_THAT(pane.findChild<app::RunsLegend*>()->accessibleDescription().toStdString(),
               testing::StartsWith("all runs, 3 outlying;"));
+}
+
+TEST_F(RunsViewScene, RunsOfASingleTimeAreDashes)
+{
+  document.open(steadyScan(), {});
+  ASSERT_TRUE(settlePane());
+  for (double const value : {2.0, 3.0, 5.0}) {
+    EXPECT_NE(colorAt(at(7.0, value)), QColor(Qt::white)) << value;
+    EXPECT_EQ(colorAt(at(7.0, value) + QPointF(0.2 * view().frame().plot().width(), 0.0)), QColor(Qt::white));
+  }
+  EXPECT_EQ(colorAt(at(7.0, 4.0)), QColor(Qt::white));
+  Mouse(view()).move(at(7.0, 3.0) + QPointF(0.02 * view().frame().plot().width(), 0.0));
+  EXPECT_EQ(document.hoveredRun(), 1u) << "also beside the time";
+}
+
+TEST_F(RunsViewScene, BandsOfASingleTimeAreAsWideAsItsRuns)
+{
+  document.open(steadyScan(), {});
+  document.change("Look", [](app::State& state) { state.view.runsLook = app::RunsLook::WholeBands; });
+  ASSERT_TRUE(settlePane());
+  EXPECT_NE(colorAt(at(7.0, 2.5)), QColor(Qt::white)) << "between two of the runs";
+  EXPECT_EQ(colorAt(at(7.0, 2.5) + QPointF(0.1 * view().frame().plot().width(), 0.0)), QColor(Qt::white));
+}
+
+TEST_F(RunsViewScene, SetsLieBelowThePassingRuns)
+{
+  addGate(gateOnA(0.5, 0.999));
+  document.change("Keep", [&](app::State& state) {
+    state.sets.push_back({"kept", document.passing(), 0, true, ""});
+    state.view.runsLook = app::RunsLook::Lines;
+  });
+  ASSERT_TRUE(settlePane());
+  EXPECT_EQ(pane.findChild<app::RunsLegend*>()->accessibleDescription(), "all runs; kept; passing");
+  std::size_t run = 0;
+  while (scattered(0, run) < 0.55) ++run;
+  const QColor seen = colorAt(at(8.0, scattered(0, run)));
+  EXPECT_GT(seen.red(), seen.blue());
+}
+
+TEST_F(RunsViewScene, ManyChartsFitIntoASmallWindow)
+{
+  ASSERT_TRUE(pane.addOutput());
+  EXPECT_LT(2 * pane.findChild<app::RunsChart*>()->minimumSizeHint().height(), 200);
 }
 
 TEST_F(RunsViewScene, BandsOfFadedOthersArePale)

@@ -1,6 +1,7 @@
 #include "SessionScene.h"
 
 #include "app/cli/CommandLine.h"
+#include "app/cli/FigureGrammar.h"
 #include "app/explorer/session/ShellCommand.h"
 
 #include <runsieve/core/gate/GateText.h>
@@ -104,6 +105,7 @@ TEST(ShellCommand, ThePictureIsThatOfTheSession)
   session.view.zoomedValues = {{"A", {0.25, 0.5}}, {"B @ 1", {0.0, 1.0}}};
   session.view.zoomedTime = app::TypedRange{-3.0, 4.5};
   session.view.focus = app::Focus::Hidden;
+  session.pinned = {RunNumbers{3, 5}, std::string("wild type, early")};
   app::FigureOptions options;
   options.width = 85.0;
   options.dpi = 600;
@@ -139,6 +141,22 @@ TEST(ShellCommand, ThePictureIsThatOfTheSession)
   ASSERT_EQ(figure.valueRanges.size(), 2u);
   EXPECT_EQ(parseGate(figure.valueRanges[0]).range.high, 0.5) << "what is shown, not what was typed";
   EXPECT_EQ(parseGate(figure.valueRanges[1]).column, "B @ 1");
+  EXPECT_THAT(figure.gateNames, ElementsAre("one", "three")) << "of the gates that are on";
+  EXPECT_EQ(figure.pins, "3-5, \"wild type, early\"");
+  EXPECT_EQ(app::keysOfRuns(figure.pins).size(), 2u);
+}
+
+TEST(ShellCommand, NamesThatAFigureGivesByItselfAreLeftOut)
+{
+  app::Session session;
+  session.gates = {{"Gate 1", gateOnA(0.0, 0.5), true}, {"Gate 2", gateOnA(0.0, 0.9), true}};
+  auto const hasNames = [&] {
+    const std::vector<std::string> words = app::figureCommand(session, {}, *lineScan(), "f.pdf");
+    return std::find(words.begin(), words.end(), "--gate-name") != words.end();
+  };
+  EXPECT_FALSE(hasNames());
+  session.gates[1].name = "late";
+  EXPECT_TRUE(hasNames());
 }
 
 TEST(ShellCommand, WithoutGatesThereIsOnlyAPicture)
@@ -155,9 +173,10 @@ TEST_F(SessionScene, TheLinesOfADocumentMakeItsTableAndPicture)
 {
   openData();
   makeWork();
-  const QStringList lines = QString::fromStdString(app::commandOf(document)).trimmed().split('\n');
-  EXPECT_TRUE(lines.first().startsWith("runsieve rank "));
-  EXPECT_TRUE(lines.last().startsWith("runsieve render ") || lines.last().contains("--figure"));
+  const std::string lines = app::commandOf(document);
+  EXPECT_EQ(lines.rfind("runsieve rank ", 0), 0u);
+  EXPECT_THAT(lines, testing::HasSubstr("\nrunsieve render "));
+  EXPECT_THAT(lines, testing::HasSubstr(" --figure "));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "PaintRecord.h"
+#include "PaintRecorder.h"
 #include "StabilityScene.h"
 
 #include <gmock/gmock.h>
@@ -28,11 +28,11 @@ struct PaintedStability : testing::Test, MadeStability
   {
     return {comparison, stability, QRectF(QPointF(), QSizeF(size)), theme};
   }
-  [[nodiscard]] PaintRecord painted() const
+  [[nodiscard]] Painting painted() const
   {
-    return recorded(size, [this](QPainter& painter) { picture().paint(painter); });
+    return painting(size, [this](QPainter& painter) { picture().paint(painter); });
   }
-  [[nodiscard]] std::vector<Painted> circles() const { return painted().all(Painted::Ellipse); }
+  [[nodiscard]] std::vector<Drawn> circles() const { return painted().of(Drawn::Kind::Ellipse); }
   [[nodiscard]] bool isNear(QPointF const& a, QPointF const& b) const
   {
     return std::hypot(a.x() - b.x(), a.y() - b.y()) < 0.5;
@@ -57,7 +57,7 @@ TEST_F(PaintedStability, WhiskersReachFromLowToHigh)
   add("k", true, {0.5, 0.4, 0.3});
   const app::ChartFrame axes = picture().frame();
   int found = 0;
-  for (Painted const& line : painted().all(Painted::Line)) {
+  for (Drawn const& line : painted().of(Drawn::Kind::Line)) {
     const QRectF place(line.points.boundingRect());
     if (line.pen.color() != theme.sets[0] || place.width() > 0.1) continue;
     ++found;
@@ -79,9 +79,9 @@ TEST_F(PaintedStability, ParametersThatDoNotDifferAreGreyAndSaySo)
 {
   add("k1", true, {0.5, 0.5, 0.5});
   add("k2", false, {0.2, 0.1, 0.05});
-  const PaintRecord record = painted();
-  EXPECT_THAT(record.texts(), Contains("k1"));
-  EXPECT_THAT(record.texts(), Contains("k2 (n.s.)"));
+  const Painting record = painted();
+  EXPECT_THAT(wordsOf(record), Contains("k1"));
+  EXPECT_THAT(wordsOf(record), Contains("k2 (n.s.)"));
   EXPECT_EQ(circles()[0].pen.color(), theme.faint) << "below the others, so painted first";
   EXPECT_EQ(circles()[3].pen.color(), theme.sets[0]);
 }
@@ -102,9 +102,9 @@ TEST_F(PaintedStability, ManyParametersStandBesideEachOtherAtASize)
 TEST_F(PaintedStability, NamesDoNotTouchEachOther)
 {
   for (int i = 0; i < 8; ++i) add("parameter " + std::to_string(i), true, {0.5, 0.5, 0.5});
-  const PaintRecord record = painted();
-  std::vector<double> places = {record.placeOf("noise floor").center().y()};
-  for (int i = 0; i < 8; ++i) places.push_back(record.placeOf(QString("parameter %1").arg(i)).center().y());
+  const Painting record = painted();
+  std::vector<double> places = {placeOf(record, "noise floor").center().y()};
+  for (int i = 0; i < 8; ++i) places.push_back(placeOf(record, QString("parameter %1").arg(i)).center().y());
   std::sort(places.begin(), places.end());
   for (std::size_t i = 1; i < places.size(); ++i)
     EXPECT_GT(places[i] - places[i - 1], QFontMetricsF(theme.font).ascent());
@@ -114,7 +114,7 @@ TEST_F(PaintedStability, TheNoiseIsAnAreaBelowTheFloors)
 {
   add("k", true, {0.5, 0.5, 0.5});
   const StabilityPicture shown = picture();
-  const auto areas = painted().all(Painted::Polygon);
+  const auto areas = painted().of(Drawn::Kind::Polygon);
   ASSERT_EQ(areas.size(), 1u);
   for (auto const& [share, floor] : {std::pair{0.1, 0.4}, {0.5, 0.2}, {1.0, 0.1}}) {
     const QPointF corner = shown.frame().at(share, floor);
@@ -122,21 +122,21 @@ TEST_F(PaintedStability, TheNoiseIsAnAreaBelowTheFloors)
                             [&](QPointF const& point) { return isNear(point, corner); }));
   }
   stability.sizes[1].noiseFloor = std::nan("");
-  EXPECT_TRUE(painted().all(Painted::Polygon).empty()) << "which is not known";
+  EXPECT_TRUE(painted().of(Drawn::Kind::Polygon).empty()) << "which is not known";
 }
 
 TEST_F(PaintedStability, SharesAndNumbersOfRunsStandBelow)
 {
   add("k", true, {0.5, 0.5, 0.5});
-  const PaintRecord record = painted();
+  const Painting record = painted();
   for (char const* text :
        {"10 %", "50 %", "all", "10 + 30", "50 + 150", "100 + 300", "share of the runs, passing + others"})
-    EXPECT_THAT(record.texts(), Contains(text));
-  EXPECT_NEAR(record.placeOf("10 %").center().x(), record.placeOf("10 + 30").center().x(), 2.0);
+    EXPECT_THAT(wordsOf(record), Contains(text));
+  EXPECT_NEAR(placeOf(record, "10 %").center().x(), placeOf(record, "10 + 30").center().x(), 2.0);
   size = {240, 160};
   for (ComparisonAtSize& part : stability.sizes) part.others = 123456;
-  EXPECT_THAT(painted().texts(), Not(Contains("10 + 123456"))) << "no room";
-  EXPECT_THAT(painted().texts(), Contains("share of the runs"));
+  EXPECT_THAT(wordsOf(painted()), Not(Contains("10 + 123456"))) << "no room";
+  EXPECT_THAT(wordsOf(painted()), Contains("share of the runs"));
 }
 
 TEST_F(PaintedStability, NothingStandsOutsideOfAnySize)
@@ -146,10 +146,10 @@ TEST_F(PaintedStability, NothingStandsOutsideOfAnySize)
   for (QSize const& room : {QSize(180, 120), QSize(300, 200), QSize(1200, 900)}) {
     size = room;
     const QRectF whole = QRectF(QPointF(), QSizeF(room)).adjusted(-1.0, -1.0, 1.0, 1.0);
-    for (Painted const& one : painted().painted)
+    for (Drawn const& one : painted().all)
       EXPECT_TRUE(whole.contains(one.points.boundingRect().center()))
           << room.width() << ": " << one.text.toStdString();
-    for (Painted const& one : painted().all(Painted::Text)) {
+    for (Drawn const& one : painted().of(Drawn::Kind::Text)) {
       EXPECT_GE(one.points.boundingRect().left(), -0.5) << one.text.toStdString();
       EXPECT_LE(one.points.boundingRect().right(), room.width() + 0.5) << one.text.toStdString();
     }
@@ -171,7 +171,7 @@ TEST_F(PaintedStability, ThePointUnderThePointerIsFound)
 TEST_F(PaintedStability, WithoutSizesNothingIsPainted)
 {
   stability.sizes.clear();
-  EXPECT_TRUE(painted().painted.empty());
+  EXPECT_TRUE(painted().all.empty());
 }
 
 } // namespace

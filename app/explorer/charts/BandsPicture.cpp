@@ -1,6 +1,7 @@
 #include "app/explorer/charts/BandsPicture.h"
 
 #include "app/explorer/charts/ClippedLine.h"
+#include "app/explorer/charts/DrawnTimes.h"
 
 #include <QPainter>
 
@@ -25,13 +26,17 @@ QPointF pointOf(ChartFrame const& frame, double time, double value)
 void paintArea(QPainter& painter, std::vector<double> const& low, std::vector<double> const& high,
                std::vector<double> const& times, ChartFrame const& frame, QColor const& color)
 {
+  auto const at = [&](std::vector<double> const& row, std::size_t i) {
+    return row[drawnValue(i, row.size())];
+  };
   // Times at which no run has a value part the area.
   for (std::size_t first = 0; first < times.size(); ++first) {
-    if (std::isnan(low[first])) continue;
+    if (std::isnan(at(low, first))) continue;
     std::size_t end = first;
     QPolygonF area;
-    for (; end < times.size() && !std::isnan(low[end]); ++end) area << pointOf(frame, times[end], high[end]);
-    for (std::size_t i = end; i-- > first;) area << pointOf(frame, times[i], low[i]);
+    for (; end < times.size() && !std::isnan(at(low, end)); ++end)
+      area << pointOf(frame, times[end], at(high, end));
+    for (std::size_t i = end; i-- > first;) area << pointOf(frame, times[i], at(low, i));
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
     painter.drawPolygon(area.intersected(QPolygonF(frame.plot())));
@@ -48,9 +53,10 @@ bool sameGroups(std::vector<BandsPicture::Group> const& a, std::vector<BandsPict
 
 } // namespace
 
-void paintBands(QPainter& painter, RunBands const& bands, std::vector<double> const& times,
+void paintBands(QPainter& painter, RunBands const& bands, std::vector<double> const& ofScan,
                 ChartFrame const& frame, QColor const& color, BandsLook const& look)
 {
+  const std::vector<double> times = drawnTimes(ofScan, frame.horizontal());
   constexpr double wide = 0.16;
   constexpr double narrow = 0.26;
   auto const pale = [&](double opacity) {
@@ -66,9 +72,10 @@ void paintBands(QPainter& painter, RunBands const& bands, std::vector<double> co
   painter.setBrush(Qt::NoBrush);
   auto const paintRow = [&](std::vector<double> const& values, QPen const& pen) {
     QPolygonF line;
-    for (std::size_t i = 0; i < times.size(); ++i)
-      line << (std::isfinite(values[i]) ? pointOf(frame, times[i], values[i])
-                                        : QPointF(times[i], std::nan("")));
+    for (std::size_t i = 0; i < times.size(); ++i) {
+      const double value = values[drawnValue(i, values.size())];
+      line << (std::isfinite(value) ? pointOf(frame, times[i], value) : QPointF(times[i], std::nan("")));
+    }
     painter.setPen(pen);
     for (QPolygonF const& part : clippedLine(line, frame.plot(), look.finest)) painter.drawPolyline(part);
   };

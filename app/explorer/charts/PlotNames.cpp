@@ -10,17 +10,27 @@ namespace runsieve::app {
 QRectF PlotNames::placeFor(QSizeF const& size, double left, std::vector<double> const& tops) const
 {
   const double least = plot.left() + theme.gap;
-  const double x = std::clamp(left, least, std::max(least, plot.right() - size.width() - theme.gap));
-  QRectF first;
-  for (double const top : tops) {
-    const QRectF place(QPointF(x, top), size);
-    if (place.top() < plot.top() || place.bottom() > plot.bottom()) continue;
-    if (first.isNull()) first = place;
-    if (std::none_of(taken.begin(), taken.end(),
-                     [&](QRectF const& other) { return other.intersects(place); }))
-      return place;
-  }
-  return first.isNull() ? QRectF(QPointF(x, plot.top()), size) : first;
+  const double most = std::max(least, plot.right() - size.width() - theme.gap);
+  std::vector<double> wanted;
+  for (double const top : tops)
+    if (top >= plot.top() && top + size.height() <= plot.bottom()) wanted.push_back(top);
+  if (wanted.empty()) wanted.push_back(plot.top());
+  const QRectF best(QPointF(std::clamp(left, least, most), wanted.front()), size);
+  // Where all of these are taken any place is better than one over another name: in another line, or behind
+  // another name.
+  for (double top = plot.top(); top + size.height() <= plot.bottom(); top += size.height())
+    wanted.push_back(top);
+  std::vector<double> begins = {best.left()};
+  for (QRectF const& other : taken)
+    if (other.right() + theme.gap <= most) begins.push_back(other.right() + theme.gap);
+  for (double const begin : begins)
+    for (double const top : wanted) {
+      const QRectF place(QPointF(begin, top), size);
+      if (std::none_of(taken.begin(), taken.end(),
+                       [&](QRectF const& other) { return other.intersects(place); }))
+        return place;
+    }
+  return best;
 }
 
 void PlotNames::paint(QPainter& painter, QString const& text, QColor const& color, double left,

@@ -1,5 +1,7 @@
 #include "app/explorer/charts/RunsRenderer.h"
 
+#include "app/explorer/charts/DrawnTimes.h"
+
 #include <runsieve/core/coverage/CoverageLanes.h>
 
 #include <algorithm>
@@ -63,24 +65,26 @@ void RunsRenderer::begin(RunsRequest const& request)
   frame.layers.clear();
   layers.clear();
   columns.clear();
-  for (double const time : request.scan->times)
+  for (double const time : drawnTimes(request.scan->times, request.time))
     columns.push_back(static_cast<float>(request.time.place(time) * request.size.width()));
 }
 
 void RunsRenderer::fillPoints(std::vector<std::uint32_t> const& runs, std::size_t first, std::size_t end)
 {
-  const std::size_t times = columns.size();
-  points.resize(2 * times * (end - first));
+  const std::size_t count = columns.size();
+  const std::size_t times = frame.scan->times.size();
+  points.resize(2 * count * (end - first));
   float* point = points.data();
   const double height = frame.size.height();
   const double scale = height / (frame.value.high() - frame.value.low());
   const double low = frame.value.low();
-  for (std::size_t i = first; i < end; ++i) {
-    double const* values = frame.scan->valuesOf(frame.output, runs[i]);
-    for (std::size_t time = 0; time < times; ++time) {
-      *point++ = columns[time];
-      const double y = frame.value.isLogarithmic() ? frame.value.place(values[time]) * height
-                                                   : (values[time] - low) * scale;
+  for (std::size_t run = first; run < end; ++run) {
+    double const* values = frame.scan->valuesOf(frame.output, runs[run]);
+    for (std::size_t i = 0; i < count; ++i) {
+      const double value = values[drawnValue(i, times)];
+      *point++ = columns[i];
+      const double y =
+          frame.value.isLogarithmic() ? frame.value.place(value) * height : (value - low) * scale;
       *point++ = static_cast<float>(y);
     }
   }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/explorer/charts/ChartFrame.h"
-#include "app/explorer/figure/FigureContent.h"
 #include "app/explorer/charts/PlotNames.h"
+#include "app/explorer/figure/FigureContent.h"
 
 #include <cstddef>
 

@@ -1,20 +1,34 @@
 #include "app/explorer/figure/FigureLayers.h"
 
+#include "app/explorer/charts/RunBands.h"
+
 namespace runsieve::app {
 
-std::vector<FigureLayer> figureLayers(FigureContent const& content, Theme const& theme)
+std::vector<FigureLayer> figureLayers(FigureContent const& content, FigureOptions const& options,
+                                      Theme const& theme)
 {
   constexpr double pale = 0.3;
   std::vector<FigureLayer> layers;
-  const RunSet all(content.scan->runs.size(), true);
+  // Bands of all runs would hide how those of the passing runs differ from the others.
+  const bool apart = content.sieves && bandsKindOf(options.runsLook).has_value();
+  const RunSet ground = apart ? content.passing.complement() : RunSet(content.scan->runs.size(), true);
   const bool faded = content.sieves && content.focus == Focus::Faded;
   if (!content.sieves || content.focus != Focus::Hidden)
-    layers.push_back({"all runs", theme.all, all, faded ? pale : 1.0});
-  if (content.sieves) layers.push_back({"passing runs", theme.passing, content.passing, 1.0});
+    layers.push_back({apart ? "other runs" : "all runs", theme.all, ground, faded ? pale : 1.0});
   for (NamedSet const& set : content.sets)
     layers.push_back(
         {QString::fromStdString(set.name), theme.sets[set.color % theme.sets.size()], set.runs, 1.0});
+  // Above the sets, which may hold the same runs.
+  if (content.sieves) layers.push_back({"passing runs", theme.passing, content.passing, 1.0});
   return layers;
+}
+
+QString othersText(FigureContent const& content, FigureOptions const& options)
+{
+  const bool isTold = content.focus != Focus::Hidden && bandsKindOf(options.runsLook);
+  if (!content.sieves || isTold) return {};
+  const QString text = "parameters: dark are the other runs";
+  return options.counts ? text + QString(" (%1)").arg(content.passing.complement().count()) : text;
 }
 
 QString legendText(FigureLayer const& layer, FigureOptions const& options)

@@ -24,7 +24,12 @@ struct FigureLayer
 };
 
 /// The groups of runs of a figure, the later ones above.
-[[nodiscard]] std::vector<FigureLayer> figureLayers(FigureContent const& content, Theme const& theme);
+[[nodiscard]] std::vector<FigureLayer> figureLayers(FigureContent const& content,
+                                                    FigureOptions const& options, Theme const& theme);
+
+/// What the dark marks in the charts of parameters are, where no group of the legend says so: the runs that
+/// do not pass. Empty if nothing passes or fails.
+[[nodiscard]] QString othersText(FigureContent const& content, FigureOptions const& options);
 
 /// What the legend says of a group: its name, and how many runs it has if counts are shown.
 [[nodiscard]] QString legendText(FigureLayer const& layer, FigureOptions const& options);

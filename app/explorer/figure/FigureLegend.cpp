@@ -19,9 +19,8 @@ QString lookText(FigureOptions const& options)
 } // namespace
 
 FigureLegend::FigureLegend(std::vector<FigureLayer> const& ofLayers, FigureOptions const& options,
-                           Theme const& ofTheme, double ofWidth)
-    : layers(ofLayers), theme(ofTheme), metrics(theme.font), width(ofWidth),
-      look(elided(lookText(options), theme.font, width - 2.0 * theme.gap))
+                           QString const& note, Theme const& ofTheme, double ofWidth)
+    : layers(ofLayers), theme(ofTheme), metrics(theme.font), width(ofWidth)
 {
   double x = theme.gap;
   double y = 0.0;
@@ -38,12 +37,17 @@ FigureLegend::FigureLegend(std::vector<FigureLayer> const& ofLayers, FigureOptio
     texts.push_back(elided(legendText(layer, options), theme.font, width - swatch() - 4.0 * theme.gap));
     places.push_back(place(swatch() + theme.gap + metrics.horizontalAdvance(texts.back())));
   }
-  lookPlace = look.isEmpty() ? QPointF(theme.gap, y) : place(metrics.horizontalAdvance(look));
+  for (QString const& text : {lookText(options), note}) {
+    if (text.isEmpty()) continue;
+    notes.push_back(elided(text, theme.font, width - 2.0 * theme.gap));
+    notePlaces.push_back(place(metrics.horizontalAdvance(notes.back())));
+  }
+  last = y;
 }
 
 double FigureLegend::height() const
 {
-  return lookPlace.y() + lineHeight() + theme.gap;
+  return last + metrics.height() + theme.gap;
 }
 
 void FigureLegend::paint(QPainter& painter, QPointF const& corner) const
@@ -59,9 +63,9 @@ void FigureLegend::paint(QPainter& painter, QPointF const& corner) const
     painter.setPen(theme.ink);
     painter.drawText(at + QPointF(swatch() + theme.gap, metrics.ascent()), texts[i]);
   }
-  if (look.isEmpty()) return;
   painter.setPen(theme.faint);
-  painter.drawText(begin + lookPlace + QPointF(0.0, metrics.ascent()), look);
+  for (std::size_t i = 0; i < notes.size(); ++i)
+    painter.drawText(begin + notePlaces[i] + QPointF(0.0, metrics.ascent()), notes[i]);
 }
 
 } // namespace runsieve::app

@@ -19,9 +19,10 @@ namespace runsieve::app {
 class FigureLegend
 {
 public:
-  /// All must outlive this object. \param width of the lines
-  FigureLegend(std::vector<FigureLayer> const& layers, FigureOptions const& options, Theme const& theme,
-               double width);
+  /// All but the note must outlive this object. \param note what else is to be said; may be empty
+  /// \param width of the lines
+  FigureLegend(std::vector<FigureLayer> const& layers, FigureOptions const& options, QString const& note,
+               Theme const& theme, double width);
 
   [[nodiscard]] double height() const;
   void paint(QPainter& painter, QPointF const& corner) const;
@@ -36,8 +37,9 @@ private:
   double width;
   std::vector<QString> texts;  ///< one per layer
   std::vector<QPointF> places; ///< likewise, from the corner
-  QString look;                ///< what bands or shades mean; empty for lines
-  QPointF lookPlace;
+  std::vector<QString> notes;  ///< what bands or shades mean, and more
+  std::vector<QPointF> notePlaces;
+  double last = 0.0; ///< top of the last line, from the corner
 };
 
 } // namespace runsieve::app

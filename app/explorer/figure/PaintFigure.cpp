@@ -54,7 +54,7 @@ public:
   FigurePainter(QPainter& onto, FigureContent const& ofContent, FigureOptions const& ofOptions,
                 double pixelsPerUnit)
       : painter(onto), content(ofContent), options(ofOptions), theme(figureTheme(options)),
-        metrics(theme.font), scale(pixelsPerUnit), layers(figureLayers(content, theme)),
+        metrics(theme.font), scale(pixelsPerUnit), layers(figureLayers(content, options, theme)),
         outputs(content.shownOutputs(options.outputs)),
         parameters(content.shownParameters(options.parameters, options.strongest))
   {}
@@ -68,7 +68,8 @@ public:
     auto const [charts, small] = divided(room);
     QRectF runs = charts;
     if (options.legend) {
-      const FigureLegend legend(layers, options, theme, charts.width());
+      const FigureLegend legend(layers, options, small.isEmpty() ? QString() : legendNote(), theme,
+                                charts.width());
       runs.setBottom(runs.bottom() - legend.height());
       legend.paint(painter, runs.bottomLeft());
     }
@@ -95,10 +96,16 @@ private:
     return room.top() + large.height() + theme.gap;
   }
 
+  [[nodiscard]] QString legendNote() const
+  {
+    return parameters.empty() ? QString() : othersText(content, options);
+  }
+
   /// Height of a plot of the runs in a room.
   [[nodiscard]] double plotHeight(QSizeF const& room) const
   {
-    const double legend = options.legend ? FigureLegend(layers, options, theme, room.width()).height() : 0.0;
+    const double legend =
+        options.legend ? FigureLegend(layers, options, legendNote(), theme, room.width()).height() : 0.0;
     const RunsFigure lowest(content, options, theme, layers, outputs.back());
     const double each = (room.height() - legend - lowest.timeHeight()) / static_cast<double>(outputs.size());
     return each - theme.tick - 0.6 * metrics.height();

@@ -2,6 +2,7 @@
 
 #include "app/explorer/charts/BandsPicture.h"
 #include "app/explorer/charts/ClippedLine.h"
+#include "app/explorer/charts/DrawnTimes.h"
 #include "app/explorer/charts/ShadeGradient.h"
 #include "app/explorer/figure/FigureGates.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
@@ -25,7 +26,9 @@ constexpr double leastBar = 3.0; ///< height, in lines of text
 template <class Values> QPolygonF lineOf(Scan const& scan, Values const& values, ChartFrame const& frame)
 {
   QPolygonF line;
-  for (std::size_t i = 0; i < scan.times.size(); ++i) line << frame.at(scan.times[i], values[i]);
+  const std::vector<double> times = drawnTimes(scan.times, frame.horizontal());
+  for (std::size_t i = 0; i < times.size(); ++i)
+    line << frame.at(times[i], values[drawnValue(i, scan.times.size())]);
   return line;
 }
 

@@ -101,7 +101,7 @@ void BoxPage::take(std::shared_ptr<BoxOfRuns const> found)
   told->setText(box ? boxWords(*box) : QString());
   told->setVisible(box != nullptr);
   use->setVisible(box != nullptr && box->restricted > 0);
-  progress->setResult(box ? QString("%L1 of %L2 parameters matter, the most certain first.")
+  progress->setResult(box ? QString("Limits on %L1 of %L2 parameters, the most certain first.")
                                 .arg(box->restricted)
                                 .arg(box->parameters.size())
                           : QString());

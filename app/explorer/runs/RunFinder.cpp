@@ -1,5 +1,7 @@
 #include "app/explorer/runs/RunFinder.h"
 
+#include "app/explorer/charts/DrawnTimes.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -8,8 +10,9 @@ namespace runsieve::app {
 std::optional<FoundRun> findRun(Scan const& scan, std::size_t output, ChartFrame const& frame,
                                 QPointF const& place, double reach, RunSet const& among)
 {
-  if (!frame.plot().contains(place) || place.x() < frame.xAt(scan.times.front()) - reach ||
-      place.x() > frame.xAt(scan.times.back()) + reach)
+  const std::vector<double> drawn = drawnTimes(scan.times, frame.horizontal());
+  if (!frame.plot().contains(place) || place.x() < frame.xAt(drawn.front()) - reach ||
+      place.x() > frame.xAt(drawn.back()) + reach)
     return std::nullopt;
   const double time = frame.xValue(place.x());
   auto const after = std::lower_bound(scan.times.begin(), scan.times.end(), time);

@@ -20,9 +20,9 @@ struct FoundRun
   double value; ///< of the run at that time; NaN if it is missing
 };
 
-/// The run whose line is nearest to a place, up and down, within some pixels; before the first time and behind
-/// the last one its ends count. Nothing if there is none.
-/// \param among the runs to look at \param reach pixels
+/// The run whose line is nearest to a place, up and down, within some pixels; before the first time and
+/// behind the last one its ends count. Nothing if there is none. \param among the runs to look at \param
+/// reach pixels
 [[nodiscard]] std::optional<FoundRun> findRun(Scan const& scan, std::size_t output, ChartFrame const& frame,
                                               QPointF const& place, double reach, RunSet const& among);
 

@@ -1,6 +1,7 @@
 #include "app/explorer/runs/RunsOverlay.h"
 
 #include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/charts/DrawnTimes.h"
 #include "app/explorer/charts/GateLook.h"
 #include "app/explorer/charts/PlotNames.h"
 #include "app/explorer/runs/GateShapes.h"
@@ -134,8 +135,9 @@ void RunsOverlay::paintRun(QPainter& painter, std::size_t run, QColor const& col
   double const* values = scan.valuesOf(output, run);
   QPainterPath path;
   bool isDown = false;
-  for (std::size_t i = 0; i < scan.times.size(); ++i) {
-    const QPointF point = frame.at(scan.times[i], values[i]);
+  const std::vector<double> times = drawnTimes(scan.times, frame.horizontal());
+  for (std::size_t i = 0; i < times.size(); ++i) {
+    const QPointF point = frame.at(times[i], values[drawnValue(i, scan.times.size())]);
     const bool isThere = std::isfinite(point.y());
     if (isThere && isDown) path.lineTo(point);
     if (isThere && !isDown) path.moveTo(point);

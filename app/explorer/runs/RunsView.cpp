@@ -103,11 +103,12 @@ std::vector<RunsView::RunGroup> RunsView::groups() const
   const bool sieves = document.sieves();
   if (!sieves || document.state().view.focus != Focus::Hidden)
     shown.push_back({"all runs", nullptr, theme.all});
-  if (sieves) shown.push_back({"passing", &document.passing(), theme.passing});
   for (NamedSet const& set : document.state().sets)
     if (set.shown)
       shown.push_back(
           {QString::fromStdString(set.name), &set.runs, theme.sets[set.color % theme.sets.size()]});
+  // Above the sets, which may hold the same runs.
+  if (sieves) shown.push_back({"passing", &document.passing(), theme.passing});
   return shown;
 }
 

@@ -51,7 +51,7 @@ public:
   [[nodiscard]] std::vector<LegendLine> legend() const;
 
   QSize sizeHint() const override { return {700, 420}; }
-  QSize minimumSizeHint() const override { return {200, 110}; }
+  QSize minimumSizeHint() const override { return {200, 56}; }
 
 Q_SIGNALS:
   void legendChanged();

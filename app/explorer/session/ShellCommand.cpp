@@ -146,6 +146,25 @@ std::string rangeText(std::string const& output, TypedRange const& range)
   return formatGate(gate);
 }
 
+/// Names of gates, if some are not those that a figure gives by itself, and pinned runs.
+void addNames(Words& words, Session const& session)
+{
+  Words names;
+  bool own = false;
+  for (NamedGate const& gate : session.gates) {
+    if (!gate.on) continue;
+    names.push_back(gate.name);
+    own = own || gate.name != "Gate " + std::to_string(names.size());
+  }
+  if (own) addAll(words, "--gate-name", names);
+  if (session.pinned.empty()) return;
+  Gate pinned;
+  pinned.kind = GateKind::Runs;
+  pinned.runs = session.pinned;
+  const std::string text = formatGate(pinned);
+  add(words, "--pin", text.substr(text.find(' ') + 1));
+}
+
 void addView(Words& words, Session const& session)
 {
   SessionView const& view = session.view;
@@ -202,6 +221,7 @@ std::vector<std::string> figureCommand(Session const& session, FigureOptions con
   if (options.parameters.empty() && options.strongest != FigureOptions().strongest)
     add(words, "--strongest", std::to_string(options.strongest));
   addParts(words, options);
+  addNames(words, session);
   add(words, "-o", picture);
   return words;
 }

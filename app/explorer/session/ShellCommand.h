@@ -23,8 +23,8 @@ namespace runsieve::app {
 [[nodiscard]] std::vector<std::string> figureCommand(Session const& session, FigureOptions const& options,
                                                      Scan const& scan, std::string const& picture);
 
-/// The lines that make table and picture of a session. Sets and pinned runs have no options: a session that
-/// is saved and given to `--sieve` has them.
+/// The lines that make table and picture of a session. Sets have no options: a session that is saved and
+/// given to `--sieve` has them.
 [[nodiscard]] std::string commandOf(Session const& session, FigureOptions const& options, Scan const& scan);
 /// The same of a document. \param complete adds what the document does not know, such as the zoom
 [[nodiscard]] std::string commandOf(Document const& document,

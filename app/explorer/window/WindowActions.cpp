@@ -166,7 +166,12 @@ void ExplorerWindow::connectViewActions()
       layout->bring(*parametersPane);
       parametersPane->showPage(static_cast<ParametersPage>(page));
     });
-  table->on("view.addoutput", [this] { runsPane->addOutput(); });
+  table->on("view.addoutput", [this] {
+    if (!runsPane->addOutput())
+      status->tell(content.state().view.outputs.size() == ViewState::mostOutputs
+                       ? QString("At most %1 outputs are shown at once").arg(ViewState::mostOutputs)
+                       : QString("All outputs are shown"));
+  });
   table->on("view.limits", [this] { editLimits(content, runsPane->zoom(), this); });
   table->on("method.edit", [this] { editMethod(content, this); });
   table->on("zoom.reset", [this] { runsPane->zoom().reset(); });
