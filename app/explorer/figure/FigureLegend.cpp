@@ -43,7 +43,7 @@ FigureLegend::FigureLegend(std::vector<FigureLayer> const& ofLayers, FigureOptio
 
 double FigureLegend::height() const
 {
-  return lookPlace.y() + lineHeight() + theme.gap;
+  return lookPlace.y() + metrics.height() + theme.gap;
 }
 
 void FigureLegend::paint(QPainter& painter, QPointF const& corner) const
