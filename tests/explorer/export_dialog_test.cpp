@@ -133,6 +133,15 @@ TEST_F(ExportScene, TheFigureGoesToTheClipboardInPixels)
   EXPECT_EQ(QApplication::clipboard()->image().size(), app::figurePixels(dialog->form().options()));
 }
 
+TEST_F(ExportScene, TheOptionsOfACopiedFigureAreKept)
+{
+  named<QDoubleSpinBox>("Width")->setValue(97.0);
+  dialog->copy();
+  ASSERT_TRUE(waitFor([&] { return dialog->outcome().contains("on the clipboard"); }));
+  open();
+  EXPECT_EQ(dialog->form().options().width, 97.0);
+}
+
 TEST_F(ExportScene, TheOptionsOfTheLastFigureAreKept)
 {
   named<QDoubleSpinBox>("Width")->setValue(99.0);
