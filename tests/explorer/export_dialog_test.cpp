@@ -12,9 +12,12 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QFontDatabase>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
+#include <QSpinBox>
 #include <QTemporaryDir>
 
 namespace runsieve::test {
@@ -130,6 +133,15 @@ TEST_F(ExportScene, TheFigureGoesToTheClipboardInPixels)
   EXPECT_EQ(QApplication::clipboard()->image().size(), app::figurePixels(dialog->form().options()));
 }
 
+TEST_F(ExportScene, TheOptionsOfACopiedFigureAreKept)
+{
+  named<QDoubleSpinBox>("Width")->setValue(97.0);
+  dialog->copy();
+  ASSERT_TRUE(waitFor([&] { return dialog->outcome().contains("on the clipboard"); }));
+  open();
+  EXPECT_EQ(dialog->form().options().width, 97.0);
+}
+
 TEST_F(ExportScene, TheOptionsOfTheLastFigureAreKept)
 {
   named<QDoubleSpinBox>("Width")->setValue(99.0);
@@ -162,6 +174,169 @@ TEST_F(ExportScene, EveryControlHasAnAccessibleNameOrText)
     auto* check = qobject_cast<QCheckBox*>(box);
     EXPECT_FALSE((check ? check->text() : box->accessibleName()).isEmpty()) << box->metaObject()->className();
   }
+}
+
+/// Options that all differ from those of a first figure.
+app::FigureOptions otherOptions()
+{
+  app::FigureOptions options;
+  options.width = 91.5;
+  options.height = 77.5;
+  options.dpi = 450;
+  options.family = QFontDatabase().families().last();
+  options.fontSize = 9.5;
+  options.lineWidth = 1.25;
+  options.title = "Of this scan only";
+  options.gates = options.legend = options.counts = options.thresholds = false;
+  options.scaleBar = options.ground = false;
+  options.runsLook = app::RunsLook::Lines;
+  options.parameterLook = app::ParameterLook::Scatter;
+  options.strongest = 11;
+  options.palette = app::FigurePalette::ColourBlind;
+  return options;
+}
+
+/// What is kept from one figure to the next.
+void expectSameManner(app::FigureOptions const& found, app::FigureOptions const& wanted)
+{
+  EXPECT_EQ(found.width, wanted.width);
+  EXPECT_EQ(found.height, wanted.height);
+  EXPECT_EQ(found.dpi, wanted.dpi);
+  EXPECT_EQ(found.family, wanted.family);
+  EXPECT_EQ(found.fontSize, wanted.fontSize);
+  EXPECT_EQ(found.lineWidth, wanted.lineWidth);
+  EXPECT_EQ(found.gates, wanted.gates);
+  EXPECT_EQ(found.legend, wanted.legend);
+  EXPECT_EQ(found.counts, wanted.counts);
+  EXPECT_EQ(found.thresholds, wanted.thresholds);
+  EXPECT_EQ(found.scaleBar, wanted.scaleBar);
+  EXPECT_EQ(found.ground, wanted.ground);
+  EXPECT_EQ(found.strongest, wanted.strongest);
+  EXPECT_EQ(found.palette, wanted.palette);
+}
+
+TEST_F(ExportScene, TheFormShowsTheOptionsItIsGivenAndGivesThemBack)
+{
+  const app::FigureOptions wanted = otherOptions();
+  const app::FigureForm form(app::figureContentOf(document, {0.0, 10.0}, {}), wanted);
+  const app::FigureOptions found = form.options();
+  expectSameManner(found, wanted);
+  EXPECT_EQ(found.title, wanted.title);
+  EXPECT_EQ(found.runsLook, wanted.runsLook);
+  EXPECT_EQ(found.parameterLook, wanted.parameterLook);
+  EXPECT_TRUE(found.parameters.empty());
+}
+
+TEST_F(ExportScene, ParametersThatAreListedTakeThePlaceOfANumberOfThem)
+{
+  app::FigureOptions wanted;
+  wanted.parameters = {4, 2};
+  const app::FigureForm form(app::figureContentOf(document, {0.0, 10.0}, {}), wanted);
+  EXPECT_THAT(form.options().parameters, testing::ElementsAre(4, 2));
+  for (auto* box : form.findChildren<QSpinBox*>())
+    if (box->accessibleName() == "How many parameters") EXPECT_FALSE(box->isEnabled());
+}
+
+TEST_F(ExportScene, NumbersHaveTheirUnitsAndLimits)
+{
+  const app::FigureForm form(app::figureContentOf(document, {0.0, 10.0}, {}), {});
+  QStringList texts;
+  for (auto* box : form.findChildren<QDoubleSpinBox*>()) {
+    texts << box->text();
+    if (box->accessibleName() == "Width" || box->accessibleName() == "Height") {
+      EXPECT_EQ(box->minimum(), app::FigureOptions::shortest);
+      EXPECT_EQ(box->maximum(), app::FigureOptions::longest);
+    }
+  }
+  for (auto* box : form.findChildren<QSpinBox*>()) texts << box->text();
+  for (char const* text : {"180.0 mm", "130.0 mm", "8.0 pt", "0.75 pt", "300 dpi", "6"})
+    EXPECT_TRUE(texts.contains(text)) << text << " is not among " << texts.join(" | ").toStdString();
+}
+
+TEST_F(ExportScene, TheDialogBeginsWithTheLooksOfTheWindow)
+{
+  app::ViewState looks;
+  looks.runsLook = app::RunsLook::Bands;
+  looks.parameterLook = app::ParameterLook::Densities;
+  app::ExportDialog other(app::figureContentOf(document, {0.0, 10.0}, {}), looks);
+  EXPECT_EQ(other.form().options().runsLook, app::RunsLook::Bands);
+  EXPECT_EQ(other.form().options().parameterLook, app::ParameterLook::Densities);
+}
+
+TEST_F(ExportScene, ItTellsTheSizeInPixelsAndHowManyParametersHaveRoom)
+{
+  auto const told = [&] {
+    for (auto* label : dialog->findChildren<QLabel*>())
+      if (label->text().contains(" pixels")) return label->text();
+    return QString();
+  };
+  EXPECT_EQ(told(), QString::fromUtf8("180 \u00d7 130 mm; as PNG 2126 \u00d7 1535 pixels"));
+  named<QDoubleSpinBox>("Width")->setValue(60.0);
+  named<QDoubleSpinBox>("Height")->setValue(50.0);
+  EXPECT_TRUE(waitFor([&] { return told().endsWith("pixels; room for 0 of 6 parameters"); }))
+      << told().toStdString();
+}
+
+TEST_F(ExportScene, ThePreviewFillsItsRoomInTheShapeOfTheFigure)
+{
+  const QWidget& room = dialog->preview();
+  auto const expectFits = [&](double shape) {
+    const QSizeF size = QSizeF(dialog->preview().picture().size()) / room.devicePixelRatioF();
+    EXPECT_NEAR(size.width() / size.height(), shape, 0.02);
+    const double free = std::min(room.width() - size.width(), room.height() - size.height());
+    EXPECT_NEAR(free, 24.0, 1.5);
+  };
+  expectFits(180.0 / 130.0);
+  named<QDoubleSpinBox>("Height")->setValue(360.0);
+  ASSERT_TRUE(previewed());
+  expectFits(0.5);
+  const double former = dialog->preview().picture().height();
+  dialog->resize(dialog->width(), dialog->height() + 100);
+  EXPECT_TRUE(waitFor([&] { return dialog->preview().picture().height() > former + 50.0; }));
+}
+
+TEST_F(ExportScene, ThePreviewStandsInTheMiddleAndOnSquaresIfItHasNoGround)
+{
+  auto const cornerOf = [&](QImage const& seen) {
+    const double ratio = dialog->preview().devicePixelRatioF();
+    const QSize size = dialog->preview().picture().size();
+    const QPoint corner((seen.width() - size.width()) / 2, (seen.height() - size.height()) / 2);
+    const int inside = static_cast<int>(2.0 * ratio);
+    return seen.copy(QRect(corner + QPoint(inside, inside), QSize(8, 8)));
+  };
+  auto const isPlain = [](QImage const& part) {
+    for (int y = 0; y < part.height(); ++y)
+      for (int x = 0; x < part.width(); ++x)
+        if (part.pixel(x, y) != qRgb(255, 255, 255)) return false;
+    return true;
+  };
+  EXPECT_TRUE(isPlain(cornerOf(dialog->preview().grab().toImage())));
+  for (auto* box : dialog->findChildren<QCheckBox*>())
+    if (box->text() == "White ground") box->setChecked(false);
+  ASSERT_TRUE(previewed());
+  EXPECT_FALSE(isPlain(cornerOf(dialog->preview().grab().toImage())));
+}
+
+TEST_F(ExportScene, WhatIsOfOneScanIsNotKeptButAllElseIs)
+{
+  app::keepFigureOptions(otherOptions());
+  const app::FigureOptions found = app::lastFigureOptions();
+  expectSameManner(found, otherOptions());
+  EXPECT_TRUE(found.title.isEmpty());
+  EXPECT_TRUE(found.parameters.empty());
+  EXPECT_TRUE(found.outputs.empty());
+  app::keepFigureOptions({});
+  expectSameManner(app::lastFigureOptions(), {});
+}
+
+TEST_F(ExportScene, SizesThatNoPresetHasAreAnOwnSize)
+{
+  auto* preset = named<QComboBox>("Size for");
+  EXPECT_EQ(preset->currentText(), "2 columns, 180 mm");
+  named<QDoubleSpinBox>("Height")->setValue(131.0);
+  EXPECT_EQ(preset->currentIndex(), 0);
+  named<QDoubleSpinBox>("Height")->setValue(130.0);
+  EXPECT_EQ(preset->currentText(), "2 columns, 180 mm");
 }
 
 } // namespace

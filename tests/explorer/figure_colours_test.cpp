@@ -10,7 +10,7 @@ namespace runsieve::test {
 namespace {
 
 using Kind = RecordedShape::Kind;
-using testing::Each;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::SizeIs;
 
@@ -32,6 +32,16 @@ struct FigureColours : FigureScene
         values.push_back(document.scan().parameters[parameter].values[run]);
     std::sort(values.begin(), values.end());
     return values;
+  }
+
+  /// Texts right of the plot of the runs.
+  [[nodiscard]] std::vector<std::string> besideThePlot() const
+  {
+    std::vector<std::string> texts;
+    for (RecordedText const& text : page->recorded().texts)
+      if (text.ink.left() > plot().right() && text.ink.bottom() < plot().bottom())
+        texts.push_back(text.text.toStdString());
+    return texts;
   }
 
   [[nodiscard]] static double shareUpTo(std::vector<double> const& values, double value)
@@ -411,6 +421,8 @@ TEST_F(FigureColours, ScaleBarsTellTheLargestAndTheSmallestNumberOfRunsFromTheir
         ++numbers;
         const bool isUpper = text.ink.center().y() < bar.box().center().y();
         EXPECT_EQ(text.text == "1", !isUpper) << text.text.toStdString();
+        EXPECT_NEAR(isUpper ? text.ink.top() : text.ink.bottom(),
+                    isUpper ? bar.box().top() : bar.box().bottom(), 12.0);
       }
     EXPECT_EQ(numbers, 2);
   }
@@ -418,6 +430,28 @@ TEST_F(FigureColours, ScaleBarsTellTheLargestAndTheSmallestNumberOfRunsFromTheir
   const QColor upper = bars[0].brush.gradient()->stops().back().second;
   EXPECT_GT(upper.red(), upper.blue()) << "that of the passing runs";
   EXPECT_THAT(found("runs"), SizeIs(2));
+}
+
+TEST_F(FigureColours, ScaleBarsHaveRoomForFiveDigits)
+{
+  document.open(lineScan(12'000, 1), {});
+  showOutputs({1});
+  options.strongest = 0;
+  draw();
+  EXPECT_THAT(besideThePlot(), Contains(SizeIs(5))); // more than 10,000 runs at their beginning
+  for (RecordedText const& text : page->recorded().texts)
+    EXPECT_LT(text.ink.right(), paper().right() - theme().gap) << text.text.toStdString();
+}
+
+TEST_F(FigureColours, AScaleBarOfOneNumberHasItOnce)
+{
+  options.strongest = 0; // runs of A never meet
+  draw();
+  EXPECT_THAT(besideThePlot(), ElementsAre("1", "runs"));
+  EXPECT_THAT(
+      shapes(Kind::Rectangle,
+             [](RecordedShape const& shape) { return shape.brush.style() == Qt::LinearGradientPattern; }),
+      SizeIs(1));
 }
 
 } // namespace

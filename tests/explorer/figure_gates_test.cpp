@@ -270,5 +270,20 @@ TEST_F(FigureGates, KeysOfPinnedRunsKeepClearOfOneAnotherAndOfNamesOfGates)
   }
 }
 
+TEST_F(FigureGates, StandWhereALogarithmicAxisHasTheirValues)
+{
+  addGate(gateOnA(0.5, 1.0));
+  EXPECT_TRUE(settle());
+  drawn = content();
+  drawn.logOutputs[0] = true;
+  const app::AxisMap axis = drawn.valueAxis(0);
+  EXPECT_TRUE(axis.isLogarithmic());
+  draw(drawn);
+  ASSERT_THAT(areas(), SizeIs(1));
+  EXPECT_NEAR(areas()[0].box().bottom(), plot().bottom() - axis.place(0.5) * plot().height(), 3.0);
+  drawn.logOutputs[0] = false;
+  EXPECT_FALSE(drawn.valueAxis(0).isLogarithmic());
+}
+
 } // namespace
 } // namespace runsieve::test

@@ -246,5 +246,29 @@ TEST_F(FigureLayout, WithoutOutputsTheParametersHaveAllOfIt)
   EXPECT_EQ(page->recorded().images.size(), 0u);
 }
 
+TEST_F(FigureLayout, AWideFigureEndsWithLegendAndThresholdsAtOneHeight)
+{
+  fill(1, 6);
+  document.change("Hide set", [](app::State& state) { state.sets[0].shown = false; });
+  options.width = 254.0;
+  options.height = 143.0;
+  draw();
+  double thresholds = 0.0;
+  for (RecordedText const& text : page->recorded().texts)
+    if (text.text.startsWith("* adjusted")) thresholds = text.begin.y();
+  EXPECT_NEAR(textOf("shades: runs at a point").begin.y(), thresholds, 1.0);
+}
+
+TEST_F(FigureLayout, OutputsThatAreAskedForAreShownAndNoMoreThanSix)
+{
+  fill(1, 6);
+  options.strongest = 0;
+  options.outputs = {1, 0};
+  draw();
+  EXPECT_LT(textOf("B (nM)").ink.center().y(), textOf("A").ink.center().y());
+  options.outputs = {0, 1, 2, 3, 4, 5, 0, 1, 99};
+  EXPECT_EQ(draw().images.size(), 6u);
+}
+
 } // namespace
 } // namespace runsieve::test

@@ -305,6 +305,48 @@ TEST_F(FigureFile, CurvesEndAtAllRunsAndTheTableHasAllParameters)
   for (int i = 0; i < 6; ++i) EXPECT_TRUE(table.contains(QString("k%1").arg(i)));
 }
 
+TEST_F(FigureFile, CurvesHaveEachDifferentValueOnceWithTheShareUpToIt)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0, 1.0};
+  for (int run = 0; run < 5; ++run) scan->runs.push_back({std::to_string(run), RunStatus::Complete, 2});
+  double* value = scan->addOutput({"A", "", "", ""});
+  for (int i = 0; i < 10; ++i) value[i] = i;
+  ScanParameter parameter;
+  parameter.label.name = "k";
+  parameter.values = {2.0, 1.0, 2.0, 4.0, 2.0};
+  ScanParameter strain;
+  strain.label.name = "strain";
+  strain.texts = {"WT", "mutant"};
+  strain.values = {0.0, 1.0, 1.0, nan, 1.0};
+  scan->parameters = {parameter, strain};
+  document.open(scan, {});
+  EXPECT_EQ(app::figureCurvesCsv(content(), options),
+            "parameter,group,value,share\n"
+            "\"k\",other,1,0.2\n\"k\",other,2,0.8\n\"k\",other,4,1\n"
+            "\"strain\",other,\"WT\",0.25\n\"strain\",other,\"mutant\",0.75\n");
+}
+
+TEST_F(FigureFile, WithoutGatesThereIsNoTableAndAllRunsAreOthers)
+{
+  EXPECT_TRUE(app::figureParametersCsv(content()).empty());
+  const QStringList rows = QString::fromStdString(app::figureRunsCsv(content(), options)).split('\n');
+  EXPECT_EQ(rows.size(), 1 + 11 * 40 + 1);
+  EXPECT_EQ(rows.filter(",other,").size(), 11 * 40);
+  EXPECT_TRUE(rows[1].startsWith("\"1\",other,0,0.41421"));
+}
+
+TEST_F(FigureFile, APdfHasAtMost300DotsPerInchInItsImagesAndAPngThoseAskedFor)
+{
+  options.strongest = 0;
+  options.dpi = 600;
+  options.width = options.height = 50.0;
+  EXPECT_EQ(app::figureBytes(content(), options, FigureFormat::Pdf).imageDpi, 300);
+  EXPECT_EQ(app::figureBytes(content(), options, FigureFormat::Png).imageDpi, 600);
+  options.dpi = 100;
+  EXPECT_EQ(app::figureBytes(content(), options, FigureFormat::Svg).imageDpi, 100);
+}
+
 TEST(ClippedLine, PartsOutsideAreCutOff)
 {
   const QPolygonF line({{-10.0, 5.0}, {5.0, 5.0}, {5.0, 30.0}, {8.0, 30.0}, {8.0, 5.0}});

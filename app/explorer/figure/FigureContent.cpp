@@ -8,6 +8,11 @@
 
 namespace runsieve::app {
 
+RunSet FigureContent::selected() const
+{
+  return sieves ? passing : RunSet(scan->runs.size());
+}
+
 AxisMap FigureContent::valueAxis(std::size_t output) const
 {
   auto const known = values.find(output);

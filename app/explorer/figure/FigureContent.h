@@ -34,6 +34,8 @@ struct FigureContent
   std::map<std::size_t, bool> logParameters; ///< others by their own distribution
   Focus focus = Focus::All;
 
+  /// The passing runs; none without gates.
+  [[nodiscard]] RunSet selected() const;
   /// The axis of an output.
   [[nodiscard]] AxisMap valueAxis(std::size_t output) const;
   /// Outputs that the options ask for; those that the content does not have are left out.

@@ -13,6 +13,7 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 
 namespace runsieve::app {
@@ -35,6 +36,16 @@ QLayout* row(std::initializer_list<QWidget*> widgets)
   for (QWidget* widget : widgets) layout->addWidget(widget);
   layout->addStretch(1);
   return layout;
+}
+
+/// The label of several boxes, at the height of the first one.
+QLabel* labelOf(QString const& text, QCheckBox const* first)
+{
+  auto* label = new QLabel(text);
+  label->setAlignment(Qt::AlignRight | Qt::AlignTop);
+  const int above = (first->sizeHint().height() - label->fontMetrics().height()) / 2;
+  label->setContentsMargins(0, std::max(above, 0), 0, 0);
+  return label;
 }
 
 QCheckBox* checkBox(QString const& text, bool on, char const* tip)
@@ -150,7 +161,7 @@ void FigureForm::buildContent(QFormLayout& form, FigureContent const& content, F
         if (this->options().outputs.empty()) box->setChecked(true);
       });
     }
-    form.addRow("Outputs", column);
+    form.addRow(labelOf("Outputs", outputs.front().first), column);
   }
   form.addRow("Parameters as", parameterLook);
   form.addRow("Strongest", row({strongest}));
@@ -171,7 +182,7 @@ void FigureForm::buildSwitches(QFormLayout& form, FigureOptions const& options)
     grid->addWidget(box, place / 2, place % 2);
     ++place;
   }
-  form.addRow("Show", grid);
+  form.addRow(labelOf("Show", gates), grid);
 }
 
 void FigureForm::takePreset(int index)

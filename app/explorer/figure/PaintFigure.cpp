@@ -197,7 +197,6 @@ private:
 
   std::size_t paintParameters(QRectF const& room)
   {
-    if (parameters.empty() || room.isEmpty()) return 0;
     const Grid grid = shownIn(room);
     if (grid.cells() == 0) return 0;
     const QStringList lines = thresholdLines(room.width() - theme.gap);

@@ -4,6 +4,7 @@
 #include "app/explorer/charts/ClippedLine.h"
 #include "app/explorer/charts/CurveBand.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
+#include "app/explorer/parameters/RunDots.h"
 
 #include <QFontMetricsF>
 #include <QLineF>
@@ -162,33 +163,25 @@ void ParameterFigure::paintScatter(QPainter& painter, QRectF const& place, doubl
 {
   Scan const& scan = *content.scan;
   const std::size_t output = content.outputs.front();
-  AxisMap values = content.valueAxis(output);
-  const ChartFrame frame(place, {roomy(samples.axis), {}}, {values, {}}, theme);
+  const ChartFrame frame(place, {roomy(samples.axis), {}}, {content.valueAxis(output), {}}, theme);
+  std::vector<double> last;
+  for (std::size_t run = 0; run < scan.runs.size(); ++run)
+    last.push_back(scan.valuesOf(output, run)[scan.times.size() - 1]);
+  const RunColumns across(scan.parameters[parameter].values, samples.axis);
+  const RunColumns up(last, frame.vertical());
+  const DotPlaces places{across, up, frame.horizontal().place(samples.axis.low()),
+                         frame.horizontal().place(samples.axis.high())};
   const QSize size = (frame.plot().size() * pixelsPerUnit).toSize().expandedTo(QSize(1, 1));
-  QImage picture(size, QImage::Format_ARGB32_Premultiplied);
-  picture.fill(Qt::transparent);
-  QPainter onto(&picture);
-  onto.setRenderHint(QPainter::Antialiasing);
-  onto.scale(pixelsPerUnit, pixelsPerUnit);
-  onto.translate(-frame.plot().topLeft());
-  onto.setPen(Qt::NoPen);
-  const double radius = 1.3 * theme.line;
-  for (bool const passes : {false, true}) {
-    QColor color = passes ? theme.passing : theme.all;
-    color.setAlphaF(passes ? 0.8 : 0.35);
-    onto.setBrush(color);
-    for (std::size_t run = 0; run < scan.runs.size(); ++run) {
-      if (!content.eligible.contains(run) || (content.sieves && content.passing.contains(run)) != passes)
-        continue;
-      const QPointF at =
-          frame.at(scan.parameters[parameter].values[run], scan.valuesOf(output, run)[scan.times.size() - 1]);
-      if (std::isfinite(at.x()) && std::isfinite(at.y())) onto.drawEllipse(at, radius, radius);
-    }
-  }
-  onto.end();
+  // Dots consist of whole pixels: in finer ones they are round.
+  constexpr double dot = 0.65;  // of the width of a line, for a pixel of a screen
+  constexpr double least = 3.0; // pixels for one of a screen
+  const double ratio = dot * theme.line * pixelsPerUnit;
+  const int finer = std::max(1, static_cast<int>(std::ceil(least / ratio)));
+  const QImage dots = dotsImage(places, content.selected().mask(), content.eligible.mask(), size * finer,
+                                ratio * finer, theme);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   painter.setRenderHint(QPainter::LosslessImageRendering);
-  painter.drawImage(frame.plot(), picture);
+  painter.drawImage(frame.plot(), dots.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
   frame.paint(painter, theme);
 }
 

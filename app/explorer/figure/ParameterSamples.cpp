@@ -19,11 +19,11 @@ ParameterSamples samplesOf(FigureContent const& content, std::size_t parameter)
 {
   ParameterSamples samples;
   ScanParameter const& column = content.scan->parameters[parameter];
+  const RunSet selected = content.selected();
   for (std::size_t run = 0; run < column.values.size(); ++run) {
     const double value = column.values[run];
     if (!content.eligible.contains(run) || !std::isfinite(value)) continue;
-    const bool passes = content.sieves && content.passing.contains(run);
-    (passes ? samples.passing : samples.others).push_back(value);
+    (selected.contains(run) ? samples.passing : samples.others).push_back(value);
   }
   for (std::vector<double>* values : {&samples.passing, &samples.others})
     std::sort(values->begin(), values->end());
@@ -35,8 +35,7 @@ ParameterSamples samplesOf(FigureContent const& content, std::size_t parameter)
 
 TextGroups textGroupsOf(FigureContent const& content, std::size_t parameter)
 {
-  const RunSet none(content.scan->runs.size());
-  return textGroupsOf(content.scan->parameters[parameter], (content.sieves ? content.passing : none).mask(),
+  return textGroupsOf(content.scan->parameters[parameter], content.selected().mask(),
                       content.eligible.mask());
 }
 

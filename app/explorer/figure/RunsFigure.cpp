@@ -160,13 +160,14 @@ void RunsFigure::paintBar(QPainter& painter, DensityScale const& scale, QColor c
   painter.setBrush(shadeGradient(scale, color, theme.dark, bar.bottomLeft(), bar.topLeft()));
   painter.drawRect(bar);
   painter.setPen(theme.ink);
-  auto const write = [&](double runs, double middle) {
+  auto const write = [&](QString const& runs, double middle) {
     painter.drawText(QPointF(bar.right() + theme.gap, middle + 0.5 * (metrics.ascent() - metrics.descent())),
-                     QString::number(std::lround(runs)));
+                     runs);
   };
-  write(scale.largest(), bar.top() + 0.5 * metrics.ascent() - 0.1 * metrics.height());
-  if (scale.largest() > scale.smallest())
-    write(scale.smallest(), bar.bottom() - 0.5 * metrics.ascent() + 0.1 * metrics.height());
+  const QString most = QString::number(std::lround(scale.largest()));
+  const QString least = QString::number(std::lround(scale.smallest()));
+  write(most, bar.top() + 0.5 * metrics.ascent() - 0.1 * metrics.height());
+  if (least != most) write(least, bar.bottom() - 0.5 * metrics.ascent() + 0.1 * metrics.height());
   if (bar.height() < 5.0 * metrics.height()) return;
   const QString unit = elided("runs", theme.font, place.width());
   painter.drawText(QPointF(bar.right() + theme.gap, bar.center().y() + 0.3 * metrics.ascent()), unit);
