@@ -203,7 +203,8 @@ TEST(RunBands, OfWholeRunsAreTheDeepestRunTheDeeperHalfAndAllThatAreNotOutlying)
   mask[7] = 0;
   const auto bands = app::bandsOf(*scan, 0, mask, app::BandsKind::WholeRuns, never);
   ASSERT_TRUE(bands);
-  // In order 4 5 6 7 8 9 1000: the middle one is the deepest, those from 6 to 8 and 5 of equal depth are half.
+  // In order 4 5 6 7 8 9 1000: the middle one is the deepest, those from 6 to 8 and 5 of equal depth are
+  // half.
   const double expected[] = {4, 5, 7, 8, 9};
   for (std::size_t i = 0; i < 5; ++i) EXPECT_EQ(bands->lines[i], std::vector<double>{expected[i]}) << i;
   EXPECT_EQ(bands->outlying, std::vector<std::size_t>{0});
