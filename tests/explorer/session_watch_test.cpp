@@ -215,7 +215,7 @@ TEST(ChangedFileBar, CutsALongNameAndShowsAllOfItInATooltip)
   bar.resize(420, 40);
   const QString path = "/data/a & b" + QString(200, 'x') + "_end.csv";
   bar.tell(path);
-  bar.resize(419, 40);
+  bar.resize(600, 40);
   QLabel const* text = bar.findChild<QLabel*>();
   EXPECT_TRUE(text->text().startsWith("a & b"));
   EXPECT_TRUE(text->text().endsWith("_end.csv has changed on disk."));
