@@ -4,6 +4,7 @@
 #include "app/explorer/charts/ChartFrame.h"
 #include "app/explorer/charts/DensityLegend.h"
 #include "app/explorer/charts/RoundedValue.h"
+#include "app/explorer/charts/PlotNames.h"
 
 #include <runsieve/core/coverage/ColorRamp.h>
 #include <runsieve/core/coverage/DensityScale.h>
@@ -213,18 +214,19 @@ TEST_F(PaintedCharts, ALegendTellsWhatColoursAndShadesStandFor)
   EXPECT_NE(bars[0].brush.gradient(), nullptr);
   EXPECT_EQ(bars[1].brush.color(), QColor(Qt::red));
   EXPECT_LT(bars[1].box().height(), bars[0].box().height()) << "a colour is shown as a line";
+  EXPECT_NEAR(bars[1].box().center().y(), bars[0].box().center().y(), 0.01);
   EXPECT_EQ(bars[0].box().width(), bars[1].box().width());
-  for (QString const& text : {QString("all runs"), QString("passing")})
-    EXPECT_EQ(paper.text(text)->pen.color(), theme.ink);
-  EXPECT_EQ(paper.texts()[1], QString::fromUtf8("1\u20131500"));
-  EXPECT_EQ(paper.of(Kind::Text)[1].pen.color(), theme.faint);
+  for (Drawn const& bar : bars) EXPECT_EQ(bar.pen.style(), Qt::NoPen);
+  EXPECT_EQ(paper.text("all runs")->pen.color(), theme.ink);
+  EXPECT_EQ(paper.text("passing")->pen.color(), theme.ink);
 }
 
 TEST_F(PaintedCharts, TheBarOfShadesGoesFromTheColourOfFewRunsToThatOfMany)
 {
   const DensityScale shades = shadesOf({2, 20, 200});
   const Painting paper = legendOf({{"all runs", Qt::darkBlue, shades}});
-  QGradient const* gradient = paper.of(Kind::Rectangle).at(0).brush.gradient();
+  const Drawn bar = paper.of(Kind::Rectangle).at(0);
+  auto const* gradient = static_cast<QLinearGradient const*>(bar.brush.gradient());
   ASSERT_NE(gradient, nullptr);
   const ColorRamp ramp({0, 0, 128}, false);
   auto const colorOf = [&](double runs) {
@@ -234,6 +236,8 @@ TEST_F(PaintedCharts, TheBarOfShadesGoesFromTheColourOfFewRunsToThatOfMany)
   EXPECT_EQ(gradient->stops().first(), QGradientStop(0.0, colorOf(2.0)));
   EXPECT_EQ(gradient->stops().last(), QGradientStop(1.0, colorOf(200.0)));
   EXPECT_EQ(gradient->stops().at(gradient->stops().size() / 2), QGradientStop(0.5, colorOf(20.0)));
+  EXPECT_EQ(gradient->start().x(), bar.box().left());
+  EXPECT_EQ(gradient->finalStop().x(), bar.box().right());
 }
 
 TEST_F(PaintedCharts, ShadesOfASingleCountTellThatOne)
@@ -241,76 +245,154 @@ TEST_F(PaintedCharts, ShadesOfASingleCountTellThatOne)
   EXPECT_EQ(legendOf({{"all runs", Qt::darkBlue, shadesOf({7, 7})}}).texts(), (QStringList{"all runs", "7"}));
 }
 
-TEST_F(PaintedCharts, TheLegendEndsAtTheRightEndOfItsRoomAndNothingInItTouches)
+TEST_F(PaintedCharts, ALineOfALegendWithoutAColourIsAPaleNote)
 {
-  const Painting paper =
-      legendOf({{"all runs", Qt::darkBlue, shadesOf({1, 20, 1500})}, {"passing", Qt::red}});
-  double end = plot.left();
-  for (Drawn const& each : paper.all) {
-    EXPECT_GT(each.box().left(), end) << each.text.toStdString();
-    end = each.box().right();
-    EXPECT_NEAR(each.kind == Kind::Text ? each.box().top() - 0.35 * metrics.ascent()
-                                        : each.box().center().y(),
-                plot.center().y(), 3.0);
-  }
-  EXPECT_NEAR(end, plot.right(), 6.0);
-}
-
-TEST_F(PaintedCharts, ANoteOnALegendHasNoBar)
-{
-  const Painting paper = legendOf({{"passing", Qt::red}, {"median", {}}});
-  EXPECT_EQ(paper.of(Kind::Rectangle).size(), 1u);
+  const Painting paper = legendOf({{"median", {}}});
+  EXPECT_EQ(paper.texts(), QStringList{"median"});
+  EXPECT_TRUE(paper.of(Kind::Rectangle).empty());
   EXPECT_EQ(paper.text("median")->pen.color(), theme.faint);
 }
 
-TEST_F(PaintedCharts, InASmallRoomALegendTellsLess)
+TEST_F(PaintedCharts, ALegendInWordsTellsOfRunsAtAPoint)
 {
-  const std::vector<LegendLine> lines = {{"all runs", Qt::darkBlue, shadesOf({1, 20, 1500})},
-                                         {"passing", Qt::red}};
-  auto const painted = [&](double width) {
-    plot.setWidth(width);
-    return legendOf(lines);
-  };
-  std::vector<double> bars;
-  int texts = 3;
-  for (double width = 400.0; width > 0.0; width -= 4.0) {
-    const Painting paper = painted(width);
-    for (Drawn const& each : paper.all) EXPECT_TRUE(plot.contains(each.box().center())) << width;
-    EXPECT_LE(paper.texts().size(), texts) << width;
-    texts = paper.texts().size();
-    if (paper.texts().isEmpty()) continue;
-    EXPECT_TRUE(paper.texts()[0].startsWith("al")) << "lines at the end go first";
-    if (bars.empty() || paper.of(Kind::Rectangle)[0].box().width() < bars.back())
-      bars.push_back(paper.of(Kind::Rectangle)[0].box().width());
-  }
-  EXPECT_EQ(bars.size(), 3u) << "bars become short in two steps";
-  EXPECT_EQ(texts, 0);
-}
-
-TEST_F(PaintedCharts, LongNamesOfALegendAreCut)
-{
-  const QString name = QString("a very long name ").repeated(20) + "end";
-  const Painting paper = legendOf({{name, Qt::blue}, {"passing", Qt::red}});
-  ASSERT_EQ(paper.texts().size(), 2);
-  EXPECT_TRUE(paper.texts()[0].contains(QString::fromUtf8("\u2026")));
-  EXPECT_LT(paper.of(Kind::Text)[0].box().width(), 0.5 * plot.width());
-  EXPECT_EQ(paper.texts()[1], "passing");
-}
-
-TEST_F(PaintedCharts, LinesOfALegendForWhichThereIsNoRoomAreLeftOut)
-{
-  EXPECT_TRUE(legendOf({}).all.empty());
-  const std::vector<LegendLine> many(30, {"set", Qt::blue});
-  const int texts = legendOf(many).texts().size();
-  EXPECT_GT(texts, 8);
-  EXPECT_LT(texts, 30);
-}
-
-TEST(LegendText, SaysWhatABarShows)
-{
-  EXPECT_EQ(app::legendText({"all runs", Qt::blue, shadesOf({1, 20, 1500})}).toStdString(),
-            "all runs: 1\u20131500 runs at a point");
   EXPECT_EQ(app::legendText({"passing", Qt::red}), "passing");
+  EXPECT_EQ(app::legendText({"all", Qt::red, shadesOf({1, 1})}), "all: 1 run at a point");
+  EXPECT_EQ(app::legendText({"all", Qt::red, shadesOf({7, 7})}), "all: 7 runs at a point");
+  EXPECT_EQ(app::legendText({"all", Qt::red, shadesOf({1, 7})}),
+            QString::fromUtf8("all: 1\u20137 runs at a point"));
+}
+
+/// Five lines of a legend in rooms of different widths.
+struct PaintedLegend : PaintedCharts
+{
+  std::vector<LegendLine> lines = {{"all runs", Qt::darkBlue, shadesOf({1, 20, 1500})},
+                                   {"passing", Qt::red, shadesOf({1, 90})},
+                                   {"a set of runs with a long name", Qt::green},
+                                   {"another set of runs", Qt::cyan},
+                                   {"a note", {}}};
+
+  [[nodiscard]] Painting inRoom(double width)
+  {
+    plot = QRectF(50, 20, width, metrics.height());
+    return legendOf(lines);
+  }
+  /// The room that all lines take in full.
+  [[nodiscard]] double fullWidth()
+  {
+    const Painting paper = inRoom(5000.0);
+    return plot.right() - paper.of(Kind::Rectangle).at(0).box().left();
+  }
+};
+
+TEST_F(PaintedLegend, EndsAtTheRightOfItsRoom)
+{
+  const Painting paper = inRoom(2000.0);
+  double end = 0.0;
+  for (Drawn const& each : paper.all) end = std::max(end, each.box().right());
+  EXPECT_LE(end, plot.right() + 25.0); // fonts of the recorder are a little wider
+  EXPECT_GT(end, plot.right() - 25.0);
+}
+
+TEST_F(PaintedLegend, StandsOnOneLineAndNothingTouches)
+{
+  const Painting paper = inRoom(2000.0);
+  EXPECT_EQ(paper.texts().size(), 7);
+  double last = 0.0;
+  for (Drawn const& each : paper.all) {
+    EXPECT_GT(each.box().left(), last) << each.text.toStdString();
+    last = each.box().right();
+    EXPECT_GE(each.box().top(), plot.top());
+    EXPECT_LE(each.box().bottom(), plot.bottom());
+  }
+}
+
+TEST_F(PaintedLegend, InASmallRoomBarsBecomeShortThenNumbersGoThenTextsAreCutThenLinesGo)
+{
+  const double full = fullWidth();
+  auto const barIn = [this](double width) { return inRoom(width).of(Kind::Rectangle).at(0).box().width(); };
+  auto const hasNumbers = [this](double width) {
+    return inRoom(width).texts().contains(QString::fromUtf8("1\u20131500"));
+  };
+  auto const hasLongName = [this](double width) {
+    return inRoom(width).texts().contains("a set of runs with a long name");
+  };
+  const double wide = barIn(full + 1.0);
+  EXPECT_LT(barIn(full - 1.0), wide);
+  EXPECT_TRUE(hasNumbers(full - 1.0)) << "bars are the first to give way";
+  double width = full;
+  while (width > 0.0 && hasNumbers(width)) width -= 4.0;
+  EXPECT_EQ(barIn(width), barIn(full - 1.0)) << "then numbers";
+  EXPECT_TRUE(hasLongName(width));
+  EXPECT_EQ(inRoom(width).texts().size(), 5);
+  while (width > 0.0 && barIn(width) == barIn(full - 1.0)) width -= 4.0;
+  EXPECT_TRUE(hasLongName(width)) << "bars once more";
+  while (width > 0.0 && hasLongName(width)) width -= 4.0;
+  EXPECT_EQ(inRoom(width).texts().size(), 5) << "then texts are cut";
+  EXPECT_GT(barIn(width), 5.0);
+  while (width > 0.0 && inRoom(width).texts().size() == 5) width -= 4.0;
+  EXPECT_EQ(inRoom(width).texts().size(), 4) << "then lines at the end go";
+  EXPECT_EQ(inRoom(width).texts().first(), "all runs");
+  EXPECT_TRUE(inRoom(20.0).all.empty());
+}
+
+TEST_F(PaintedLegend, OfNothingIsNothing)
+{
+  lines.clear();
+  EXPECT_TRUE(inRoom(300.0).all.empty());
+}
+
+struct PaintedLabels : PaintedCharts
+{
+  Painting labelsAt(std::vector<std::pair<QString, QPointF>> const& ends) const
+  {
+    PaintRecorder paper;
+    QPainter painter(&paper);
+    app::PlotNames names(plot, theme);
+    painter.setFont(theme.font);
+    for (auto const& [name, end] : ends) names.paintAtEnd(painter, name, Qt::red, end);
+    return paper.painting();
+  }
+};
+
+TEST_F(PaintedLabels, StandLeftAboveTheEndOfTheCurveOnAGround)
+{
+  const Painting paper = labelsAt({{"17", {500, 200}}});
+  const Drawn label = *paper.text("17");
+  EXPECT_LT(label.box().right(), 500.0);
+  EXPECT_GT(label.box().right(), 485.0);
+  EXPECT_LT(label.box().top(), 200.0);
+  EXPECT_GT(label.box().top(), 190.0);
+  EXPECT_EQ(label.pen.color(), QColor(Qt::red));
+  const Drawn ground = paper.of(Kind::Rectangle).at(0);
+  EXPECT_TRUE(ground.box().contains(label.box().center()));
+  EXPECT_EQ(ground.brush.color().rgb(), theme.paper.rgb());
+  EXPECT_GT(ground.brush.color().alphaF(), 0.5);
+  EXPECT_EQ(ground.pen.style(), Qt::NoPen);
+}
+
+TEST_F(PaintedLabels, KeepApartWhileThereIsRoomAbove)
+{
+  const Painting paper =
+      labelsAt({{"1", {500, 200}}, {"2", {500, 201}}, {"3", {500, 199}}, {"4", {300, 200}}});
+  std::vector<double> bases;
+  for (char const* name : {"1", "2", "3"}) bases.push_back(paper.text(name)->box().top());
+  std::sort(bases.begin(), bases.end());
+  EXPECT_GT(bases[1] - bases[0], 0.8 * metrics.height());
+  EXPECT_GT(bases[2] - bases[1], 0.8 * metrics.height());
+  EXPECT_GT(paper.text("4")->box().top(), 190.0) << "nothing is in its way";
+}
+
+TEST_F(PaintedLabels, StayBelowTheTopOfThePlot)
+{
+  const Painting paper = labelsAt({{"1", {500, 22}}, {"2", {500, 22}}, {"3", {500, 30}}});
+  for (char const* name : {"1", "2", "3"})
+    EXPECT_GE(paper.text(name)->box().top() - metrics.ascent(), plot.top() - 0.01) << name;
+}
+
+TEST_F(PaintedLabels, LongNamesAreCut)
+{
+  const Painting paper = labelsAt({{QString(300, 'x'), {500, 200}}});
+  EXPECT_LT(paper.of(Kind::Text)[0].box().width(), 0.35 * plot.width());
 }
 
 struct PaintedBands : PaintedCharts
@@ -362,23 +444,6 @@ TEST_F(PaintedBands, AreAPaleAreaWithADenserOneWithinAndALineOfTheMedian)
   EXPECT_EQ(lines[0].pen.widthF(), BandsLook().middle);
 }
 
-TEST_F(PaintedBands, OutlyingRunsAreThinDashedLinesBelowTheOneInTheMiddle)
-{
-  RunBands bands = level();
-  bands.outlyingValues = {{9.5, 9.5, 9.5, 9.5, 9.5}, {0.5, nan, 0.5, 0.5, 0.5}};
-  const std::vector<Drawn> lines = bandsOf(bands).of(Kind::Polyline);
-  ASSERT_EQ(lines.size(), 3u) << "a missing value interrupts a line, and a single point is none";
-  EXPECT_NEAR(lines[0].box().top(), frame.yAt(9.5), 0.01);
-  EXPECT_NEAR(lines[1].box().left(), frame.xAt(2), 0.01);
-  for (std::size_t i = 0; i < 2; ++i) {
-    EXPECT_EQ(lines[i].pen.style(), Qt::DashLine);
-    EXPECT_LT(lines[i].pen.widthF(), lines[2].pen.widthF());
-    EXPECT_LT(lines[i].pen.color().alphaF(), 1.0);
-  }
-  EXPECT_EQ(lines[2].pen.style(), Qt::SolidLine);
-  EXPECT_NEAR(lines[2].box().top(), frame.yAt(5), 0.01);
-}
-
 TEST_F(PaintedBands, TheirLookIsThatAskedFor)
 {
   BandsLook look;
@@ -392,6 +457,23 @@ TEST_F(PaintedBands, TheirLookIsThatAskedFor)
   EXPECT_EQ(paper.of(Kind::Polyline)[0].pen.widthF(), 3.0);
   EXPECT_EQ(paper.of(Kind::Polyline)[0].points.size(), 2) << "the ends stay";
   EXPECT_EQ(plain.of(Kind::Polyline)[0].points.size(), 5);
+}
+
+TEST_F(PaintedBands, OutlyingRunsAreThinPaleDashes)
+{
+  RunBands bands = level();
+  bands.outlying = {7};
+  bands.outlyingValues = {{9.5, 9.5, nan, 9.5, 9.5}};
+  const std::vector<Drawn> lines = bandsOf(bands).of(Kind::Polyline);
+  ASSERT_EQ(lines.size(), 3u) << "two parts and the line in the middle";
+  for (std::size_t part : {0u, 1u}) {
+    EXPECT_EQ(lines[part].pen.style(), Qt::DashLine);
+    EXPECT_LT(lines[part].pen.widthF(), lines[2].pen.widthF());
+    EXPECT_LT(lines[part].pen.color().alphaF(), 0.8);
+    EXPECT_NEAR(lines[part].box().top(), frame.yAt(9.5), 0.01);
+  }
+  EXPECT_EQ(lines[2].pen.style(), Qt::SolidLine);
+  EXPECT_EQ(lines[2].pen.color().alphaF(), 1.0);
 }
 
 TEST_F(PaintedBands, TimesWithoutRunsPartThem)

@@ -75,7 +75,7 @@ struct GatesScene : DocumentScene
   [[nodiscard]] QLabel* details() const
   {
     for (QLabel* label : pane.findChildren<QLabel*>())
-      if (label->isVisible() && label->wordWrap()) return label;
+      if (label->isVisible() && label->wordWrap() && !label->text().isEmpty()) return label;
     return nullptr;
   }
   /// The entries of the menu of the list, those that cannot be chosen in brackets. \param choose one of them

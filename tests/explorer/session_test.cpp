@@ -12,6 +12,8 @@
 
 #include <QSettings>
 
+#include <limits>
+
 namespace runsieve::test {
 namespace {
 
@@ -344,6 +346,165 @@ TEST_F(SessionScene, RecentFilesAreTenThatExistTheNewestFirst)
   EXPECT_EQ(files[0], folder.filePath("5"));
   EXPECT_EQ(files[1], folder.filePath("10"));
   EXPECT_EQ(files.count(folder.filePath("5")), 1);
+}
+
+TEST_F(SessionScene, OnlyWhatIsZoomedIsKeptAsAZoom)
+{
+  openData();
+  document.change("Show", [](app::State& state) { state.view.outputs = {0, 1}; });
+  app::RunsZoom zoom(document);
+  app::Session session = app::sessionOf(document);
+  session.view.zoomedTime = app::TypedRange{1.0, 2.0};
+  session.view.zoomedValues["A"] = {1.0, 2.0};
+  app::keepZoom(zoom, document, session);
+  EXPECT_FALSE(session.view.zoomedTime) << "all is shown";
+  EXPECT_TRUE(session.view.zoomedValues.empty());
+  zoom.show(std::nullopt, 1, app::AxisMap(0.25, 0.5));
+  app::keepZoom(zoom, document, session);
+  EXPECT_EQ(session.view.zoomedTime->high, 10.0);
+  EXPECT_EQ(session.view.zoomedValues.at("B").high, 0.5);
+  EXPECT_EQ(session.view.zoomedValues.size(), 2u);
+}
+
+TEST_F(SessionScene, AZoomOfWhatIsGoneIsLeftOut)
+{
+  openData();
+  app::RunsZoom zoom(document);
+  app::Session session;
+  session.view.zoomedValues["gone"] = {1.0, 2.0};
+  app::showZoom(session, document, zoom);
+  EXPECT_TRUE(zoom.isAll());
+  session.view.zoomedValues["B"] = {0.25, 0.5};
+  app::showZoom(session, document, zoom);
+  EXPECT_EQ(zoom.value(1), app::AxisMap(0.25, 0.5));
+  EXPECT_EQ(zoom.time(), app::AxisMap(0.0, 10.0));
+  document.close();
+  app::showZoom(session, document, zoom);
+}
+
+TEST_F(SessionScene, InfiniteLimitsAndWordsForEachLookComeBack)
+{
+  openData();
+  app::Session session = app::sessionOf(document);
+  const double infinity = std::numeric_limits<double>::infinity();
+  session.view.outputRanges = {{"A", {-infinity, 2.0}}, {"B", {0.5, infinity}}};
+  const QString path = folder.filePath("work.sieve");
+  for (auto look :
+       {app::RunsLook::Density, app::RunsLook::Lines, app::RunsLook::Bands, app::RunsLook::WholeBands})
+    for (auto focus : {app::Focus::All, app::Focus::Faded, app::Focus::Hidden})
+      for (auto parameters :
+           {app::ParameterLook::Curves, app::ParameterLook::Densities, app::ParameterLook::Scatter}) {
+        session.view.runsLook = look;
+        session.view.focus = focus;
+        session.view.parameterLook = parameters;
+        app::writeSession(path, session);
+        const app::SessionView view = app::readSession(path).view;
+        EXPECT_EQ(view.runsLook, look);
+        EXPECT_EQ(view.focus, focus);
+        EXPECT_EQ(view.parameterLook, parameters);
+        EXPECT_EQ(view.outputRanges.at("A").low, -infinity);
+        EXPECT_EQ(view.outputRanges.at("B").high, infinity);
+      }
+}
+
+TEST_F(SessionScene, LimitsThatMakeNoAxisAreRefused)
+{
+  openData();
+  makeWork();
+  const QString good = folder.filePath("work.sieve");
+  app::writeSession(good, app::sessionOf(document));
+  QByteArray text = read(good);
+  const QByteArray from = "\"time_range\": [";
+  ASSERT_TRUE(text.contains(from));
+  for (char const* range : {"3, 3", "4, 3", "1", "1, 2, 3", "\"x\", 2"}) {
+    QByteArray damaged = text;
+    const int at = damaged.indexOf(from) + from.size();
+    damaged.replace(at, damaged.indexOf(']', at) - at, range);
+    write(folder.filePath("bad.sieve"), damaged);
+    EXPECT_THROW((void)app::readSession(folder.filePath("bad.sieve")), ScanError) << range;
+  }
+}
+
+TEST_F(SessionScene, ThresholdsThatAreNoSharesAreNotTaken)
+{
+  openData();
+  app::Session session = app::sessionOf(document);
+  const QString path = folder.filePath("work.sieve");
+  session.method.thresholds = {0.0, 1.0};
+  app::writeSession(path, session);
+  EXPECT_EQ(app::readSession(path).method.thresholds.largestP, 0.0);
+  EXPECT_EQ(app::readSession(path).method.thresholds.smallestD, 1.0);
+}
+
+TEST_F(SessionScene, GatesThatAreOffKeepTheirPlaces)
+{
+  openData();
+  app::Session session = app::sessionOf(document);
+  const QString path = folder.filePath("work.sieve");
+  for (unsigned on = 0; on < 16; ++on) {
+    session.gates.clear();
+    for (unsigned i = 0; i < 4; ++i)
+      session.gates.push_back({"g" + std::to_string(i), gateOnA(0.1 * i, 1.0), (on >> i & 1u) != 0});
+    app::writeSession(path, session);
+    const app::Session read = app::readSession(path);
+    ASSERT_EQ(read.gates.size(), 4u);
+    for (std::size_t i = 0; i < 4; ++i) {
+      EXPECT_EQ(read.gates[i].name, session.gates[i].name) << on;
+      EXPECT_EQ(read.gates[i].on, session.gates[i].on) << on;
+      EXPECT_EQ(read.gates[i].gate, session.gates[i].gate) << on;
+    }
+  }
+}
+
+TEST_F(SessionScene, DataBesideTheSessionComeFirstThenThoseWhereTheyWereThenThoseOfTheirName)
+{
+  const QString other = folder.filePath("other");
+  QDir().mkpath(other);
+  app::Session session;
+  const QString path = other + "/work.sieve";
+  session.path = data.toStdString();
+  session.nearPath = "near.csv";
+  EXPECT_EQ(app::dataOf(session, path), data);
+  write(other + "/near.csv", "x");
+  EXPECT_EQ(app::dataOf(session, path), other + "/near.csv");
+  QFile::remove(other + "/near.csv");
+  write(other + "/scan.csv", "x");
+  EXPECT_EQ(app::dataOf(session, path), data);
+  QFile::remove(data);
+  EXPECT_EQ(app::dataOf(session, path), other + "/scan.csv");
+  QFile::remove(other + "/scan.csv");
+  EXPECT_EQ(app::dataOf(session, path), "");
+  EXPECT_EQ(app::dataOf({}, path), "");
+}
+
+TEST_F(SessionScene, CountsOfASessionAreThoseOfTheGatesThatAreOn)
+{
+  openData();
+  makeWork();
+  const app::Session session = app::sessionOf(document);
+  EXPECT_EQ(session.counts.runs, 40u);
+  EXPECT_EQ(session.counts.passing, document.passing().count());
+  EXPECT_THAT(session.counts.afterGate,
+              ElementsAre(document.outcomes()[0].left, document.outcomes()[2].left));
+}
+
+TEST_F(SessionScene, DataAreOnlyUsedForASessionThatWaitsForThem)
+{
+  loader.useData(data);
+  EXPECT_FALSE(loader.isBusy());
+  loader.reread();
+  EXPECT_FALSE(loader.isBusy()) << "nothing is open";
+}
+
+TEST_F(SessionScene, KeysThatAreGoneAreCounted)
+{
+  openData();
+  std::size_t missing = 9;
+  const std::vector<RunKey> keys = {RunNumbers{3, 5}, std::string("nobody"), RunNumbers{100, 200},
+                                    std::string("7")};
+  const RunSet runs = app::runsOf(keys, document.scan(), &missing);
+  EXPECT_THAT(runs.members(), ElementsAre(2u, 3u, 4u, 6u));
+  EXPECT_EQ(missing, 2u);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "Dialogs.h"
 #include "SessionScene.h"
 
 #include "app/explorer/session/Autosave.h"
@@ -8,9 +9,11 @@
 #include <gmock/gmock.h>
 
 #include <QClipboard>
+#include <QDateTime>
 #include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
+#include <QTextDocument>
 
 namespace runsieve::test {
 namespace {
@@ -204,6 +207,160 @@ TEST(ErrorDialog, KnowsAdviceOnWhatOftenHappens)
 {
   EXPECT_THAT(app::adviceOn("x: Permission denied").toStdString(), HasSubstr("another place"));
   EXPECT_TRUE(app::adviceOn("something new").isEmpty());
+}
+
+TEST(ChangedFileBar, CutsALongNameAndShowsAllOfItInATooltip)
+{
+  app::ChangedFileBar bar;
+  bar.resize(420, 40);
+  const QString path = "/data/a & b" + QString(200, 'x') + "_end.csv";
+  bar.tell(path);
+  bar.resize(600, 40);
+  QLabel const* text = bar.findChild<QLabel*>();
+  EXPECT_TRUE(text->text().startsWith("a & b"));
+  EXPECT_TRUE(text->text().endsWith("_end.csv has changed on disk."));
+  EXPECT_TRUE(text->text().contains(QString::fromUtf8("\u2026")));
+  const int narrow = text->text().size();
+  EXPECT_TRUE(text->toolTip().contains("/data/a &amp; b")) << "as rich text, so that it reads a & b";
+  EXPECT_TRUE(Qt::mightBeRichText(text->toolTip()));
+  bar.resize(900, 40);
+  EXPECT_GT(text->text().size(), narrow) << "with more room more of it";
+}
+
+TEST(ErrorDialog, AddsAdviceIfThereIsSome)
+{
+  auto const labels = [](QString const& advice) {
+    const app::ErrorDialog dialog({"Summary", "message", advice});
+    return dialog.findChildren<QLabel*>().size();
+  };
+  EXPECT_EQ(labels("Try again."), labels("") + 1);
+  std::string told;
+  NextDialogOf<app::ErrorDialog> next([&](app::ErrorDialog& dialog) {
+    told = dialog.details().toStdString();
+    EXPECT_TRUE(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isDefault());
+    dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+  });
+  app::ErrorDialog::tell(nullptr, "The scan could not be opened", "x.csv: no such file or directory");
+  EXPECT_THAT(told, HasSubstr("The scan could not be opened\nx.csv: no such file"));
+  EXPECT_THAT(told, HasSubstr("moved or renamed")) << "whatever the case of its letters";
+}
+
+TEST(ErrorDialog, KnowsAdviceOnEachOfTheseErrors)
+{
+  for (char const* message :
+       {"a: No such file or directory", "a: Permission denied", "a: No space left on device",
+        "not enough memory", "a sieve of version 7", "this is no JSON"})
+    EXPECT_FALSE(app::adviceOn(message).isEmpty()) << message;
+}
+
+TEST(ErrorDialog, LongMessagesScrollAndLeaveRoomOnTheScreen)
+{
+  app::ErrorDialog dialog({"Summary", QString("many words ").repeated(2000), ""});
+  dialog.show();
+  EXPECT_LT(dialog.height(), 480);
+  app::ErrorDialog brief({"Summary", "one line", ""});
+  brief.show();
+  EXPECT_LT(brief.height(), dialog.height());
+}
+
+TEST_F(AutosaveScene, WhatIsOpenedAndOnlyLookedAtIsNotKept)
+{
+  app::Autosave autosave(document);
+  autosave.setDelay(10);
+  openData();
+  document.hover(3);
+  document.selectGate(std::nullopt);
+  QTest::qWait(60);
+  EXPECT_FALSE(QFile::exists(autosave.path()));
+  document.pin({3});
+  ASSERT_TRUE(waitFor([&] { return QFile::exists(autosave.path()); })) << "a pinned run is work";
+}
+
+TEST_F(AutosaveScene, WorkThatIsTakenBackIsKeptAsItIsThen)
+{
+  app::Autosave autosave(document);
+  autosave.setDelay(10);
+  openData();
+  makeWork();
+  auto const keptGates = [&] {
+    try {
+      return app::readSession(autosave.path()).gates.size();
+    } catch (std::exception const&) {
+      return std::size_t(99); // not yet written
+    }
+  };
+  ASSERT_TRUE(waitFor([&] { return keptGates() == 3u; }));
+  document.pin({});
+  document.undoStack().undo();
+  EXPECT_TRUE(waitFor([&] { return keptGates() == 0u; }));
+}
+
+TEST_F(AutosaveScene, AScanThatIsFromNoFileIsNotKept)
+{
+  app::Autosave autosave(document);
+  autosave.setDelay(10);
+  document.open(lineScan(), {});
+  document.change("Add", [](app::State& state) { state.gates.push_back({"g", gateOnA(0.5, 1.0), true}); });
+  QTest::qWait(60);
+  EXPECT_FALSE(QFile::exists(autosave.path())) << "nothing could be read again";
+}
+
+TEST_F(AutosaveScene, TheNewestIsOfferedFirst)
+{
+  openData();
+  const QString place = QFileInfo(app::Autosave(document).path()).absolutePath();
+  QDir().mkpath(place);
+  for (char const* name : {"new", "old"}) {
+    const QString path = place + '/' + name + ".sieve";
+    app::writeSession(path, app::sessionOf(document));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const int day = QString(name) == "new" ? 20 : 10;
+    ASSERT_TRUE(
+        file.setFileTime(QDateTime(QDate(2020, 1, day), QTime(12, 0)), QFileDevice::FileModificationTime));
+  }
+  const auto found = app::recoverableSessions();
+  ASSERT_EQ(found.size(), 2u);
+  EXPECT_TRUE(found[0].path.endsWith("new.sieve"));
+  EXPECT_EQ(found[0].savedAt.date().day(), 20);
+  EXPECT_TRUE(found[1].path.endsWith("old.sieve"));
+}
+
+TEST_F(WatchScene, ATableOfParametersBesideTheScanIsWatchedToo)
+{
+  const QString table = folder.filePath("parameters.csv");
+  write(table, "run,k\n1,2\n");
+  app::ScanSource source;
+  source.path = data.toStdString();
+  source.read.parametersFile = "parameters.csv";
+  document.open(lineScan(), source);
+  write(table, "run,k\n1,2\n2,3\n");
+  ASSERT_TRUE(waitFor([this] { return !told.isEmpty(); }));
+  EXPECT_EQ(told, QStringList(data));
+}
+
+TEST_F(WatchScene, AFolderWithAFileForEachRunIsWatched)
+{
+  const QString runs = folder.filePath("runs");
+  QDir().mkpath(runs);
+  write(runs + "/1.csv", "time,A\n0,1\n");
+  app::ScanSource source;
+  source.path = runs.toStdString();
+  document.open(lineScan(), source);
+  write(runs + "/2.csv", "time,A\n0,2\n");
+  ASSERT_TRUE(waitFor([this] { return !told.isEmpty(); }));
+  EXPECT_EQ(told, QStringList(runs));
+}
+
+TEST_F(WatchScene, AFileThatIsGoneIsNotToldUntilItIsBack)
+{
+  openData();
+  const QByteArray text = read(data);
+  QFile::remove(data);
+  QTest::qWait(200);
+  EXPECT_THAT(told, IsEmpty());
+  write(data, text + "\n");
+  EXPECT_TRUE(waitFor([this] { return !told.isEmpty(); }));
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "Dialogs.h"
 #include "DocumentScene.h"
 
 #include "app/cli/RankReport.h"
@@ -12,9 +13,13 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <QToolButton>
 
 #include <limits>
 #include <sstream>
@@ -224,6 +229,269 @@ TEST_F(ParameterTableScene, ADoubleClickAsksForTheParameter)
   QTest::mouseClick(pane.table()->viewport(), Qt::LeftButton, {}, place);
   QTest::mouseDClick(pane.table()->viewport(), Qt::LeftButton, {}, place);
   EXPECT_THAT(wanted, ElementsAre(document.comparison()->parameters[0].parameter));
+}
+
+/// Looks at the menu that a signal opens.
+template <class Open> void withMenu(Open const& open, std::function<void(QMenu&)> const& look)
+{
+  bool seen = false;
+  QTimer::singleShot(0, [&] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    seen = true;
+    look(*menu);
+    menu->close();
+  });
+  open();
+  EXPECT_TRUE(seen);
+}
+
+QStringList entriesOf(QMenu const& menu)
+{
+  QStringList texts;
+  for (QAction* action : menu.actions())
+    if (!action->isSeparator()) texts << (action->isEnabled() ? action->text() : "(" + action->text() + ")");
+  return texts;
+}
+
+TEST_F(ParameterTableScene, ItIsToldWhyThereAreNoNumbers)
+{
+  auto const told = [this] {
+    for (QLabel* label : pane.findChildren<QLabel*>())
+      if (label->isVisible() && !label->text().isEmpty()) return label->text().toStdString();
+    return std::string();
+  };
+  auto* exporting = pane.findChild<QToolButton*>();
+  ASSERT_EQ(exporting->text(), "Export...");
+  EXPECT_THAT(told(), testing::StartsWith("Without gates all runs pass"));
+  EXPECT_FALSE(pane.table()->isVisible());
+  EXPECT_FALSE(pane.filterField()->isEnabled());
+  EXPECT_FALSE(exporting->isEnabled());
+  addGate(gateOnA(0.5, 1.0));
+  EXPECT_EQ(told(), "Comparing ...");
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(pane.table()->isVisible());
+  EXPECT_TRUE(pane.filterField()->isEnabled());
+  EXPECT_TRUE(exporting->isEnabled());
+  document.previewGate(0, gateOnA(0.3, 1.0));
+  EXPECT_FALSE(exporting->isEnabled()) << "these are not the numbers of the runs that pass";
+  document.close();
+  EXPECT_EQ(told(), "No scan is open.");
+}
+
+TEST_F(ParameterTableScene, SignificantParametersStandOutByNameAndDistance)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  auto const isBold = [this](int row, int column) {
+    return model().index(row, column).data(Qt::FontRole).value<QFont>().bold();
+  };
+  EXPECT_TRUE(isBold(0, 0));
+  EXPECT_TRUE(isBold(0, column("d")));
+  EXPECT_FALSE(isBold(0, column("p adj")));
+  EXPECT_FALSE(isBold(5, 0)) << "it does not differ";
+}
+
+TEST_F(ParameterTableScene, WhileAGateIsMovedOnlyItsDistancesAreNotPale)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  auto const isPale = [this](QString const& title) {
+    return model().index(0, column(title)).data(Qt::ForegroundRole).isValid();
+  };
+  EXPECT_FALSE(isPale("p"));
+  document.previewGate(0, gateOnA(0.3, 1.0));
+  EXPECT_TRUE(isPale("p"));
+  EXPECT_TRUE(isPale("p adj"));
+  EXPECT_FALSE(isPale("d"));
+  EXPECT_FALSE(isPale("Parameter"));
+}
+
+TEST_F(ParameterTableScene, NumbersStandAtTheRightUnderTitlesThatSayWhatTheyMean)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  auto const isRight = [](QVariant const& alignment) { return (alignment.toInt() & Qt::AlignRight) != 0; };
+  for (int c = 0; c < model().columnCount(); ++c) {
+    EXPECT_EQ(isRight(model().index(0, c).data(Qt::TextAlignmentRole)), c > 0);
+    EXPECT_EQ(isRight(model().headerData(c, Qt::Horizontal, Qt::TextAlignmentRole)), c > 0);
+    EXPECT_GT(model().headerData(c, Qt::Horizontal, Qt::ToolTipRole).toString().size(), 5);
+  }
+  EXPECT_TRUE(model().index(0, 0).data(Qt::ToolTipRole).toString().contains("k0"));
+  EXPECT_FALSE(model().headerData(0, Qt::Vertical, Qt::DisplayRole).isValid());
+  EXPECT_FALSE(model().headerData(model().columnCount(), Qt::Horizontal, Qt::DisplayRole).isValid());
+}
+
+TEST_F(ParameterTableScene, EachColumnIsOrderedByWhatItShows)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  for (app::ParameterColumn const& each : app::parameterColumns()) {
+    if (!each.number) continue;
+    model().sort(column(each.title), Qt::AscendingOrder);
+    for (int row = 1; row < model().rowCount(); ++row) {
+      auto const valueOf = [&](int at) {
+        std::vector<ParameterComparison> const& all = document.comparison()->parameters;
+        auto const found = std::find_if(all.begin(), all.end(), [&](ParameterComparison const& one) {
+          return one.parameter == model().parameterAt(at);
+        });
+        return each.number(*found, document.comparison()->method.adjustment);
+      };
+      EXPECT_FALSE(valueOf(row) < valueOf(row - 1)) << each.title;
+    }
+  }
+}
+
+TEST_F(ParameterTableScene, EachColumnShowsItsNumber)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  ParameterComparison const& first = document.comparison()->parameters[0];
+  EXPECT_EQ(cell(0, "med. passing"), app::formatted(first.medianPassing, "%.4g", "-"));
+  EXPECT_EQ(cell(0, "med. others"), app::formatted(first.medianOthers, "%.4g", "-"));
+  EXPECT_EQ(cell(0, "shift"), app::formatted(first.medianShift, "%+.2f", "-"));
+  EXPECT_EQ(cell(0, "kept"), app::formatted(100.0 * first.rangeShare, "%.0f%%", "-"));
+  EXPECT_EQ(cell(0, "area"), app::formatted(first.area, "%.4g", "-"));
+  EXPECT_EQ(cell(0, "at"), app::formatted(first.value, "%.4g", "-"));
+  EXPECT_EQ(cell(0, "n others"), std::to_string(first.others));
+  EXPECT_EQ(cell(0, "p Holm"), app::pText(first.pHolm));
+  EXPECT_EQ(cell(0, "p BH"), app::pText(first.pBenjaminiHochberg));
+  EXPECT_EQ(cell(0, "p perm"), app::pText(first.pPermutation));
+  document.change("Method", [](app::State& state) { state.method.adjustment = Adjustment::Holm; });
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(cell(0, "p adj"), cell(0, "p Holm"));
+}
+
+TEST_F(ParameterTableScene, TheMenuOffersWhatCanBeDoneWithTheTable)
+{
+  auto const open = [this] { Q_EMIT pane.table()->customContextMenuRequested({5, 5}); };
+  withMenu(open, [](QMenu& menu) {
+    EXPECT_EQ(entriesOf(menu), (QStringList{"(Copy)", "Select all", "Order by significance", "(Export...)"}));
+  });
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  const std::vector<std::string> ranked = names();
+  clickHeader("d");
+  withMenu(open, [](QMenu& menu) {
+    EXPECT_EQ(entriesOf(menu), (QStringList{"Copy", "Select all", "Order by significance", "Export..."}));
+    menu.actions()[2]->trigger();
+  });
+  EXPECT_EQ(names(), ranked);
+  EXPECT_EQ(pane.table()->horizontalHeader()->sortIndicatorSection(), -1);
+}
+
+TEST_F(ParameterTableScene, AnExportAsksForAFile)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  QTemporaryDir folder;
+  {
+    NextFile asked(folder.filePath("table.csv"));
+    pane.exportCsv();
+    EXPECT_TRUE(asked.seen());
+    EXPECT_TRUE(asked.proposed.endsWith("parameters.csv"));
+  }
+  EXPECT_TRUE(QFile::exists(folder.filePath("table.csv")));
+  {
+    NextFile asked("");
+    pane.exportCsv();
+    EXPECT_TRUE(asked.seen());
+  }
+  EXPECT_THROW(pane.writeCsv("/nowhere/at/all/table.csv"), std::exception);
+}
+
+TEST_F(ParameterTableScene, ReturnAsksForTheParameterAndDeleteDoesNothing)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  std::vector<std::size_t> wanted;
+  QObject::connect(&pane, &app::ParameterTable::parameterWanted, [&](std::size_t p) { wanted.push_back(p); });
+  pane.table()->setFocus();
+  pane.table()->setCurrentIndex(model().index(2, 0));
+  QTest::keyClick(pane.table(), Qt::Key_Return);
+  EXPECT_THAT(wanted, ElementsAre(model().parameterAt(2)));
+  document.selectGate(0);
+  QKeyEvent key(QEvent::ShortcutOverride, Qt::Key_Delete, Qt::NoModifier);
+  key.ignore();
+  QApplication::sendEvent(pane.table(), &key);
+  EXPECT_TRUE(key.isAccepted()) << "else it would delete the selected gate";
+}
+
+TEST_F(ParameterTableScene, TheMenuOfTheTitlesHidesAndShowsColumns)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  QHeaderView* header = pane.table()->horizontalHeader();
+  auto const open = [&](QString const& title) {
+    return [&, title] {
+      const int section = column(title);
+      Q_EMIT header->customContextMenuRequested({header->sectionViewportPosition(section) + 3, 3});
+    };
+  };
+  withMenu(open("p adj"), [&](QMenu& menu) {
+    const QStringList entries = entriesOf(menu);
+    EXPECT_EQ(entries[0], "Hide p adj");
+    EXPECT_EQ(entries[1], "(Show all columns)");
+    EXPECT_EQ(entries.size(), 2 + model().columnCount() - 1) << "the first column always shows";
+    menu.actions()[0]->trigger();
+  });
+  EXPECT_TRUE(pane.table()->isColumnHidden(column("p adj")));
+  withMenu(open("Parameter"), [&](QMenu& menu) {
+    EXPECT_EQ(entriesOf(menu)[0], "Show all columns");
+    QAction* hidden = nullptr;
+    for (QAction* action : menu.actions()) {
+      if (action->text() == "p adj") hidden = action;
+      if (action->text() == "d") {
+        EXPECT_TRUE(action->isChecked());
+        action->trigger();
+      }
+    }
+    ASSERT_NE(hidden, nullptr);
+    EXPECT_FALSE(hidden->isChecked());
+    hidden->trigger();
+  });
+  EXPECT_FALSE(pane.table()->isColumnHidden(column("p adj")));
+  EXPECT_TRUE(pane.table()->isColumnHidden(column("d")));
+  withMenu(open("Parameter"), [](QMenu& menu) { menu.actions()[0]->trigger(); });
+  EXPECT_FALSE(pane.table()->isColumnHidden(column("d")));
+}
+
+TEST_F(ParameterTableScene, ColumnsAreAsWideAsTheirTitlesAndTextsNeed)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  const QFontMetrics metrics = pane.table()->fontMetrics();
+  for (int c = 0; c < model().columnCount(); ++c) {
+    const QString title = model().headerData(c, Qt::Horizontal, Qt::DisplayRole).toString();
+    EXPECT_GT(pane.table()->columnWidth(c), metrics.horizontalAdvance(title)) << title.toStdString();
+    EXPECT_LT(pane.table()->columnWidth(c), 30 * metrics.averageCharWidth()) << title.toStdString();
+    for (int row = 0; row < model().rowCount(); ++row)
+      EXPECT_GT(pane.table()->columnWidth(c),
+                metrics.horizontalAdvance(model().index(row, c).data().toString()))
+          << title.toStdString();
+  }
+}
+
+TEST_F(ParameterTableScene, LongNamesDoNotFillTheTable)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0};
+  for (int run = 0; run < 20; ++run) scan->runs.push_back({std::to_string(run), RunStatus::Complete, 1});
+  ScanParameter parameter;
+  parameter.label.name = std::string(300, 'k');
+  for (int run = 0; run < 20; ++run) parameter.values.push_back(run);
+  scan->parameters.push_back(std::move(parameter));
+  double* a = scan->addOutput({"A", "", "", ""});
+  for (int run = 0; run < 20; ++run) a[run] = run;
+  document.open(scan, {});
+  Gate gate;
+  gate.column = "A";
+  gate.range = {0.0, 9.0};
+  addGate(gate);
+  ASSERT_TRUE(settle());
+  const int letter = pane.table()->fontMetrics().averageCharWidth();
+  EXPECT_LE(pane.table()->columnWidth(0), 36 * letter);
+  EXPECT_GE(pane.table()->columnWidth(0), 20 * letter);
 }
 
 } // namespace

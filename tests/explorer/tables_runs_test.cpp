@@ -1,3 +1,4 @@
+#include "Dialogs.h"
 #include "DocumentScene.h"
 
 #include "app/explorer/tables/NaturalOrder.h"
@@ -14,11 +15,15 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
+#include <QRegularExpression>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QToolButton>
 
 #include <limits>
 
@@ -117,6 +122,41 @@ struct RunTableScene : testing::Test
     for (QModelIndex const& index : pane.table()->selectionModel()->selectedRows())
       rows.push_back(index.row());
     return rows;
+  }
+  [[nodiscard]] QToolButton* button(QString const& text) const
+  {
+    for (QToolButton* each : pane.findChildren<QToolButton*>())
+      if (each->text().trimmed() == text) return each;
+    return nullptr;
+  }
+  static QStringList entriesOf(QMenu const& menu)
+  {
+    QStringList texts;
+    for (QAction* action : menu.actions())
+      if (!action->isSeparator())
+        texts << (action->isEnabled() ? action->text() : "(" + action->text() + ")");
+    return texts;
+  }
+  /// Looks at the menu of the table.
+  void withMenu(std::function<void(QMenu&)> const& look)
+  {
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      ASSERT_NE(menu, nullptr);
+      seen = true;
+      look(*menu);
+      menu->close();
+    });
+    Q_EMIT pane.table()->customContextMenuRequested({5, 5});
+    EXPECT_TRUE(seen);
+  }
+  /// What was told of the last thing written, if it shows.
+  [[nodiscard]] std::string told() const
+  {
+    for (QLabel* label : pane.findChildren<QLabel*>())
+      if (label->isVisible() && label->wordWrap()) return label->text().toStdString();
+    return "";
   }
 };
 
@@ -373,6 +413,251 @@ TEST_F(RunTableScene, AnotherScanLeavesNothingOfTheFormer)
   document.close();
   EXPECT_EQ(model().rowCount(), 0);
   EXPECT_FALSE(pane.isEnabled());
+}
+
+TEST_F(RunTableScene, WhatIsShownAndSelectedIsCountedBelow)
+{
+  show(lineScan());
+  EXPECT_EQ(pane.statusText(), "40 of 40 runs");
+  clickRow(3);
+  EXPECT_EQ(pane.statusText(), "40 of 40 runs   |   1 selected");
+  QTest::keyClicks(pane.keyFilter(), "4");
+  EXPECT_THAT(pane.statusText().toStdString(), testing::StartsWith("5 of 40 runs"));
+  document.close();
+  EXPECT_EQ(pane.statusText(), "");
+  EXPECT_FALSE(pane.isEnabled());
+}
+
+TEST_F(RunTableScene, AHundredSelectedRunsArePointedOutAndNoMore)
+{
+  show(lineScan(101, 1));
+  QItemSelectionModel* rows = pane.table()->selectionModel();
+  auto const select = [&](int count) {
+    rows->select(QItemSelection(model().index(0, 0), model().index(count - 1, model().columnCount() - 1)),
+                 QItemSelectionModel::ClearAndSelect);
+  };
+  select(100);
+  EXPECT_EQ(document.pinnedRuns().size(), 100u);
+  EXPECT_FALSE(pane.statusText().contains("too many"));
+  select(101);
+  EXPECT_TRUE(document.pinnedRuns().empty());
+  EXPECT_TRUE(pane.statusText().contains("too many to point out in the charts (up to 100)"));
+}
+
+TEST_F(RunTableScene, APinnedRunIsScrolledTo)
+{
+  show(lineScan(2000, 1));
+  EXPECT_EQ(pane.table()->rowAt(5), 0);
+  document.pin({1500});
+  EXPECT_TRUE(waitFor([this] {
+    return pane.table()->viewport()->rect().contains(
+        pane.table()->visualRect(model().index(1500, 0)).center());
+  }));
+  EXPECT_THAT(selectedRows(), ElementsAre(1500));
+}
+
+TEST_F(RunTableScene, TheButtonAndTheMenuOfferWhatThereIsToWrite)
+{
+  show(lineScan());
+  QMenu* menu = button("Export")->menu();
+  Q_EMIT menu->aboutToShow();
+  EXPECT_EQ(entriesOf(*menu), (QStringList{"Rows shown as CSV...", "(Selected rows as CSV...)",
+                                           "Rows shown as scan...", "(Selected rows as scan...)", "Copy"}));
+  clickRow(2);
+  Q_EMIT menu->aboutToShow();
+  EXPECT_FALSE(entriesOf(*menu).contains("(Selected rows as CSV...)"));
+  withMenu([](QMenu& menu) {
+    EXPECT_EQ(entriesOf(menu), (QStringList{"Rows shown as CSV...", "Selected rows as CSV...",
+                                            "Rows shown as scan...", "Selected rows as scan...", "Copy",
+                                            "Select all", "Unpin all", "Order of the file"}));
+    menu.actions()[7]->trigger();
+  });
+  EXPECT_TRUE(document.pinnedRuns().empty());
+  QTest::keyClicks(pane.keyFilter(), "none");
+  withMenu([](QMenu& menu) {
+    const QStringList entries = entriesOf(menu);
+    EXPECT_TRUE(entries.contains("(Rows shown as CSV...)"));
+    EXPECT_TRUE(entries.contains("(Copy)"));
+    EXPECT_TRUE(entries.contains("(Unpin all)"));
+  });
+}
+
+TEST_F(RunTableScene, TheMenuPutsTheRunsInTheOrderOfTheFile)
+{
+  show(unevenScan());
+  clickHeader("Run");
+  ASSERT_NE(keys().front(), "run_10");
+  withMenu([](QMenu& menu) { menu.actions().last()->trigger(); });
+  ASSERT_TRUE(settled());
+  EXPECT_EQ(keys().front(), "run_10");
+}
+
+TEST_F(RunTableScene, ExportsAskForAFileAndTellWhatWasWritten)
+{
+  show(lineScan());
+  QTemporaryDir folder;
+  auto const exported = [&](void (app::RunTable::*slot)(), char const* name) {
+    NextFile asked(folder.filePath(name));
+    (pane.*slot)();
+    EXPECT_TRUE(asked.seen()) << name;
+    EXPECT_TRUE(settled());
+    EXPECT_TRUE(QFile::exists(folder.filePath(name))) << name;
+    return told();
+  };
+  clickRow(2);
+  EXPECT_EQ(exported(&app::RunTable::exportCsv, "a.csv"), "40 runs written to a.csv");
+  EXPECT_EQ(exported(&app::RunTable::exportSelectedCsv, "b.csv"), "1 run written to b.csv");
+  EXPECT_EQ(exported(&app::RunTable::exportScan, "c.csv"), "40 runs written as scan to c.csv");
+  EXPECT_EQ(exported(&app::RunTable::exportSelectedScan, "d.csv"), "1 run written as scan to d.csv");
+  document.change("Add", [](app::State& state) { state.gates.push_back({"g", gateOnA(0.5, 1.0), true}); });
+  EXPECT_EQ(exported(&app::RunTable::exportPassingScan, "e.csv"),
+            std::to_string(document.passing().count()) + " runs written as scan to e.csv");
+  pane.copy();
+  ASSERT_TRUE(settled());
+  EXPECT_EQ(told(), "1 run copied");
+  NextFile asked("");
+  pane.exportCsv();
+  EXPECT_TRUE(asked.seen());
+  EXPECT_EQ(told(), "1 run copied") << "given up";
+}
+
+TEST_F(RunTableScene, WithoutRunsNothingIsAskedFor)
+{
+  show(lineScan());
+  document.change("Add", [](app::State& state) { state.gates.push_back({"g", gateOnA(5.0, 6.0), true}); });
+  pane.exportPassingScan();
+  EXPECT_EQ(told(), "There are no runs to write: a scan has one at least.");
+  pane.exportSelectedCsv();
+  pane.exportSelectedScan();
+  EXPECT_EQ(told(), "There are no runs to write: a scan has one at least.");
+  document.close();
+  EXPECT_EQ(told(), "");
+  pane.exportPassingScan();
+  pane.exportScan();
+  pane.exportSelectedScan();
+  pane.copy();
+  EXPECT_EQ(told(), "");
+}
+
+TEST_F(RunTableScene, WritingIsTakenBackByItsButton)
+{
+  show(lineScan(30'000, 3));
+  QTemporaryDir folder;
+  QToolButton* cancel = button("Cancel");
+  EXPECT_FALSE(cancel->isVisible());
+  pane.writeCsv(app::RunTable::Rows::Shown, folder.filePath("large.csv"));
+  EXPECT_TRUE(cancel->isVisible());
+  EXPECT_EQ(told(), QString::fromUtf8("Writing \u2026").toStdString());
+  cancel->click();
+  EXPECT_EQ(told(), "Cancelled.");
+  ASSERT_TRUE(settled());
+  EXPECT_FALSE(cancel->isVisible());
+}
+
+TEST_F(RunTableScene, NumbersStandAtTheRightAndNamesAtTheLeft)
+{
+  show(unevenScan());
+  document.change("Set", [](app::State& state) {
+    state.sets.push_back({"c", RunSet(6, true), 0, true, "cluster 2 of 3 of A by curves"});
+  });
+  auto const isRight = [this](QString const& title) {
+    const int c = column(title);
+    const bool cell = (model().index(0, c).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight) != 0;
+    const bool head =
+        (model().headerData(c, Qt::Horizontal, Qt::TextAlignmentRole).toInt() & Qt::AlignRight) != 0;
+    EXPECT_EQ(cell, head) << title.toStdString();
+    return cell;
+  };
+  EXPECT_TRUE(isRight("k, \"1\""));
+  EXPECT_TRUE(isRight("max A"));
+  for (char const* name : {"Run", "Status", "Passes", "Cluster", "Sets", "medium"})
+    EXPECT_FALSE(isRight(name)) << name;
+}
+
+TEST_F(RunTableScene, TitlesSayWhatColumnsMean)
+{
+  show(unevenScan());
+  auto const hint = [this](QString const& title) {
+    return model().headerData(column(title), Qt::Horizontal, Qt::ToolTipRole).toString().toStdString();
+  };
+  EXPECT_THAT(hint("max A"), testing::HasSubstr("The largest value of A [nM]"));
+  EXPECT_THAT(hint("min A"), testing::HasSubstr("The smallest value of A [nM]"));
+  EXPECT_THAT(hint("last A"), testing::HasSubstr("The last value of A [nM]"));
+  EXPECT_THAT(hint("mean A"), testing::HasSubstr("The mean of the values of A [nM]"));
+  EXPECT_THAT(hint("time of max A"), testing::HasSubstr("The time of the largest value of A"));
+  EXPECT_THAT(hint("medium"), testing::HasSubstr("Parameter medium"));
+  EXPECT_THAT(hint("Passes"), testing::HasSubstr("Whether the run passes the gates"));
+  EXPECT_FALSE(model().headerData(0, Qt::Vertical, Qt::DisplayRole).isValid());
+}
+
+TEST_F(RunTableScene, ATooltipHasAllDigits)
+{
+  show(lineScan());
+  QString tip = model().index(0, column("k1")).data(Qt::ToolTipRole).toString();
+  EXPECT_GT(tip.remove(QRegularExpression("<[^>]*>")).size(), 12);
+  EXPECT_LE(cell(0, "k1").size(), 9u);
+}
+
+TEST_F(RunTableScene, RunsAreOrderedByPassingSetsAndClusters)
+{
+  show(lineScan(6, 1));
+  document.change("Add", [](app::State& state) {
+    Gate gate = gateOnA(0.5, 1.0);
+    state.gates.push_back({"g", gate, true});
+    for (auto const& [name, run, origin] :
+         {std::tuple{"b", 4, "cluster 1 of 2 of A by curves"}, {"a", 2, "cluster 0 of 2 of A by curves"}}) {
+      RunSet runs(6);
+      runs.set(static_cast<std::size_t>(run));
+      state.sets.push_back({name, runs, 0, true, origin});
+    }
+  });
+  ASSERT_TRUE(settled());
+  clickHeader("Sets");
+  EXPECT_THAT(model().shownRuns(), ElementsAre(2u, 4u, 0u, 1u, 3u, 5u)) << "runs of no set last";
+  clickHeader("Sets");
+  EXPECT_THAT(model().shownRuns(), ElementsAre(4u, 2u, 0u, 1u, 3u, 5u)) << "both ways";
+  clickHeader("Cluster");
+  EXPECT_THAT(model().shownRuns(), ElementsAre(2u, 4u, 0u, 1u, 3u, 5u));
+  clickHeader("Passes");
+  bool passes = true;
+  for (std::size_t run : model().shownRuns()) {
+    const bool now = document.passing().contains(run);
+    EXPECT_TRUE(passes || !now) << "passing runs first";
+    passes = now;
+  }
+  document.change("Invert", [](app::State& state) { state.gates[0].gate.negated = true; });
+  ASSERT_TRUE(waitFor([this] { return pane.isSettled() && document.passing().contains(model().runAt(0)); }))
+      << "the order follows the gates";
+}
+
+TEST_F(RunTableScene, OfSeveralSetsARunNamesAll)
+{
+  show(lineScan(4, 1));
+  document.change("Add", [](app::State& state) {
+    state.sets.push_back({"a", RunSet(4, true), 0, true, ""});
+    state.sets.push_back({"b", RunSet(4, true), 0, true, ""});
+  });
+  EXPECT_EQ(cell(0, "Sets"), "a, b");
+}
+
+TEST_F(RunTableScene, ASetThatIsShownAloneFollowsItsRunsAndItsName)
+{
+  show(lineScan(4, 1));
+  auto const withRun = [](std::size_t run) {
+    RunSet runs(4);
+    runs.set(run);
+    return runs;
+  };
+  document.change("Add", [&](app::State& state) {
+    state.sets.push_back({"a", withRun(1), 0, true, ""});
+    state.sets.push_back({"b", withRun(2), 0, true, ""});
+  });
+  choose("In b");
+  EXPECT_THAT(model().shownRuns(), ElementsAre(2u));
+  EXPECT_EQ(pane.runFilter()->currentText(), "In b");
+  document.change("Other", [&](app::State& state) { state.sets[1].runs = withRun(3); });
+  EXPECT_THAT(model().shownRuns(), ElementsAre(3u));
+  EXPECT_EQ(pane.runFilter()->currentText(), "In b") << "the choice stays";
 }
 
 } // namespace
