@@ -139,6 +139,25 @@ TEST_F(PaintedStability, SharesAndNumbersOfRunsStandBelow)
   EXPECT_THAT(wordsOf(painted()), Contains("share of the runs"));
 }
 
+TEST_F(PaintedStability, SharesDoNotTouchEachOther)
+{
+  add("k", true, {0.5, 0.5, 0.5});
+  stability.sizes[1].share = 0.8;
+  for (int width = 180; width < 700; width += 40) {
+    size = {width, 200};
+    const PaintRecord record = painted();
+    double end = -1.0;
+    for (char const* text : {"10 %", "80 %", "all"}) {
+      const QRectF place = record.placeOf(text);
+      if (place.isNull()) continue;
+      EXPECT_GT(place.left(), end) << text << " at " << width;
+      end = place.right();
+    }
+    EXPECT_FALSE(record.placeOf("all").isNull());
+  }
+  EXPECT_FALSE(painted().placeOf("80 %").isNull()) << "where there is room";
+}
+
 TEST_F(PaintedStability, NothingStandsOutsideOfAnySize)
 {
   add(std::string(300, 'x'), true, {0.9, 0.9, 0.9});

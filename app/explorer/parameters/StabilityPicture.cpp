@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace runsieve::app {
 
@@ -38,10 +39,22 @@ AxisMap distances(std::vector<ComparisonAtSize> const& sizes, std::vector<std::s
   return {0.0, most > 0.0 ? std::min(1.0, room * most) : 1.0};
 }
 
-ChartAxis sharesOf(std::vector<ComparisonAtSize> const& sizes)
+/// \param length of the axis
+ChartAxis sharesOf(std::vector<ComparisonAtSize> const& sizes, double length, QFontMetricsF const& metrics)
 {
   ChartAxis axis{AxisMap(sizes.front().share, sizes.back().share, true).widened(beyondSizes), {}};
-  for (ComparisonAtSize const& size : sizes) axis.texts.push_back({size.share, shareOfRuns(size.share)});
+  double start =
+      std::numeric_limits<double>::infinity(); // all runs come first: of the parts those that have room
+  for (auto size = sizes.rbegin(); size != sizes.rend(); ++size) {
+    QString text = shareOfRuns(size->share);
+    const double middle = axis.map.place(size->share) * length;
+    const double half = 0.5 * metrics.horizontalAdvance(text);
+    if (middle + half + metrics.averageCharWidth() > start)
+      text.clear();
+    else
+      start = middle - half;
+    axis.texts.insert(axis.texts.begin(), {size->share, text});
+  }
   return axis;
 }
 
@@ -63,8 +76,12 @@ StabilityPicture::StabilityPicture(Comparison const& ofComparison, ComparisonSta
   names = std::min(names, mostOfWidth * area.width());
   const double below = 2.0 * line + theme.gap; // counts and title
   const double beside = names + 1.2 * line + theme.gap;
-  axes = ChartFrame(area.adjusted(0.0, 0.0, -beside, -below), sharesOf(stability.sizes),
-                    {distances(stability.sizes, shown), "|d|"}, theme);
+  const QRectF outer = area.adjusted(0.0, 0.0, -beside, -below);
+  const ChartAxis up{distances(stability.sizes, shown), "|d|"};
+  auto const frameFor = [&](double length) {
+    return ChartFrame(outer, sharesOf(stability.sizes, length, metrics), up, theme);
+  };
+  axes = frameFor(frameFor(outer.width()).plot().width()); // which has the same plot
   double room = 2.0 * axes.plot().width() * beyondSizes / (1.0 + 2.0 * beyondSizes);
   for (std::size_t i = 1; i < stability.sizes.size(); ++i)
     room = std::min(room, axes.xAt(stability.sizes[i].share) - axes.xAt(stability.sizes[i - 1].share));
