@@ -147,8 +147,8 @@ void ParameterChart::paintScatter(QPainter& painter) const
   const DotPlaces places{columns, scene.feature.rows(), shown.place(values.low()),
                          shown.place(values.high())};
   const QSize size = (inner.size() * scene.ratio).toSize();
-  painter.drawImage(
-      inner, dotsImage(places, scene.runs.passing(), scene.runs.eligible(), size, scene.ratio, scene.theme));
+  RunDots dots(size, scene.ratio);
+  painter.drawImage(inner, dots.image(places, scene.runs.passing(), scene.runs.eligible(), scene.theme));
 }
 
 void ParameterChart::paintMarks(QPainter& painter) const
