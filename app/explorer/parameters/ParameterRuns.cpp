@@ -35,6 +35,7 @@ void ParameterRuns::reopen()
 
 void ParameterRuns::takeGroups()
 {
+  ++groupsNumber;
   if (!document.isOpen()) {
     passingMask.clear();
     eligibleMask.clear();
