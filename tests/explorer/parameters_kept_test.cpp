@@ -107,6 +107,22 @@ TEST_F(KeptCharts, LightUpUnderThePointer)
   EXPECT_EQ(shot(), before);
 }
 
+TEST_F(KeptCharts, StayAsLongAsTheSameRunsPass)
+{
+  auto const version = [this] { return pane->runs().version(); };
+  addGate(gateOnA(0.3, 0.9));
+  const std::uint64_t first = version();
+  document.hover(3);
+  document.pin({3});
+  document.previewGate(0, gateOnA(0.3 - 1e-9, 0.9));
+  EXPECT_EQ(version(), first);
+  document.previewGate(0, gateOnA(0.5, 0.9));
+  EXPECT_NE(version(), first);
+  document.cancelPreview();
+  openScan(lineScan());
+  EXPECT_NE(version(), first);
+}
+
 const QRectF plot(0.0, 0.0, 200.0, 100.0);
 
 app::Theme paper()
