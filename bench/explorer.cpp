@@ -8,6 +8,7 @@
 #include "BenchScan.h"
 #include "QuietRun.h"
 
+#include "app/explorer/parameters/ParametersPane.h"
 #include "app/explorer/runs/RunsPane.h"
 #include "app/explorer/window/ExplorerWindow.h"
 
@@ -24,6 +25,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <ctime>
 #include <memory>
 #include <vector>
 
@@ -40,13 +42,21 @@ double since(std::chrono::steady_clock::time_point start)
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// W1, W2 and W3 have 20 parameters; W2x40 has 40.
+/// ms of this thread.
+double processorTime()
+{
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return 1e3 * static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_nsec);
+}
+
+/// W1, W2 and W3 have 20 parameters; W2x40 has 40, W3x30 has 30.
 std::shared_ptr<Scan const> scanNamed(std::string const& name)
 {
-  constexpr std::size_t wanted = 40;
-  const bool isWide = name == "W2x40";
-  auto scan = std::make_shared<Scan>(scanOf(benchScan(isWide ? "W2" : name).table));
-  for (std::size_t p = scan->parameters.size(); isWide && p < wanted; ++p) {
+  const std::size_t size = name.find('x');
+  auto scan = std::make_shared<Scan>(scanOf(benchScan(name.substr(0, size)).table));
+  const std::size_t wanted = size == std::string::npos ? 0 : std::stoul(name.substr(size + 1));
+  for (std::size_t p = scan->parameters.size(); p < wanted; ++p) {
     ScanParameter parameter;
     parameter.label.name = "more" + std::to_string(p);
     for (std::size_t run = 0; run < scan->runs.size(); ++run) {
@@ -196,6 +206,52 @@ void output(benchmark::State& state, std::string const& name)
   }
 }
 
+/// Small charts of all parameters on a full screen while a gate moves. "paint ms" is the
+/// processor time of the interface without sieving, which other work on the machine hardly changes.
+void charts(benchmark::State& state, std::string const& name, app::ParameterLook look)
+{
+  app::Document document;
+  document.open(scanNamed(name), {});
+  app::ParametersPane pane(document);
+  pane.resize(1150, 1080); // beside the runs on a screen of 1,920 x 1,200
+  pane.show();
+  document.change("Charts", [&](app::State& s) { s.view.parameterLook = look; });
+  QApplication::processEvents();
+  while (!document.prepareGate(0)) {
+  }
+  QWidget& viewport = *pane.grid()->viewport();
+  std::size_t visible = 0;
+  for (std::size_t const p : pane.runs().order())
+    if (QRectF(viewport.rect()).contains(pane.grid()->cell(p))) ++visible;
+  Scan const& scan = document.scan();
+  double const* values = scan.valuesOf(0, 0);
+  const auto [low, high] = std::minmax_element(values, values + scan.rows());
+  const double range = *high - *low;
+  Gate gate;
+  gate.column = scan.outputs[0].label.fullName();
+  gate.span = GateSpan{scan.times[40], scan.times[50]};
+  std::vector<double> frames;
+  std::vector<double> paints;
+  for (auto _ : state) {
+    for (int i = 0; i < moves; ++i) {
+      auto const start = std::chrono::steady_clock::now();
+      gate.range = {*low + 0.001 * range * i / moves, *low + (0.05 + 0.3 * i / moves) * range};
+      document.previewGate(0, gate);
+      const double moved = processorTime();
+      QApplication::sendPostedEvents();
+      QApplication::processEvents();
+      frames.push_back(since(start));
+      paints.push_back(processorTime() - moved);
+    }
+    document.cancelPreview();
+    QApplication::processEvents();
+  }
+  report(state, frames);
+  std::sort(paints.begin(), paints.end());
+  state.counters["charts"] = static_cast<double>(visible);
+  state.counters["paint ms"] = paints[paints.size() / 2];
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -211,5 +267,13 @@ int main(int argc, char** argv)
           ->UseRealTime()
           ->Iterations(3);
   }
+  using Look = app::ParameterLook;
+  for (auto const& [name, look] :
+       {std::pair{"curves", Look::Curves}, {"densities", Look::Densities}, {"scatter", Look::Scatter}})
+    for (std::string const scan : {"W2x30", "W3x30"})
+      benchmark::RegisterBenchmark(("charts/" + std::string(name) + "/" + scan).c_str(), charts, scan, look)
+          ->Unit(benchmark::kMillisecond)
+          ->UseRealTime()
+          ->Iterations(3);
   return runQuietly(argc, argv);
 }

@@ -3,8 +3,8 @@
 #include "app/explorer/charts/BandsPicture.h"
 #include "app/explorer/charts/ChartFrame.h"
 #include "app/explorer/charts/DensityLegend.h"
-#include "app/explorer/charts/RoundedValue.h"
 #include "app/explorer/charts/PlotNames.h"
+#include "app/explorer/charts/RoundedValue.h"
 
 #include <runsieve/core/coverage/ColorRamp.h>
 #include <runsieve/core/coverage/DensityScale.h>

@@ -1,5 +1,7 @@
 #include "ParametersScene.h"
 
+#include "app/explorer/parameters/ThinnedLine.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -72,6 +74,48 @@ TEST_F(ParameterCurves, OfDensitiesAreHighestWhereMostRunsAre)
   EXPECT_GT(inside->second, 0.4);
   const auto outside = curveAt(0, 0.2);
   EXPECT_LT(outside ? outside->second : 0.0, 0.1);
+}
+
+/// How far a line is from points, above or below them, at the most.
+double furthest(QPolygonF const& line, QPolygonF const& points)
+{
+  double found = 0.0;
+  for (QPointF const& point : points)
+    for (int i = 1; i < line.size(); ++i) {
+      const QPointF a = line[i - 1];
+      const QPointF b = line[i];
+      if (point.x() < a.x() || point.x() > b.x() || a.x() == b.x()) continue;
+      const double y = a.y() + (b.y() - a.y()) * (point.x() - a.x()) / (b.x() - a.x());
+      found = std::max(found, std::fabs(y - point.y()));
+    }
+  return found;
+}
+
+TEST(ThinnedLine, StaysNearAllPointsWithFewerOfThem)
+{
+  QPolygonF wave;
+  for (int i = 0; i <= 1000; ++i) wave << QPointF(0.2 * i, 40.0 * std::sin(0.02 * i));
+  const QPolygonF line = app::thinned(wave, 0.1);
+  EXPECT_LT(line.size(), 120);
+  EXPECT_LE(furthest(line, wave), 0.1 + 1e-9);
+  EXPECT_EQ(line.first(), wave.first());
+  EXPECT_EQ(line.last(), wave.last());
+}
+
+TEST(ThinnedLine, KeepsStepsAndCorners)
+{
+  const QPolygonF steps({{0.0, 0.0}, {5.0, 0.0}, {5.0, 8.0}, {5.0, 9.0}, {12.0, 9.0}, {13.0, 0.0}});
+  const QPolygonF line = app::thinned(steps, 0.1);
+  EXPECT_EQ(line, steps);
+}
+
+TEST(ThinnedLine, OfPointsInARowIsItsEnds)
+{
+  QPolygonF row;
+  for (int i = 0; i < 50; ++i) row << QPointF(i, 3.0 + 0.5 * i);
+  EXPECT_EQ(app::thinned(row, 0.1).size(), 2);
+  EXPECT_EQ(app::thinned(QPolygonF(), 0.1).size(), 0);
+  EXPECT_EQ(app::thinned(QPolygonF({{1.0, 2.0}}), 0.1).size(), 1);
 }
 
 } // namespace

@@ -146,17 +146,6 @@ TEST_F(ParameterGates, OnALogarithmicAxisAreAsWideAsTheyLook)
   EXPECT_NEAR(std::log10(gate().range.high), 3.0, 0.12);
 }
 
-TEST_F(ParameterGates, OnTextParametersCannotBeDragged)
-{
-  auto scan = lineScan();
-  ScanParameter& parameter = const_cast<Scan&>(*scan).parameters[2];
-  parameter.texts = {"wild type", "mutant"};
-  for (double& value : parameter.values) value = value < 0.5 ? 0.0 : 1.0;
-  openScan(scan);
-  dragIn(2, 0.1, 0.9);
-  EXPECT_TRUE(document.state().gates.empty());
-}
-
 TEST_F(ParameterGates, AreDrawnInTheLargeChartToo)
 {
   pane->openLarge(3);

@@ -188,12 +188,10 @@ void ParameterFigure::paintScatter(QPainter& painter, QRectF const& place, doubl
 void ParameterFigure::paintTexts(QPainter& painter, QRectF const& place) const
 {
   const QRectF area = place.adjusted(theme.gap, theme.gap, 0.0, -theme.gap);
-  const double slot = 1.25 * QFontMetricsF(theme.font).height();
-  const auto most = static_cast<std::size_t>(std::max(2.0, area.height() / slot));
   ParameterComparison const* numbers = content.numbersOf(parameter);
-  paintTextBars(painter, area,
-                textRows(content.scan->parameters[parameter], textGroupsOf(content, parameter), most),
-                content.sieves, numbers ? QString::fromStdString(numbers->text) : QString(), theme);
+  const TextBarRows rows(area, content.scan->parameters[parameter], textGroupsOf(content, parameter), theme);
+  paintTextBars(painter, rows, content.sieves, numbers ? QString::fromStdString(numbers->text) : QString(),
+                0.0, theme);
 }
 
 } // namespace runsieve::app

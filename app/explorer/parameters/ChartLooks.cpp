@@ -2,17 +2,20 @@
 
 #include "app/explorer/charts/CurveBand.h"
 #include "app/explorer/parameters/CountDensity.h"
+#include "app/explorer/parameters/ThinnedLine.h"
 
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace runsieve::app::ChartLooks {
 
 namespace {
 
 constexpr std::size_t densityPoints = 161; ///< finer than a bandwidth
+constexpr double finest = 0.1;             ///< pixels that nobody sees
 
 QPen curvePen(QColor const& color, double width)
 {
@@ -29,14 +32,15 @@ void paintBand(QPainter& painter, ChartFrame const& frame, QPolygonF const& othe
   painter.drawPolygon(bandAround(others, frame.plot(), noiseFloor * frame.plot().height()));
 }
 
-double shareUpTo(ChartFrame const& frame, QPolygonF const& line, double x)
+/// Where a line stands there.
+double heightAt(QPolygonF const& line, double x)
 {
-  double y = frame.plot().bottom();
-  for (QPointF const& point : line) {
-    if (point.x() > x + 0.5) break;
-    y = point.y();
-  }
-  return y;
+  auto const isBefore = [](QPointF const& point, double place) { return point.x() < place; };
+  auto const next = std::lower_bound(line.begin(), line.end(), x, isBefore);
+  if (next == line.begin()) return line.first().y();
+  if (next == line.end()) return line.last().y();
+  const QPointF before = *std::prev(next);
+  return before.y() + (next->y() - before.y()) * (x - before.x()) / (next->x() - before.x());
 }
 
 /// Each run as a mark at the bottom.
@@ -62,6 +66,7 @@ void paintDensity(QPainter& painter, ChartFrame const& frame, AxisMap const& val
   for (std::size_t i = 0; i < density.size(); ++i)
     line << QPointF(left + width * static_cast<double>(i) / static_cast<double>(density.size() - 1),
                     frame.yAt(density[i]));
+  line = thinned(line, finest);
   QPolygonF area = line;
   area << QPointF(left + width, frame.plot().bottom()) << QPointF(left, frame.plot().bottom());
   QColor inside = color;
@@ -114,13 +119,13 @@ void paintCurves(QPainter& painter, ChartFrame const& frame, AxisMap const& valu
   painter.setClipRect(frame.plot().adjusted(0.0, -1.0, 1.0, 1.0), Qt::IntersectClip);
   const bool hasOthers = groups.others.total() > 0;
   const bool hasPassing = groups.passing.total() > 0;
-  const QPolygonF others = stepLine(frame, values, groups.others);
-  const QPolygonF passing = stepLine(frame, values, groups.passing);
+  const QPolygonF others = thinned(stepLine(frame, values, groups.others), finest);
+  const QPolygonF passing = thinned(stepLine(frame, values, groups.passing), finest);
   if (hasOthers && hasPassing && noiseFloor > 0.0) paintBand(painter, frame, others, noiseFloor, theme);
   if (hasOthers && hasPassing && std::isfinite(furthest)) {
     const double x = frame.xAt(furthest);
     painter.setPen(QPen(theme.faint, 1.0, Qt::DotLine));
-    painter.drawLine(QPointF(x, shareUpTo(frame, others, x)), QPointF(x, shareUpTo(frame, passing, x)));
+    painter.drawLine(QPointF(x, heightAt(others, x)), QPointF(x, heightAt(passing, x)));
   }
   painter.setBrush(Qt::NoBrush);
   painter.setPen(curvePen(theme.all, 0.85 * theme.curve));

@@ -1,9 +1,12 @@
 #include "app/explorer/parameters/LargeChart.h"
 
 #include "app/explorer/parameters/ParameterNumbers.h"
+#include "app/explorer/parameters/PinMarks.h"
+#include "app/explorer/parameters/PlainTip.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -17,19 +20,22 @@ namespace runsieve::app {
 
 LargeChartView::LargeChartView(ParameterRuns& ofRuns, std::size_t shown, QWidget* parent)
     : QWidget(parent), runs(ofRuns), document(ofRuns.ofDocument()), parameter(shown), feature(document),
-      theme(Theme::ofPalette(palette(), font())), drag(document)
+      theme(Theme::ofPalette(palette(), font())), scene{runs, feature, spans, theme, 1.0, true},
+      charts(scene), hand(document)
 {
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setAccessibleName("Chart of a parameter");
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  connect(&runs, &ParameterRuns::opened, this, [this] { charts.clear(); });
   connect(&runs, &ParameterRuns::changed, this, &LargeChartView::refresh);
   refresh();
 }
 
 void LargeChartView::showParameter(std::size_t wanted)
 {
-  drag.cancel();
+  hand.cancel();
+  charts.clear();
   parameter = wanted;
   refresh();
 }
@@ -42,27 +48,32 @@ bool LargeChartView::isValid() const
 void LargeChartView::refresh()
 {
   spans = spansOf(document);
-  feature.update();
   update();
 }
 
-ChartScene LargeChartView::scene() const
+ParameterChart& LargeChartView::chart()
 {
-  return {runs, feature, spans, theme, devicePixelRatioF(), true};
+  feature.update();
+  scene.ratio = devicePixelRatioF();
+  return charts.at(parameter, size());
 }
 
-QRectF LargeChartView::plot() const
+QRectF LargeChartView::plot()
 {
-  const ChartScene shown = scene();
-  return isValid() ? ParameterChart(shown, parameter, rect()).plot() : QRectF();
+  return isValid() ? chart().plot() : QRectF();
+}
+
+QRectF LargeChartView::row(std::size_t text)
+{
+  const TextBarRows rows = chart().bars();
+  return rows.place(rows.rowOf(text));
 }
 
 void LargeChartView::paintEvent(QPaintEvent*)
 {
   QPainter painter(this);
   painter.fillRect(rect(), theme.paper);
-  const ChartScene shown = scene();
-  if (isValid()) ParameterChart(shown, parameter, rect()).paint(painter);
+  if (isValid()) chart().paint(painter, theme.paper);
 }
 
 void LargeChartView::changeEvent(QEvent* event)
@@ -70,46 +81,47 @@ void LargeChartView::changeEvent(QEvent* event)
   QWidget::changeEvent(event);
   if (event->type() != QEvent::PaletteChange && event->type() != QEvent::FontChange) return;
   theme = Theme::ofPalette(palette(), font());
+  charts.clear();
   update();
+}
+
+bool LargeChartView::event(QEvent* event)
+{
+  if (event->type() != QEvent::ToolTip || !isValid()) return QWidget::event(event);
+  auto* help = static_cast<QHelpEvent*>(event);
+  QStringList lines = chart().barLines(help->pos());
+  lines += pinLines(document, parameter);
+  lines << gestureWords(document.scan().parameters[parameter]);
+  showPlainTip(help->globalPos(), lines.join('\n'), this);
+  return true;
 }
 
 void LargeChartView::mousePressEvent(QMouseEvent* event)
 {
-  if (event->button() != Qt::LeftButton || !isValid()) return;
-  const ChartScene shown = scene();
-  const ParameterChart now(shown, parameter, rect());
-  if (now.hasAxis() && now.plot().contains(event->localPos()))
-    drag.begin(now.axis(), event->localPos().x(), event->modifiers().testFlag(Qt::ShiftModifier));
+  if (event->button() == Qt::LeftButton && isValid())
+    hand.take(chart().holdAt(event->localPos(), event->modifiers()), event->localPos());
 }
 
 void LargeChartView::mouseMoveEvent(QMouseEvent* event)
 {
   if (!isValid()) return;
-  if (drag.isActive()) {
-    drag.follow(event->localPos().x());
+  if (hand.isActive()) {
+    hand.follow(event->localPos());
     return;
   }
-  const ChartScene shown = scene();
-  const ParameterChart now(shown, parameter, rect());
-  auto const here = spans.find(parameter);
-  const bool isOnPlot = now.hasAxis() && now.plot().contains(event->localPos());
-  auto const held = isOnPlot && here != spans.end() ? spanAt(here->second, now.axis(), event->localPos().x())
-                                                    : std::nullopt;
-  setCursor(!isOnPlot                       ? Qt::ArrowCursor
-            : !held                         ? Qt::CrossCursor
-            : held->grip == SpanGrip::Whole ? Qt::SizeAllCursor
-                                            : Qt::SizeHorCursor);
+  auto const hold = chart().holdAt(event->localPos(), Qt::NoModifier);
+  setCursor(hold ? hold->cursor() : Qt::ArrowCursor);
 }
 
 void LargeChartView::mouseReleaseEvent(QMouseEvent* event)
 {
-  if (event->button() == Qt::LeftButton) drag.finish();
+  if (event->button() == Qt::LeftButton) hand.finish();
 }
 
 void LargeChartView::keyPressEvent(QKeyEvent* event)
 {
-  if (event->key() == Qt::Key_Escape && drag.isActive())
-    drag.cancel();
+  if (event->key() == Qt::Key_Escape && hand.isActive())
+    hand.cancel();
   else
     QWidget::keyPressEvent(event); // closes the window
 }

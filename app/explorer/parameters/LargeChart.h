@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/explorer/parameters/GateHand.h"
 #include "app/explorer/parameters/ParameterChart.h"
 
 #include <QDialog>
@@ -18,11 +19,14 @@ public:
   LargeChartView(ParameterRuns& runs, std::size_t parameter, QWidget* parent = nullptr);
 
   void showParameter(std::size_t parameter);
-  [[nodiscard]] QRectF plot() const;
+  [[nodiscard]] QRectF plot();
+  /// Of a parameter of texts: the row of a text.
+  [[nodiscard]] QRectF row(std::size_t text);
   [[nodiscard]] QSize sizeHint() const override { return {640, 400}; }
   [[nodiscard]] QSize minimumSizeHint() const override { return {260, 180}; }
 
 protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
@@ -33,7 +37,8 @@ protected:
 private:
   void refresh();
   [[nodiscard]] bool isValid() const;
-  [[nodiscard]] ChartScene scene() const;
+  /// Up to date.
+  [[nodiscard]] ParameterChart& chart();
 
   ParameterRuns& runs;
   Document& document;
@@ -41,7 +46,9 @@ private:
   OutputFeature feature;
   ParameterSpans spans;
   Theme theme;
-  SpanDrag drag;
+  ChartScene scene;
+  ParameterCharts charts;
+  GateHand hand;
 };
 
 /// A window with the chart of one parameter, which follows the document, and its numbers in words.

@@ -34,6 +34,7 @@ bool OutputFeature::update()
   scan = document.sharedScan();
   output = wanted;
   logarithmic = wantsLog;
+  ++number;
   const ScanParameter feature = lastValues(*scan, output);
   const AxisMap all = spreadOf(feature).axis(logarithmic);
   constexpr double room = 0.04;

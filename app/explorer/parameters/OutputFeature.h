@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 namespace runsieve::app {
@@ -21,6 +22,8 @@ public:
   bool update();
 
   [[nodiscard]] AxisMap const& axis() const { return shown; }
+  /// Another number whenever what is known has changed.
+  [[nodiscard]] std::uint64_t version() const { return number; }
   /// One per run, in rows of the axis from its low end.
   [[nodiscard]] RunColumns const& rows() const { return places; }
   /// "last B (nM)"
@@ -31,6 +34,7 @@ private:
   std::shared_ptr<Scan const> scan; ///< what follows is of
   std::size_t output = 0;
   bool logarithmic = false;
+  std::uint64_t number = 0;
   AxisMap shown;
   RunColumns places;
 };

@@ -49,8 +49,8 @@ void paintPair(QPainter& painter, QRectF const& area, QStringList const& title, 
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   painter.setRenderHint(QPainter::LosslessImageRendering);
   const QSizeF size = frame.plot().size();
-  painter.drawImage(frame.plot(), dotsImage(places, passing, eligible, (size * pixelsPerUnit).toSize(),
-                                            pixelsPerUnit * scaleOfDots(size, theme), theme));
+  RunDots dots((size * pixelsPerUnit).toSize(), pixelsPerUnit * scaleOfDots(size, theme));
+  painter.drawImage(frame.plot(), dots.image(places, passing, eligible, theme));
   frame.paint(painter, theme);
 }
 

@@ -1,16 +1,11 @@
 #include "app/explorer/parameters/ParallelRuns.h"
 #include "app/explorer/parameters/ParallelView.h"
-#include "app/explorer/parameters/ParameterMenu.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
-#include "app/explorer/parameters/PlainTip.h"
+#include "app/explorer/parameters/SpanHold.h"
 
-#include <QContextMenuEvent>
-#include <QHelpEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 
-#include <algorithm>
 #include <cmath>
 
 namespace runsieve::app {
@@ -22,7 +17,7 @@ constexpr double reach = 6.0;       ///< pixels from a line
 
 } // namespace
 
-std::optional<std::size_t> ParallelView::axisAt(QPointF const& at) const
+std::optional<std::size_t> ParallelView::parameterAt(QPointF const& at) const
 {
   const double place = (at.x() + horizontalScrollBar()->value()) / step - 0.5;
   const auto nearest = static_cast<std::ptrdiff_t>(std::lround(place));
@@ -60,139 +55,51 @@ std::optional<std::size_t> ParallelView::runAt(QPointF const& at) const
 bool ParallelView::viewportEvent(QEvent* event)
 {
   if (event->type() == QEvent::Leave) document.hover(std::nullopt);
-  if (event->type() == QEvent::ToolTip && document.isOpen()) {
-    auto* help = static_cast<QHelpEvent*>(event);
-    const std::optional<std::size_t> parameter = axisAt(help->pos());
-    if (parameter && !drag.isActive()) {
-      QString tip = titleOf(document.scan().parameters[*parameter].label);
-      const QString difference = headline(numbersOf(document, *parameter));
-      if (!difference.isEmpty()) tip += "\n" + difference;
-      showPlainTip(help->globalPos(), tip, viewport());
-    } else if (auto const run = document.hoveredRun()) {
-      showPlainTip(help->globalPos(), "Run " + QString::fromStdString(document.scan().runs[*run].key),
-                   viewport());
-    } else {
-      hidePlainTip();
-    }
-    return true;
+  return ParameterArea::viewportEvent(event);
+}
+
+QString ParallelView::tipAt(QPointF const& at)
+{
+  if (const std::optional<std::size_t> parameter = parameterAt(at)) {
+    const QString difference = headline(numbersOf(document, *parameter));
+    return titleOf(document.scan().parameters[*parameter].label) +
+           (difference.isEmpty() ? QString() : "\n" + difference);
   }
-  return QAbstractScrollArea::viewportEvent(event);
+  auto const run = document.hoveredRun();
+  return run ? "Run " + QString::fromStdString(document.scan().runs[*run].key) : QString();
+}
+
+std::unique_ptr<GateHold> ParallelView::holdAt(QPointF const& at, std::size_t parameter,
+                                               Qt::KeyboardModifiers modifiers)
+{
+  if (document.scan().parameters[parameter].isText()) return nullptr;
+  return std::make_unique<SpanHold>(document, spans, spanAxis(parameter), false, at,
+                                    modifiers.testFlag(Qt::ShiftModifier));
 }
 
 void ParallelView::mousePressEvent(QMouseEvent* event)
 {
-  if (event->button() != Qt::LeftButton || !document.isOpen()) return;
   pressedRun.reset();
-  const std::optional<std::size_t> parameter = axisAt(event->localPos());
-  if (!parameter) {
+  if (event->button() == Qt::LeftButton && document.isOpen() && !parameterAt(event->localPos()))
     pressedRun = runAt(event->localPos());
-    return;
-  }
-  currentParameter = parameter;
-  viewport()->update();
-  if (!document.scan().parameters[*parameter].isText())
-    drag.begin(spanAxis(*parameter), event->localPos().y(), event->modifiers().testFlag(Qt::ShiftModifier));
-}
-
-void ParallelView::mouseMoveEvent(QMouseEvent* event)
-{
-  if (!document.isOpen()) return;
-  if (!drag.isActive()) {
-    hoverAt(event->localPos());
-    return;
-  }
-  if (drag.follow(event->localPos().y()))
-    Q_EMIT told(
-        QString("%L1 of %L2 runs pass").arg(document.passing().count()).arg(document.scan().runs.size()));
+  ParameterArea::mousePressEvent(event);
 }
 
 void ParallelView::mouseReleaseEvent(QMouseEvent* event)
 {
-  if (event->button() != Qt::LeftButton || !document.isOpen()) return;
-  if (drag.isActive()) {
-    const std::size_t parameter = drag.axis().parameter;
-    const SpanDrag::End end = drag.finish();
-    Q_EMIT told(end == SpanDrag::End::Nothing ? "No run passes there: nothing has changed" : QString());
-    if (end == SpanDrag::End::Click && axisAt(event->localPos()) == parameter) Q_EMIT chosen(parameter);
-  } else if (pressedRun && runAt(event->localPos()) == pressedRun) {
+  if (event->button() == Qt::LeftButton && document.isOpen() && pressedRun &&
+      runAt(event->localPos()) == pressedRun)
     document.togglePin(*pressedRun);
-  }
   pressedRun.reset();
+  ParameterArea::mouseReleaseEvent(event);
 }
 
 void ParallelView::hoverAt(QPointF const& at)
 {
-  const std::optional<std::size_t> parameter = axisAt(at);
+  const std::optional<std::size_t> parameter = parameterAt(at);
   document.hover(parameter ? std::nullopt : runAt(at));
-  if (!parameter || document.scan().parameters[*parameter].isText()) {
-    viewport()->setCursor(Qt::ArrowCursor);
-    return;
-  }
-  auto const here = spans.find(*parameter);
-  auto const held = here == spans.end() ? std::nullopt : spanAt(here->second, spanAxis(*parameter), at.y());
-  viewport()->setCursor(!held                           ? Qt::CrossCursor
-                        : held->grip == SpanGrip::Whole ? Qt::SizeAllCursor
-                                                        : Qt::SizeVerCursor);
-}
-
-void ParallelView::moveCurrent(int by)
-{
-  auto const& order = runs.order();
-  if (order.empty()) return;
-  const auto here = std::find(order.begin(), order.end(), *current()) - order.begin();
-  const auto next = static_cast<std::size_t>(
-      std::clamp<std::ptrdiff_t>(here + by, 0, static_cast<std::ptrdiff_t>(order.size()) - 1));
-  currentParameter = order[next];
-  const double x = xOf(next);
-  const double half = 0.5 * step;
-  if (x - half < 0.0)
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + static_cast<int>(std::floor(x - half)));
-  else if (x + half > viewport()->width())
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() +
-                                    static_cast<int>(std::ceil(x + half - viewport()->width())));
-  setAccessibleDescription(titleOf(document.scan().parameters[order[next]].label));
-  viewport()->update();
-}
-
-void ParallelView::keyPressEvent(QKeyEvent* event)
-{
-  constexpr int all = 1 << 20;
-  switch (event->key()) {
-  case Qt::Key_Left:
-    return moveCurrent(-1);
-  case Qt::Key_Right:
-    return moveCurrent(1);
-  case Qt::Key_Home:
-    return moveCurrent(-all);
-  case Qt::Key_End:
-    return moveCurrent(all);
-  case Qt::Key_Return:
-  case Qt::Key_Enter:
-  case Qt::Key_Space:
-    if (current()) Q_EMIT chosen(*current());
-    return;
-  case Qt::Key_Escape:
-    if (drag.isActive())
-      drag.cancel();
-    else
-      document.selectGate(std::nullopt);
-    return;
-  default:
-    QAbstractScrollArea::keyPressEvent(event);
-  }
-}
-
-void ParallelView::contextMenuEvent(QContextMenuEvent* event)
-{
-  if (!document.isOpen() || drag.isMoving()) return;
-  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
-  const std::optional<std::size_t> parameter = byKey ? current() : axisAt(event->pos());
-  if (!parameter) return;
-  QMenu menu(this);
-  connect(menu.addAction("&Open large"), &QAction::triggered, this,
-          [this, parameter = *parameter] { Q_EMIT chosen(parameter); });
-  fillParameterMenu(menu, runs, *parameter);
-  menu.exec(byKey ? viewport()->mapToGlobal(axisLine(*parameter).center().toPoint()) : event->globalPos());
+  auto const hold = parameter ? holdAt(at, *parameter, Qt::NoModifier) : nullptr;
+  viewport()->setCursor(hold ? hold->cursor() : parameter ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
 } // namespace runsieve::app

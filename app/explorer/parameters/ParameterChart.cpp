@@ -1,14 +1,18 @@
 #include "app/explorer/parameters/ParameterChart.h"
 
 #include "app/explorer/parameters/ChartLooks.h"
+#include "app/explorer/parameters/ChartTexts.h"
+#include "app/explorer/parameters/GateMarks.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
-#include "app/explorer/parameters/RunDots.h"
+#include "app/explorer/parameters/PinMarks.h"
+#include "app/explorer/parameters/SpanHold.h"
+#include "app/explorer/parameters/TextHold.h"
 
-#include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace runsieve::app {
 
@@ -16,6 +20,7 @@ namespace {
 
 constexpr double room = 0.025; ///< of the axis beyond the values, at each end
 constexpr double margin = 8.0;
+constexpr double reach = 5.0; ///< pixels beside a plot in which gates begin
 
 ChartAxis verticalAxis(ChartScene const& scene, ParameterLook look)
 {
@@ -30,44 +35,37 @@ ChartAxis verticalAxis(ChartScene const& scene, ParameterLook look)
   return {};
 }
 
-} // namespace
-
-void paintSpans(QPainter& painter, std::vector<ParameterSpan> const& spans, SpanAxis const& axis,
-                QRectF const& plot, bool across, Theme const& theme)
+/// The rectangle of whole device pixels around one.
+QRectF snapped(QRectF const& rect, double ratio)
 {
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing, false);
-  for (ParameterSpan const& span : spans) {
-    const QColor color = span.isOn ? theme.gate : theme.faint;
-    QColor inside = color;
-    inside.setAlphaF(span.isChosen ? 0.20 : 0.11);
-    const double low = axis.lowPixel(span);
-    const double high = axis.highPixel(span);
-    const QRectF band = (across ? QRectF(QPointF(low, plot.top()), QPointF(high, plot.bottom()))
-                                : QRectF(QPointF(plot.left(), high), QPointF(plot.right(), low)))
-                            .normalized();
-    painter.fillRect(band.intersected(plot.adjusted(-1.0, -1.0, 1.0, 1.0)), inside);
-    painter.setPen(QPen(color, span.isChosen ? 2.0 : 1.4,
-                        span.negated || !span.isOn ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap));
-    for (auto const& [value, pixel] : {std::pair(span.range.low, low), std::pair(span.range.high, high)}) {
-      if (!std::isfinite(value)) continue;
-      const QLineF end = across ? QLineF(pixel, plot.top(), pixel, plot.bottom())
-                                : QLineF(plot.left(), pixel, plot.right(), pixel);
-      if (across ? pixel >= plot.left() - 1.0 && pixel <= plot.right() + 1.0
-                 : pixel >= plot.top() - 1.0 && pixel <= plot.bottom() + 1.0)
-        painter.drawLine(end);
-    }
-  }
-  painter.restore();
+  const QPointF first(std::floor(rect.left() * ratio), std::floor(rect.top() * ratio));
+  const QPointF last(std::ceil(rect.right() * ratio), std::ceil(rect.bottom() * ratio));
+  return {first / ratio, last / ratio};
 }
 
-ParameterChart::ParameterChart(ChartScene const& ofScene, std::size_t ofParameter, QRectF const& inArea)
-    : scene(ofScene), document(ofScene.runs.ofDocument()), parameter(ofParameter),
-      area(inArea.adjusted(margin, 0.6 * margin, -margin, -0.3 * margin)),
-      isText(document.scan().parameters[parameter].isText())
+QPixmap emptyPixmap(QSizeF const& size, double ratio, QColor const& color)
 {
-  const double texts = 2.0 * QFontMetricsF(scene.theme.font).height() + 2.0;
-  const QRectF below = area.adjusted(0.0, texts, 0.0, 0.0);
+  QPixmap pixmap(QSize(static_cast<int>(std::lround(size.width() * ratio)),
+                       static_cast<int>(std::lround(size.height() * ratio))));
+  pixmap.setDevicePixelRatio(ratio);
+  pixmap.fill(color);
+  return pixmap;
+}
+
+bool same(double a, double b)
+{
+  return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+} // namespace
+
+ParameterChart::ParameterChart(ChartScene const& ofScene, std::size_t ofParameter, QSizeF const& size)
+    : scene(ofScene), document(ofScene.runs.ofDocument()), parameter(ofParameter), whole(size),
+      area(QRectF(QPointF(), size).adjusted(margin, 0.6 * margin, -margin, -0.3 * margin)),
+      ratio(scene.ratio), isText(document.scan().parameters[parameter].isText()),
+      look(document.state().view.parameterLook), featureVersion(scene.feature.version())
+{
+  const QRectF below = area.adjusted(0.0, heightOfChartTexts(scene.theme), 0.0, 0.0);
   if (isText) {
     inner = below.adjusted(0.0, scene.theme.gap, 0.0, -scene.theme.gap);
     return;
@@ -75,13 +73,15 @@ ParameterChart::ParameterChart(ChartScene const& ofScene, std::size_t ofParamete
   values = scene.runs.axis(parameter);
   ChartAxis horizontal{values.widened(room),
                        scene.isLarge ? titleOf(document.scan().parameters[parameter].label) : QString()};
-  frame = ChartFrame(below, std::move(horizontal), verticalAxis(scene, look()), scene.theme);
+  frame = ChartFrame(below, std::move(horizontal), verticalAxis(scene, look), scene.theme);
   inner = frame.plot();
 }
 
-ParameterLook ParameterChart::look() const
+bool ParameterChart::fits(QSizeF const& size) const
 {
-  return document.state().view.parameterLook;
+  if (size != whole || ratio != scene.ratio) return false;
+  return isText || (look == document.state().view.parameterLook && values == scene.runs.axis(parameter) &&
+                    (look != ParameterLook::Scatter || featureVersion == scene.feature.version()));
 }
 
 SpanAxis ParameterChart::axis() const
@@ -89,80 +89,103 @@ SpanAxis ParameterChart::axis() const
   return {parameter, frame.horizontal(), inner.left(), inner.right()};
 }
 
-void ParameterChart::paintTexts(QPainter& painter, std::size_t passing, std::size_t others) const
+TextBarRows ParameterChart::bars() const
 {
-  Theme const& theme = scene.theme;
-  const QFontMetricsF metrics(theme.font);
-  const ParameterNumbers numbers = numbersOf(document, parameter);
-  QFont bold = theme.font;
-  bold.setBold(true);
-  painter.setFont(bold);
-  painter.setPen(theme.ink);
-  painter.drawText(QPointF(area.left(), area.top() + metrics.ascent()),
-                   elided(titleOf(document.scan().parameters[parameter].label), bold, area.width()));
-  painter.setFont(theme.font);
-  const double line = area.top() + metrics.height() + metrics.ascent();
-  const QString othersText = QString("%L1").arg(others) + (document.sieves() ? "" : " runs");
-  const QString passingText = document.sieves() ? QString("%L1").arg(passing) : QString();
-  const double othersWidth = metrics.horizontalAdvance(othersText);
-  const double between = passingText.isEmpty() ? 0.0 : metrics.horizontalAdvance(" : ");
-  const double countsLeft = area.right() - othersWidth - between - metrics.horizontalAdvance(passingText);
-  const QString difference = headline(numbers);
-  painter.setPen(numbers.isCurrent && numbers.leftOut.isEmpty() ? theme.ink : theme.faint);
-  const double differenceWidth = metrics.horizontalAdvance(difference);
-  painter.drawText(QPointF(area.left(), line), elided(difference, theme.font, area.width()));
-  if (numbers.significant && numbers.isCurrent) { // the star once more, in the colour of what it tells of
-    const QString star = QString::fromUtf8("\u2605");
-    painter.setPen(theme.passing);
-    painter.drawText(QPointF(area.left() + differenceWidth - metrics.horizontalAdvance(star), line), star);
+  return {inner, document.scan().parameters[parameter], scene.runs.textGroups(parameter), scene.theme};
+}
+
+std::unique_ptr<GateHold> ParameterChart::holdAt(QPointF const& at, Qt::KeyboardModifiers modifiers) const
+{
+  if (!inner.adjusted(-reach, 0.0, reach, 0.0).contains(at)) return nullptr;
+  if (!isText)
+    return std::make_unique<SpanHold>(document, scene.spans, axis(), true, at,
+                                      modifiers.testFlag(Qt::ShiftModifier));
+  const TextBarRows rows = bars();
+  if (rows.size() == 0 || at.y() >= rows.place().bottom()) return nullptr;
+  return std::make_unique<TextHold>(document, scene.spans, parameter, rows, at, modifiers);
+}
+
+QStringList ParameterChart::barLines(QPointF const& at) const
+{
+  if (!isText) return {};
+  const TextBarRows rows = bars();
+  if (rows.size() == 0 || !rows.place().contains(at)) return {};
+  return {rowWords(rows.at(rows.nearest(at)), document.sieves())};
+}
+
+std::vector<ParameterSpan> ParameterChart::spans() const
+{
+  auto const found = scene.spans.find(parameter);
+  return found == scene.spans.end() ? std::vector<ParameterSpan>() : found->second;
+}
+
+void ParameterChart::paintGround(QPainter& painter, QColor const& color)
+{
+  if (ground.isNull() || groundColor != color) {
+    ground = emptyPixmap(whole, ratio, color);
+    groundColor = color;
+    QPainter once(&ground);
+    once.setRenderHint(QPainter::Antialiasing);
+    paintChartName(once, area, titleOf(document.scan().parameters[parameter].label), scene.theme);
+    if (!isText) frame.paint(once, scene.theme);
   }
-  // Where both don't fit the difference is what matters; the counts stand in the tooltip too.
-  if (area.left() + differenceWidth + 2.0 * theme.gap > countsLeft) return;
-  painter.setPen(theme.passing);
-  painter.drawText(QPointF(countsLeft, line), passingText);
-  painter.setPen(theme.faint);
-  if (between > 0.0) painter.drawText(QPointF(area.right() - othersWidth - between, line), " : ");
-  painter.setPen(theme.all);
-  painter.drawText(QPointF(area.right() - othersWidth, line), othersText);
+  painter.drawPixmap(QPointF(), ground);
 }
 
 void ParameterChart::paintBars(QPainter& painter) const
 {
   const TextGroups groups = scene.runs.textGroups(parameter);
-  paintTexts(painter, groups.allPassing, groups.allOthers);
-  const double slot = 1.25 * QFontMetricsF(scene.theme.font).height();
-  const auto most = static_cast<std::size_t>(std::max(2.0, inner.height() / slot));
+  const TextBarRows rows(inner, document.scan().parameters[parameter], groups, scene.theme);
   const ParameterNumbers numbers = numbersOf(document, parameter);
   const QString marked = numbers.compared && numbers.isCurrent && !document.previewedGate()
                              ? QString::fromStdString(numbers.compared->text)
                              : QString();
-  paintTextBars(painter, inner, textRows(document.scan().parameters[parameter], groups, most),
-                document.sieves(), marked, scene.theme);
+  const double pins = roomForPins(document, inner.width(), scene.theme);
+  paintTextGates(painter, spans(), rows, scene.theme);
+  paintTextBars(painter, rows, document.sieves(), marked, pins, scene.theme);
+  paintPinsOnRows(painter, document, parameter, rows, pins, scene.theme);
+  paintChartNumbers(painter, area, numbers, document.sieves(), groups.allPassing, groups.allOthers,
+                    scene.theme);
 }
 
-void ParameterChart::paintScatter(QPainter& painter) const
+void ParameterChart::paintScatter(QPainter& painter)
 {
   const RunColumns& columns = scene.runs.columns(parameter);
   AxisMap const& shown = frame.horizontal();
   const DotPlaces places{columns, scene.feature.rows(), shown.place(values.low()),
                          shown.place(values.high())};
-  const QSize size = (inner.size() * scene.ratio).toSize();
-  painter.drawImage(
-      inner, dotsImage(places, scene.runs.passing(), scene.runs.eligible(), size, scene.ratio, scene.theme));
+  if (!dots) dots.emplace((inner.size() * ratio).toSize(), ratio);
+  painter.drawImage(inner, dots->image(places, scene.runs.passing(), scene.runs.eligible(), scene.theme));
 }
 
-void ParameterChart::paintMarks(QPainter& painter) const
+void ParameterChart::paintRuns(QPainter& painter, double floor, double furthest)
 {
-  auto const mark = [&](std::size_t run, QColor const& color, double width) {
-    const double x = frame.xAt(document.scan().parameters[parameter].values[run]);
-    if (!std::isfinite(x)) return;
-    painter.setPen(QPen(color, width));
-    painter.drawLine(QPointF(x, inner.bottom() - 0.12 * inner.height()), QPointF(x, inner.bottom()));
-  };
-  std::size_t number = 0;
-  for (std::size_t const run : document.pinnedRuns())
-    mark(run, scene.theme.sets[number++ % scene.theme.sets.size()], 2.0);
-  if (auto const run = document.hoveredRun()) mark(*run, scene.theme.hover, 2.0);
+  RunsImage& image = runsImage;
+  const bool isKept = !image.picture.isNull() && image.version == scene.runs.version() &&
+                      same(image.floor, floor) && same(image.furthest, furthest);
+  if (!isKept) {
+    constexpr double beyond = 2.0; // lines at the ends of the plot reach over them
+    image.place = snapped(inner.adjusted(-beyond, -beyond, beyond, beyond), ratio);
+    image.picture = emptyPixmap(image.place.size(), ratio, Qt::transparent);
+    image.version = scene.runs.version();
+    image.floor = floor;
+    image.furthest = furthest;
+    QPainter once(&image.picture);
+    once.setRenderHint(QPainter::Antialiasing);
+    once.translate(-image.place.topLeft());
+    if (look == ParameterLook::Curves) {
+      ChartLooks::paintCurves(once, frame, values, counted, floor, furthest, scene.theme);
+    } else if (look == ParameterLook::Densities) {
+      ChartLooks::Densities densities = ChartLooks::densitiesOf(counted);
+      if (densities.largest > 0.0)
+        for (std::vector<double>* density : {&densities.passing, &densities.others})
+          for (double& value : *density) value /= densities.largest;
+      ChartLooks::paintDensities(once, frame, values, counted, densities, scene.theme);
+    } else {
+      paintScatter(once);
+    }
+  }
+  painter.drawPixmap(image.place.topLeft(), image.picture);
 }
 
 void ParameterChart::paintMedians(QPainter& painter) const
@@ -178,49 +201,48 @@ void ParameterChart::paintMedians(QPainter& painter) const
   }
 }
 
-void ParameterChart::paintNumbers(QPainter& painter) const
+void ParameterChart::paintNumbers(QPainter& painter)
 {
-  const ParameterGroups groups = scene.runs.groups(parameter);
-  paintTexts(painter, groups.passing.total(), groups.others.total());
-  auto const spans = scene.spans.find(parameter);
-  if (spans != scene.spans.end()) paintSpans(painter, spans->second, axis(), inner, true, scene.theme);
+  if (countedVersion != scene.runs.version()) counted = scene.runs.groups(parameter);
+  countedVersion = scene.runs.version();
   const ParameterNumbers numbers = numbersOf(document, parameter);
-  const bool isTold = numbers.compared && numbers.isCurrent && !document.previewedGate();
   const double none = std::numeric_limits<double>::quiet_NaN();
-  switch (look()) {
-  case ParameterLook::Curves: {
-    // The floor of the former comparison is near enough while a gate moves.
-    const double floor = document.comparison() && numbers.compared ? document.comparison()->noiseFloor : none;
-    ChartLooks::paintCurves(painter, frame, values, groups, floor, isTold ? numbers.compared->value : none,
-                            scene.theme);
-    break;
-  }
-  case ParameterLook::Densities: {
-    ChartLooks::Densities densities = ChartLooks::densitiesOf(groups);
-    if (densities.largest > 0.0)
-      for (std::vector<double>* density : {&densities.passing, &densities.others})
-        for (double& value : *density) value /= densities.largest;
-    ChartLooks::paintDensities(painter, frame, values, groups, densities, scene.theme);
-    break;
-  }
-  case ParameterLook::Scatter:
-    paintScatter(painter);
-    break;
-  }
+  const bool isTold = numbers.compared && numbers.isCurrent && !document.previewedGate();
+  // The floor of the former comparison is near enough while a gate moves.
+  const double floor = document.comparison() && numbers.compared ? document.comparison()->noiseFloor : none;
+  paintSpans(painter, spans(), axis(), inner, true, scene.theme);
+  paintRuns(painter, floor, isTold ? numbers.compared->value : none);
   paintMedians(painter);
-  paintMarks(painter);
-  frame.paint(painter, scene.theme);
+  paintPins(painter, document, parameter, frame, scene.theme);
+  paintChartNumbers(painter, area, numbers, document.sieves(), counted.passing.total(),
+                    counted.others.total(), scene.theme);
 }
 
-void ParameterChart::paint(QPainter& painter) const
+void ParameterChart::paint(QPainter& painter, QColor const& color)
 {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
+  paintGround(painter, color);
   if (isText)
     paintBars(painter);
   else
     paintNumbers(painter);
   painter.restore();
+}
+
+ParameterChart& ParameterCharts::at(std::size_t parameter, QSizeF const& size)
+{
+  auto const found = charts.find(parameter);
+  if (found != charts.end() && found->second.fits(size)) return found->second;
+  if (found != charts.end()) charts.erase(found);
+  return charts.emplace(parameter, ParameterChart(scene, parameter, size)).first->second;
+}
+
+void ParameterCharts::keepOnly(std::vector<std::size_t> const& shown)
+{
+  for (auto chart = charts.begin(); chart != charts.end();)
+    chart =
+        std::binary_search(shown.begin(), shown.end(), chart->first) ? std::next(chart) : charts.erase(chart);
 }
 
 } // namespace runsieve::app

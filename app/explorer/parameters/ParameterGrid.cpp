@@ -21,7 +21,18 @@ constexpr double leastWidth = 176.0; ///< of a readable chart, texts aside
 constexpr double mostWidth = 380.0;
 constexpr int patience = 25; ///< ms of placing runs before what is there is shown
 
-Theme smallTheme(QWidget const& widget)
+} // namespace
+
+ParameterGrid::ParameterGrid(ParameterRuns& ofRuns, QWidget* parent)
+    : ParameterArea(ofRuns, "Charts of the parameters", parent),
+      feature(document), scene{runs, feature, spans, theme}, charts(scene)
+{
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  theme = themeOf(*this);
+  relayout();
+}
+
+Theme ParameterGrid::themeOf(QWidget const& widget) const
 {
   QFont font = widget.font();
   if (font.pointSizeF() > 0.0)
@@ -31,28 +42,10 @@ Theme smallTheme(QWidget const& widget)
   return Theme::ofPalette(widget.palette(), font);
 }
 
-} // namespace
-
-ParameterGrid::ParameterGrid(ParameterRuns& ofRuns, QWidget* parent)
-    : QAbstractScrollArea(parent), runs(ofRuns), document(ofRuns.ofDocument()), feature(document),
-      theme(smallTheme(*this)), drag(document)
+void ParameterGrid::reset()
 {
-  setFrameShape(QFrame::NoFrame);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setFocusPolicy(Qt::StrongFocus);
-  setAccessibleName("Charts of the parameters");
-  viewport()->setMouseTracking(true);
-  connect(&runs, &ParameterRuns::opened, this, [this] {
-    drag.cancel();
-    pressed.reset();
-    hovered.reset();
-    chosenParameter.reset();
-    relayout();
-    verticalScrollBar()->setValue(0);
-  });
-  connect(&runs, &ParameterRuns::orderChanged, this, &ParameterGrid::relayout);
-  connect(&runs, &ParameterRuns::changed, this, &ParameterGrid::refresh);
-  relayout();
+  hovered.reset();
+  ParameterArea::reset();
 }
 
 double ParameterGrid::neededWidth() const
@@ -63,6 +56,7 @@ double ParameterGrid::neededWidth() const
 
 void ParameterGrid::relayout()
 {
+  charts.clear();
   const double width = viewport()->width();
   const std::size_t count = runs.order().size();
   perRow = std::max(1, static_cast<int>(width / neededWidth()));
@@ -83,12 +77,6 @@ void ParameterGrid::refresh()
   viewport()->update();
 }
 
-std::size_t ParameterGrid::placeOf(std::size_t parameter) const
-{
-  auto const& order = runs.order();
-  return static_cast<std::size_t>(std::find(order.begin(), order.end(), parameter) - order.begin());
-}
-
 QRectF ParameterGrid::cellAtPlace(std::size_t place) const
 {
   const auto column = static_cast<double>(place % static_cast<std::size_t>(perRow));
@@ -98,46 +86,40 @@ QRectF ParameterGrid::cellAtPlace(std::size_t place) const
 
 QRectF ParameterGrid::cell(std::size_t parameter) const
 {
-  return cellAtPlace(placeOf(parameter));
+  return cellAtPlace(placeInOrder(parameter));
 }
 
-QRectF ParameterGrid::plot(std::size_t parameter) const
+ParameterChart& ParameterGrid::chart(std::size_t parameter)
 {
-  return ParameterChart(scene(), parameter, cell(parameter)).plot();
+  feature.update();
+  scene.ratio = devicePixelRatioF();
+  return charts.at(parameter, size);
 }
 
-std::optional<std::size_t> ParameterGrid::placeAt(QPointF const& at) const
+QRectF ParameterGrid::plot(std::size_t parameter)
+{
+  return chart(parameter).plot().translated(cell(parameter).topLeft());
+}
+
+QRectF ParameterGrid::row(std::size_t parameter, std::size_t text)
+{
+  const TextBarRows rows = chart(parameter).bars();
+  return rows.place(rows.rowOf(text)).translated(cell(parameter).topLeft());
+}
+
+std::optional<std::size_t> ParameterGrid::parameterAt(QPointF const& at) const
 {
   const double y = at.y() + verticalScrollBar()->value();
   if (at.x() < 0.0 || y < 0.0 || at.x() >= size.width() * perRow) return std::nullopt;
   const auto place = static_cast<std::size_t>(y / size.height()) * static_cast<std::size_t>(perRow) +
                      static_cast<std::size_t>(at.x() / size.width());
-  return place < runs.order().size() ? std::optional(place) : std::nullopt;
+  return place < runs.order().size() ? std::optional(runs.order()[place]) : std::nullopt;
 }
 
-ChartScene ParameterGrid::scene() const
+std::unique_ptr<GateHold> ParameterGrid::holdAt(QPointF const& at, std::size_t parameter,
+                                                Qt::KeyboardModifiers modifiers)
 {
-  return {runs, feature, spans, theme, devicePixelRatioF()};
-}
-
-std::optional<std::size_t> ParameterGrid::current() const
-{
-  if (chosenParameter) return chosenParameter;
-  return runs.order().empty() ? std::nullopt : std::optional(runs.order().front());
-}
-
-void ParameterGrid::setCurrent(std::size_t parameter)
-{
-  chosenParameter = parameter;
-  const QRectF place = cell(parameter);
-  if (place.top() < 0.0)
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + static_cast<int>(std::floor(place.top())));
-  else if (place.bottom() > viewport()->height())
-    verticalScrollBar()->setValue(verticalScrollBar()->value() +
-                                  static_cast<int>(std::ceil(place.bottom() - viewport()->height())));
-  const ParameterNumbers numbers = numbersOf(document, parameter);
-  setAccessibleDescription(titleOf(document.scan().parameters[parameter].label) + " " + headline(numbers));
-  viewport()->update();
+  return chart(parameter).holdAt(at - originOf(parameter), modifiers);
 }
 
 void ParameterGrid::paintEvent(QPaintEvent* event)
@@ -152,13 +134,15 @@ void ParameterGrid::paintEvent(QPaintEvent* event)
                      Qt::AlignCenter | Qt::TextWordWrap, "This scan has no parameters.");
     return;
   }
-  feature.update();
   const bool isComplete = placeVisible(event->rect());
-  const ChartScene shown = scene();
+  std::vector<std::size_t> visible;
   for (std::size_t place = 0; place < runs.order().size(); ++place) {
     const QRectF area = cellAtPlace(place);
-    if (area.intersects(QRectF(event->rect()))) paintCell(painter, shown, runs.order()[place], area);
+    if (area.intersects(QRectF(viewport()->rect()))) visible.push_back(runs.order()[place]);
+    if (area.intersects(QRectF(event->rect()))) paintCell(painter, runs.order()[place], area);
   }
+  std::sort(visible.begin(), visible.end());
+  charts.keepOnly(visible);
   if (!isComplete) QTimer::singleShot(0, viewport(), qOverload<>(&QWidget::update));
 }
 
@@ -168,43 +152,39 @@ bool ParameterGrid::placeVisible(QRect const& visible) const
   elapsed.start();
   for (std::size_t place = 0; place < runs.order().size(); ++place) {
     const std::size_t parameter = runs.order()[place];
-    if (!cellAtPlace(place).intersects(QRectF(visible)) || document.scan().parameters[parameter].isText() ||
-        runs.isPlaced(parameter))
-      continue;
+    if (!cellAtPlace(place).intersects(QRectF(visible)) || isPlaced(parameter)) continue;
     if (elapsed.elapsed() > patience) return false;
     static_cast<void>(runs.columns(parameter));
   }
   return true;
 }
 
-void ParameterGrid::paintCell(QPainter& painter, ChartScene const& shown, std::size_t parameter,
-                              QRectF const& area) const
+bool ParameterGrid::isPlaced(std::size_t parameter) const
 {
+  return document.scan().parameters[parameter].isText() || runs.isPlaced(parameter);
+}
+
+void ParameterGrid::paintCell(QPainter& painter, std::size_t parameter, QRectF const& area)
+{
+  QColor ground = theme.paper;
   if (hovered == parameter) {
-    QColor ground = theme.ink;
-    ground.setAlphaF(0.05);
-    painter.fillRect(area, ground);
+    constexpr double share = 0.05; // of ink
+    auto const mixed = [](int paper, int ink) { return static_cast<int>(paper + share * (ink - paper)); };
+    ground = QColor(mixed(ground.red(), theme.ink.red()), mixed(ground.green(), theme.ink.green()),
+                    mixed(ground.blue(), theme.ink.blue()));
   }
-  if (hasFocus() && current() == parameter) {
-    painter.setPen(QPen(theme.gate, 1.0));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(area.adjusted(0.5, 0.5, -1.5, -1.5));
+  if (isPlaced(parameter)) {
+    // From a whole device pixel on, so that images of charts stay sharp.
+    const double ratio = devicePixelRatioF();
+    painter.save();
+    painter.translate(std::round(area.left() * ratio) / ratio, std::round(area.top() * ratio) / ratio);
+    chart(parameter).paint(painter, ground);
+    painter.restore();
   }
-  if (document.scan().parameters[parameter].isText() || runs.isPlaced(parameter))
-    ParameterChart(shown, parameter, area).paint(painter);
-}
-
-void ParameterGrid::resizeEvent(QResizeEvent*)
-{
-  relayout();
-}
-
-void ParameterGrid::changeEvent(QEvent* event)
-{
-  QAbstractScrollArea::changeEvent(event);
-  if (event->type() != QEvent::PaletteChange && event->type() != QEvent::FontChange) return;
-  theme = smallTheme(*this);
-  relayout();
+  if (!hasFocus() || current() != parameter) return;
+  painter.setPen(QPen(theme.gate, 1.0));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(area.adjusted(0.5, 0.5, -1.5, -1.5));
 }
 
 void ParameterGrid::prepare()

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "app/explorer/parameters/ParameterArea.h"
 #include "app/explorer/parameters/ParameterChart.h"
-
-#include <QAbstractScrollArea>
 
 #include <cstddef>
 #include <optional>
@@ -10,7 +9,7 @@
 namespace runsieve::app {
 
 /// Small charts of all parameters, in rows that scroll. Only what is visible is counted and painted.
-class ParameterGrid : public QAbstractScrollArea
+class ParameterGrid : public ParameterArea
 {
   Q_OBJECT
 
@@ -20,60 +19,50 @@ public:
   /// Where the chart of a parameter stands in the viewport.
   [[nodiscard]] QRectF cell(std::size_t parameter) const;
   /// The plot in it.
-  [[nodiscard]] QRectF plot(std::size_t parameter) const;
+  [[nodiscard]] QRectF plot(std::size_t parameter);
+  /// Of a parameter of texts: the row of a text in it.
+  [[nodiscard]] QRectF row(std::size_t parameter, std::size_t text);
   [[nodiscard]] int columns() const { return perRow; }
-  /// The parameter that keys act on; nothing without parameters.
-  [[nodiscard]] std::optional<std::size_t> current() const;
-  void setCurrent(std::size_t parameter);
 
-Q_SIGNALS:
-  /// The user wants a chart large.
-  void chosen(std::size_t parameter);
-  /// For the status bar; empty if there is nothing to tell.
-  void told(QString const& text);
-
-protected:
-  void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
-  void changeEvent(QEvent* event) override;
-  bool viewportEvent(QEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void contextMenuEvent(QContextMenuEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
   [[nodiscard]] QSize sizeHint() const override { return {640, 420}; }
   [[nodiscard]] QSize minimumSizeHint() const override { return {210, 160}; }
 
+protected:
+  void paintEvent(QPaintEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+  void relayout() override;
+  void refresh() override;
+  void reset() override;
+  [[nodiscard]] Theme themeOf(QWidget const& widget) const override;
+  [[nodiscard]] std::optional<std::size_t> parameterAt(QPointF const& at) const override;
+  [[nodiscard]] QRectF placeOf(std::size_t parameter) const override { return cell(parameter); }
+  [[nodiscard]] std::unique_ptr<GateHold> holdAt(QPointF const& at, std::size_t parameter,
+                                                 Qt::KeyboardModifiers modifiers) override;
+  [[nodiscard]] QPointF originOf(std::size_t parameter) const override { return cell(parameter).topLeft(); }
+  void hoverAt(QPointF const& at) override;
+  [[nodiscard]] QString tipAt(QPointF const& at) override;
+  [[nodiscard]] int stepOf(int key) const override;
+
 private:
-  void relayout();
-  void refresh();
   void prepare();
-  void move(int by);
-  void cancelDrag();
-  void hoverAt(QPointF const& at);
-  void paintCell(QPainter& painter, ChartScene const& shown, std::size_t parameter, QRectF const& area) const;
+  void paintCell(QPainter& painter, std::size_t parameter, QRectF const& area);
   /// Places the runs of the parameters that are visible, for some milliseconds. \return whether all are
   bool placeVisible(QRect const& visible) const;
+  [[nodiscard]] bool isPlaced(std::size_t parameter) const;
   [[nodiscard]] double neededWidth() const;
   [[nodiscard]] QRectF cellAtPlace(std::size_t place) const;
-  [[nodiscard]] std::optional<std::size_t> placeAt(QPointF const& at) const;
-  [[nodiscard]] std::size_t placeOf(std::size_t parameter) const;
-  [[nodiscard]] ChartScene scene() const;
+  /// Up to date.
+  [[nodiscard]] ParameterChart& chart(std::size_t parameter);
 
-  ParameterRuns& runs;
-  Document& document;
   OutputFeature feature;
-  ParameterSpans spans;
-  Theme theme;
+  ChartScene scene;
+  ParameterCharts charts;
   int perRow = 1;
   QSizeF size; ///< of a cell
-  std::optional<std::size_t> chosenParameter;
   std::optional<std::size_t> hovered;
-  std::optional<std::size_t> pressed; ///< parameter whose chart a button has been pressed in
-  SpanDrag drag;
 };
 
 } // namespace runsieve::app

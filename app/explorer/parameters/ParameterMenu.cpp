@@ -62,8 +62,7 @@ void addGateActions(QMenu& menu, Document& document, std::size_t parameter)
 void fillParameterMenu(QMenu& menu, ParameterRuns const& runs, std::size_t parameter)
 {
   Document& document = runs.ofDocument();
-  if (document.scan().parameters[parameter].isText()) return;
-  addAxisActions(menu, runs, parameter);
+  if (!document.scan().parameters[parameter].isText()) addAxisActions(menu, runs, parameter);
   addGateActions(menu, document, parameter);
 }
 

@@ -138,4 +138,12 @@ QString parameterWords(Document const& document, std::size_t parameter, std::siz
   return words.trimmed();
 }
 
+QString gestureWords(ScanParameter const& parameter)
+{
+  return parameter.isText()
+             ? "Click a bar, or drag over several: a gate on these texts. Ctrl adds texts to a "
+               "gate or takes them away; with Shift the other runs pass."
+             : "Drag across the plot: a gate on these values. With Shift the other runs pass.";
+}
+
 } // namespace runsieve::app

@@ -47,4 +47,7 @@ struct ParameterNumbers
 [[nodiscard]] QString parameterWords(Document const& document, std::size_t parameter, std::size_t passing,
                                      std::size_t others);
 
+/// How gates are drawn in the chart of a parameter, for a tooltip.
+[[nodiscard]] QString gestureWords(ScanParameter const& parameter);
+
 } // namespace runsieve::app

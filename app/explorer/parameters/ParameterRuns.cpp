@@ -35,20 +35,18 @@ void ParameterRuns::reopen()
 
 void ParameterRuns::takeGroups()
 {
-  if (!document.isOpen()) {
-    passingMask.clear();
-    eligibleMask.clear();
-  } else {
-    if (eligibleMask != document.eligible().mask()) {
-      eligibleMask = document.eligible().mask();
-      ++eligibleNumber;
-    }
-    passingMask.assign(eligibleMask.size(), 0);
+  std::vector<std::uint8_t> eligible;
+  if (document.isOpen()) eligible = document.eligible().mask();
+  std::vector<std::uint8_t> passing(eligible.size(), 0);
+  if (document.isOpen() && document.sieves()) {
     std::vector<std::uint8_t> const& through = document.passing().mask();
-    if (document.sieves())
-      for (std::size_t run = 0; run < eligibleMask.size(); ++run)
-        passingMask[run] = static_cast<std::uint8_t>(through[run] & eligibleMask[run]);
+    for (std::size_t run = 0; run < eligible.size(); ++run)
+      passing[run] = static_cast<std::uint8_t>(through[run] & eligible[run]);
   }
+  if (eligible != eligibleMask) ++eligibleNumber;
+  if (eligible != eligibleMask || passing != passingMask) ++groupsNumber;
+  eligibleMask = std::move(eligible);
+  passingMask = std::move(passing);
 }
 
 void ParameterRuns::regroup()

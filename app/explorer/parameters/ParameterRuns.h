@@ -53,6 +53,8 @@ public:
   [[nodiscard]] std::vector<std::uint8_t> const& passing() const { return passingMask; }
   /// 1 per run that takes part.
   [[nodiscard]] std::vector<std::uint8_t> const& eligible() const { return eligibleMask; }
+  /// Another number whenever these are other runs.
+  [[nodiscard]] std::uint64_t version() const { return groupsNumber; }
 
 Q_SIGNALS:
   /// Another scan is open.
@@ -82,6 +84,7 @@ private:
   std::vector<std::uint8_t> passingMask;
   std::vector<std::uint8_t> eligibleMask;
   std::uint64_t eligibleNumber = 1; ///< counts the sets of eligible runs
+  std::uint64_t groupsNumber = 1;   ///< counts the sets of passing and eligible runs
   mutable std::map<std::size_t, ParameterSpread> spreads;
   mutable std::map<std::size_t, Placed> known;
   mutable std::uint64_t clock = 0;

@@ -3,27 +3,27 @@
 #include "app/explorer/charts/AxisMap.h"
 #include "app/explorer/document/Document.h"
 
-#include <QString>
-
 #include <cstddef>
 #include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace runsieve::app {
 
-/// A gate that asks for a range of a parameter.
+/// A gate that asks for a range of a parameter, or for some of its texts.
 struct ParameterSpan
 {
-  std::size_t gate; ///< of the state; their number for one that is being drawn
-  GateRange range;
+  std::size_t gate;                    ///< of the state; their number for one that is being drawn
+  GateRange range;                     ///< of a number parameter
+  std::vector<std::size_t> texts = {}; ///< of a text parameter: positions of those it asks for, ascending
   bool negated = false;
   bool isOn = true;
   bool isChosen = false;
 };
 
-/// The gates on number parameters, by the position of the parameter: those of the list, as they are at this
-/// moment, and one that is being drawn.
+/// The gates on parameters, by the position of the parameter: those of the list, as they are at this moment,
+/// and one that is being drawn.
 using ParameterSpans = std::map<std::size_t, std::vector<ParameterSpan>>;
 [[nodiscard]] ParameterSpans spansOf(Document const& document);
 
@@ -60,42 +60,7 @@ struct SpanUnderPointer
 [[nodiscard]] std::optional<SpanUnderPointer> spanAt(std::vector<ParameterSpan> const& spans,
                                                      SpanAxis const& axis, double pixel);
 
-/// A gate on a parameter that is drawn, moved or resized along an axis.
-class SpanDrag
-{
-public:
-  explicit SpanDrag(Document& document) : document(document) {}
-
-  /// A button is down. \param negated for a new gate: runs must not pass
-  void begin(SpanAxis const& axis, double pixel, bool negated);
-  /// The pointer has moved. \return whether this is a drag, no click, by now
-  bool follow(double pixel);
-  /// The button is up. \return what came of it
-  enum class End
-  {
-    Click,
-    ClickOnSpan, ///< the gate is selected
-    Changed,
-    Nothing ///< no run is there: all is as it was
-  };
-  End finish();
-  void cancel();
-
-  [[nodiscard]] bool isActive() const { return active; }
-  [[nodiscard]] bool isMoving() const { return active && moving; }
-  [[nodiscard]] SpanAxis const& axis() const { return along; }
-
-private:
-  [[nodiscard]] Gate draggedGate(double pixel) const;
-
-  Document& document;
-  SpanAxis along;
-  std::optional<SpanUnderPointer> held;
-  Gate begun; ///< of the one that is held
-  double from = 0.0;
-  bool negated = false;
-  bool active = false;
-  bool moving = false;
-};
+/// The name by which a new gate means a parameter, whatever the outputs are called. \param gate with its kind
+[[nodiscard]] std::string columnFor(Gate gate, Scan const& scan, std::size_t parameter);
 
 } // namespace runsieve::app

@@ -1,7 +1,6 @@
 #include "app/explorer/parameters/RunDots.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace runsieve::app {
@@ -27,45 +26,16 @@ double radiusOf(std::size_t runs)
   return 1.0;
 }
 
-class DotLayer
-{
-public:
-  explicit DotLayer(QSize const& size)
-      : width(size.width()), height(size.height()),
-        counts(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))
-  {}
-
-  void add(int x, int y, std::vector<QPoint> const& dot)
-  {
-    for (QPoint const& part : dot) {
-      const int px = x + part.x();
-      const int py = y + part.y();
-      if (px < 0 || py < 0 || px >= width || py >= height) continue;
-      std::uint16_t& count = counts[static_cast<std::size_t>(py) * static_cast<std::size_t>(width) +
-                                    static_cast<std::size_t>(px)];
-      if (count < UINT16_MAX) ++count;
-    }
-  }
-
-  [[nodiscard]] std::uint16_t largest() const { return *std::max_element(counts.begin(), counts.end()); }
-  [[nodiscard]] std::uint16_t at(std::size_t pixel) const { return counts[pixel]; }
-
-private:
-  int width;
-  int height;
-  std::vector<std::uint16_t> counts;
-};
-
 /// Opacity by the number of dots on one another, by its logarithm up to the largest: many runs show where
 /// they are dense, and never become a block.
-std::vector<float> opacities(std::uint16_t largest)
+std::vector<float> opacities(std::uint32_t largest)
 {
   constexpr double most = 0.95;
   constexpr double faintest = 0.24;
   constexpr double ofSingle = 0.72; // where hardly any lie on one another
   std::vector<float> table = {0.0F};
   const double lowest = std::max(faintest, ofSingle - 0.12 * std::log2(std::max<double>(largest, 1.0)));
-  for (int count = 1; count <= largest; ++count) {
+  for (std::uint32_t count = 1; count <= largest; ++count) {
     const double share = largest > 1 ? std::log(count) / std::log(largest) : 0.0;
     table.push_back(static_cast<float>(lowest + (most - lowest) * share));
   }
@@ -74,45 +44,80 @@ std::vector<float> opacities(std::uint16_t largest)
 
 } // namespace
 
-QImage dotsImage(DotPlaces const& places, std::vector<std::uint8_t> const& passing,
-                 std::vector<std::uint8_t> const& eligible, QSize const& size, double ratio,
-                 Theme const& theme)
+RunDots::RunDots(QSize const& size, double ofRatio)
+    : width(std::max(size.width(), 0)), height(std::max(size.height(), 0)), ratio(ofRatio)
+{}
+
+/// Empties the picture if the dots are of another size now, by their number.
+void RunDots::begin(std::size_t runs, std::size_t passingRuns, std::size_t otherRuns)
 {
-  if (size.isEmpty()) return {};
+  const double radius = ratio * radiusOf(otherRuns);
+  const double passingRadius = ratio * (radiusOf(passingRuns) + 0.2);
+  if (roles.size() == runs && others.radius == radius && passing.radius == passingRadius) return;
+  const std::size_t pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+  others = {radius, dotOf(radius), std::vector<std::uint32_t>(pixels)};
+  passing = {passingRadius, dotOf(passingRadius), std::vector<std::uint32_t>(pixels)};
+  roles.assign(runs, Absent);
+}
+
+void RunDots::add(DotPlaces const& places, std::size_t run, Role role, int times)
+{
+  if (role == Absent || !places.across.isOn(run) || !places.up.isOn(run)) return;
+  auto const pixelOf = [](double from, double to, std::size_t column, int length) {
+    constexpr double columns = RunColumns::columns;
+    return static_cast<int>((from + (to - from) * (static_cast<double>(column) + 0.5) / columns) * length);
+  };
+  const int x = pixelOf(places.acrossFrom, places.acrossTo, places.across.of(run), width);
+  const int y = height - 1 - pixelOf(places.upFrom, places.upTo, places.up.of(run), height);
+  Layer& layer = role == Passing ? passing : others;
+  for (QPoint const& part : layer.dot) {
+    const int px = x + part.x();
+    const int py = y + part.y();
+    if (px < 0 || py < 0 || px >= width || py >= height) continue;
+    layer.counts[static_cast<std::size_t>(py) * static_cast<std::size_t>(width) +
+                 static_cast<std::size_t>(px)] += static_cast<std::uint32_t>(times);
+  }
+}
+
+QImage RunDots::image(DotPlaces const& places, std::vector<std::uint8_t> const& through,
+                      std::vector<std::uint8_t> const& eligible, Theme const& theme)
+{
+  if (width == 0 || height == 0) return {};
   std::size_t passingRuns = 0;
   std::size_t otherRuns = 0;
   for (std::size_t run = 0; run < eligible.size(); ++run)
-    (passing[run] != 0 ? passingRuns : otherRuns) += eligible[run];
-  const std::array<double, 2> radius = {ratio * radiusOf(otherRuns), ratio * (radiusOf(passingRuns) + 0.2)};
-  const std::array<std::vector<QPoint>, 2> dot = {dotOf(radius[0]), dotOf(radius[1])};
-  std::array<DotLayer, 2> layers = {DotLayer(size), DotLayer(size)};
-  constexpr double columns = RunColumns::columns;
-  const double xScale = (places.acrossTo - places.acrossFrom) * size.width() / columns;
-  const double yScale = (places.upTo - places.upFrom) * size.height() / columns;
+    (through[run] != 0 ? passingRuns : otherRuns) += eligible[run];
+  begin(eligible.size(), passingRuns, otherRuns);
   for (std::size_t run = 0; run < eligible.size(); ++run) {
-    if (eligible[run] == 0 || !places.across.isOn(run) || !places.up.isOn(run)) continue;
-    const double x =
-        places.acrossFrom * size.width() + (static_cast<double>(places.across.of(run)) + 0.5) * xScale;
-    const double y = places.upFrom * size.height() + (static_cast<double>(places.up.of(run)) + 0.5) * yScale;
-    const std::size_t layer = passing[run] != 0 ? 1 : 0;
-    layers[layer].add(static_cast<int>(x), size.height() - 1 - static_cast<int>(y), dot[layer]);
+    const Role role = eligible[run] == 0 ? Absent : through[run] != 0 ? Passing : Other;
+    if (role == roles[run]) continue;
+    add(places, run, roles[run], -1);
+    add(places, run, role, 1);
+    roles[run] = role;
   }
-  const std::vector<float> under = opacities(layers[0].largest());
-  const std::vector<float> over = opacities(layers[1].largest());
-  QImage image(size, QImage::Format_ARGB32_Premultiplied);
-  for (int y = 0; y < size.height(); ++y) {
+  return mixed(theme);
+}
+
+QImage RunDots::mixed(Theme const& theme) const
+{
+  const std::vector<float> under = opacities(*std::max_element(others.counts.begin(), others.counts.end()));
+  const std::vector<float> over = opacities(*std::max_element(passing.counts.begin(), passing.counts.end()));
+  const QRgb all = theme.all.rgb();
+  const QRgb passed = theme.passing.rgb();
+  QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  std::size_t pixel = 0;
+  for (int y = 0; y < height; ++y) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-    for (int x = 0; x < size.width(); ++x) {
-      const std::size_t pixel =
-          static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width()) + static_cast<std::size_t>(x);
-      const float b = over[layers[1].at(pixel)];
-      const float a = (1.0F - b) * under[layers[0].at(pixel)];
-      auto const mix = [&](int all, int passed) {
-        return static_cast<int>(a * static_cast<float>(all) + b * static_cast<float>(passed));
+    for (int x = 0; x < width; ++x, ++pixel) {
+      if (passing.counts[pixel] == 0 && others.counts[pixel] == 0) continue;
+      const float b = over[passing.counts[pixel]];
+      const float a = (1.0F - b) * under[others.counts[pixel]];
+      auto const mix = [&](int ofAll, int ofPassing) {
+        return static_cast<int>(a * static_cast<float>(ofAll) + b * static_cast<float>(ofPassing));
       };
-      line[x] =
-          qRgba(mix(theme.all.red(), theme.passing.red()), mix(theme.all.green(), theme.passing.green()),
-                mix(theme.all.blue(), theme.passing.blue()), static_cast<int>(255.0F * (a + b)));
+      line[x] = qRgba(mix(qRed(all), qRed(passed)), mix(qGreen(all), qGreen(passed)),
+                      mix(qBlue(all), qBlue(passed)), static_cast<int>(255.0F * (a + b)));
     }
   }
   return image;
