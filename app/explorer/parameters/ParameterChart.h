@@ -1,12 +1,12 @@
 #pragma once
 
 #include "app/explorer/charts/ChartFrame.h"
+#include "app/explorer/charts/TextBars.h"
 #include "app/explorer/parameters/GateHold.h"
 #include "app/explorer/parameters/OutputFeature.h"
 #include "app/explorer/parameters/ParameterRuns.h"
 #include "app/explorer/parameters/ParameterSpans.h"
 #include "app/explorer/parameters/RunDots.h"
-#include "app/explorer/charts/TextBars.h"
 
 #include <QPixmap>
 #include <QRectF>
