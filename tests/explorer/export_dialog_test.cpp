@@ -234,7 +234,7 @@ TEST_F(ExportScene, ParametersThatAreListedTakeThePlaceOfANumberOfThem)
   const app::FigureForm form(app::figureContentOf(document, {0.0, 10.0}, {}), wanted);
   EXPECT_THAT(form.options().parameters, testing::ElementsAre(4, 2));
   for (auto* box : form.findChildren<QSpinBox*>())
-    if (box->accessibleName() == "How many parameters") EXPECT_FALSE(box->isEnabled());
+    EXPECT_EQ(box->isEnabled(), box->accessibleName() != "How many parameters");
 }
 
 TEST_F(ExportScene, NumbersHaveTheirUnitsAndLimits)

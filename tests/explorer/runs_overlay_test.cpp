@@ -171,7 +171,7 @@ TEST_F(RunsOverlayScene, TheNameStaysWithinThePlotAndIsCutInItsMiddle)
   EXPECT_TRUE(name.text.startsWith("ear")) << name.text.toStdString();
   EXPECT_TRUE(name.text.endsWith("nts"));
   EXPECT_LE(name.box().right(), frame.plot().right() + 0.5);
-  EXPECT_LE(name.box().width(), 81.0);
+  EXPECT_LE(name.box().width(), 0.65 * frame.plot().width());
   document.change("Left", [](app::State& state) { state.gates[0].gate.span = GateSpan{-1.0, 0.5}; });
   EXPECT_GE(gates().of(Kind::Text).at(0).box().left(), frame.plot().left());
 }

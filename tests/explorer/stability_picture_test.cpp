@@ -145,17 +145,17 @@ TEST_F(PaintedStability, SharesDoNotTouchEachOther)
   stability.sizes[1].share = 0.8;
   for (int width = 180; width < 700; width += 40) {
     size = {width, 200};
-    const PaintRecord record = painted();
+    const Painting record = painted();
     double end = -1.0;
     for (char const* text : {"10 %", "80 %", "all"}) {
-      const QRectF place = record.placeOf(text);
+      const QRectF place = placeOf(record, text);
       if (place.isNull()) continue;
       EXPECT_GT(place.left(), end) << text << " at " << width;
       end = place.right();
     }
-    EXPECT_FALSE(record.placeOf("all").isNull());
+    EXPECT_FALSE(placeOf(record, "all").isNull());
   }
-  EXPECT_FALSE(painted().placeOf("80 %").isNull()) << "where there is room";
+  EXPECT_FALSE(placeOf(painted(), "80 %").isNull()) << "where there is room";
 }
 
 TEST_F(PaintedStability, NothingStandsOutsideOfAnySize)

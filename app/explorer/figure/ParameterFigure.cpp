@@ -177,8 +177,8 @@ void ParameterFigure::paintScatter(QPainter& painter, QRectF const& place, doubl
   constexpr double least = 3.0; // pixels for one of a screen
   const double ratio = dot * theme.line * pixelsPerUnit;
   const int finer = std::max(1, static_cast<int>(std::ceil(least / ratio)));
-  const QImage dots = dotsImage(places, content.selected().mask(), content.eligible.mask(), size * finer,
-                                ratio * finer, theme);
+  const QImage dots = RunDots(size * finer, ratio * finer)
+                          .image(places, content.selected().mask(), content.eligible.mask(), theme);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   painter.setRenderHint(QPainter::LosslessImageRendering);
   painter.drawImage(frame.plot(), dots.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
