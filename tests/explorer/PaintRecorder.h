@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QFontMetricsF>
+#include <QImage>
 #include <QPaintDevice>
 #include <QPaintEngine>
 #include <QPainter>
@@ -33,6 +35,9 @@ struct Drawn
   QBrush brush;
   double opacity;
   QRectF clip; ///< empty if nothing is cut off
+  QFont font;  ///< of a text
+  QRectF ink;  ///< what its letters cover
+  QImage image;
 
   [[nodiscard]] QRectF box() const { return points.boundingRect(); }
   [[nodiscard]] bool isWithin(QRectF const& place) const
@@ -133,28 +138,41 @@ private:
       for (int i = 0; i < count; ++i) polygon << points[i];
       note(mode == PolylineMode ? Drawn::Kind::Polyline : Drawn::Kind::Polygon, polygon);
     }
-    void drawPixmap(QRectF const& place, QPixmap const&, QRectF const&) override
+    void drawPixmap(QRectF const& place, QPixmap const& pixmap, QRectF const&) override
     {
-      note(Drawn::Kind::Image, QPolygonF(place));
+      note(Drawn::Kind::Image, QPolygonF(place)).image = pixmap.toImage();
     }
-    void drawImage(QRectF const& place, QImage const&, QRectF const&, Qt::ImageConversionFlags) override
+    void drawImage(QRectF const& place, QImage const& image, QRectF const&, Qt::ImageConversionFlags) override
     {
-      note(Drawn::Kind::Image, QPolygonF(place));
+      note(Drawn::Kind::Image, QPolygonF(place)).image = image;
     }
     void drawTextItem(QPointF const& at, QTextItem const& item) override
     {
-      note(Drawn::Kind::Text, QPolygonF() << at << at + QPointF(item.width(), 0.0), item.text());
+      Drawn& drawn =
+          note(Drawn::Kind::Text, QPolygonF() << at << at + QPointF(item.width(), 0.0), item.text());
+      drawn.font = item.font();
+      drawn.ink = painter()->combinedTransform().mapRect(
+          QFontMetricsF(item.font()).tightBoundingRect(item.text()).translated(at));
     }
 
     Painting painting;
 
   private:
-    void note(Drawn::Kind kind, QPolygonF const& points, QString const& text = {})
+    Drawn& note(Drawn::Kind kind, QPolygonF const& points, QString const& text = {})
     {
       QPainter const& by = *painter();
       const QRectF clip = by.hasClipping() ? by.combinedTransform().mapRect(by.clipBoundingRect()) : QRectF();
-      painting.all.push_back(
-          {kind, by.combinedTransform().map(points), text, by.pen(), by.brush(), by.opacity(), clip});
+      painting.all.push_back({kind,
+                              by.combinedTransform().map(points),
+                              text,
+                              by.pen(),
+                              by.brush(),
+                              by.opacity(),
+                              clip,
+                              {},
+                              {},
+                              {}});
+      return painting.all.back();
     }
   };
 
