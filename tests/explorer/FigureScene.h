@@ -1,20 +1,83 @@
 #pragma once
 
 #include "DocumentScene.h"
-#include "RecordedPainting.h"
+#include "PaintRecorder.h"
 
 #include "app/explorer/figure/PaintFigure.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
+#include <vector>
 
 namespace runsieve::test {
+
+/// A text of a figure.
+struct FigureText
+{
+  QString text;
+  QFont font;
+  QColor color;
+  QPointF begin; ///< of its base line
+  QRectF ink;    ///< what its letters cover
+  bool upright = false;
+};
+
+/// A line or an area of a figure.
+struct FigureShape
+{
+  using Kind = Drawn::Kind;
+  Kind kind;
+  QPolygonF points;
+  QPen pen;
+  QBrush brush;
+
+  [[nodiscard]] QRectF box() const { return points.boundingRect(); }
+  [[nodiscard]] bool isFilled() const { return brush.style() != Qt::NoBrush; }
+  [[nodiscard]] bool isStroked() const { return pen.style() != Qt::NoPen; }
+};
+
+/// An image in a figure.
+struct FigureImage
+{
+  QRectF place;
+  QImage image;
+};
+
+/// What was drawn of a figure.
+struct DrawnFigure
+{
+  std::vector<FigureText> texts;
+  std::vector<FigureShape> shapes;
+  std::vector<FigureImage> images;
+
+  void add(Drawn const& drawn)
+  {
+    if (drawn.kind == Drawn::Kind::Image) {
+      images.push_back({drawn.box(), drawn.image});
+    } else if (drawn.kind != Drawn::Kind::Text) {
+      shapes.push_back({drawn.kind, drawn.points, drawn.pen, drawn.brush});
+    } else if ((drawn.points.first() - lastEnd).manhattanLength() < 1.0 &&
+               texts.back().color == drawn.pen.color()) { // a text in letters of several fonts comes in parts
+      texts.back().text += drawn.text;
+      texts.back().ink |= drawn.ink;
+    } else {
+      const QPointF along = drawn.points.last() - drawn.points.first();
+      texts.push_back({drawn.text, drawn.font, drawn.pen.color(), drawn.points.first(), drawn.ink,
+                       std::fabs(along.y()) > std::fabs(along.x())});
+    }
+    lastEnd = drawn.kind == Drawn::Kind::Text ? drawn.points.last() : QPointF(-1e9, -1e9);
+  }
+
+private:
+  QPointF lastEnd = {-1e9, -1e9};
+};
 
 /// A document and what is noted of a figure of it.
 struct FigureScene : DocumentScene
 {
   app::FigureOptions options;
-  std::unique_ptr<RecordingPage> page;
+  DrawnFigure drawing;
   app::FigureNotes notes;
 
   [[nodiscard]] app::FigureContent content() const
@@ -26,15 +89,17 @@ struct FigureScene : DocumentScene
   [[nodiscard]] QRectF paper() const { return {QPointF(), app::figureSize(options)}; }
 
   /// The figure of the document, or of a content.
-  RecordingEngine const& draw() { return draw(content()); }
-  RecordingEngine const& draw(app::FigureContent const& drawn)
+  DrawnFigure const& draw() { return draw(content()); }
+  DrawnFigure const& draw(app::FigureContent const& drawn)
   {
     constexpr double pixelsPerUnit = 0.2;
-    page = std::make_unique<RecordingPage>(paper().size());
-    QPainter painter(page.get());
+    PaintRecorder page((paper().size() + QSizeF(1.0, 1.0)).toSize());
+    QPainter painter(&page);
     notes = app::paintFigure(painter, paper(), drawn, options, pixelsPerUnit);
     painter.end();
-    return page->recorded();
+    drawing = {};
+    for (Drawn const& each : page.painting().all) drawing.add(each);
+    return drawing;
   }
 
   void showOutputs(std::vector<std::size_t> const& outputs)
@@ -43,14 +108,14 @@ struct FigureScene : DocumentScene
   }
 
   /// The texts that say something, in the order in which they are drawn.
-  [[nodiscard]] std::vector<RecordedText> found(QString const& text) const
+  [[nodiscard]] std::vector<FigureText> found(QString const& text) const
   {
-    std::vector<RecordedText> all;
-    for (RecordedText const& each : page->recorded().texts)
+    std::vector<FigureText> all;
+    for (FigureText const& each : drawing.texts)
       if (each.text == text) all.push_back(each);
     return all;
   }
-  [[nodiscard]] RecordedText textOf(QString const& text) const
+  [[nodiscard]] FigureText textOf(QString const& text) const
   {
     const auto all = found(text);
     if (all.size() == 1) return all.front();
@@ -61,34 +126,33 @@ struct FigureScene : DocumentScene
 
   /// Shapes of a kind that a condition holds for.
   template <class Condition>
-  [[nodiscard]] std::vector<RecordedShape> shapes(RecordedShape::Kind kind, Condition&& holds) const
+  [[nodiscard]] std::vector<FigureShape> shapes(FigureShape::Kind kind, Condition&& holds) const
   {
-    std::vector<RecordedShape> all;
-    for (RecordedShape const& shape : page->recorded().shapes)
+    std::vector<FigureShape> all;
+    for (FigureShape const& shape : drawing.shapes)
       if (shape.kind == kind && holds(shape)) all.push_back(shape);
     return all;
   }
-  [[nodiscard]] std::vector<RecordedShape> lines(QColor const& color) const
+  [[nodiscard]] std::vector<FigureShape> lines(QColor const& color) const
   {
-    return shapes(RecordedShape::Kind::Polyline, [&](RecordedShape const& shape) {
-      return shape.isStroked() && shape.pen.color() == color;
-    });
+    return shapes(FigureShape::Kind::Polyline,
+                  [&](FigureShape const& shape) { return shape.isStroked() && shape.pen.color() == color; });
   }
-  [[nodiscard]] std::vector<RecordedShape> fills(RecordedShape::Kind kind, QColor const& color) const
+  [[nodiscard]] std::vector<FigureShape> fills(FigureShape::Kind kind, QColor const& color) const
   {
-    return shapes(
-        kind, [&](RecordedShape const& shape) { return shape.isFilled() && shape.brush.color() == color; });
+    return shapes(kind,
+                  [&](FigureShape const& shape) { return shape.isFilled() && shape.brush.color() == color; });
   }
 
   /// The plot of an output, whose runs are an image.
-  [[nodiscard]] QRectF plot(std::size_t place = 0) const { return page->recorded().images.at(place).place; }
+  [[nodiscard]] QRectF plot(std::size_t place = 0) const { return drawing.images.at(place).place; }
 
   /// The plot of a small chart from the lines of its axes: those nearest below its name.
   [[nodiscard]] QRectF plotBelow(QString const& name) const
   {
     const QPointF from = textOf(name).begin;
     QRectF best;
-    for (RecordedShape const& shape : shapes(RecordedShape::Kind::Line, [](auto const&) { return true; })) {
+    for (FigureShape const& shape : shapes(FigureShape::Kind::Line, [](auto const&) { return true; })) {
       const QRectF box = shape.box();
       const bool isBase = box.width() > 10.0 * theme().line && box.height() < 1.0;
       if (!isBase || box.top() < from.y() || from.x() > box.right() || from.x() < box.left() - 400.0)
@@ -96,7 +160,7 @@ struct FigureScene : DocumentScene
       if (best.isNull() || box.top() < best.bottom())
         best = QRectF(QPointF(box.left(), from.y()), box.bottomRight());
     }
-    for (RecordedShape const& shape : shapes(RecordedShape::Kind::Line, [](auto const&) { return true; })) {
+    for (FigureShape const& shape : shapes(FigureShape::Kind::Line, [](auto const&) { return true; })) {
       const QRectF box = shape.box();
       const bool isSide = box.height() > 10.0 * theme().line && box.width() < 1.0;
       if (isSide && std::fabs(box.bottom() - best.bottom()) < 1.0 &&

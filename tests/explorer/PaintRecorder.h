@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QFontMetricsF>
+#include <QImage>
 #include <QPaintDevice>
 #include <QPaintEngine>
 #include <QPainter>
@@ -33,12 +35,12 @@ struct Drawn
   QPen pen;
   QBrush brush;
   double opacity;
-  QRectF clip;         ///< empty if nothing is cut off
-  double ascent = 0.0; ///< of the letters of a text
+  QRectF clip; ///< empty if nothing is cut off
+  QFont font;  ///< of a text
+  QRectF ink;  ///< what its letters cover
+  QImage image;
 
   [[nodiscard]] QRectF box() const { return points.boundingRect(); }
-  /// What letters cover above the base line.
-  [[nodiscard]] QRectF letters() const { return box().adjusted(0.0, -ascent, 0.0, 0.0); }
   [[nodiscard]] bool isWithin(QRectF const& place) const
   {
     return std::all_of(points.begin(), points.end(),
@@ -137,29 +139,41 @@ private:
       for (int i = 0; i < count; ++i) polygon << points[i];
       note(mode == PolylineMode ? Drawn::Kind::Polyline : Drawn::Kind::Polygon, polygon);
     }
-    void drawPixmap(QRectF const& place, QPixmap const&, QRectF const&) override
+    void drawPixmap(QRectF const& place, QPixmap const& pixmap, QRectF const&) override
     {
-      note(Drawn::Kind::Image, QPolygonF(place));
+      note(Drawn::Kind::Image, QPolygonF(place)).image = pixmap.toImage();
     }
-    void drawImage(QRectF const& place, QImage const&, QRectF const&, Qt::ImageConversionFlags) override
+    void drawImage(QRectF const& place, QImage const& image, QRectF const&, Qt::ImageConversionFlags) override
     {
-      note(Drawn::Kind::Image, QPolygonF(place));
+      note(Drawn::Kind::Image, QPolygonF(place)).image = image;
     }
     void drawTextItem(QPointF const& at, QTextItem const& item) override
     {
-      note(Drawn::Kind::Text, QPolygonF() << at << at + QPointF(item.width(), 0.0), item.text());
-      painting.all.back().ascent = item.ascent();
+      Drawn& drawn =
+          note(Drawn::Kind::Text, QPolygonF() << at << at + QPointF(item.width(), 0.0), item.text());
+      drawn.font = item.font();
+      drawn.ink = painter()->combinedTransform().mapRect(
+          QFontMetricsF(item.font()).tightBoundingRect(item.text()).translated(at));
     }
 
     Painting painting;
 
   private:
-    void note(Drawn::Kind kind, QPolygonF const& points, QString const& text = {})
+    Drawn& note(Drawn::Kind kind, QPolygonF const& points, QString const& text = {})
     {
       QPainter const& by = *painter();
       const QRectF clip = by.hasClipping() ? by.combinedTransform().mapRect(by.clipBoundingRect()) : QRectF();
-      painting.all.push_back(
-          {kind, by.combinedTransform().map(points), text, by.pen(), by.brush(), by.opacity(), clip, 0.0});
+      painting.all.push_back({kind,
+                              by.combinedTransform().map(points),
+                              text,
+                              by.pen(),
+                              by.brush(),
+                              by.opacity(),
+                              clip,
+                              {},
+                              {},
+                              {}});
+      return painting.all.back();
     }
   };
 

@@ -102,7 +102,7 @@ TEST_F(PaintedPath, NumbersKeepClearOfEachOtherAndOfTheSigns)
   const Painting record = painted();
   std::vector<QRectF> places;
   for (Drawn const& text : record.of(Drawn::Kind::Text))
-    if (text.text.size() == 2) places.push_back(text.letters());
+    if (text.text.size() == 2) places.push_back(text.ink);
   places.push_back(record.of(Drawn::Kind::Polygon)[0].points.boundingRect());
   EXPECT_GT(places.size(), 1u);
   EXPECT_LT(places.size(), 5u) << "not all have room";

@@ -9,7 +9,7 @@
 namespace runsieve::test {
 namespace {
 
-using Kind = RecordedShape::Kind;
+using Kind = FigureShape::Kind;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::SizeIs;
@@ -38,7 +38,7 @@ struct FigureColours : FigureScene
   [[nodiscard]] std::vector<std::string> besideThePlot() const
   {
     std::vector<std::string> texts;
-    for (RecordedText const& text : page->recorded().texts)
+    for (FigureText const& text : drawing.texts)
       if (text.ink.left() > plot().right() && text.ink.bottom() < plot().bottom())
         texts.push_back(text.text.toStdString());
     return texts;
@@ -161,17 +161,18 @@ TEST_F(FigureColours, DensitiesAreInTheColoursOfTheirRunsAndHighestAtTheTop)
 TEST_F(FigureColours, FewPassingRunsAreMarksAtTheBottomInsteadOfADensity)
 {
   document.change("Add gate", [](app::State& state) {
-    state.gates.push_back({"Gate 1", gateOnA(0.9, 1.0), true});
+    state.gates.push_back({"Gate 1", gateOnA(0.8, 1.0), true});
   });
   ASSERT_TRUE(settle());
   const std::vector<double> few = valuesOf(1, true);
+  ASSERT_GT(few.size(), 5u);
   ASSERT_LT(few.size(), 11u);
   options.parameters = {1};
   options.parameterLook = app::ParameterLook::Densities;
   draw();
   const QRectF plot = plotBelow("k1");
   const auto marks =
-      shapes(Kind::Line, [&](RecordedShape const& shape) { return shape.pen.color() == theme().passing; });
+      shapes(Kind::Line, [&](FigureShape const& shape) { return shape.pen.color() == theme().passing; });
   ASSERT_EQ(marks.size(), few.size());
   std::vector<double> all = document.scan().parameters[1].values;
   const app::AxisMap axis(*std::min_element(all.begin(), all.end()),
@@ -196,7 +197,7 @@ TEST_F(FigureColours, TextsHaveABarOfThePassingRunsAboveOneOfTheOthers)
   for (bool const passing : {true, false}) {
     const auto bars = fills(Kind::Rectangle, passing ? theme().passing : pale);
     std::vector<QRectF> inChart;
-    for (RecordedShape const& bar : bars)
+    for (FigureShape const& bar : bars)
       if (bar.box().top() > textOf("strain").begin.y()) inChart.push_back(bar.box());
     ASSERT_EQ(inChart.size(), 3u) << passing;
     std::vector<double> shares(3);
@@ -206,7 +207,7 @@ TEST_F(FigureColours, TextsHaveABarOfThePassingRunsAboveOneOfTheOthers)
     const double unit = inChart[0].width() / shares[0];
     for (std::size_t i = 0; i < 3; ++i) {
       EXPECT_NEAR(inChart[i].width(), shares[i] * unit, 1.0) << i;
-      const RecordedText name = textOf(QString::fromStdString(strain.texts[i]));
+      const FigureText name = textOf(QString::fromStdString(strain.texts[i]));
       EXPECT_LT(name.ink.right(), inChart[i].left());
       EXPECT_NEAR(name.ink.center().y(), passing ? inChart[i].bottom() : inChart[i].top(), 15.0) << i;
     }
@@ -250,7 +251,7 @@ TEST_F(FigureColours, EntriesOfTheLegendStandBesideTheirColours)
       {QString("passing runs (%1)").arg(document.passing().count()), theme().passing},
       {"kept (1)", theme().sets[2]}};
   for (auto const& [text, color] : entries) {
-    const RecordedText entry = textOf(text);
+    const FigureText entry = textOf(text);
     EXPECT_EQ(entry.color, theme().ink);
     const auto swatches = fills(Kind::Rectangle, color);
     ASSERT_THAT(swatches, SizeIs(1)) << text.toStdString();
@@ -287,10 +288,10 @@ TEST_F(FigureColours, BandsHaveTheColoursOfTheirRunsAndTheLegendTellsWhatTheyAre
   EXPECT_TRUE(says(QString::fromUtf8("line: median; bands: 25\u201375 % and 5\u201395 % of the runs")));
   EXPECT_THAT(lines(theme().all), SizeIs(1));
   EXPECT_THAT(lines(theme().passing), SizeIs(1));
-  EXPECT_EQ(page->recorded().images.size(), 0u);
+  EXPECT_EQ(drawing.images.size(), 0u);
   for (QColor color : {theme().all, theme().passing})
     EXPECT_THAT(shapes(Kind::Polygon,
-                       [&](RecordedShape const& shape) {
+                       [&](FigureShape const& shape) {
                          return shape.brush.color().rgb() == color.rgb() && shape.brush.color().alpha() < 90;
                        }),
                 SizeIs(2));
@@ -304,7 +305,7 @@ TEST_F(FigureColours, RunsAreInTheirColoursOverOneAnother)
   options.strongest = 0;
   options.runsLook = app::RunsLook::Lines;
   draw();
-  const QImage image = page->recorded().images.at(0).image;
+  const QImage image = drawing.images.at(0).image;
   ASSERT_FALSE(image.isNull());
   bool isPassing = false;
   bool isOther = false;
@@ -328,8 +329,8 @@ TEST_F(FigureColours, AScatterHasADotForEachRunAtItsLastValue)
   app::FigureContent drawn = content();
   drawn.values[0] = app::AxisMap(-0.1, 1.1);
   draw(drawn);
-  ASSERT_EQ(page->recorded().images.size(), 2u);
-  RecordedImage const& dots = page->recorded().images.at(1); // below the runs
+  ASSERT_EQ(drawing.images.size(), 2u);
+  FigureImage const& dots = drawing.images.at(1); // below the runs
   std::vector<double> all = document.scan().parameters[1].values;
   const app::AxisMap axis =
       app::AxisMap(*std::min_element(all.begin(), all.end()), *std::max_element(all.begin(), all.end()))
@@ -361,7 +362,7 @@ TEST_F(FigureColours, NamesOfSignificantParametersAreBoldAndHaveAStar)
     EXPECT_EQ(textOf(name).color, theme().ink);
   }
   std::size_t stars = 0;
-  for (RecordedText const& text : page->recorded().texts)
+  for (FigureText const& text : drawing.texts)
     if (text.text.startsWith("d ") && text.text.endsWith(" *")) ++stars;
   auto const& compared = drawn.comparison->parameters;
   EXPECT_EQ(stars, static_cast<std::size_t>(
@@ -375,9 +376,9 @@ TEST_F(FigureColours, AxesAreInInkAndAsWideAsAskedFor)
   options.lineWidth = 1.5;
   options.strongest = 0;
   draw();
-  const auto axes = shapes(Kind::Line, [](RecordedShape const&) { return true; });
+  const auto axes = shapes(Kind::Line, [](FigureShape const&) { return true; });
   ASSERT_GT(axes.size(), 10u);
-  for (RecordedShape const& axis : axes) {
+  for (FigureShape const& axis : axes) {
     EXPECT_EQ(axis.pen.color(), theme().ink);
     EXPECT_EQ(axis.pen.widthF(), 1.5 * app::figureUnitsPerPoint);
   }
@@ -394,7 +395,7 @@ TEST_F(FigureColours, ThePaletteForColourBlindPeopleIsBlueOnGreyWithOrangeGates)
   EXPECT_EQ(textOf("Gate 1").color, QColor(213, 94, 0));
   const auto keys = found("3"); // that of the pinned run, and perhaps a number of an axis
   EXPECT_TRUE(std::any_of(keys.begin(), keys.end(),
-                          [](RecordedText const& key) { return key.color == QColor(230, 159, 0); }));
+                          [](FigureText const& key) { return key.color == QColor(230, 159, 0); }));
 }
 
 TEST_F(FigureColours, ScaleBarsTellTheLargestAndTheSmallestNumberOfRunsFromTheirEnds)
@@ -403,11 +404,11 @@ TEST_F(FigureColours, ScaleBarsTellTheLargestAndTheSmallestNumberOfRunsFromTheir
   showOutputs({1}); // whose runs begin at one point
   options.strongest = 0;
   draw();
-  const auto bars = shapes(Kind::Rectangle, [](RecordedShape const& shape) {
+  const auto bars = shapes(Kind::Rectangle, [](FigureShape const& shape) {
     return shape.brush.style() == Qt::LinearGradientPattern;
   });
   ASSERT_THAT(bars, SizeIs(2));
-  for (RecordedShape const& bar : bars) {
+  for (FigureShape const& bar : bars) {
     EXPECT_GT(bar.box().left(), plot().right());
     EXPECT_LT(bar.box().right(), paper().right());
     const QGradientStops stops = bar.brush.gradient()->stops();
@@ -415,7 +416,7 @@ TEST_F(FigureColours, ScaleBarsTellTheLargestAndTheSmallestNumberOfRunsFromTheir
     EXPECT_GT(gradient->start().y(), gradient->finalStop().y()) << "from its lower end";
     EXPECT_GT(stops.front().second.lightness(), stops.back().second.lightness()) << "more are darker";
     int numbers = 0;
-    for (RecordedText const& text : page->recorded().texts)
+    for (FigureText const& text : drawing.texts)
       if (text.ink.left() > bar.box().right() && text.ink.top() >= bar.box().top() - 20.0 &&
           text.ink.bottom() <= bar.box().bottom() + 20.0 && text.text != "runs") {
         ++numbers;
@@ -439,7 +440,7 @@ TEST_F(FigureColours, ScaleBarsHaveRoomForFiveDigits)
   options.strongest = 0;
   draw();
   EXPECT_THAT(besideThePlot(), Contains(SizeIs(5))); // more than 10,000 runs at their beginning
-  for (RecordedText const& text : page->recorded().texts)
+  for (FigureText const& text : drawing.texts)
     EXPECT_LT(text.ink.right(), paper().right() - theme().gap) << text.text.toStdString();
 }
 
@@ -450,7 +451,7 @@ TEST_F(FigureColours, AScaleBarOfOneNumberHasItOnce)
   EXPECT_THAT(besideThePlot(), ElementsAre("1", "runs"));
   EXPECT_THAT(
       shapes(Kind::Rectangle,
-             [](RecordedShape const& shape) { return shape.brush.style() == Qt::LinearGradientPattern; }),
+             [](FigureShape const& shape) { return shape.brush.style() == Qt::LinearGradientPattern; }),
       SizeIs(1));
 }
 

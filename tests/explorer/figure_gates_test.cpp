@@ -5,7 +5,7 @@
 namespace runsieve::test {
 namespace {
 
-using Kind = RecordedShape::Kind;
+using Kind = FigureShape::Kind;
 using testing::SizeIs;
 
 /// The chart of output A over times from 0 to 10.
@@ -15,7 +15,7 @@ struct FigureGates : FigureScene
 
   FigureGates() { options.strongest = 0; }
 
-  RecordingEngine const& drawGates()
+  DrawnFigure const& drawGates()
   {
     EXPECT_TRUE(settle());
     drawn = content();
@@ -27,9 +27,9 @@ struct FigureGates : FigureScene
   [[nodiscard]] double xOf(double time) const { return plot().left() + 0.1 * time * plot().width(); }
   [[nodiscard]] double yOf(double value) const { return plot().bottom() - 0.5 * value * plot().height(); }
 
-  [[nodiscard]] std::vector<RecordedShape> areas() const
+  [[nodiscard]] std::vector<FigureShape> areas() const
   {
-    return shapes(Kind::Rectangle, [&](RecordedShape const& shape) {
+    return shapes(Kind::Rectangle, [&](FigureShape const& shape) {
       return shape.isFilled() && shape.brush.color().rgb() == theme().gate.rgb();
     });
   }
@@ -51,7 +51,7 @@ TEST_F(FigureGates, StandOverTheirTimesAndValues)
   const auto sides = lines(theme().gate);
   ASSERT_FALSE(sides.empty());
   QRectF all;
-  for (RecordedShape const& side : sides) {
+  for (FigureShape const& side : sides) {
     all = all.united(side.box());
     EXPECT_FALSE(side.isFilled());
     EXPECT_EQ(side.pen.style(), Qt::SolidLine);
@@ -78,7 +78,7 @@ TEST_F(FigureGates, ThatRunsMustKeepOutOfAreDashed)
     drawGates();
     const auto sides = lines(theme().gate);
     ASSERT_FALSE(sides.empty());
-    for (RecordedShape const& side : sides) EXPECT_EQ(side.pen.style(), style);
+    for (FigureShape const& side : sides) EXPECT_EQ(side.pen.style(), style);
   }
 }
 
@@ -93,7 +93,7 @@ TEST_F(FigureGates, WithOpenEndsReachToTheEndsOfThePlotAndHaveNoSidesThere)
   EXPECT_NEAR(found[0].box().left(), plot().left(), 3.0);
   EXPECT_NEAR(found[0].box().right(), plot().right(), 3.0);
   EXPECT_NEAR(found[0].box().top(), plot().top(), 3.0);
-  for (RecordedShape const& side : lines(theme().gate)) {
+  for (FigureShape const& side : lines(theme().gate)) {
     EXPECT_NEAR(side.box().top(), yOf(0.5), 3.0);
     EXPECT_LT(side.box().height(), 1.0);
   }
@@ -153,7 +153,7 @@ TEST_F(FigureGates, BeyondTheTimesThatAreShownAreLeftOutAndThoseAtTheirEndAreCut
   draw(drawn);
   ASSERT_THAT(areas(), SizeIs(1));
   EXPECT_NEAR(areas()[0].box().left(), plot().left(), 3.0);
-  for (RecordedShape const& side : lines(theme().gate))
+  for (FigureShape const& side : lines(theme().gate))
     EXPECT_GE(side.box().left(), plot().left() - 3.0) << "no side where it goes on";
   EXPECT_TRUE(plot().contains(textOf("Gate 1").ink));
 }
@@ -162,7 +162,7 @@ TEST_F(FigureGates, HaveTheirNamesAboveThemOnAPaleGround)
 {
   addGate(gateOnA(0.5, 1.0));
   drawGates();
-  const RecordedText name = textOf("Gate 1");
+  const FigureText name = textOf("Gate 1");
   EXPECT_EQ(name.color, theme().gate);
   EXPECT_LT(name.ink.bottom(), yOf(1.0));
   EXPECT_GT(name.ink.bottom(), yOf(1.0) - QFontMetricsF(theme().font).height());
@@ -212,8 +212,8 @@ TEST_F(FigureGates, AtTheRightHaveTheirNamesWithinThePlotAndLongOnesAreCut)
   });
   options.width = 80.0;
   drawGates();
-  std::vector<RecordedText> names;
-  for (RecordedText const& text : page->recorded().texts)
+  std::vector<FigureText> names;
+  for (FigureText const& text : drawing.texts)
     if (text.color == theme().gate) names.push_back(text);
   ASSERT_THAT(names, SizeIs(1));
   EXPECT_TRUE(names[0].text.contains(QChar(0x2026)));
@@ -237,8 +237,8 @@ TEST_F(FigureGates, PinnedRunsAreLinesInColoursOfTheirOwnWithTheirKeys)
     EXPECT_NEAR(curves[0].box().left(), plot().left(), 3.0);
     EXPECT_NEAR(curves[0].box().right(), plot().right(), 3.0);
     EXPECT_EQ(curves[0].pen.widthF(), theme().curve);
-    std::vector<RecordedText> keys;
-    for (RecordedText const& text : page->recorded().texts)
+    std::vector<FigureText> keys;
+    for (FigureText const& text : drawing.texts)
       if (text.color == color) keys.push_back(text);
     ASSERT_THAT(keys, SizeIs(1));
     EXPECT_EQ(keys[0].text, QString::number(run + 1));
@@ -259,7 +259,7 @@ TEST_F(FigureGates, KeysOfPinnedRunsKeepClearOfOneAnotherAndOfNamesOfGates)
   std::vector<QRectF> names = {textOf("Gate 1").ink};
   for (std::size_t run = 0; run < 8; ++run) {
     std::vector<QRectF> keys;
-    for (RecordedText const& text : found(QString::number(run + 1)))
+    for (FigureText const& text : found(QString::number(run + 1)))
       if (text.color == theme().sets[run]) keys.push_back(text.ink);
     ASSERT_THAT(keys, SizeIs(1)) << run;
     names.push_back(keys[0]);

@@ -41,7 +41,7 @@ struct FigureLayout : FigureScene
 
   void expectClear()
   {
-    const auto& texts = page->recorded().texts;
+    const auto& texts = drawing.texts;
     for (std::size_t i = 0; i < texts.size(); ++i) {
       EXPECT_TRUE(paper().contains(texts[i].ink))
           << texts[i].text.toStdString() << " is cut off, " << described(options);
@@ -100,13 +100,13 @@ TEST_F(FigureLayout, OnlyTheLowestOfSeveralPlotsHasTheNumbersAndTheTitleOfTheTim
   fill(3, 6);
   options.strongest = 0;
   draw();
-  const RecordedText title = textOf("Time (min)");
+  const FigureText title = textOf("Time (min)");
   EXPECT_GT(title.ink.top(), plot(2).bottom());
   EXPECT_NEAR(title.ink.center().x(), plot(2).center().x(), 5.0);
   EXPECT_FALSE(title.upright);
   EXPECT_TRUE(textOf("A").upright);
   EXPECT_NEAR(textOf("A").ink.center().y(), plot(0).center().y(), 5.0);
-  const RecordedText ten = textOf("10"); // the last time
+  const FigureText ten = textOf("10"); // the last time
   EXPECT_GT(ten.ink.top(), plot(2).bottom());
   EXPECT_NEAR(ten.ink.center().x(), plot(2).right(), 10.0);
 }
@@ -114,16 +114,16 @@ TEST_F(FigureLayout, OnlyTheLowestOfSeveralPlotsHasTheNumbersAndTheTitleOfTheTim
 TEST_F(FigureLayout, LowPlotsHaveNoScaleBarsAndTheirRoom)
 {
   fill(1, 6);
-  const auto isBar = [](RecordedShape const& shape) {
+  const auto isBar = [](FigureShape const& shape) {
     return shape.brush.style() == Qt::LinearGradientPattern;
   };
   options.height = 125.0;
   draw();
-  EXPECT_EQ(shapes(RecordedShape::Kind::Rectangle, isBar).size(), 2u);
+  EXPECT_EQ(shapes(FigureShape::Kind::Rectangle, isBar).size(), 2u);
   const double withBars = plot().right();
   fill(6, 6);
   draw();
-  EXPECT_TRUE(shapes(RecordedShape::Kind::Rectangle, isBar).empty());
+  EXPECT_TRUE(shapes(FigureShape::Kind::Rectangle, isBar).empty());
   EXPECT_GT(plot().right(), withBars + 100.0);
 }
 
@@ -168,8 +168,8 @@ TEST_F(FigureLayout, AFigureThatIsTooSmallForParametersShowsTheRunsInAllOfIt)
   EXPECT_EQ(notes.parametersAsked, 4u);
   EXPECT_EQ(notes.parametersShown, 0u);
   const QRectF runs = plot();
-  EXPECT_TRUE(std::none_of(page->recorded().texts.begin(), page->recorded().texts.end(),
-                           [](RecordedText const& text) { return text.text.contains("adjusted p"); }));
+  EXPECT_TRUE(std::none_of(drawing.texts.begin(), drawing.texts.end(),
+                           [](FigureText const& text) { return text.text.contains("adjusted p"); }));
   options.strongest = 0;
   draw();
   EXPECT_EQ(plot(), runs);
@@ -208,7 +208,7 @@ TEST_F(FigureLayout, ATitleStandsAboveEverythingInBoldAndIsCutInItsMiddle)
   fill(1, 6);
   options.title = "Which parameter?";
   draw();
-  const RecordedText title = textOf("Which parameter?");
+  const FigureText title = textOf("Which parameter?");
   EXPECT_TRUE(title.font.bold());
   EXPECT_GT(title.font.pixelSize(), theme().font.pixelSize());
   EXPECT_EQ(title.color, theme().ink);
@@ -225,8 +225,8 @@ TEST_F(FigureLayout, AllThatStandsInALineIsWithinItsColumn)
   fill(1, 40);
   options.strongest = 12;
   draw();
-  std::vector<RecordedText> names;
-  for (RecordedText const& text : page->recorded().texts)
+  std::vector<FigureText> names;
+  for (FigureText const& text : drawing.texts)
     if (text.text.startsWith("d ")) names.push_back(text);
   ASSERT_GT(names.size(), 4u);
   for (std::size_t i = 1; i < names.size(); ++i) {
@@ -243,7 +243,7 @@ TEST_F(FigureLayout, WithoutOutputsTheParametersHaveAllOfIt)
   draw(drawn);
   EXPECT_LT(textOf("k0").ink.top(), 0.5 * paper().height());
   EXPECT_EQ(notes.parametersShown, notes.parametersAsked);
-  EXPECT_EQ(page->recorded().images.size(), 0u);
+  EXPECT_EQ(drawing.images.size(), 0u);
 }
 
 TEST_F(FigureLayout, AWideFigureEndsWithLegendAndThresholdsAtOneHeight)
@@ -254,7 +254,7 @@ TEST_F(FigureLayout, AWideFigureEndsWithLegendAndThresholdsAtOneHeight)
   options.height = 143.0;
   draw();
   double thresholds = 0.0;
-  for (RecordedText const& text : page->recorded().texts)
+  for (FigureText const& text : drawing.texts)
     if (text.text.startsWith("* adjusted")) thresholds = text.begin.y();
   double legend = 0.0;
   for (RecordedText const& text : page->recorded().texts)
