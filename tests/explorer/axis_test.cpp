@@ -211,5 +211,17 @@ TEST(ChartFrame, LeavesRoomForTheWidestNumber)
   EXPECT_EQ(aligned.plot().left(), many.plot().left());
 }
 
+TEST(AxisTicks, OfExactlyOneDecadeAreItsEndsWithMarksBetween)
+{
+  for (double const low : {1.0, 0.001, 1000.0, 1e-7}) {
+    const auto ticks = ticksOf({low, 10.0 * low, true}, 6);
+    ASSERT_EQ(ticks.size(), 10u) << low;
+    EXPECT_NEAR(ticks.front().value, low, 1e-9 * low);
+    EXPECT_NEAR(ticks.back().value, 10.0 * low, 1e-9 * low);
+    EXPECT_FALSE(ticks.front().label.isEmpty());
+    EXPECT_FALSE(ticks.back().label.isEmpty());
+  }
+}
+
 } // namespace
 } // namespace runsieve::test

@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -728,6 +729,20 @@ TEST_F(GateCountsScene, AFaultIsToldInWords)
   counts.count(gate);
   ASSERT_TRUE(waitFor([&] { return !counts.isBusy(); }));
   EXPECT_TRUE(fault.contains("no output \"nothing\""));
+}
+
+TEST_F(GatesScene, ItsModelKeepsTheRulesOfModels)
+{
+  const QAbstractItemModelTester tester(pane.list()->model(),
+                                        QAbstractItemModelTester::FailureReportingMode::Fatal);
+  for (double low : {0.1, 0.2}) addGate(gateOnA(low, 1.0));
+  document.previewGate(2, gateOnA(0.5, 1.0));
+  document.previewGate(0, gateOnA(0.5, 1.0));
+  document.cancelPreview();
+  app::moveGate(document, 0, 1);
+  app::deleteGate(document, 0);
+  document.open(lineScan(10), {});
+  EXPECT_EQ(rows(), 0);
 }
 
 } // namespace

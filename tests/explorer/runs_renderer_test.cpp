@@ -232,5 +232,50 @@ TEST(RunBands, AreWhatTwoOfTheLooksShow)
   EXPECT_FALSE(app::bandsKindOf(app::RunsLook::Lines));
 }
 
+TEST(RunsPicture, TheSameIsNotMadeTwice)
+{
+  app::RunsPicture picture;
+  picture.request(request());
+  const auto scan = request().scan;
+  RunsRequest wanted = request();
+  picture.request(wanted);
+  ASSERT_TRUE(waitFor([&] { return picture.isSettled(); }));
+  picture.request(wanted);
+  EXPECT_TRUE(picture.isSettled());
+  for (int change = 0; change < 6; ++change) {
+    RunsRequest other = wanted;
+    if (change == 0) other.output = 0;
+    if (change == 1) other.time = AxisMap(1.0, 5.0);
+    if (change == 2) other.value = AxisMap(0.1, 0.5);
+    if (change == 3) other.width = 2.0;
+    if (change == 4) other.dark = true;
+    if (change == 5) other.layers[0].opacity = 0.5;
+    picture.request(other);
+    EXPECT_FALSE(picture.isSettled()) << change;
+    ASSERT_TRUE(waitFor([&] { return picture.isSettled(); }));
+    picture.request(wanted);
+    ASSERT_TRUE(waitFor([&] { return picture.isSettled(); }));
+  }
+}
+
+TEST(RunsPicture, TheFormerShowsUntilTheNewOneIsReadyUnlessItIsOfOtherData)
+{
+  app::RunsPicture picture;
+  const RunsRequest first = request();
+  picture.request(first);
+  EXPECT_TRUE(picture.images().empty());
+  ASSERT_TRUE(waitFor([&] { return picture.isSettled(); }));
+  ASSERT_FALSE(picture.images().empty());
+  RunsRequest zoomed = first;
+  zoomed.value = AxisMap(0.2, 0.4);
+  picture.request(zoomed);
+  EXPECT_FALSE(picture.images().empty());
+  ASSERT_TRUE(waitFor([&] { return picture.isSettled(); }));
+  RunsRequest other = zoomed;
+  other.output = 0;
+  picture.request(other);
+  EXPECT_TRUE(picture.images().empty()) << "lines of one output must not stand on the axes of another";
+}
+
 } // namespace
 } // namespace runsieve::test

@@ -538,5 +538,26 @@ TEST_F(RunsHands, WithoutAScanHandsDoNothing)
   EXPECT_FALSE(document.isOpen());
 }
 
+TEST_F(RunsHands, BesideThePlotTheWheelZoomsAboutItsEnd)
+{
+  const QRectF plot = view().frame().plot();
+  Mouse(view()).wheel({plot.right() + 8.0, plot.center().y()}, 1);
+  EXPECT_NEAR(pane.zoom().time().high(), 10.0, 1e-6);
+  pane.zoom().reset();
+  const double high = pane.zoom().value(0).high();
+  Mouse(view()).wheel({plot.center().x(), plot.top() - 5.0}, 1);
+  EXPECT_NEAR(pane.zoom().value(0).high(), high, 1e-6);
+}
+
+TEST_F(RunsHands, TheFirstOutputCanBeChosenAgain)
+{
+  document.change("Show", [](app::State& state) { state.view.outputs = {1}; });
+  auto* box = pane.findChild<app::SearchableBox*>();
+  box->setCurrentIndex(0);
+  Q_EMIT box->activated(0);
+  EXPECT_EQ(view().shownOutput(), 0u);
+  EXPECT_EQ(document.undoStack().undoText(), "Show output");
+}
+
 } // namespace
 } // namespace runsieve::test

@@ -16,6 +16,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -864,6 +865,19 @@ TEST(GateOnRuns, ListsTwoThousandKeysAndNoMore)
   runs.set(0, false);
   ASSERT_TRUE(app::gateOnRuns(runs, *scan));
   EXPECT_EQ(app::gateOnRuns(runs, *scan)->runs.size(), 2000u);
+}
+
+TEST_F(SetsScene, ItsModelKeepsTheRulesOfModels)
+{
+  const QAbstractItemModelTester tester(pane.list()->model(),
+                                        QAbstractItemModelTester::FailureReportingMode::Fatal);
+  addSet("a", {1});
+  addSet("b", {1, 2});
+  app::showSet(document, 0, false);
+  document.previewGate(0, gateOnA(0.5, 1.0));
+  app::deleteSets(document, {0});
+  document.open(lineScan(10), {});
+  EXPECT_EQ(pane.list()->model()->rowCount(), 0);
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
@@ -492,6 +493,20 @@ TEST_F(ParameterTableScene, LongNamesDoNotFillTheTable)
   const int letter = pane.table()->fontMetrics().averageCharWidth();
   EXPECT_LE(pane.table()->columnWidth(0), 36 * letter);
   EXPECT_GE(pane.table()->columnWidth(0), 20 * letter);
+}
+
+TEST_F(ParameterTableScene, ItsModelKeepsTheRulesOfModels)
+{
+  const QAbstractItemModelTester tester(&model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  clickHeader("d");
+  document.previewGate(0, gateOnA(0.3, 1.0));
+  document.cancelPreview();
+  pane.filterField()->setText("k1");
+  document.undoStack().undo();
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(model().rowCount(), 0);
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QComboBox>
 #include <QFile>
@@ -658,6 +659,48 @@ TEST_F(RunTableScene, ASetThatIsShownAloneFollowsItsRunsAndItsName)
   document.change("Other", [&](app::State& state) { state.sets[1].runs = withRun(3); });
   EXPECT_THAT(model().shownRuns(), ElementsAre(3u));
   EXPECT_EQ(pane.runFilter()->currentText(), "In b") << "the choice stays";
+}
+
+TEST_F(RunTableScene, ATableWithoutAScanCannotBeUsed)
+{
+  EXPECT_FALSE(pane.isEnabled());
+  show(lineScan());
+  EXPECT_TRUE(pane.isEnabled());
+}
+
+TEST_F(RunTableScene, WhatIsToldIsPlainTextInsideOfThePane)
+{
+  show(lineScan());
+  QTemporaryDir folder;
+  pane.writeCsv(app::RunTable::Rows::Shown, folder.filePath("<b>x.csv"));
+  ASSERT_TRUE(settled());
+  EXPECT_EQ(told(), "40 runs written to <b>x.csv");
+  int inside = 0;
+  for (QLabel* label : pane.findChildren<QLabel*>()) {
+    if (label->text().contains("<b>")) {
+      EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    }
+    inside += label->isVisible() && label->text() == pane.statusText() ? 1 : 0;
+  }
+  EXPECT_EQ(inside, 1);
+}
+
+TEST_F(RunTableScene, ItsModelKeepsTheRulesOfModels)
+{
+  show(unevenScan());
+  const QAbstractItemModelTester tester(&model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+  QTest::keyClicks(pane.keyFilter(), "run");
+  clickHeader("Run");
+  document.change("Add", [](app::State& state) {
+    state.gates.push_back({"g", gateOnA(2.0, 9.0), true});
+    state.view.outputs = {0};
+    state.sets.push_back({"c", RunSet(6, true), 0, true, "cluster 2 of 3 of A by curves"});
+  });
+  ASSERT_TRUE(settled());
+  choose("Passing runs");
+  document.open(lineScan(12), {});
+  ASSERT_TRUE(settled());
+  EXPECT_EQ(model().rowCount(), 12);
 }
 
 } // namespace

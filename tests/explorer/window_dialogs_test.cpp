@@ -697,5 +697,42 @@ TEST(Icons, HaveTheColourOfTextsAndArePaleIfTheyCannotBeUsed)
   EXPECT_FALSE(app::programIcon().isNull());
 }
 
+TEST_F(WindowScene, TheMenuOfAGateOffersWhatCanBeDoneWithItAndHowItAsks)
+{
+  ASSERT_TRUE(openLines());
+  Mouse(view()).drag(at(2.0, 0.2), at(4.0, 0.6));
+  QStringList entries;
+  QTimer::singleShot(0, [&] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    for (QAction* action : menu->actions())
+      if (!action->isSeparator()) entries << action->objectName();
+    menu->close();
+  });
+  Q_EMIT window->runs().gateMenuWanted({100, 100});
+  EXPECT_EQ(entries, (QStringList{"gate.edit", "gate.toggle", "gate.negate", "gate.delete", "kind.all",
+                                  "kind.ever", "kind.never", "kind.crosses"}));
+}
+
+TEST_F(WindowScene, ANewWindowHasTheSizeOfTheLastOne)
+{
+  window->resize(900, 640);
+  QApplication::processEvents();
+  window->close();
+  const std::unique_ptr<app::ExplorerWindow> next(app::newExplorerWindow());
+  EXPECT_TRUE(next->isVisible());
+  EXPECT_EQ(next->size(), QSize(900, 640));
+  EXPECT_FALSE(next->document().isOpen());
+}
+
+TEST_F(WindowScene, BandsOfWholeRunsAreALookOfTheMenu)
+{
+  ASSERT_TRUE(openLines());
+  trigger("look.wholebands");
+  EXPECT_EQ(document().state().view.runsLook, app::RunsLook::WholeBands);
+  EXPECT_TRUE(window->actions().at("look.wholebands")->isChecked());
+  EXPECT_FALSE(window->actions().at("look.density")->isChecked());
+}
+
 } // namespace
 } // namespace runsieve::test
