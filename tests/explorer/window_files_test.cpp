@@ -6,6 +6,11 @@
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/SessionFile.h"
+#include "app/explorer/tables/ParameterTable.h"
+#include "app/explorer/tables/RunTable.h"
+#include "app/explorer/window/Plots.h"
+
+#include <runsieve/core/scan/ScanError.h>
 
 #include <gmock/gmock.h>
 
@@ -92,6 +97,86 @@ TEST_F(FilesScene, ASessionThatCannotBeWrittenIsTold)
   EXPECT_THAT(told.toStdString(), HasSubstr("The session could not be saved"));
   EXPECT_EQ(title(), "scan.csv - Runsieve");
   EXPECT_FALSE(document().undoStack().isClean());
+}
+
+QByteArray bytesOf(QString const& path)
+{
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+  return file.readAll();
+}
+
+/// A scan that is open, and what nobody may write over.
+struct ReadFilesScene : FilesScene
+{
+  QByteArray before;
+
+  void SetUp() override
+  {
+    FilesScene::SetUp();
+    ASSERT_TRUE(openLines());
+    drawGate();
+    ASSERT_TRUE(settle());
+    before = bytesOf(file("scan.csv"));
+  }
+  void TearDown() override { EXPECT_EQ(bytesOf(file("scan.csv")), before) << "the scan is as it was"; }
+};
+
+TEST_F(ReadFilesScene, PassingRunsAreNotWrittenOverTheScanTheyAreOf)
+{
+  NextMessage replace(QMessageBox::Yes);
+  NextFile place(file("scan.csv"));
+  QString told;
+  QTimer later;
+  QObject::connect(&later, &QTimer::timeout, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box || !box->text().contains("could not be written")) return;
+    told = box->informativeText();
+    box->close();
+  });
+  later.start(10);
+  trigger("file.runs");
+  EXPECT_TRUE(replace.seen()) << "that a file is replaced is asked as well";
+  EXPECT_THAT(told.toStdString(), HasSubstr("is the file that is read"));
+  EXPECT_TRUE(settle());
+}
+
+TEST_F(ReadFilesScene, NoTableIsWrittenOverThemByWhateverName)
+{
+  ASSERT_TRUE(QFile::link(file("scan.csv"), file("link.csv")));
+  auto* runs = window->findChild<app::RunTable*>();
+  {
+    NextMessage told(QMessageBox::Ok);
+    runs->writeCsv(app::RunTable::Rows::Shown, file("link.csv"));
+    EXPECT_THAT(told.more.toStdString(), HasSubstr("is the file that is read"));
+  }
+  {
+    NextMessage told(QMessageBox::Ok);
+    runs->writeScan(app::RunTable::Rows::Shown, file("scan.csv"));
+    EXPECT_THAT(told.more.toStdString(), HasSubstr("is the file that is read"));
+  }
+  EXPECT_THROW(window->findChild<app::ParameterTable*>()->writeCsv(file("scan.csv")), ScanError);
+  EXPECT_TRUE(settle());
+}
+
+TEST_F(ReadFilesScene, NeitherASessionNorAPlotIsWrittenOverThem)
+{
+  QStringList told;
+  auto const tell = [&](app::ErrorDialog& dialog) {
+    told << dialog.details();
+    dialog.accept();
+  };
+  {
+    NextDialogOf<app::ErrorDialog> next(tell);
+    EXPECT_FALSE(window->files().saveTo(file("scan.csv")));
+  }
+  {
+    NextDialogOf<app::ErrorDialog> next(tell);
+    window->storedPlots().write(file("scan.csv"));
+  }
+  ASSERT_EQ(told.size(), 2);
+  for (QString const& each : told) EXPECT_THAT(each.toStdString(), HasSubstr("is the file that is read"));
+  EXPECT_TRUE(settle());
 }
 
 TEST_F(FilesScene, TheZoomIsSavedWithTheSession)

@@ -1,6 +1,7 @@
 #include "app/explorer/window/Files.h"
 
 #include "app/explorer/controls/PlainText.h"
+#include "app/explorer/document/ReadFiles.h"
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/SessionFile.h"
@@ -139,6 +140,7 @@ bool Files::saveAs()
 bool Files::saveTo(QString const& path)
 {
   try {
+    requireOtherFile(document.source(), path);
     Session kept =
         autosave.fingerprint().empty() ? sessionOf(document) : sessionOf(document, autosave.fingerprint());
     view.keep(kept);
