@@ -1,9 +1,12 @@
+#include "Dialogs.h"
 #include "DocumentScene.h"
 
 #include "app/explorer/figure/ExportDialog.h"
 #include "app/explorer/figure/FigureForm.h"
 #include "app/explorer/figure/FigurePreview.h"
 #include "app/explorer/figure/FigureSettings.h"
+
+#include <runsieve/core/write/WriteScan.h>
 
 #include <gmock/gmock.h>
 
@@ -12,6 +15,7 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
@@ -107,6 +111,9 @@ TEST_F(ExportScene, WithoutAnEndingItBecomesAPdf)
   QFile file(folder.filePath("figure.pdf"));
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_TRUE(file.read(5) == "%PDF-");
+  NextMessage asked(QMessageBox::Cancel);
+  dialog->save(folder.filePath("figure"));
+  EXPECT_EQ(asked.more.count("figure.pdf"), 1) << "nobody has been asked about this name";
 }
 
 TEST_F(ExportScene, TheDataBehindItAreWrittenBesideIt)
@@ -116,6 +123,47 @@ TEST_F(ExportScene, TheDataBehindItAreWrittenBesideIt)
   save(folder.filePath("f.pdf"));
   for (char const* name : {"f_runs.csv", "f_curves.csv", "f_parameters.csv"})
     EXPECT_TRUE(QFile::exists(folder.filePath(name))) << name;
+}
+
+TEST_F(ExportScene, DataOfAnotherFigureAreReplacedOnlyIfTheUserWantsIt)
+{
+  for (auto* box : dialog->findChildren<QCheckBox*>())
+    if (box->text().contains("CSV")) box->setChecked(true);
+  const QString path = folder.filePath("f_curves.csv");
+  QFile other(path);
+  ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+  other.write("precious");
+  other.close();
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    dialog->save(folder.filePath("f.pdf"));
+    EXPECT_TRUE(asked.seen());
+    EXPECT_EQ(asked.more.count("f_curves.csv"), 1);
+    EXPECT_EQ(asked.more.count("f_runs.csv"), 0) << "this one does not exist";
+    EXPECT_FALSE(QFile::exists(folder.filePath("f.pdf"))) << "nor is the figure written";
+    EXPECT_EQ(QFileInfo(path).size(), 8);
+  }
+  NextMessage asked(QMessageBox::Yes);
+  save(folder.filePath("f.pdf"));
+  EXPECT_TRUE(asked.seen());
+  EXPECT_GT(QFileInfo(path).size(), 8);
+}
+
+TEST_F(ExportScene, NeitherTheFigureNorItsDataAreWrittenOverTheOpenScan)
+{
+  for (char const* name : {"f_runs.csv", "scan.pdf"}) {
+    writeScan(document.scan(), folder.filePath(name).toStdString());
+    const qint64 size = QFileInfo(folder.filePath(name)).size();
+    app::ScanSource source;
+    source.path = folder.filePath(name).toStdString();
+    open();
+    dialog->setSource(source);
+    for (auto* box : dialog->findChildren<QCheckBox*>())
+      if (box->text().contains("CSV")) box->setChecked(true);
+    dialog->save(folder.filePath(QString(name).contains("runs") ? "f.svg" : name));
+    EXPECT_TRUE(dialog->outcome().contains("is the file that is read")) << dialog->outcome().toStdString();
+    EXPECT_EQ(QFileInfo(folder.filePath(name)).size(), size);
+  }
 }
 
 TEST_F(ExportScene, AFileThatCannotBeWrittenIsToldAndTheDialogGoesOn)

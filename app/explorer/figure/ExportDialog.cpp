@@ -1,20 +1,26 @@
 #include "app/explorer/figure/ExportDialog.h"
 
+#include "app/explorer/controls/PlainText.h"
+#include "app/explorer/document/ReadFiles.h"
 #include "app/explorer/figure/FigureData.h"
 #include "app/explorer/figure/FigureForm.h"
 #include "app/explorer/figure/FigurePreview.h"
 #include "app/explorer/figure/FigureSettings.h"
 #include "app/explorer/figure/WriteFigure.h"
 
+#include <runsieve/core/scan/ScanError.h>
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QUrl>
@@ -130,18 +136,49 @@ QString ExportDialog::outcome() const
   return told->text();
 }
 
+void ExportDialog::setSource(ScanSource const& scan)
+{
+  source = scan;
+}
+
+bool ExportDialog::mayWrite(QString const& figure, QStringList const& others)
+{
+  QStringList existing;
+  try {
+    requireOtherFile(source, figure);
+    for (QString const& path : others) {
+      requireOtherFile(source, path);
+      if (QFileInfo::exists(path)) existing << QFileInfo(path).fileName();
+    }
+  } catch (ScanError const& error) {
+    tell(QString::fromUtf8(error.what()));
+    return false;
+  }
+  if (existing.isEmpty()) return true;
+  QMessageBox box(QMessageBox::Question, "Runsieve", QString(), QMessageBox::Yes | QMessageBox::Cancel, this);
+  box.setTextFormat(Qt::PlainText);
+  box.setText("These files exist. Do you want to replace them?");
+  box.setInformativeText(toolTipText(existing.join('\n')));
+  return box.exec() == QMessageBox::Yes;
+}
+
 void ExportDialog::ask()
 {
+  const QFileInfo scan(QFile::decodeName(source.path.c_str()));
   const QString path = QFileDialog::getSaveFileName(
-      this, "Save figure", folder.isEmpty() ? QString("figure.pdf") : folder + "/figure.pdf",
+      this, "Save figure", source.path.empty() ? QString("figure.pdf") : scan.absolutePath() + "/figure.pdf",
       "PDF (*.pdf);;SVG (*.svg);;PNG (*.png)");
   if (!path.isEmpty()) save(path);
 }
 
 void ExportDialog::save(QString const& asked)
 {
-  const QString path = QFileInfo(asked).suffix().isEmpty() ? asked + ".pdf" : asked;
+  const bool completed = QFileInfo(asked).suffix().isEmpty();
+  const QString path = completed ? asked + ".pdf" : asked;
   const FigureOptions now = options->options();
+  QStringList unasked = data->isChecked() ? figureDataFiles(content, path) : QStringList();
+  if (completed) unasked.prepend(path); // who was asked was asked for another name
+  if (!mayWrite(path, unasked)) return;
   keepFigureOptions(now);
   tell(QString("Writing %1 ...").arg(QFileInfo(path).fileName()));
   work.start([this, content = content, now, path,
