@@ -50,6 +50,19 @@ TEST_F(AutosaveScene, ChangesAreKeptInAFileThatGoesAtACleanEnd)
   EXPECT_THAT(app::recoverableSessions(), IsEmpty());
 }
 
+TEST_F(AutosaveScene, TheFirstChangeIsKeptAsWell)
+{
+  app::Autosave autosave(document);
+  autosave.setDelay(10);
+  openData();
+  document.change("Draw gate", [](app::State& state) { state.gates = {{"a", gateOnA(0.5, 1.0), true}}; });
+  ASSERT_TRUE(waitFor([&] { return QFile::exists(autosave.path()); }, 3000));
+  EXPECT_EQ(app::readSession(autosave.path()).gates.size(), 1u);
+  document.undoStack().undo();
+  ASSERT_TRUE(waitFor([&] { return app::readSession(autosave.path()).gates.empty(); }, 3000))
+      << "nor does it come back after it was taken back";
+}
+
 TEST_F(AutosaveScene, WhatACrashLeavesIsFoundAndComesBack)
 {
   openData();

@@ -49,7 +49,8 @@ Autosave::Autosave(Document& ofDocument, std::function<void(Session&)> completin
   timer.setInterval(usualDelay);
   connect(&timer, &QTimer::timeout, this, &Autosave::save);
   connect(&document, &Document::opened, this, &Autosave::reopen);
-  connect(&document, &Document::stateChanged, this, &Autosave::changed);
+  // The state changes before the step that changed it counts as done.
+  connect(&document.undoStack(), &QUndoStack::indexChanged, this, &Autosave::changed);
   connect(&document, &Document::highlightChanged, this, &Autosave::highlighted);
   reopen();
 }
@@ -57,6 +58,7 @@ Autosave::Autosave(Document& ofDocument, std::function<void(Session&)> completin
 Autosave::~Autosave()
 {
   document.disconnect(this);
+  document.undoStack().disconnect(this);
   finding.cancel();
   remove();
 }
