@@ -269,7 +269,41 @@ TEST_F(RecoveryScene, WhatACrashHasLeftOpensIfTheUserWantsIt)
   EXPECT_THAT(asked.more.toStdString(), HasSubstr(file("scan.csv").toStdString()));
   ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
   EXPECT_EQ(document().state().gates.size(), 1u);
+  EXPECT_EQ(title(), "scan.csv - Runsieve");
+}
+
+TEST_F(RecoveryScene, WhatIsOpenAgainIsLostNeitherByClosingNorByAnotherCrash)
+{
+  {
+    NextMessage asked(QMessageBox::Open);
+    ASSERT_TRUE(window->files().recover());
+  }
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }) && settle());
+  EXPECT_TRUE(QFileInfo::exists(left)) << "a crash now would lose it";
+  EXPECT_TRUE(app::recoverableSessions().empty()) << "its window lives";
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    EXPECT_FALSE(window->close());
+    EXPECT_TRUE(asked.seen()) << "it is saved nowhere";
+    NextFile place("");
+    EXPECT_FALSE(window->files().save());
+    EXPECT_TRUE(place.seen()) << "nor has it a place";
+  }
+  NextMessage asked(QMessageBox::Discard);
+  EXPECT_TRUE(window->close());
+  EXPECT_TRUE(asked.seen());
+  window.reset();
   EXPECT_FALSE(QFileInfo::exists(left));
+}
+
+TEST_F(RecoveryScene, WhatCannotBeOpenedIsOfferedAgain)
+{
+  ASSERT_TRUE(QFile::remove(file("scan.csv")));
+  NextMessage asked(QMessageBox::Open);
+  NextDialogOf<app::ErrorDialog> told([](app::ErrorDialog& dialog) { dialog.accept(); });
+  ASSERT_TRUE(window->files().recover());
+  ASSERT_TRUE(waitFor([&] { return told.seen(); }));
+  EXPECT_EQ(app::recoverableSessions().size(), 1u);
 }
 
 TEST_F(RecoveryScene, WhatIsDiscardedIsGone)
@@ -413,6 +447,18 @@ TEST_F(FilesScene, RereadingKeepsGatesAndZoom)
   EXPECT_EQ(document().state().gates.size(), 1u);
   EXPECT_EQ(window->runs().zoom().time(), app::AxisMap(2.0, 5.0));
   EXPECT_EQ(title(), "scan.csv - Runsieve");
+}
+
+TEST_F(FilesScene, WorkThatIsNotSavedIsAskedForAfterRereadingAsWell)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  writeScan(*lineScan(50), file("scan.csv").toStdString());
+  trigger("file.reread");
+  ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 50u; }));
+  NextMessage asked(QMessageBox::Cancel);
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(asked.seen());
 }
 
 TEST_F(FilesScene, ABarTellsOfAFileThatHasChangedUntilItIsReread)

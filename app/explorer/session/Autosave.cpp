@@ -51,6 +51,7 @@ Autosave::Autosave(Document& ofDocument, std::function<void(Session&)> completin
   connect(&document, &Document::opened, this, &Autosave::reopen);
   // The state changes before the step that changed it counts as done.
   connect(&document.undoStack(), &QUndoStack::indexChanged, this, &Autosave::changed);
+  connect(&document.undoStack(), &QUndoStack::cleanChanged, this, &Autosave::changed);
   connect(&document, &Document::highlightChanged, this, &Autosave::highlighted);
   reopen();
 }
@@ -80,11 +81,25 @@ void Autosave::reopen()
   });
 }
 
+void Autosave::adopt(QString const& left)
+{
+  remove();
+  file = left;
+  takeLock();
+  changed();
+}
+
+void Autosave::takeLock()
+{
+  lock = lockFor(file);
+  if (!lock->tryLock(0)) lock.reset();
+}
+
 void Autosave::changed()
 {
-  const bool isWorthIt =
-      document.isOpen() && !document.source().path.empty() &&
-      (document.undoStack().canUndo() || !document.pinnedRuns().empty() || QFileInfo::exists(file));
+  const bool isWorthIt = document.isOpen() && !document.source().path.empty() &&
+                         (document.undoStack().canUndo() || !document.undoStack().isClean() ||
+                          !document.pinnedRuns().empty() || QFileInfo::exists(file));
   if (isWorthIt && !timer.isActive()) timer.start();
 }
 
@@ -103,10 +118,7 @@ void Autosave::save()
     return;
   }
   QDir().mkpath(folder());
-  if (!lock) {
-    lock = lockFor(file);
-    if (!lock->tryLock(0)) lock.reset();
-  }
+  if (!lock) takeLock();
   Session session = sessionOf(document, known);
   if (complete) complete(session);
   if (!writing) writing = std::make_unique<Background>();

@@ -57,12 +57,7 @@ void Files::connectSessions()
   connect(&loader, &SessionLoader::opened, this,
           [this](Session const& opened, QString const& path, QStringList const& notes) {
             view.show(opened);
-            if (!path.isEmpty()) {
-              session = path;
-              name = QFileInfo(path).fileName();
-              RecentFiles::add(path);
-            }
-            document.undoStack().setClean();
+            take(opened, path);
             if (!notes.isEmpty()) Q_EMIT told(notes.join("; "));
             Q_EMIT changed();
           });
@@ -77,6 +72,28 @@ void Files::connectSessions()
     ErrorDialog::tell(&window, "The session could not be opened", message);
   });
   connect(&loader, &SessionLoader::dataMissing, this, &Files::findData);
+}
+
+void Files::take(Session const& opened, QString const& path)
+{
+  switch (std::exchange(origin, Origin::File)) {
+  case Origin::File:
+    session = path;
+    name = QFileInfo(path).fileName();
+    RecentFiles::add(path);
+    document.undoStack().setClean();
+    break;
+  case Origin::Crash:
+    // It is saved nowhere yet, and must outlive the next crash.
+    session.clear();
+    name = QFileInfo(QString::fromStdString(opened.path)).fileName();
+    autosave.adopt(left);
+    document.undoStack().resetClean();
+    break;
+  case Origin::Reread:
+    if (unsaved) document.undoStack().resetClean();
+    break;
+  }
 }
 
 void Files::findData(QString const& path, QString const& data)
@@ -111,12 +128,15 @@ void Files::openExample()
 void Files::reread()
 {
   if (!document.isOpen() || document.source().path.empty()) return;
-  reader.cancel();
+  cancel();
+  origin = Origin::Reread;
+  unsaved = !document.undoStack().isClean();
   loader.reread(view.keep);
 }
 
 void Files::cancel()
 {
+  origin = Origin::File;
   reader.cancel();
   loader.opening().cancel();
 }
@@ -160,22 +180,25 @@ bool Files::saveTo(QString const& path)
 
 bool Files::recover()
 {
-  for (RecoverableSession const& left : recoverableSessions()) {
+  for (RecoverableSession const& crashed : recoverableSessions()) {
     QMessageBox box(QMessageBox::Question, "Runsieve", QString(),
                     QMessageBox::Open | QMessageBox::Discard | QMessageBox::Cancel, &window);
     box.setTextFormat(Qt::PlainText);
     box.setText("Runsieve ended unexpectedly. Do you want to go on where you were?");
     box.setInformativeText(
-        toolTipText(QString("%1, %2").arg(left.data, left.savedAt.toString("yyyy-MM-dd hh:mm"))));
+        toolTipText(QString("%1, %2").arg(crashed.data, crashed.savedAt.toString("yyyy-MM-dd hh:mm"))));
     const int answer = box.exec();
     if (answer == QMessageBox::Cancel) return false; // asked again at the next start
     if (answer == QMessageBox::Discard) {
-      discardRecoverable(left);
+      discardRecoverable(crashed);
       continue;
     }
     try {
-      loader.open(readSession(left.path), left.data);
-      discardRecoverable(left);
+      const Session found = readSession(crashed.path);
+      cancel();
+      origin = Origin::Crash;
+      left = crashed.path;
+      loader.open(found, crashed.data);
       return true;
     } catch (std::exception const& error) {
       ErrorDialog::tell(&window, "The session could not be recovered", QString::fromUtf8(error.what()));

@@ -67,8 +67,17 @@ Q_SIGNALS:
   void told(QString const& text);
 
 private:
+  /// Where a session that is being opened is from.
+  enum class Origin
+  {
+    File,
+    Crash, ///< what a window has left that ended unexpectedly
+    Reread ///< what was open
+  };
+
   void connectReader();
   void connectSessions();
+  void take(Session const& opened, QString const& path);
   void findData(QString const& path, QString const& data);
 
   Document& document;
@@ -78,8 +87,11 @@ private:
   SessionLoader loader;
   Autosave autosave;
   FileWatch watch;
-  QString name;    ///< of what is open
-  QString session; ///< where it was saved, or read from; empty if it was not
+  Origin origin = Origin::File;
+  QString left;         ///< of Origin::Crash: the file
+  bool unsaved = false; ///< of Origin::Reread: whether work would have been lost
+  QString name;         ///< of what is open
+  QString session;      ///< where it was saved, or read from; empty if it was not
 };
 
 } // namespace runsieve::app
