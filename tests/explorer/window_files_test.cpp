@@ -500,6 +500,22 @@ TEST_F(FilesScene, TheStatusShowsHowFarReadingIsAndGivesItUp)
   EXPECT_EQ(window->statusText(), "Open a scan: File, Open (Ctrl+O)");
 }
 
+TEST_F(FilesScene, NothingIsToldToBeReadOnceASessionIsOpen)
+{
+  ASSERT_TRUE(openLines("scan.csv", 2000)); // whose comparison with the session takes a while
+  drawGate();
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  document().close();
+  window->open(file("a.sieve"));
+  auto* bar = window->statusBar()->findChild<QProgressBar*>();
+  EXPECT_TRUE(bar->isVisible());
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }) && settle());
+  EXPECT_FALSE(bar->isVisible());
+  for (QToolButton* each : window->statusBar()->findChildren<QToolButton*>())
+    EXPECT_FALSE(each->isVisible()) << each->text().toStdString();
+  EXPECT_THAT(window->statusText().toStdString(), HasSubstr("11 times"));
+}
+
 TEST_F(FilesScene, RunsThatAreNotCompleteAreToldInTheStatus)
 {
   auto scan = std::make_shared<Scan>();

@@ -44,6 +44,9 @@ public:
   /// Whether the window may close: asks if something would be lost.
   [[nodiscard]] bool mayClose();
 
+  /// Whether a file is being read.
+  [[nodiscard]] bool isReading() const { return reader.isBusy() || loader.isReading(); }
+  /// The same, or work on what was read.
   [[nodiscard]] bool isBusy() const { return reader.isBusy() || loader.isBusy(); }
   /// What is open, for a title: "scan.csv"; empty if nothing is.
   [[nodiscard]] QString title() const;

@@ -46,8 +46,8 @@ StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
   connect(&files, &Files::progressed, this,
           [this](double share) { progress->setValue(static_cast<int>(steps * share)); });
   connect(&files, &Files::changed, this, [this] {
-    progress->setVisible(files.isBusy());
-    cancelling->setVisible(files.isBusy());
+    progress->setVisible(files.isReading());
+    cancelling->setVisible(files.isReading());
     refresh();
   });
   connect(&files, &Files::told, this, &StatusLine::tell);
@@ -80,7 +80,7 @@ void StatusLine::refreshNotes()
 
 void StatusLine::refresh()
 {
-  if (files.isBusy()) return;
+  if (files.isReading()) return;
   if (!document.isOpen()) {
     status->setText("Open a scan: File, Open (Ctrl+O)");
     return;
