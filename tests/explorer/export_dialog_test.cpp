@@ -17,6 +17,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -172,6 +173,31 @@ TEST_F(ExportScene, AFileThatCannotBeWrittenIsToldAndTheDialogGoesOn)
   ASSERT_TRUE(waitFor([&] { return dialog->outcome().contains("no such folder"); }));
   EXPECT_FALSE(button("Open folder")->isVisible());
   EXPECT_TRUE(button("Save...")->isEnabled());
+}
+
+TEST_F(ExportScene, ADialogThatIsClosedWaitsForNothingAndTheFigureIsWrittenToItsEnd)
+{
+  named<QDoubleSpinBox>("Width")->setValue(400.0);
+  named<QDoubleSpinBox>("Height")->setValue(400.0);
+  ASSERT_TRUE(previewed());
+  const QString path = folder.filePath("large.png");
+  dialog->save(path);
+  QTest::keyClick(dialog.get(), Qt::Key_Escape);
+  EXPECT_FALSE(dialog->isVisible());
+  dialog.reset();
+  EXPECT_FALSE(QFile::exists(path)) << "it has been waited for";
+  ASSERT_TRUE(waitFor([&] { return QFile::exists(path); }));
+  EXPECT_EQ(QImage(path).width(), 4724);
+}
+
+TEST_F(ExportScene, AFigureThatFailsAfterItsDialogIsTold)
+{
+  named<QDoubleSpinBox>("Width")->setValue(200.0);
+  dialog->save("/no such folder/figure.png");
+  dialog.reset();
+  NextMessage told(QMessageBox::Ok);
+  ASSERT_TRUE(waitFor([&] { return told.seen(); }));
+  EXPECT_TRUE(told.more.contains("no such folder"));
 }
 
 TEST_F(ExportScene, TheFigureGoesToTheClipboardInPixels)

@@ -21,6 +21,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QUrl>
@@ -109,15 +110,19 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(opening, &QPushButton::clicked, this,
           [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(written).absolutePath())); });
-  connect(&work, &Background::failed, this, &ExportDialog::tell);
-  connect(&work, &Background::busyChanged, this, [this] { saving->setEnabled(!work.isBusy()); });
+  connect(work.get(), &Background::failed, this, &ExportDialog::tell);
+  connect(work.get(), &Background::busyChanged, this, [this] { saving->setEnabled(!work->isBusy()); });
   resize(980, 640);
   follow();
 }
 
 ExportDialog::~ExportDialog()
 {
-  work.disconnect(this);
+  work->disconnect(this);
+  connect(work.get(), &Background::failed, qApp, [](QString const& message) {
+    tellFailure(QApplication::activeWindow(), "The figure could not be written.", message);
+  });
+  letEnd(std::move(work));
 }
 
 void ExportDialog::follow()
@@ -181,18 +186,19 @@ void ExportDialog::save(QString const& asked)
   if (!mayWrite(path, unasked)) return;
   keepFigureOptions(now);
   tell(QString("Writing %1 ...").arg(QFileInfo(path).fileName()));
-  work.start([this, content = content, now, path,
-              withData = data->isChecked()](Background::Cancelled const&) -> std::function<void()> {
+  work->start([self = QPointer<ExportDialog>(this), content = content, now, path,
+               withData = data->isChecked()](Background::Cancelled const&) -> std::function<void()> {
     const FigureBytes made = writeFigure(content, now, path);
     const QStringList files = withData ? writeFigureData(content, now, path) : QStringList();
-    return [this, path, files, bytes = made.bytes.size()] {
+    return [self, path, files, bytes = made.bytes.size()] {
+      if (!self) return;
       QString text =
           QString("%1 is written, %2 kB").arg(QFileInfo(path).fileName()).arg((bytes + 999) / 1000);
       for (QString const& file : files) text += ", " + QFileInfo(file).fileName();
-      tell(text);
-      written = path;
-      opening->setVisible(true);
-      Q_EMIT saved(path);
+      self->tell(text);
+      self->written = path;
+      self->opening->setVisible(true);
+      Q_EMIT self->saved(path);
     };
   });
 }
@@ -202,11 +208,12 @@ void ExportDialog::copy()
   const FigureOptions now = withinLimits(options->options());
   keepFigureOptions(now);
   tell("Copying ...");
-  work.start([this, content = content, now](Background::Cancelled const&) -> std::function<void()> {
+  work->start([self = QPointer<ExportDialog>(this), content = content,
+               now](Background::Cancelled const&) -> std::function<void()> {
     const QImage image = figureImage(content, now, now.dpi / figureUnitsPerInch);
-    return [this, image] {
+    return [self, image] {
       QApplication::clipboard()->setImage(image);
-      tell("The figure is on the clipboard.");
+      if (self) self->tell("The figure is on the clipboard.");
     };
   });
 }

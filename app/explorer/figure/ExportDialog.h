@@ -7,6 +7,8 @@
 #include <QDialog>
 #include <QString>
 
+#include <memory>
+
 class QCheckBox;
 class QLabel;
 class QPushButton;
@@ -17,7 +19,7 @@ class FigureForm;
 class FigurePreview;
 
 /// Makes a figure of what is shown: options, a preview that follows them, and a file or the clipboard. The
-/// file is written beside the interface.
+/// file is written beside the interface, to its end if the dialog is closed meanwhile.
 class ExportDialog : public QDialog
 {
   Q_OBJECT
@@ -61,7 +63,7 @@ private:
   QPushButton* saving = nullptr;
   ScanSource source;
   QString written;
-  Background work;
+  std::unique_ptr<Background> work = std::make_unique<Background>();
 };
 
 } // namespace runsieve::app
