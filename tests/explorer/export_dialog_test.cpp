@@ -216,6 +216,23 @@ TEST_F(ExportScene, TheOptionsOfACopiedFigureAreKept)
   EXPECT_EQ(dialog->form().options().width, 97.0);
 }
 
+TEST_F(ExportScene, TooManyPixelsAreToldWithTheResolutionThatWorksAndNeitherWrittenNorCopied)
+{
+  named<QDoubleSpinBox>("Width")->setValue(1000.0);
+  named<QDoubleSpinBox>("Height")->setValue(1000.0);
+  named<QSpinBox>("Resolution")->setValue(1200);
+  ASSERT_TRUE(previewed());
+  bool told = false;
+  for (auto* label : dialog->findChildren<QLabel*>()) told = told || label->text().contains("439 dpi");
+  EXPECT_TRUE(told);
+  dialog->copy();
+  EXPECT_TRUE(dialog->outcome().contains("439 dpi")) << dialog->outcome().toStdString();
+  dialog->save(folder.filePath("large.png"));
+  ASSERT_TRUE(waitFor([&] { return !dialog->outcome().contains("Writing"); }));
+  EXPECT_TRUE(dialog->outcome().contains("439 dpi")) << dialog->outcome().toStdString();
+  EXPECT_FALSE(QFile::exists(folder.filePath("large.png")));
+}
+
 TEST_F(ExportScene, TheOptionsOfTheLastFigureAreKept)
 {
   named<QDoubleSpinBox>("Width")->setValue(99.0);

@@ -101,6 +101,7 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
                        .arg(now.height)
                        .arg(pixels.width())
                        .arg(pixels.height());
+    if (now.dpi > finestDpi(now)) text += QString(", too many: %1 dpi are the most").arg(finestDpi(now));
     if (notes.parametersShown < notes.parametersAsked)
       text += QString("; room for %1 of %2 parameters").arg(notes.parametersShown).arg(notes.parametersAsked);
     facts->setText(text);
@@ -206,6 +207,10 @@ void ExportDialog::save(QString const& asked)
 void ExportDialog::copy()
 {
   const FigureOptions now = withinLimits(options->options());
+  if (const QString fault = tooManyPixels(now); !fault.isEmpty()) {
+    tell("The figure cannot be copied: " + fault + '.');
+    return;
+  }
   keepFigureOptions(now);
   tell("Copying ...");
   work->start([self = QPointer<ExportDialog>(this), content = content,
