@@ -1,6 +1,7 @@
 #include "Dialogs.h"
 #include "WindowScene.h"
 
+#include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/session/Autosave.h"
 #include "app/explorer/session/ChangedFileBar.h"
 #include "app/explorer/session/ErrorDialog.h"
@@ -525,6 +526,25 @@ TEST_F(FilesScene, RunsThatAreNotCompleteAreToldInTheStatus)
   std::fill_n(scan->addOutput({"A", "", "", ""}), 8, 0.5);
   document().open(scan, {});
   EXPECT_EQ(window->statusText(), "4 runs, 2 times   |   1 runs are not complete, not compared");
+}
+
+TEST_F(FilesScene, ThatThereIsNothingToCompareIsToldInTheStatus)
+{
+  ASSERT_TRUE(openLines());
+  document().change("Gate", [](app::State& state) { state.gates = {{"a", gateOnA(5.0, 6.0), true}}; });
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(window->statusText(), "40 runs, 11 times   |   0 runs pass   |   nothing to compare");
+  EXPECT_THAT(window->findChild<app::ParameterTable*>()->remarks().toStdString(),
+              HasSubstr("no run passes: there is nothing to compare"));
+  auto const scan = lineScan();
+  for (ScanRun& run : const_cast<Scan&>(*scan).runs) run.status = RunStatus::Short;
+  app::State gated;
+  gated.gates = {{"a", gateOnA(0.5, 1.0), true}};
+  document().open(scan, {}, gated);
+  ASSERT_TRUE(settle());
+  EXPECT_THAT(window->statusText().toStdString(), HasSubstr("no run is complete: none is compared"));
+  EXPECT_THAT(window->statusText().toStdString(), testing::Not(HasSubstr("parameters differ")));
+  EXPECT_EQ(headline(app::numbersOf(document(), 0)).toStdString(), "has no complete run");
 }
 
 TEST_F(FilesScene, WhatIsToldForAMomentGivesWayToTheScan)

@@ -13,6 +13,19 @@
 
 namespace runsieve::app {
 
+namespace {
+
+QString differenceText(Comparison const& compared)
+{
+  if (compared.passing == 0 || compared.others == 0) return "nothing to compare";
+  std::size_t significant = 0;
+  for (ParameterComparison const& parameter : compared.parameters)
+    significant += parameter.significant ? 1 : 0;
+  return QString("%1 of %2 parameters differ").arg(significant).arg(compared.parameters.size());
+}
+
+} // namespace
+
 StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
     : QObject(&bar), document(ofDocument), files(ofFiles)
 {
@@ -89,14 +102,14 @@ void StatusLine::refresh()
   QString text = QString("%L1 runs, %L2 times").arg(scan.runs.size()).arg(scan.times.size());
   if (document.sieves()) text += QString("   |   %L1 runs pass").arg(document.passing().count());
   if (Comparison const* compared = document.comparison()) {
-    std::size_t significant = 0;
-    for (ParameterComparison const& parameter : compared->parameters)
-      significant += parameter.significant ? 1 : 0;
-    text += QString("   |   %1 of %2 parameters differ").arg(significant).arg(compared->parameters.size());
+    text += "   |   " + differenceText(*compared);
     if (!document.isCompared()) text += " ...";
   }
   const std::size_t left = scan.runs.size() - document.eligible().count();
-  if (left > 0) text += QString("   |   %L1 runs are not complete, not compared").arg(left);
+  if (left == scan.runs.size())
+    text += "   |   no run is complete: none is compared, unless a gate asks for the status";
+  else if (left > 0)
+    text += QString("   |   %L1 runs are not complete, not compared").arg(left);
   status->setText(text);
 }
 
