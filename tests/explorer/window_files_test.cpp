@@ -96,6 +96,8 @@ TEST_F(FilesScene, ASessionThatCannotBeWrittenIsTold)
   });
   EXPECT_FALSE(window->files().saveTo("/nowhere/at/all.sieve"));
   EXPECT_THAT(told.toStdString(), HasSubstr("The session could not be saved"));
+  EXPECT_THAT(told.toStdString(), HasSubstr("The folder is not there"));
+  EXPECT_THAT(told.toStdString(), testing::Not(HasSubstr("moved or renamed")));
   EXPECT_EQ(title(), "scan.csv - Runsieve");
   EXPECT_FALSE(document().undoStack().isClean());
 }
@@ -448,6 +450,23 @@ TEST_F(FilesScene, RereadingKeepsGatesAndZoom)
   EXPECT_EQ(document().state().gates.size(), 1u);
   EXPECT_EQ(window->runs().zoom().time(), app::AxisMap(2.0, 5.0));
   EXPECT_EQ(title(), "scan.csv - Runsieve");
+}
+
+TEST_F(FilesScene, AScanThatIsGoneCannotBeReadAgainAndStaysOpen)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  ASSERT_TRUE(QFile::remove(file("scan.csv")));
+  QString told;
+  NextDialogOf<app::ErrorDialog> next([&](app::ErrorDialog& dialog) {
+    told = dialog.details();
+    dialog.accept();
+  });
+  trigger("file.reread");
+  ASSERT_TRUE(waitFor([&] { return next.seen() && !window->files().isBusy(); }));
+  EXPECT_THAT(told.toStdString(), HasSubstr("The scan could not be read again"));
+  EXPECT_THAT(told.toStdString(), testing::Not(HasSubstr("session")));
+  EXPECT_EQ(document().state().gates.size(), 1u);
 }
 
 TEST_F(FilesScene, WorkThatIsNotSavedIsAskedForAfterRereadingAsWell)

@@ -29,10 +29,13 @@ QLabel* plainLabel(QString const& text)
 
 } // namespace
 
-QString adviceOn(QString const& message)
+QString adviceOn(QString const& message, FileUse use)
 {
+  constexpr char gone[] = "No such file";
+  if (use == FileUse::Writing && message.contains(gone, Qt::CaseInsensitive))
+    return "The folder is not there. Choose another place, or make the folder.";
   static const std::pair<char const*, char const*> known[] = {
-      {"No such file", "Was the file moved or renamed? Open it from where it is now."},
+      {gone, "Was the file moved or renamed? Open it from where it is now."},
       {"Permission denied", "You may not read or write there. Choose another place, or ask for access."},
       {"No space left", "The disk is full. Make room, or choose another place."},
       {"not enough memory", "Close other programs, or open a part of the scan."},
@@ -91,9 +94,9 @@ ErrorDialog::ErrorDialog(ErrorText const& text, QWidget* parent) : QDialog(paren
   resize(width + 90, sizeHint().height());
 }
 
-void ErrorDialog::tell(QWidget* parent, QString const& summary, QString const& message)
+void ErrorDialog::tell(QWidget* parent, QString const& summary, QString const& message, FileUse use)
 {
-  ErrorDialog({summary, message, adviceOn(message)}, parent).exec();
+  ErrorDialog({summary, message, adviceOn(message, use)}, parent).exec();
 }
 
 } // namespace runsieve::app

@@ -69,7 +69,12 @@ void Files::connectSessions()
     box.exec();
   });
   connect(&loader, &SessionLoader::failed, this, [this](QString const& message) {
-    ErrorDialog::tell(&window, "The session could not be opened", message);
+    const Origin failed = std::exchange(origin, Origin::File);
+    ErrorDialog::tell(&window,
+                      failed == Origin::Reread  ? "The scan could not be read again; what was read stays"
+                      : failed == Origin::Crash ? "The session could not be recovered"
+                                                : "The session could not be opened",
+                      message);
   });
   connect(&loader, &SessionLoader::dataMissing, this, &Files::findData);
 }
@@ -166,7 +171,8 @@ bool Files::saveTo(QString const& path)
     view.keep(kept);
     writeSession(path, kept);
   } catch (std::exception const& error) {
-    ErrorDialog::tell(&window, "The session could not be saved", QString::fromUtf8(error.what()));
+    ErrorDialog::tell(&window, "The session could not be saved", QString::fromUtf8(error.what()),
+                      FileUse::Writing);
     return false;
   }
   session = path;

@@ -94,8 +94,9 @@ Plots::Plots(Document const& ofDocument, QWidget& ofWindow)
   connect(&showing, &Background::failed, this, [this](QString const& message) {
     ErrorDialog::tell(&window, "The composite view could not be made", message);
   });
-  connect(&writing, &Background::failed, this,
-          [this](QString const& message) { ErrorDialog::tell(&window, notSaved, message); });
+  connect(&writing, &Background::failed, this, [this](QString const& message) {
+    ErrorDialog::tell(&window, notSaved, message, FileUse::Writing);
+  });
 }
 
 void Plots::showComposite(QString const& path)
@@ -127,7 +128,7 @@ void Plots::write(QString const& path)
   try {
     requireOtherFile(document.source(), path);
   } catch (ScanError const& error) {
-    ErrorDialog::tell(&window, notSaved, QString::fromUtf8(error.what()));
+    ErrorDialog::tell(&window, notSaved, QString::fromUtf8(error.what()), FileUse::Writing);
     return;
   }
   Q_EMIT told("Saving the plot...");
