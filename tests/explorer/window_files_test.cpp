@@ -368,20 +368,23 @@ TEST_F(FilesScene, OtherDataThanThoseOfTheSessionAreToldAsPlainText)
   EXPECT_EQ(document().state().gates.size(), 1u);
 }
 
-TEST_F(FilesScene, ASessionThatCannotBeReadIsTold)
+TEST_F(FilesScene, ASessionThatIsDamagedIsTold)
 {
-  QFile bad(file("bad.sieve"));
-  ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
-  bad.write("{\"format\": \"runsieve sieve\", ");
-  bad.close();
-  QString told;
-  NextDialogOf<app::ErrorDialog> next([&](app::ErrorDialog& dialog) {
-    told = dialog.details();
-    dialog.accept();
-  });
-  window->open(file("bad.sieve"));
-  EXPECT_THAT(told.toStdString(), HasSubstr("The session could not be opened"));
-  EXPECT_FALSE(document().isOpen());
+  for (char const* text : {"{\"format\": \"runsieve sieve\", ", "{\"format\":", "", "\x01\x02"}) {
+    QFile bad(file("bad.sieve"));
+    ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+    bad.write(text);
+    bad.close();
+    QString told;
+    NextDialogOf<app::ErrorDialog> next([&](app::ErrorDialog& dialog) {
+      told = dialog.details();
+      dialog.accept();
+    });
+    window->open(file("bad.sieve"));
+    EXPECT_THAT(told.toStdString(), HasSubstr("The session could not be opened")) << text;
+    EXPECT_THAT(told.toStdString(), HasSubstr("The session is damaged")) << text;
+    EXPECT_FALSE(document().isOpen());
+  }
 }
 
 TEST_F(FilesScene, WhatASessionHasAndTheScanHasNotIsToldInTheStatus)

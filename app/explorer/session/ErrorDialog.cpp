@@ -40,7 +40,8 @@ QString adviceOn(QString const& message, FileUse use)
       {"No space left", "The disk is full. Make room, or choose another place."},
       {"not enough memory", "Close other programs, or open a part of the scan."},
       {"sieve of version", "Install the newer version of Runsieve that wrote the file."},
-      {"no JSON", "The file was cut off or edited. Use a copy, or save the session again."}};
+      {"no JSON",
+       "The session is damaged: its file was cut off or edited. Use a copy, or save the session again."}};
   for (auto const& [part, advice] : known)
     if (message.contains(part, Qt::CaseInsensitive)) return advice;
   return {};
