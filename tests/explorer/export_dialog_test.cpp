@@ -258,6 +258,15 @@ TEST_F(ExportScene, TheLastOutputCannotBeTakenOut)
   EXPECT_TRUE(boxes[1]->isChecked());
 }
 
+TEST_F(ExportScene, TheDialogFitsIntoAScreenOfFewLetters)
+{
+  const QSize screen(533, 400); // 1600 x 1200 pixels at a scale factor of 3
+  dialog->resize(screen);
+  EXPECT_EQ(dialog->size(), screen) << "it asks for more";
+  EXPECT_TRUE(dialog->rect().contains(button("Save...")->geometry().translated(
+      button("Save...")->parentWidget()->mapTo(dialog.get(), QPoint()))));
+}
+
 TEST_F(ExportScene, EveryControlHasAnAccessibleNameOrText)
 {
   for (auto* box : dialog->form().findChildren<QWidget*>()) {

@@ -15,10 +15,13 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QDoubleSpinBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -273,6 +276,26 @@ TEST(StartPage, OffersToOpenAScanAndToTryTheExample)
   for (QPushButton* each : page.findChildren<QPushButton*>()) each->click();
   EXPECT_EQ(open.count(), 1);
   EXPECT_EQ(example.count(), 1);
+}
+
+TEST_F(WindowScene, TheStartPageScrollsInALowWindow)
+{
+  app::StartPage page;
+  QStringList files;
+  for (int i = 0; i < 10; ++i) files << file(QString("scan%1.csv").arg(i).toUtf8().constData());
+  page.setRecent(files);
+  page.resize(500, 300);
+  page.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+  for (QWidget* each : page.findChildren<QWidget*>()) {
+    if (!qobject_cast<QLabel*>(each) && !qobject_cast<QPushButton*>(each)) continue;
+    const int needed =
+        each->hasHeightForWidth() ? each->heightForWidth(each->width()) : each->sizeHint().height();
+    EXPECT_GE(each->height(), needed);
+  }
+  auto* scroll = page.findChild<QScrollArea*>();
+  ASSERT_NE(scroll, nullptr);
+  EXPECT_GT(scroll->verticalScrollBar()->maximum(), 0);
 }
 
 TEST_F(WindowScene, RecentFilesOpenFromTheStartPage)

@@ -23,6 +23,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -86,12 +87,10 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
   saving = buttons->addButton("Save...", QDialogButtonBox::ActionRole);
   auto* copying = buttons->addButton("Copy to clipboard", QDialogButtonBox::ActionRole);
   saving->setDefault(true);
-  auto* lower = new QHBoxLayout;
-  lower->addWidget(data);
-  lower->addWidget(buttons, 1);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(upper, 1);
-  layout->addLayout(lower);
+  layout->addWidget(data);
+  layout->addWidget(buttons);
   connect(options, &FigureForm::changed, this, &ExportDialog::follow);
   connect(shown, &FigurePreview::changed, this, [this](FigureNotes const& notes) {
     const FigureOptions now = options->options();
@@ -113,7 +112,8 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
           [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(written).absolutePath())); });
   connect(work.get(), &Background::failed, this, &ExportDialog::tell);
   connect(work.get(), &Background::busyChanged, this, [this] { saving->setEnabled(!work->isBusy()); });
-  resize(980, 640);
+  constexpr double part = 0.9; // of a screen, whose scale factor may leave little; frames take some of it
+  resize(QSize(980, 640).boundedTo((parent ? parent : this)->screen()->availableSize() * part));
   follow();
 }
 

@@ -25,7 +25,7 @@ public:
   [[nodiscard]] QImage const& picture() const { return shown; }
 
   QSize sizeHint() const override { return {560, 460}; }
-  QSize minimumSizeHint() const override { return {200, 160}; }
+  QSize minimumSizeHint() const override { return {120, 100}; }
 
 Q_SIGNALS:
   /// A picture has been made, of which something may be left out.
