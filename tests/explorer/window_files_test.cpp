@@ -7,6 +7,7 @@
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/SessionFile.h"
+#include "app/explorer/sets/SetsPane.h"
 #include "app/explorer/tables/ParameterTable.h"
 #include "app/explorer/tables/RunTable.h"
 #include "app/explorer/window/Plots.h"
@@ -576,6 +577,20 @@ TEST_F(FilesScene, WhatIsToldForAMomentGivesWayToTheScan)
   EXPECT_EQ(window->statusText(), "for a moment");
   Q_EMIT window->runs().told("");
   EXPECT_EQ(window->statusText(), "40 runs, 11 times");
+}
+
+TEST_F(FilesScene, WhatSetsTellIsInTheStatusAsTheirPaneMayBeHidden)
+{
+  ASSERT_TRUE(openLines());
+  EXPECT_TRUE(window->sets().visibleRegion().isEmpty()) << "it stands behind the gates";
+  trigger("set.failed");
+  EXPECT_EQ(window->statusText(), "All runs are complete.");
+  QFile list(file("runs.txt"));
+  ASSERT_TRUE(list.open(QIODevice::WriteOnly));
+  list.write("3\n7\nnope\n");
+  list.close();
+  window->sets().readFile(file("runs.txt"));
+  EXPECT_EQ(window->statusText(), "2 runs from runs.txt. The scan has no runs \"nope\".");
 }
 
 TEST_F(FilesScene, NotesOnReadingAreOfferedWhereThereAreSome)
