@@ -593,6 +593,15 @@ TEST_F(FilesScene, WhatSetsTellIsInTheStatusAsTheirPaneMayBeHidden)
   EXPECT_EQ(window->statusText(), "2 runs from runs.txt. The scan has no runs \"nope\".");
 }
 
+TEST_F(FilesScene, GroupingShowsItsProgressWhereverThePaneOfSetsStands)
+{
+  ASSERT_TRUE(openLines("scan.csv", 400));
+  ASSERT_TRUE(window->sets().visibleRegion().isEmpty());
+  window->sets().cluster({0, ClusterMode::Curves, 3});
+  ASSERT_TRUE(waitFor([this] { return !window->sets().visibleRegion().isEmpty(); }));
+  EXPECT_TRUE(settle());
+}
+
 TEST_F(FilesScene, NotesOnReadingAreOfferedWhereThereAreSome)
 {
   auto const noted = [this] {
