@@ -154,6 +154,25 @@ TEST_F(WatchScene, AFileThatIsReplacedIsToldEachTime)
   }
 }
 
+TEST_F(WatchScene, AFileThatIsGoneIsToldOnceUntilItComesBack)
+{
+  openData();
+  QStringList gone;
+  QObject::connect(&watch, &app::FileWatch::goneFromDisk, &document,
+                   [&](QString const& path) { gone << path; });
+  ASSERT_TRUE(QFile::rename(data, folder.filePath("away")));
+  ASSERT_TRUE(waitFor([&] { return !gone.isEmpty(); }));
+  write(folder.filePath("other"), "x");
+  QTest::qWait(200);
+  EXPECT_EQ(gone, QStringList(data));
+  EXPECT_THAT(told, IsEmpty());
+  ASSERT_TRUE(QFile::rename(folder.filePath("away"), data));
+  QTest::qWait(200);
+  EXPECT_THAT(told, IsEmpty()) << "it is the one that was read";
+  ASSERT_TRUE(QFile::remove(data));
+  ASSERT_TRUE(waitFor([&] { return gone.size() == 2; }));
+}
+
 TEST_F(WatchScene, OtherFilesAndFilesOfFormerScansAreNotTold)
 {
   openData();

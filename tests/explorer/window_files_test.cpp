@@ -498,6 +498,19 @@ TEST_F(FilesScene, ABarTellsOfAFileThatHasChangedUntilItIsReread)
   EXPECT_FALSE(bar->isVisible());
 }
 
+TEST_F(FilesScene, ABarTellsOfAFileThatIsGoneAndDoesNotOfferToReadIt)
+{
+  ASSERT_TRUE(openLines());
+  auto* bar = window->findChild<app::ChangedFileBar*>();
+  ASSERT_TRUE(QFile::rename(file("scan.csv"), file("away.csv")));
+  ASSERT_TRUE(waitFor([&] { return bar->isVisible(); }));
+  EXPECT_THAT(bar->findChild<QLabel*>()->text().toStdString(), HasSubstr("is not there any more"));
+  for (auto* each : bar->findChildren<QPushButton*>())
+    EXPECT_EQ(each->isVisible(), each->text() == "Ignore") << each->text().toStdString();
+  ASSERT_TRUE(QFile::rename(file("away.csv"), file("scan.csv")));
+  EXPECT_TRUE(waitFor([&] { return !bar->isVisible(); })) << "it is as it was";
+}
+
 TEST_F(FilesScene, TheStatusShowsHowFarReadingIsAndGivesItUp)
 {
   auto* bar = window->statusBar()->findChild<QProgressBar*>();

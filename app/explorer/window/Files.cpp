@@ -31,6 +31,8 @@ Files::Files(Document& ofDocument, WindowView ofView, QWidget& ofWindow)
   connectReader();
   connectSessions();
   connect(&watch, &FileWatch::changedOnDisk, this, &Files::changedOnDisk);
+  connect(&watch, &FileWatch::goneFromDisk, this, &Files::goneFromDisk);
+  connect(&watch, &FileWatch::backOnDisk, this, &Files::backOnDisk);
 }
 
 void Files::connectReader()

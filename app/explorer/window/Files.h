@@ -66,6 +66,8 @@ Q_SIGNALS:
   void changed();
   /// The file of the scan has changed since it was read.
   void changedOnDisk(QString const& path);
+  void goneFromDisk(QString const& path);
+  void backOnDisk();
   /// Something to tell that needs no answer.
   void told(QString const& text);
 
