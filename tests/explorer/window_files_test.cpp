@@ -448,11 +448,14 @@ TEST_F(FilesScene, RereadingKeepsGatesAndZoom)
   ASSERT_TRUE(openLines());
   drawGate();
   window->runs().zoom().show(app::AxisMap(2.0, 5.0), 0, std::nullopt);
+  QSignalSpy told(&window->files(), &app::Files::told);
   writeScan(*lineScan(50), file("scan.csv").toStdString());
   trigger("file.reread");
   ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 50u; }));
   EXPECT_EQ(document().state().gates.size(), 1u);
   EXPECT_EQ(window->runs().zoom().time(), app::AxisMap(2.0, 5.0));
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(told.last()[0], "The scan was read again; former steps cannot be undone");
   EXPECT_EQ(title(), "scan.csv - Runsieve");
 }
 

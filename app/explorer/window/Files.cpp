@@ -59,9 +59,12 @@ void Files::connectSessions()
   connect(&loader, &SessionLoader::opened, this,
           [this](Session const& opened, QString const& path, QStringList const& notes) {
             view.show(opened);
+            QStringList lines = notes;
+            if (origin == Origin::Reread && hadSteps)
+              lines.prepend("The scan was read again; former steps cannot be undone");
             take(opened, path);
-            if (!notes.isEmpty()) Q_EMIT told(notes.join("; "));
             Q_EMIT changed();
+            if (!lines.isEmpty()) Q_EMIT told(lines.join("; "));
           });
   connect(&loader, &SessionLoader::differs, this, [this](QStringList const& lines) {
     QMessageBox box(QMessageBox::Information, "Runsieve", QString(), QMessageBox::Ok, &window);
@@ -138,6 +141,7 @@ void Files::reread()
   cancel();
   origin = Origin::Reread;
   unsaved = !document.undoStack().isClean();
+  hadSteps = document.undoStack().count() > 0;
   loader.reread(view.keep);
 }
 

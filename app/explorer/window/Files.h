@@ -93,10 +93,11 @@ private:
   Autosave autosave;
   FileWatch watch;
   Origin origin = Origin::File;
-  QString left;         ///< of Origin::Crash: the file
-  bool unsaved = false; ///< of Origin::Reread: whether work would have been lost
-  QString name;         ///< of what is open
-  QString session;      ///< where it was saved, or read from; empty if it was not
+  QString left;          ///< of Origin::Crash: the file
+  bool unsaved = false;  ///< of Origin::Reread: whether work would have been lost
+  bool hadSteps = false; ///< of Origin::Reread: whether there was something to undo
+  QString name;          ///< of what is open
+  QString session;       ///< where it was saved, or read from; empty if it was not
 };
 
 } // namespace runsieve::app
