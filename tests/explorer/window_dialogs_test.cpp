@@ -129,6 +129,25 @@ TEST_F(DialogScene, LimitsThatMakeNoAxisCannotBeTaken)
   EXPECT_EQ(document.undoStack().count(), 0);
 }
 
+TEST_F(DialogScene, ItIsToldWhyLimitsMakeNoAxis)
+{
+  limits([](QDialog& dialog) {
+    QLabel* message = nullptr;
+    for (QLabel* each : dialog.findChildren<QLabel*>())
+      if (each->accessibleName() == "Error") message = each;
+    ASSERT_NE(message, nullptr);
+    EXPECT_TRUE(message->text().isEmpty());
+    QTest::keyClicks(&field(dialog, "Low end of Time"), "200");
+    QTest::keyClicks(&field(dialog, "High end of Time"), "100");
+    EXPECT_EQ(message->text(), "Low end of Time: 200 is not below 100, the high end");
+    QTest::keyClicks(&field(dialog, "High end of Time"), "x");
+    EXPECT_EQ(message->text(), "High end of Time: \"100x\" is no number");
+    press(dialog, QDialogButtonBox::Reset);
+    EXPECT_TRUE(message->text().isEmpty());
+    press(dialog, QDialogButtonBox::Cancel);
+  });
+}
+
 TEST_F(DialogScene, ResetClearsAllLimits)
 {
   document.change("Limits", [](app::State& state) {
