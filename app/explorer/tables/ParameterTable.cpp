@@ -106,7 +106,8 @@ void ParameterTable::refresh()
   Comparison const* compared = document.comparison();
   view->setVisible(compared != nullptr);
   empty->setVisible(compared == nullptr);
-  empty->setText(!document.isOpen() ? "No scan is open."
+  empty->setText(!document.isOpen()         ? "No scan is open."
+                 : document.previewedGate() ? "Parameters are compared when the gate is placed."
                  : document.sieves()
                      ? "Comparing ..."
                      : "Without gates all runs pass.\nDraw or type a gate to compare the runs "
