@@ -25,6 +25,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QToolButton>
 
 namespace runsieve::test {
@@ -616,6 +617,23 @@ TEST_F(FilesScene, GroupingShowsItsProgressWhereverThePaneOfSetsStands)
   window->sets().cluster({0, ClusterMode::Curves, 3});
   ASSERT_TRUE(waitFor([this] { return !window->sets().visibleRegion().isEmpty(); }));
   EXPECT_TRUE(settle());
+}
+
+TEST_F(FilesScene, TipsOfCommandsGiveTheStatusBack)
+{
+  ASSERT_TRUE(openLines());
+  auto const showTip = [this] {
+    QStatusTipEvent tip(window->actions().at("file.open")->statusTip());
+    QApplication::sendEvent(window.get(), &tip);
+    EXPECT_FALSE(window->statusBar()->currentMessage().isEmpty());
+  };
+  showTip();
+  drawGate();
+  EXPECT_TRUE(window->statusBar()->currentMessage().isEmpty()) << "there is something new to tell";
+  ASSERT_TRUE(settle());
+  showTip();
+  EXPECT_TRUE(waitFor([this] { return window->statusBar()->currentMessage().isEmpty(); }))
+      << "it does not stay for ever";
 }
 
 TEST_F(FilesScene, NotesOnReadingAreOfferedWhereThereAreSome)

@@ -9,6 +9,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 
 namespace runsieve::app {
@@ -26,8 +27,8 @@ QString differenceText(Comparison const& compared)
 
 } // namespace
 
-StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
-    : QObject(&bar), document(ofDocument), files(ofFiles)
+StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& ofBar)
+    : QObject(&ofBar), document(ofDocument), files(ofFiles), bar(ofBar)
 {
   constexpr int steps = 1000;
   status = new QLabel;
@@ -48,6 +49,7 @@ StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
     bar.addPermanentWidget(widget);
     widget->hide();
   }
+  limitTips();
   connect(notes, &QPushButton::clicked, this, &StatusLine::notesWanted);
   connect(cancelling, &QToolButton::clicked, &files, &Files::cancel);
   connect(&files, &Files::begun, this, [this](QString const& path) {
@@ -71,8 +73,25 @@ StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
   refresh();
 }
 
+/// Tips of commands cover the line, and a menu that goes away does not always take its tip with it.
+void StatusLine::limitTips()
+{
+  constexpr int longEnough = 4000; // ms, to read a tip
+  auto* away = new QTimer(this);
+  away->setSingleShot(true);
+  away->setInterval(longEnough);
+  connect(away, &QTimer::timeout, &bar, &QStatusBar::clearMessage);
+  connect(&bar, &QStatusBar::messageChanged, away, [away](QString const& text) {
+    if (text.isEmpty())
+      away->stop();
+    else
+      away->start();
+  });
+}
+
 void StatusLine::tell(QString const& text)
 {
+  bar.clearMessage();
   if (text.isEmpty())
     refresh();
   else
@@ -93,6 +112,7 @@ void StatusLine::refreshNotes()
 
 void StatusLine::refresh()
 {
+  bar.clearMessage();
   if (files.isReading()) return;
   if (!document.isOpen()) {
     status->setText("Open a scan: File, Open (Ctrl+O)");
