@@ -3,6 +3,7 @@
 #include "app/store/FileEnding.h"
 
 #include <runsieve/core/files/SafeFile.h>
+#include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/sieve/SieveFile.h>
 
 #include <algorithm>
@@ -13,6 +14,8 @@
 namespace runsieve::app {
 
 namespace {
+
+constexpr char isRead[] = "is the file that is read";
 
 bool isSameFile(std::string const& a, std::string const& b)
 {
@@ -31,8 +34,7 @@ std::vector<std::string> inputsOf(SieveArguments const& arguments)
 
 void requireOther(char const* command, std::string const& output, std::string const& input)
 {
-  if (isSameFile(output, input))
-    throw UsageError(std::string(command) + ": " + output + " is the file that is read");
+  if (isSameFile(output, input)) throw UsageError(std::string(command) + ": " + output + ' ' + isRead);
 }
 
 } // namespace
@@ -75,6 +77,13 @@ void writeText(std::string const& path, std::string const& text)
   SafeFile file(path);
   file.write(text);
   file.commit();
+}
+
+void requireNotRead(std::string const& output, std::vector<std::string> const& inputs)
+{
+  for (std::string const& input : inputs)
+    if (isSameFile(output, input))
+      throw ScanError(output, std::string("this ") + isRead + "; choose another name");
 }
 
 void checkOutputs(char const* command, SieveArguments const& arguments, std::vector<std::string> outputs)

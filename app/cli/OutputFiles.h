@@ -26,6 +26,10 @@ void checkFigureName(char const* command, std::string const& picture);
 /// \throw UsageError, or ScanError if the sieve file cannot be read
 void checkOutputs(char const* command, SieveArguments const& arguments, std::vector<std::string> outputs);
 
+/// A file must not take the place of one that is read. Names of one file are equal, by links as well.
+/// \throw ScanError if it would
+void requireNotRead(std::string const& output, std::vector<std::string> const& inputs);
+
 /// Whether a name stands for standard output: an empty one and "-".
 [[nodiscard]] bool isStandardOutput(std::string const& path);
 

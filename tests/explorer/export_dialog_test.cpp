@@ -1,9 +1,12 @@
+#include "Dialogs.h"
 #include "DocumentScene.h"
 
 #include "app/explorer/figure/ExportDialog.h"
 #include "app/explorer/figure/FigureForm.h"
 #include "app/explorer/figure/FigurePreview.h"
 #include "app/explorer/figure/FigureSettings.h"
+
+#include <runsieve/core/write/WriteScan.h>
 
 #include <gmock/gmock.h>
 
@@ -12,7 +15,9 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QFileInfo>
 #include <QFontDatabase>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -107,6 +112,9 @@ TEST_F(ExportScene, WithoutAnEndingItBecomesAPdf)
   QFile file(folder.filePath("figure.pdf"));
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_TRUE(file.read(5) == "%PDF-");
+  NextMessage asked(QMessageBox::Cancel);
+  dialog->save(folder.filePath("figure"));
+  EXPECT_EQ(asked.more.count("figure.pdf"), 1) << "nobody has been asked about this name";
 }
 
 TEST_F(ExportScene, TheDataBehindItAreWrittenBesideIt)
@@ -118,12 +126,78 @@ TEST_F(ExportScene, TheDataBehindItAreWrittenBesideIt)
     EXPECT_TRUE(QFile::exists(folder.filePath(name))) << name;
 }
 
+TEST_F(ExportScene, DataOfAnotherFigureAreReplacedOnlyIfTheUserWantsIt)
+{
+  for (auto* box : dialog->findChildren<QCheckBox*>())
+    if (box->text().contains("CSV")) box->setChecked(true);
+  const QString path = folder.filePath("f_curves.csv");
+  QFile other(path);
+  ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+  other.write("precious");
+  other.close();
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    dialog->save(folder.filePath("f.pdf"));
+    EXPECT_TRUE(asked.seen());
+    EXPECT_EQ(asked.more.count("f_curves.csv"), 1);
+    EXPECT_EQ(asked.more.count("f_runs.csv"), 0) << "this one does not exist";
+    EXPECT_FALSE(QFile::exists(folder.filePath("f.pdf"))) << "nor is the figure written";
+    EXPECT_EQ(QFileInfo(path).size(), 8);
+  }
+  NextMessage asked(QMessageBox::Yes);
+  save(folder.filePath("f.pdf"));
+  EXPECT_TRUE(asked.seen());
+  EXPECT_GT(QFileInfo(path).size(), 8);
+}
+
+TEST_F(ExportScene, NeitherTheFigureNorItsDataAreWrittenOverTheOpenScan)
+{
+  for (char const* name : {"f_runs.csv", "scan.pdf"}) {
+    writeScan(document.scan(), folder.filePath(name).toStdString());
+    const qint64 size = QFileInfo(folder.filePath(name)).size();
+    app::ScanSource source;
+    source.path = folder.filePath(name).toStdString();
+    open();
+    dialog->setSource(source);
+    for (auto* box : dialog->findChildren<QCheckBox*>())
+      if (box->text().contains("CSV")) box->setChecked(true);
+    dialog->save(folder.filePath(QString(name).contains("runs") ? "f.svg" : name));
+    EXPECT_TRUE(dialog->outcome().contains("is the file that is read")) << dialog->outcome().toStdString();
+    EXPECT_EQ(QFileInfo(folder.filePath(name)).size(), size);
+  }
+}
+
 TEST_F(ExportScene, AFileThatCannotBeWrittenIsToldAndTheDialogGoesOn)
 {
   dialog->save("/no such folder/figure.pdf");
   ASSERT_TRUE(waitFor([&] { return dialog->outcome().contains("no such folder"); }));
   EXPECT_FALSE(button("Open folder")->isVisible());
   EXPECT_TRUE(button("Save...")->isEnabled());
+}
+
+TEST_F(ExportScene, ADialogThatIsClosedWaitsForNothingAndTheFigureIsWrittenToItsEnd)
+{
+  named<QDoubleSpinBox>("Width")->setValue(400.0);
+  named<QDoubleSpinBox>("Height")->setValue(400.0);
+  ASSERT_TRUE(previewed());
+  const QString path = folder.filePath("large.png");
+  dialog->save(path);
+  QTest::keyClick(dialog.get(), Qt::Key_Escape);
+  EXPECT_FALSE(dialog->isVisible());
+  dialog.reset();
+  EXPECT_FALSE(QFile::exists(path)) << "it has been waited for";
+  ASSERT_TRUE(waitFor([&] { return QFile::exists(path); }));
+  EXPECT_EQ(QImage(path).width(), 4724);
+}
+
+TEST_F(ExportScene, AFigureThatFailsAfterItsDialogIsTold)
+{
+  named<QDoubleSpinBox>("Width")->setValue(200.0);
+  dialog->save("/no such folder/figure.png");
+  dialog.reset();
+  NextMessage told(QMessageBox::Ok);
+  ASSERT_TRUE(waitFor([&] { return told.seen(); }));
+  EXPECT_TRUE(told.more.contains("no such folder"));
 }
 
 TEST_F(ExportScene, TheFigureGoesToTheClipboardInPixels)
@@ -140,6 +214,23 @@ TEST_F(ExportScene, TheOptionsOfACopiedFigureAreKept)
   ASSERT_TRUE(waitFor([&] { return dialog->outcome().contains("on the clipboard"); }));
   open();
   EXPECT_EQ(dialog->form().options().width, 97.0);
+}
+
+TEST_F(ExportScene, TooManyPixelsAreToldWithTheResolutionThatWorksAndNeitherWrittenNorCopied)
+{
+  named<QDoubleSpinBox>("Width")->setValue(1000.0);
+  named<QDoubleSpinBox>("Height")->setValue(1000.0);
+  named<QSpinBox>("Resolution")->setValue(1200);
+  ASSERT_TRUE(previewed());
+  bool told = false;
+  for (auto* label : dialog->findChildren<QLabel*>()) told = told || label->text().contains("439 dpi");
+  EXPECT_TRUE(told);
+  dialog->copy();
+  EXPECT_TRUE(dialog->outcome().contains("439 dpi")) << dialog->outcome().toStdString();
+  dialog->save(folder.filePath("large.png"));
+  ASSERT_TRUE(waitFor([&] { return !dialog->outcome().contains("Writing"); }));
+  EXPECT_TRUE(dialog->outcome().contains("439 dpi")) << dialog->outcome().toStdString();
+  EXPECT_FALSE(QFile::exists(folder.filePath("large.png")));
 }
 
 TEST_F(ExportScene, TheOptionsOfTheLastFigureAreKept)
@@ -165,6 +256,15 @@ TEST_F(ExportScene, TheLastOutputCannotBeTakenOut)
   for (auto* box : boxes) box->setChecked(false);
   EXPECT_THAT(dialog->form().options().outputs, testing::ElementsAre(1));
   EXPECT_TRUE(boxes[1]->isChecked());
+}
+
+TEST_F(ExportScene, TheDialogFitsIntoAScreenOfFewLetters)
+{
+  const QSize screen(533, 400); // 1600 x 1200 pixels at a scale factor of 3
+  dialog->resize(screen);
+  EXPECT_EQ(dialog->size(), screen) << "it asks for more";
+  EXPECT_TRUE(dialog->rect().contains(button("Save...")->geometry().translated(
+      button("Save...")->parentWidget()->mapTo(dialog.get(), QPoint()))));
 }
 
 TEST_F(ExportScene, EveryControlHasAnAccessibleNameOrText)

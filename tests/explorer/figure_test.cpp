@@ -270,6 +270,24 @@ TEST_F(FigureFile, OptionsOutOfRangeAreMovedIntoIt)
   EXPECT_EQ(limited.dpi, app::FigureOptions::leastDpi);
 }
 
+TEST_F(FigureFile, MorePixelsThanAMachineHoldsAreRefusedWithTheFinestResolution)
+{
+  options.width = options.height = 1000.0;
+  options.dpi = 1200;
+  try {
+    (void)app::figureBytes(content(), options, app::FigureFormat::Png);
+    ADD_FAILURE() << "47244 x 47244 pixels were painted";
+  } catch (std::runtime_error const& error) {
+    EXPECT_THAT(error.what(), testing::HasSubstr("47244"));
+    EXPECT_THAT(error.what(), testing::HasSubstr("439 dpi are the most"));
+  }
+  EXPECT_EQ(app::finestDpi(options), 439);
+  options.dpi = 439;
+  EXPECT_TRUE(app::tooManyPixels(options).isEmpty());
+  options.width = options.height = 100.0;
+  EXPECT_EQ(app::finestDpi(options), 1200);
+}
+
 TEST_F(FigureFile, TheNameSaysTheFormat)
 {
   EXPECT_EQ(app::figureFormatOf("a.b/c.PDF"), FigureFormat::Pdf);

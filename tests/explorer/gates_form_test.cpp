@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSignalSpy>
 #include <QSpinBox>
 
@@ -166,6 +167,28 @@ TEST_F(GateFormScene, WhatIsWrongIsToldInWordsAndCannotBeAdded)
   type("Values from", "1,5");
   EXPECT_THAT(told("Error"), testing::HasSubstr("Values from: expected a number"));
   EXPECT_FALSE(ok()->isEnabled());
+}
+
+TEST_F(GateFormScene, AFaultLeavesTheFieldsAsHighAsTheyWere)
+{
+  auto const scan = variedScan();
+  for (int i = 0; i < 12; ++i) {
+    double* values = const_cast<Scan&>(*scan).addOutput(
+        {QString("A long name of an output, number %1").arg(i).toStdString(), "", "", ""});
+    std::fill_n(values, 18, 1.0);
+  }
+  document.open(scan, {});
+  open();
+  const QSize before = form->size();
+  for (char const* text : {"foo in 1..2", "A in x..y", "A @ 0..10 in 1..2"}) {
+    type("Gate as text", text);
+    QTest::qWait(100); // until the counts are told
+    EXPECT_EQ(form->size(), before) << text;
+    for (QLineEdit* edit : form->findChildren<QLineEdit*>())
+      if (edit->isVisible()) EXPECT_GE(edit->height(), edit->sizeHint().height()) << text;
+    auto* message = form->findChild<QScrollArea*>()->widget();
+    EXPECT_GE(message->height(), message->heightForWidth(message->width())) << "it scrolls, and is not cut";
+  }
 }
 
 TEST_F(GateFormScene, TimesBetweenThoseOfTheScanAreToldOf)

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QDialog>
+
 namespace runsieve::test {
 namespace {
 
@@ -101,6 +103,34 @@ TEST_F(ParameterGates, AreGivenUpByEscape)
   EXPECT_TRUE(document.state().gates.empty());
   EXPECT_EQ(document.passing().count(), 40u);
   EXPECT_EQ(pane->large(), nullptr);
+}
+
+TEST_F(ParameterGates, AreGivenUpIfADialogOpensUnderTheHand)
+{
+  auto const expectGivenUp = [this](QWidget& under, QPointF const& from, QPointF const& to) {
+    Mouse mouse(under);
+    mouse.press(from);
+    mouse.move(to);
+    ASSERT_NE(document.previewedGate(), nullptr);
+    QDialog dialog(pane.get());
+    dialog.setModal(true);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    EXPECT_EQ(document.previewedGate(), nullptr);
+    dialog.close();
+    mouse.move(from); // a button is down no more where the pointer comes back
+    mouse.release(from);
+    EXPECT_TRUE(document.state().gates.empty());
+  };
+  expectGivenUp(*grid().viewport(), inPlot(2, 0.2), inPlot(2, 0.6));
+  pane->showPage(app::ParametersPane::Page::Parallel);
+  const QLineF axis = pane->parallel()->axisLine(4);
+  expectGivenUp(*pane->parallel()->viewport(), axis.pointAt(0.2), axis.pointAt(0.6));
+  pane->openLarge(3);
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(pane->large()));
+  const QRectF plot = pane->large()->view()->plot();
+  expectGivenUp(*pane->large()->view(), plot.center(),
+                QPointF(plot.left() + 0.9 * plot.width(), plot.center().y()));
 }
 
 TEST_F(ParameterGates, OverNoRunChangeNothing)

@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 
 #include <QComboBox>
+#include <QDialog>
+#include <QFocusEvent>
 #include <QImage>
 #include <QToolButton>
 
@@ -132,6 +134,46 @@ TEST_F(RunsViewScene, EscapeGivesADragUp)
   mouse.move(at(5.0, 0.9));
   mouse.release(at(5.0, 0.9));
   EXPECT_TRUE(document.state().gates.empty());
+}
+
+TEST_F(RunsViewScene, ADragWhoseReleaseIsNeverSeenIsGivenUp)
+{
+  auto const begin = [this](Mouse& mouse) {
+    mouse.press(at(2.0, 0.5), Qt::RightButton);
+    mouse.move(at(4.0, 0.9));
+    EXPECT_NE(document.previewedGate(), nullptr);
+  };
+  auto const expectGivenUp = [this](Mouse& mouse, char const* by) {
+    EXPECT_EQ(document.previewedGate(), nullptr) << by;
+    EXPECT_EQ(document.passing().count(), 40u) << by;
+    mouse.release(at(5.0, 0.9));
+    EXPECT_TRUE(document.state().gates.empty()) << by;
+  };
+  Mouse mouse(view());
+  begin(mouse);
+  QDialog dialog(&pane);
+  dialog.setModal(true);
+  dialog.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+  expectGivenUp(mouse, "a dialog");
+  dialog.close();
+  begin(mouse);
+  pane.hide();
+  expectGivenUp(mouse, "hiding");
+  pane.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&pane));
+  begin(mouse);
+  QFocusEvent lost(QEvent::FocusOut);
+  QApplication::sendEvent(&view(), &lost);
+  expectGivenUp(mouse, "the keyboard");
+  begin(mouse);
+  QEvent other(QEvent::WindowDeactivate);
+  QApplication::sendEvent(&pane, &other);
+  expectGivenUp(mouse, "another window");
+  begin(mouse);
+  QMouseEvent without(QEvent::MouseMove, at(4.5, 0.9), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+  QApplication::sendEvent(&view(), &without);
+  expectGivenUp(mouse, "a release elsewhere");
 }
 
 TEST_F(RunsViewScene, WhileAGateIsDrawnTheRunsThatWouldPassAreCounted)

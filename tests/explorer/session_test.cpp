@@ -321,12 +321,14 @@ TEST_F(SessionScene, CutAnywhereAFileIsRefusedOrWhole)
   }
 }
 
-TEST_F(SessionScene, SessionsAreKnownByHowTheyBegin)
+TEST_F(SessionScene, SessionsAreKnownByHowTheyBeginOrByTheirEnding)
 {
   openData();
   app::writeSession(folder.filePath("a"), app::sessionOf(document));
   EXPECT_TRUE(app::isSessionFile(folder.filePath("a")));
   EXPECT_FALSE(app::isSessionFile(data));
+  write(folder.filePath("cut.sieve"), "{\"format\":");
+  EXPECT_TRUE(app::isSessionFile(folder.filePath("cut.sieve"))) << "damaged, and still no scan";
   EXPECT_FALSE(app::isSessionFile(folder.path()));
   EXPECT_FALSE(app::isSessionFile(folder.filePath("nothing")));
 }

@@ -50,6 +50,19 @@ TEST_F(AutosaveScene, ChangesAreKeptInAFileThatGoesAtACleanEnd)
   EXPECT_THAT(app::recoverableSessions(), IsEmpty());
 }
 
+TEST_F(AutosaveScene, TheFirstChangeIsKeptAsWell)
+{
+  app::Autosave autosave(document);
+  autosave.setDelay(10);
+  openData();
+  document.change("Draw gate", [](app::State& state) { state.gates = {{"a", gateOnA(0.5, 1.0), true}}; });
+  ASSERT_TRUE(waitFor([&] { return QFile::exists(autosave.path()); }, 3000));
+  EXPECT_EQ(app::readSession(autosave.path()).gates.size(), 1u);
+  document.undoStack().undo();
+  ASSERT_TRUE(waitFor([&] { return app::readSession(autosave.path()).gates.empty(); }, 3000))
+      << "nor does it come back after it was taken back";
+}
+
 TEST_F(AutosaveScene, WhatACrashLeavesIsFoundAndComesBack)
 {
   openData();
@@ -139,6 +152,25 @@ TEST_F(WatchScene, AFileThatIsReplacedIsToldEachTime)
     ASSERT_EQ(std::rename(folder.filePath("new").toUtf8(), data.toUtf8()), 0);
     ASSERT_TRUE(waitFor([&] { return told.size() == i; })) << i;
   }
+}
+
+TEST_F(WatchScene, AFileThatIsGoneIsToldOnceUntilItComesBack)
+{
+  openData();
+  QStringList gone;
+  QObject::connect(&watch, &app::FileWatch::goneFromDisk, &document,
+                   [&](QString const& path) { gone << path; });
+  ASSERT_TRUE(QFile::rename(data, folder.filePath("away")));
+  ASSERT_TRUE(waitFor([&] { return !gone.isEmpty(); }));
+  write(folder.filePath("other"), "x");
+  QTest::qWait(200);
+  EXPECT_EQ(gone, QStringList(data));
+  EXPECT_THAT(told, IsEmpty());
+  ASSERT_TRUE(QFile::rename(folder.filePath("away"), data));
+  QTest::qWait(200);
+  EXPECT_THAT(told, IsEmpty()) << "it is the one that was read";
+  ASSERT_TRUE(QFile::remove(data));
+  ASSERT_TRUE(waitFor([&] { return gone.size() == 2; }));
 }
 
 TEST_F(WatchScene, OtherFilesAndFilesOfFormerScansAreNotTold)

@@ -3,6 +3,7 @@
 
 #include "app/cli/RankReport.h"
 #include "app/explorer/controls/TableColumns.h"
+#include "app/explorer/gates/GateForm.h"
 #include "app/explorer/tables/ParameterColumns.h"
 #include "app/explorer/tables/ParameterTable.h"
 #include "app/explorer/tables/ParameterTableModel.h"
@@ -152,6 +153,22 @@ TEST_F(ParameterTableScene, DistancesFollowAGateThatIsMovedAndTheOrderStays)
   for (int row = 0; row < 6; ++row)
     EXPECT_EQ(cell(row, "d"),
               app::formatted(document.liveDistances()[model().parameterAt(row)].d, "%+.3f", "-"));
+}
+
+TEST_F(ParameterTableScene, WhileTheFirstGateIsTypedItIsNotSaidToCompare)
+{
+  app::GateForm form(document, std::nullopt);
+  form.show();
+  ASSERT_TRUE(waitFor([&] { return form.isSettled() && document.previewedGate() != nullptr; }));
+  auto const says = [this](char const* text) {
+    for (QLabel* each : pane.findChildren<QLabel*>())
+      if (each->isVisible() && each->text().contains(text)) return true;
+    return false;
+  };
+  EXPECT_FALSE(says("Comparing"));
+  EXPECT_TRUE(says("when the gate is placed"));
+  form.reject();
+  EXPECT_TRUE(says("Without gates all runs pass"));
 }
 
 TEST_F(ParameterTableScene, SelectedRowsAreCopiedAsTextWithTheirTitles)

@@ -15,10 +15,13 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QDoubleSpinBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -124,6 +127,25 @@ TEST_F(DialogScene, LimitsThatMakeNoAxisCannotBeTaken)
   });
   EXPECT_FALSE(view().timeRange);
   EXPECT_EQ(document.undoStack().count(), 0);
+}
+
+TEST_F(DialogScene, ItIsToldWhyLimitsMakeNoAxis)
+{
+  limits([](QDialog& dialog) {
+    QLabel* message = nullptr;
+    for (QLabel* each : dialog.findChildren<QLabel*>())
+      if (each->accessibleName() == "Error") message = each;
+    ASSERT_NE(message, nullptr);
+    EXPECT_TRUE(message->text().isEmpty());
+    QTest::keyClicks(&field(dialog, "Low end of Time"), "200");
+    QTest::keyClicks(&field(dialog, "High end of Time"), "100");
+    EXPECT_EQ(message->text(), "Low end of Time: 200 is not below 100, the high end");
+    QTest::keyClicks(&field(dialog, "High end of Time"), "x");
+    EXPECT_EQ(message->text(), "High end of Time: \"100x\" is no number");
+    press(dialog, QDialogButtonBox::Reset);
+    EXPECT_TRUE(message->text().isEmpty());
+    press(dialog, QDialogButtonBox::Cancel);
+  });
 }
 
 TEST_F(DialogScene, ResetClearsAllLimits)
@@ -273,6 +295,26 @@ TEST(StartPage, OffersToOpenAScanAndToTryTheExample)
   for (QPushButton* each : page.findChildren<QPushButton*>()) each->click();
   EXPECT_EQ(open.count(), 1);
   EXPECT_EQ(example.count(), 1);
+}
+
+TEST_F(WindowScene, TheStartPageScrollsInALowWindow)
+{
+  app::StartPage page;
+  QStringList files;
+  for (int i = 0; i < 10; ++i) files << file(QString("scan%1.csv").arg(i).toUtf8().constData());
+  page.setRecent(files);
+  page.resize(500, 300);
+  page.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+  for (QWidget* each : page.findChildren<QWidget*>()) {
+    if (!qobject_cast<QLabel*>(each) && !qobject_cast<QPushButton*>(each)) continue;
+    const int needed =
+        each->hasHeightForWidth() ? each->heightForWidth(each->width()) : each->sizeHint().height();
+    EXPECT_GE(each->height(), needed);
+  }
+  auto* scroll = page.findChild<QScrollArea*>();
+  ASSERT_NE(scroll, nullptr);
+  EXPECT_GT(scroll->verticalScrollBar()->maximum(), 0);
 }
 
 TEST_F(WindowScene, RecentFilesOpenFromTheStartPage)

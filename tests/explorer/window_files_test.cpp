@@ -1,11 +1,18 @@
 #include "Dialogs.h"
 #include "WindowScene.h"
 
+#include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/session/Autosave.h"
 #include "app/explorer/session/ChangedFileBar.h"
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/SessionFile.h"
+#include "app/explorer/sets/SetsPane.h"
+#include "app/explorer/tables/ParameterTable.h"
+#include "app/explorer/tables/RunTable.h"
+#include "app/explorer/window/Plots.h"
+
+#include <runsieve/core/scan/ScanError.h>
 
 #include <gmock/gmock.h>
 
@@ -18,6 +25,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QToolButton>
 
 namespace runsieve::test {
@@ -90,8 +98,90 @@ TEST_F(FilesScene, ASessionThatCannotBeWrittenIsTold)
   });
   EXPECT_FALSE(window->files().saveTo("/nowhere/at/all.sieve"));
   EXPECT_THAT(told.toStdString(), HasSubstr("The session could not be saved"));
+  EXPECT_THAT(told.toStdString(), HasSubstr("The folder is not there"));
+  EXPECT_THAT(told.toStdString(), testing::Not(HasSubstr("moved or renamed")));
   EXPECT_EQ(title(), "scan.csv - Runsieve");
   EXPECT_FALSE(document().undoStack().isClean());
+}
+
+QByteArray bytesOf(QString const& path)
+{
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+  return file.readAll();
+}
+
+/// A scan that is open, and what nobody may write over.
+struct ReadFilesScene : FilesScene
+{
+  QByteArray before;
+
+  void SetUp() override
+  {
+    FilesScene::SetUp();
+    ASSERT_TRUE(openLines());
+    drawGate();
+    ASSERT_TRUE(settle());
+    before = bytesOf(file("scan.csv"));
+  }
+  void TearDown() override { EXPECT_EQ(bytesOf(file("scan.csv")), before) << "the scan is as it was"; }
+};
+
+TEST_F(ReadFilesScene, PassingRunsAreNotWrittenOverTheScanTheyAreOf)
+{
+  NextMessage replace(QMessageBox::Yes);
+  NextFile place(file("scan.csv"));
+  QString told;
+  QTimer later;
+  QObject::connect(&later, &QTimer::timeout, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box || !box->text().contains("could not be written")) return;
+    told = box->informativeText();
+    box->close();
+  });
+  later.start(10);
+  trigger("file.runs");
+  EXPECT_TRUE(replace.seen()) << "that a file is replaced is asked as well";
+  EXPECT_THAT(told.toStdString(), HasSubstr("is the file that is read"));
+  EXPECT_TRUE(settle());
+}
+
+TEST_F(ReadFilesScene, NoTableIsWrittenOverThemByWhateverName)
+{
+  ASSERT_TRUE(QFile::link(file("scan.csv"), file("link.csv")));
+  auto* runs = window->findChild<app::RunTable*>();
+  {
+    NextMessage told(QMessageBox::Ok);
+    runs->writeCsv(app::RunTable::Rows::Shown, file("link.csv"));
+    EXPECT_THAT(told.more.toStdString(), HasSubstr("is the file that is read"));
+  }
+  {
+    NextMessage told(QMessageBox::Ok);
+    runs->writeScan(app::RunTable::Rows::Shown, file("scan.csv"));
+    EXPECT_THAT(told.more.toStdString(), HasSubstr("is the file that is read"));
+  }
+  EXPECT_THROW(window->findChild<app::ParameterTable*>()->writeCsv(file("scan.csv")), ScanError);
+  EXPECT_TRUE(settle());
+}
+
+TEST_F(ReadFilesScene, NeitherASessionNorAPlotIsWrittenOverThem)
+{
+  QStringList told;
+  auto const tell = [&](app::ErrorDialog& dialog) {
+    told << dialog.details();
+    dialog.accept();
+  };
+  {
+    NextDialogOf<app::ErrorDialog> next(tell);
+    EXPECT_FALSE(window->files().saveTo(file("scan.csv")));
+  }
+  {
+    NextDialogOf<app::ErrorDialog> next(tell);
+    window->storedPlots().write(file("scan.csv"));
+  }
+  ASSERT_EQ(told.size(), 2);
+  for (QString const& each : told) EXPECT_THAT(each.toStdString(), HasSubstr("is the file that is read"));
+  EXPECT_TRUE(settle());
 }
 
 TEST_F(FilesScene, TheZoomIsSavedWithTheSession)
@@ -184,7 +274,41 @@ TEST_F(RecoveryScene, WhatACrashHasLeftOpensIfTheUserWantsIt)
   EXPECT_THAT(asked.more.toStdString(), HasSubstr(file("scan.csv").toStdString()));
   ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
   EXPECT_EQ(document().state().gates.size(), 1u);
+  EXPECT_EQ(title(), "scan.csv - Runsieve");
+}
+
+TEST_F(RecoveryScene, WhatIsOpenAgainIsLostNeitherByClosingNorByAnotherCrash)
+{
+  {
+    NextMessage asked(QMessageBox::Open);
+    ASSERT_TRUE(window->files().recover());
+  }
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }) && settle());
+  EXPECT_TRUE(QFileInfo::exists(left)) << "a crash now would lose it";
+  EXPECT_TRUE(app::recoverableSessions().empty()) << "its window lives";
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    EXPECT_FALSE(window->close());
+    EXPECT_TRUE(asked.seen()) << "it is saved nowhere";
+    NextFile place("");
+    EXPECT_FALSE(window->files().save());
+    EXPECT_TRUE(place.seen()) << "nor has it a place";
+  }
+  NextMessage asked(QMessageBox::Discard);
+  EXPECT_TRUE(window->close());
+  EXPECT_TRUE(asked.seen());
+  window.reset();
   EXPECT_FALSE(QFileInfo::exists(left));
+}
+
+TEST_F(RecoveryScene, WhatCannotBeOpenedIsOfferedAgain)
+{
+  ASSERT_TRUE(QFile::remove(file("scan.csv")));
+  NextMessage asked(QMessageBox::Open);
+  NextDialogOf<app::ErrorDialog> told([](app::ErrorDialog& dialog) { dialog.accept(); });
+  ASSERT_TRUE(window->files().recover());
+  ASSERT_TRUE(waitFor([&] { return told.seen(); }));
+  EXPECT_EQ(app::recoverableSessions().size(), 1u);
 }
 
 TEST_F(RecoveryScene, WhatIsDiscardedIsGone)
@@ -246,20 +370,23 @@ TEST_F(FilesScene, OtherDataThanThoseOfTheSessionAreToldAsPlainText)
   EXPECT_EQ(document().state().gates.size(), 1u);
 }
 
-TEST_F(FilesScene, ASessionThatCannotBeReadIsTold)
+TEST_F(FilesScene, ASessionThatIsDamagedIsTold)
 {
-  QFile bad(file("bad.sieve"));
-  ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
-  bad.write("{\"format\": \"runsieve sieve\", ");
-  bad.close();
-  QString told;
-  NextDialogOf<app::ErrorDialog> next([&](app::ErrorDialog& dialog) {
-    told = dialog.details();
-    dialog.accept();
-  });
-  window->open(file("bad.sieve"));
-  EXPECT_THAT(told.toStdString(), HasSubstr("The session could not be opened"));
-  EXPECT_FALSE(document().isOpen());
+  for (char const* text : {"{\"format\": \"runsieve sieve\", ", "{\"format\":", "", "\x01\x02"}) {
+    QFile bad(file("bad.sieve"));
+    ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+    bad.write(text);
+    bad.close();
+    QString told;
+    NextDialogOf<app::ErrorDialog> next([&](app::ErrorDialog& dialog) {
+      told = dialog.details();
+      dialog.accept();
+    });
+    window->open(file("bad.sieve"));
+    EXPECT_THAT(told.toStdString(), HasSubstr("The session could not be opened")) << text;
+    EXPECT_THAT(told.toStdString(), HasSubstr("The session is damaged")) << text;
+    EXPECT_FALSE(document().isOpen());
+  }
 }
 
 TEST_F(FilesScene, WhatASessionHasAndTheScanHasNotIsToldInTheStatus)
@@ -322,12 +449,44 @@ TEST_F(FilesScene, RereadingKeepsGatesAndZoom)
   ASSERT_TRUE(openLines());
   drawGate();
   window->runs().zoom().show(app::AxisMap(2.0, 5.0), 0, std::nullopt);
+  QSignalSpy told(&window->files(), &app::Files::told);
   writeScan(*lineScan(50), file("scan.csv").toStdString());
   trigger("file.reread");
   ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 50u; }));
   EXPECT_EQ(document().state().gates.size(), 1u);
   EXPECT_EQ(window->runs().zoom().time(), app::AxisMap(2.0, 5.0));
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(told.last()[0], "The scan was read again; former steps cannot be undone");
   EXPECT_EQ(title(), "scan.csv - Runsieve");
+}
+
+TEST_F(FilesScene, AScanThatIsGoneCannotBeReadAgainAndStaysOpen)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  ASSERT_TRUE(QFile::remove(file("scan.csv")));
+  QString told;
+  NextDialogOf<app::ErrorDialog> next([&](app::ErrorDialog& dialog) {
+    told = dialog.details();
+    dialog.accept();
+  });
+  trigger("file.reread");
+  ASSERT_TRUE(waitFor([&] { return next.seen() && !window->files().isBusy(); }));
+  EXPECT_THAT(told.toStdString(), HasSubstr("The scan could not be read again"));
+  EXPECT_THAT(told.toStdString(), testing::Not(HasSubstr("session")));
+  EXPECT_EQ(document().state().gates.size(), 1u);
+}
+
+TEST_F(FilesScene, WorkThatIsNotSavedIsAskedForAfterRereadingAsWell)
+{
+  ASSERT_TRUE(openLines());
+  drawGate();
+  writeScan(*lineScan(50), file("scan.csv").toStdString());
+  trigger("file.reread");
+  ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 50u; }));
+  NextMessage asked(QMessageBox::Cancel);
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(asked.seen());
 }
 
 TEST_F(FilesScene, ABarTellsOfAFileThatHasChangedUntilItIsReread)
@@ -341,6 +500,19 @@ TEST_F(FilesScene, ABarTellsOfAFileThatHasChangedUntilItIsReread)
   Q_EMIT bar->rereadWanted();
   ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 50u; }));
   EXPECT_FALSE(bar->isVisible());
+}
+
+TEST_F(FilesScene, ABarTellsOfAFileThatIsGoneAndDoesNotOfferToReadIt)
+{
+  ASSERT_TRUE(openLines());
+  auto* bar = window->findChild<app::ChangedFileBar*>();
+  ASSERT_TRUE(QFile::rename(file("scan.csv"), file("away.csv")));
+  ASSERT_TRUE(waitFor([&] { return bar->isVisible(); }));
+  EXPECT_THAT(bar->findChild<QLabel*>()->text().toStdString(), HasSubstr("is not there any more"));
+  for (auto* each : bar->findChildren<QPushButton*>())
+    EXPECT_EQ(each->isVisible(), each->text() == "Ignore") << each->text().toStdString();
+  ASSERT_TRUE(QFile::rename(file("away.csv"), file("scan.csv")));
+  EXPECT_TRUE(waitFor([&] { return !bar->isVisible(); })) << "it is as it was";
 }
 
 TEST_F(FilesScene, TheStatusShowsHowFarReadingIsAndGivesItUp)
@@ -369,6 +541,22 @@ TEST_F(FilesScene, TheStatusShowsHowFarReadingIsAndGivesItUp)
   EXPECT_EQ(window->statusText(), "Open a scan: File, Open (Ctrl+O)");
 }
 
+TEST_F(FilesScene, NothingIsToldToBeReadOnceASessionIsOpen)
+{
+  ASSERT_TRUE(openLines("scan.csv", 2000)); // whose comparison with the session takes a while
+  drawGate();
+  ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
+  document().close();
+  window->open(file("a.sieve"));
+  auto* bar = window->statusBar()->findChild<QProgressBar*>();
+  EXPECT_TRUE(bar->isVisible());
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }) && settle());
+  EXPECT_FALSE(bar->isVisible());
+  for (QToolButton* each : window->statusBar()->findChildren<QToolButton*>())
+    EXPECT_FALSE(each->isVisible()) << each->text().toStdString();
+  EXPECT_THAT(window->statusText().toStdString(), HasSubstr("11 times"));
+}
+
 TEST_F(FilesScene, RunsThatAreNotCompleteAreToldInTheStatus)
 {
   auto scan = std::make_shared<Scan>();
@@ -380,6 +568,25 @@ TEST_F(FilesScene, RunsThatAreNotCompleteAreToldInTheStatus)
   EXPECT_EQ(window->statusText(), "4 runs, 2 times   |   1 runs are not complete, not compared");
 }
 
+TEST_F(FilesScene, ThatThereIsNothingToCompareIsToldInTheStatus)
+{
+  ASSERT_TRUE(openLines());
+  document().change("Gate", [](app::State& state) { state.gates = {{"a", gateOnA(5.0, 6.0), true}}; });
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(window->statusText(), "40 runs, 11 times   |   0 runs pass   |   nothing to compare");
+  EXPECT_THAT(window->findChild<app::ParameterTable*>()->remarks().toStdString(),
+              HasSubstr("no run passes: there is nothing to compare"));
+  auto const scan = lineScan();
+  for (ScanRun& run : const_cast<Scan&>(*scan).runs) run.status = RunStatus::Short;
+  app::State gated;
+  gated.gates = {{"a", gateOnA(0.5, 1.0), true}};
+  document().open(scan, {}, gated);
+  ASSERT_TRUE(settle());
+  EXPECT_THAT(window->statusText().toStdString(), HasSubstr("no run is complete: none is compared"));
+  EXPECT_THAT(window->statusText().toStdString(), testing::Not(HasSubstr("parameters differ")));
+  EXPECT_EQ(headline(app::numbersOf(document(), 0)).toStdString(), "has no complete run");
+}
+
 TEST_F(FilesScene, WhatIsToldForAMomentGivesWayToTheScan)
 {
   ASSERT_TRUE(openLines());
@@ -387,6 +594,46 @@ TEST_F(FilesScene, WhatIsToldForAMomentGivesWayToTheScan)
   EXPECT_EQ(window->statusText(), "for a moment");
   Q_EMIT window->runs().told("");
   EXPECT_EQ(window->statusText(), "40 runs, 11 times");
+}
+
+TEST_F(FilesScene, WhatSetsTellIsInTheStatusAsTheirPaneMayBeHidden)
+{
+  ASSERT_TRUE(openLines());
+  EXPECT_TRUE(window->sets().visibleRegion().isEmpty()) << "it stands behind the gates";
+  trigger("set.failed");
+  EXPECT_EQ(window->statusText(), "All runs are complete.");
+  QFile list(file("runs.txt"));
+  ASSERT_TRUE(list.open(QIODevice::WriteOnly));
+  list.write("3\n7\nnope\n");
+  list.close();
+  window->sets().readFile(file("runs.txt"));
+  EXPECT_EQ(window->statusText(), "2 runs from runs.txt. The scan has no runs \"nope\".");
+}
+
+TEST_F(FilesScene, GroupingShowsItsProgressWhereverThePaneOfSetsStands)
+{
+  ASSERT_TRUE(openLines("scan.csv", 400));
+  ASSERT_TRUE(window->sets().visibleRegion().isEmpty());
+  window->sets().cluster({0, ClusterMode::Curves, 3});
+  ASSERT_TRUE(waitFor([this] { return !window->sets().visibleRegion().isEmpty(); }));
+  EXPECT_TRUE(settle());
+}
+
+TEST_F(FilesScene, TipsOfCommandsGiveTheStatusBack)
+{
+  ASSERT_TRUE(openLines());
+  auto const showTip = [this] {
+    QStatusTipEvent tip(window->actions().at("file.open")->statusTip());
+    QApplication::sendEvent(window.get(), &tip);
+    EXPECT_FALSE(window->statusBar()->currentMessage().isEmpty());
+  };
+  showTip();
+  drawGate();
+  EXPECT_TRUE(window->statusBar()->currentMessage().isEmpty()) << "there is something new to tell";
+  ASSERT_TRUE(settle());
+  showTip();
+  EXPECT_TRUE(waitFor([this] { return window->statusBar()->currentMessage().isEmpty(); }))
+      << "it does not stay for ever";
 }
 
 TEST_F(FilesScene, NotesOnReadingAreOfferedWhereThereAreSome)

@@ -1,5 +1,6 @@
 #include "app/explorer/document/Background.h"
 
+#include <QCoreApplication>
 #include <QMetaObject>
 #include <QPointer>
 
@@ -79,6 +80,19 @@ void Background::finish(std::shared_ptr<Piece> const& piece, std::function<void(
   const QPointer<Background> self(this); // who is told may delete this object
   if (done && !piece->cancelled) done();
   if (self && !running) Q_EMIT busyChanged();
+}
+
+void letEnd(std::unique_ptr<Background> work)
+{
+  if (!work->isBusy()) return;
+  Background* alone = work.release();
+  alone->setParent(QCoreApplication::instance());
+  QObject::connect(alone, &Background::busyChanged, alone, [alone] {
+    if (!alone->isBusy()) alone->deleteLater();
+  });
+  // Earlier than the application is gone, which texts are painted by.
+  QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, alone,
+                   [alone] { delete alone; });
 }
 
 } // namespace runsieve::app

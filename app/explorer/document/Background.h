@@ -46,4 +46,8 @@ private:
   Work next; ///< waits; empty if none does
 };
 
+/// Gives work away that its owner does not wait for: what is under way ends by itself, and what cancel() has
+/// left out is dropped. A program that quits waits for it.
+void letEnd(std::unique_ptr<Background> work);
+
 } // namespace runsieve::app

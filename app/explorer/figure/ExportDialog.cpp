@@ -1,21 +1,29 @@
 #include "app/explorer/figure/ExportDialog.h"
 
+#include "app/explorer/controls/PlainText.h"
+#include "app/explorer/document/ReadFiles.h"
 #include "app/explorer/figure/FigureData.h"
 #include "app/explorer/figure/FigureForm.h"
 #include "app/explorer/figure/FigurePreview.h"
 #include "app/explorer/figure/FigureSettings.h"
 #include "app/explorer/figure/WriteFigure.h"
 
+#include <runsieve/core/scan/ScanError.h>
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -79,12 +87,10 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
   saving = buttons->addButton("Save...", QDialogButtonBox::ActionRole);
   auto* copying = buttons->addButton("Copy to clipboard", QDialogButtonBox::ActionRole);
   saving->setDefault(true);
-  auto* lower = new QHBoxLayout;
-  lower->addWidget(data);
-  lower->addWidget(buttons, 1);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(upper, 1);
-  layout->addLayout(lower);
+  layout->addWidget(data);
+  layout->addWidget(buttons);
   connect(options, &FigureForm::changed, this, &ExportDialog::follow);
   connect(shown, &FigurePreview::changed, this, [this](FigureNotes const& notes) {
     const FigureOptions now = options->options();
@@ -94,6 +100,7 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
                        .arg(now.height)
                        .arg(pixels.width())
                        .arg(pixels.height());
+    if (now.dpi > finestDpi(now)) text += QString(", too many: %1 dpi are the most").arg(finestDpi(now));
     if (notes.parametersShown < notes.parametersAsked)
       text += QString("; room for %1 of %2 parameters").arg(notes.parametersShown).arg(notes.parametersAsked);
     facts->setText(text);
@@ -103,15 +110,20 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(opening, &QPushButton::clicked, this,
           [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(written).absolutePath())); });
-  connect(&work, &Background::failed, this, &ExportDialog::tell);
-  connect(&work, &Background::busyChanged, this, [this] { saving->setEnabled(!work.isBusy()); });
-  resize(980, 640);
+  connect(work.get(), &Background::failed, this, &ExportDialog::tell);
+  connect(work.get(), &Background::busyChanged, this, [this] { saving->setEnabled(!work->isBusy()); });
+  constexpr double part = 0.9; // of a screen, whose scale factor may leave little; frames take some of it
+  resize(QSize(980, 640).boundedTo((parent ? parent : this)->screen()->availableSize() * part));
   follow();
 }
 
 ExportDialog::~ExportDialog()
 {
-  work.disconnect(this);
+  work->disconnect(this);
+  connect(work.get(), &Background::failed, qApp, [](QString const& message) {
+    tellFailure(QApplication::activeWindow(), "The figure could not be written.", message);
+  });
+  letEnd(std::move(work));
 }
 
 void ExportDialog::follow()
@@ -130,32 +142,64 @@ QString ExportDialog::outcome() const
   return told->text();
 }
 
+void ExportDialog::setSource(ScanSource const& scan)
+{
+  source = scan;
+}
+
+bool ExportDialog::mayWrite(QString const& figure, QStringList const& others)
+{
+  QStringList existing;
+  try {
+    requireOtherFile(source, figure);
+    for (QString const& path : others) {
+      requireOtherFile(source, path);
+      if (QFileInfo::exists(path)) existing << QFileInfo(path).fileName();
+    }
+  } catch (ScanError const& error) {
+    tell(QString::fromUtf8(error.what()));
+    return false;
+  }
+  if (existing.isEmpty()) return true;
+  QMessageBox box(QMessageBox::Question, "Runsieve", QString(), QMessageBox::Yes | QMessageBox::Cancel, this);
+  box.setTextFormat(Qt::PlainText);
+  box.setText("These files exist. Do you want to replace them?");
+  box.setInformativeText(toolTipText(existing.join('\n')));
+  return box.exec() == QMessageBox::Yes;
+}
+
 void ExportDialog::ask()
 {
+  const QFileInfo scan(QFile::decodeName(source.path.c_str()));
   const QString path = QFileDialog::getSaveFileName(
-      this, "Save figure", folder.isEmpty() ? QString("figure.pdf") : folder + "/figure.pdf",
+      this, "Save figure", source.path.empty() ? QString("figure.pdf") : scan.absolutePath() + "/figure.pdf",
       "PDF (*.pdf);;SVG (*.svg);;PNG (*.png)");
   if (!path.isEmpty()) save(path);
 }
 
 void ExportDialog::save(QString const& asked)
 {
-  const QString path = QFileInfo(asked).suffix().isEmpty() ? asked + ".pdf" : asked;
+  const bool completed = QFileInfo(asked).suffix().isEmpty();
+  const QString path = completed ? asked + ".pdf" : asked;
   const FigureOptions now = options->options();
+  QStringList unasked = data->isChecked() ? figureDataFiles(content, path) : QStringList();
+  if (completed) unasked.prepend(path); // who was asked was asked for another name
+  if (!mayWrite(path, unasked)) return;
   keepFigureOptions(now);
   tell(QString("Writing %1 ...").arg(QFileInfo(path).fileName()));
-  work.start([this, content = content, now, path,
-              withData = data->isChecked()](Background::Cancelled const&) -> std::function<void()> {
+  work->start([self = QPointer<ExportDialog>(this), content = content, now, path,
+               withData = data->isChecked()](Background::Cancelled const&) -> std::function<void()> {
     const FigureBytes made = writeFigure(content, now, path);
     const QStringList files = withData ? writeFigureData(content, now, path) : QStringList();
-    return [this, path, files, bytes = made.bytes.size()] {
+    return [self, path, files, bytes = made.bytes.size()] {
+      if (!self) return;
       QString text =
           QString("%1 is written, %2 kB").arg(QFileInfo(path).fileName()).arg((bytes + 999) / 1000);
       for (QString const& file : files) text += ", " + QFileInfo(file).fileName();
-      tell(text);
-      written = path;
-      opening->setVisible(true);
-      Q_EMIT saved(path);
+      self->tell(text);
+      self->written = path;
+      self->opening->setVisible(true);
+      Q_EMIT self->saved(path);
     };
   });
 }
@@ -163,13 +207,18 @@ void ExportDialog::save(QString const& asked)
 void ExportDialog::copy()
 {
   const FigureOptions now = withinLimits(options->options());
+  if (const QString fault = tooManyPixels(now); !fault.isEmpty()) {
+    tell("The figure cannot be copied: " + fault + '.');
+    return;
+  }
   keepFigureOptions(now);
   tell("Copying ...");
-  work.start([this, content = content, now](Background::Cancelled const&) -> std::function<void()> {
+  work->start([self = QPointer<ExportDialog>(this), content = content,
+               now](Background::Cancelled const&) -> std::function<void()> {
     const QImage image = figureImage(content, now, now.dpi / figureUnitsPerInch);
-    return [this, image] {
+    return [self, image] {
       QApplication::clipboard()->setImage(image);
-      tell("The figure is on the clipboard.");
+      if (self) self->tell("The figure is on the clipboard.");
     };
   });
 }

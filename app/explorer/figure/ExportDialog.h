@@ -1,11 +1,13 @@
 #pragma once
 
-#include "app/explorer/document/Background.h"
+#include "app/explorer/document/Document.h"
 #include "app/explorer/figure/FigureContent.h"
 #include "app/explorer/figure/FigureOptions.h"
 
 #include <QDialog>
 #include <QString>
+
+#include <memory>
 
 class QCheckBox;
 class QLabel;
@@ -17,7 +19,7 @@ class FigureForm;
 class FigurePreview;
 
 /// Makes a figure of what is shown: options, a preview that follows them, and a file or the clipboard. The
-/// file is written beside the interface.
+/// file is written beside the interface, to its end if the dialog is closed meanwhile.
 class ExportDialog : public QDialog
 {
   Q_OBJECT
@@ -29,10 +31,11 @@ public:
 
   [[nodiscard]] FigureForm& form() { return *options; }
   [[nodiscard]] FigurePreview& preview() { return *shown; }
-  /// Folder in which files are looked for first.
-  void setFolder(QString const& path) { folder = path; }
+  /// What the figure is of: files are looked for beside it first, and it is never written over.
+  void setSource(ScanSource const& scan);
 
-  /// Writes the figure, and the data behind it if that is wished for. Without an ending it becomes a PDF.
+  /// Writes the figure, and the data behind it if that is wished for; asks before files of such data are
+  /// replaced. Without an ending it becomes a PDF.
   void save(QString const& path);
   /// Puts the figure on the clipboard, in pixels.
   void copy();
@@ -46,6 +49,8 @@ Q_SIGNALS:
 private:
   void ask();
   void follow();
+  /// Whether files may be written, by the user if they exist.
+  [[nodiscard]] bool mayWrite(QString const& figure, QStringList const& others);
   void tell(QString const& text);
 
   FigureContent content;
@@ -56,9 +61,9 @@ private:
   QLabel* told = nullptr;
   QPushButton* opening = nullptr; ///< of the folder; hidden until something is written
   QPushButton* saving = nullptr;
-  QString folder;
+  ScanSource source;
   QString written;
-  Background work;
+  std::unique_ptr<Background> work = std::make_unique<Background>();
 };
 
 } // namespace runsieve::app

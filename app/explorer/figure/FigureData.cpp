@@ -92,23 +92,27 @@ std::string figureParametersCsv(FigureContent const& content)
   return csv.str();
 }
 
-QStringList writeFigureData(FigureContent const& content, FigureOptions const& options, QString const& figure)
+QStringList figureDataFiles(FigureContent const& content, QString const& figure)
 {
   const QFileInfo info(figure);
   const QString begin = info.absolutePath() + '/' + info.completeBaseName();
-  QStringList written;
-  auto const write = [&](char const* ending, std::string const& text) {
-    if (text.empty()) return;
-    const QString path = begin + ending;
+  QStringList files = {begin + "_runs.csv", begin + "_curves.csv"};
+  if (content.comparison) files << begin + "_parameters.csv";
+  return files;
+}
+
+QStringList writeFigureData(FigureContent const& content, FigureOptions const& options, QString const& figure)
+{
+  const QStringList files = figureDataFiles(content, figure);
+  auto const write = [](QString const& path, std::string const& text) {
     SafeFile file(QFile::encodeName(path).toStdString());
     file.write(text);
     file.commit();
-    written << path;
   };
-  write("_runs.csv", figureRunsCsv(content, options));
-  write("_curves.csv", figureCurvesCsv(content, options));
-  write("_parameters.csv", figureParametersCsv(content));
-  return written;
+  write(files[0], figureRunsCsv(content, options));
+  write(files[1], figureCurvesCsv(content, options));
+  if (content.comparison) write(files[2], figureParametersCsv(content));
+  return files;
 }
 
 } // namespace runsieve::app

@@ -21,8 +21,11 @@ namespace runsieve::app {
 /// The table of all parameters, as `runsieve rank --format csv` prints it; empty without a comparison.
 [[nodiscard]] std::string figureParametersCsv(FigureContent const& content);
 
-/// Writes them beside a figure: "figure.pdf" gets "figure_runs.csv", "figure_curves.csv" and
-/// "figure_parameters.csv". \return the files \throw ScanError
+/// Where they stand beside a figure: "figure.pdf" gets "figure_runs.csv", "figure_curves.csv" and, with a
+/// comparison, "figure_parameters.csv".
+[[nodiscard]] QStringList figureDataFiles(FigureContent const& content, QString const& figure);
+
+/// Writes them there. \return the files \throw ScanError
 QStringList writeFigureData(FigureContent const& content, FigureOptions const& options,
                             QString const& figure);
 

@@ -29,6 +29,30 @@ QSize figurePixels(FigureOptions const& options)
           std::max(1, static_cast<int>(std::lround(options.height * perMillimetre)))};
 }
 
+int finestDpi(FigureOptions const& options)
+{
+  auto const fits = [&](int dpi) {
+    FigureOptions tried = options;
+    tried.dpi = dpi;
+    const QSize size = figurePixels(tried);
+    return qint64(size.width()) * size.height() <= FigureOptions::mostPixels;
+  };
+  int dpi = FigureOptions::mostDpi;
+  while (dpi > FigureOptions::leastDpi && !fits(dpi)) --dpi;
+  return dpi;
+}
+
+QString tooManyPixels(FigureOptions const& options)
+{
+  const int most = finestDpi(options);
+  if (options.dpi <= most) return {};
+  const QSize size = figurePixels(options);
+  return QString::fromUtf8("%1 \u00d7 %2 pixels are too many: %3 dpi are the most at this size")
+      .arg(size.width())
+      .arg(size.height())
+      .arg(most);
+}
+
 Theme figureTheme(FigureOptions const& options)
 {
   QFont font;

@@ -46,6 +46,7 @@ struct FigureOptions
   static constexpr double longest = 1000.0;
   static constexpr int leastDpi = 36;
   static constexpr int mostDpi = 1200;
+  static constexpr qint64 mostPixels = 300'000'000; ///< which take four bytes each while a figure is made
   static constexpr double smallestFont = 3.0;
   static constexpr double largestFont = 72.0;
   static constexpr double thinnestLine = 0.1;
@@ -62,6 +63,10 @@ constexpr double millimetresPerInch = 25.4;
 [[nodiscard]] QSizeF figureSize(FigureOptions const& options);
 /// Size in pixels of its resolution.
 [[nodiscard]] QSize figurePixels(FigureOptions const& options);
+/// The finest resolution that makes no more than FigureOptions::mostPixels.
+[[nodiscard]] int finestDpi(FigureOptions const& options);
+/// Why a figure cannot be made of pixels, with the finest resolution that can; empty if it can.
+[[nodiscard]] QString tooManyPixels(FigureOptions const& options);
 /// Colours, letters and lines, in units.
 [[nodiscard]] Theme figureTheme(FigureOptions const& options);
 

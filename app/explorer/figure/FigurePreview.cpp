@@ -23,6 +23,13 @@ FigurePreview::FigurePreview(FigureContent ofContent, QWidget* parent)
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
+FigurePreview::~FigurePreview()
+{
+  work->disconnect(this);
+  work->cancel();
+  letEnd(std::move(work));
+}
+
 void FigurePreview::show(FigureOptions const& wanted)
 {
   options = withinLimits(wanted);
@@ -36,8 +43,8 @@ void FigurePreview::request()
   const double scale =
       ratio * std::min((width() - 2.0 * margin) / size.width(), (height() - 2.0 * margin) / size.height());
   if (!(scale > 0.0)) return;
-  work.start([this, content = content, options = options, scale,
-              ratio](Background::Cancelled const&) -> std::function<void()> {
+  work->start([this, content = content, options = options, scale,
+               ratio](Background::Cancelled const&) -> std::function<void()> {
     FigureNotes notes;
     QImage image = figureImage(content, options, scale, &notes);
     image.setDevicePixelRatio(ratio);

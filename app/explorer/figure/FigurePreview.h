@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QWidget>
 
+#include <memory>
+
 namespace runsieve::app {
 
 /// Shows a figure as it will be, on the paper that it stands on. Painted beside the interface.
@@ -15,14 +17,15 @@ class FigurePreview : public QWidget
 
 public:
   explicit FigurePreview(FigureContent content, QWidget* parent = nullptr);
+  ~FigurePreview() override;
 
   void show(FigureOptions const& options);
   /// Whether what was asked for is shown.
-  [[nodiscard]] bool isSettled() const { return !work.isBusy(); }
+  [[nodiscard]] bool isSettled() const { return !work->isBusy(); }
   [[nodiscard]] QImage const& picture() const { return shown; }
 
   QSize sizeHint() const override { return {560, 460}; }
-  QSize minimumSizeHint() const override { return {200, 160}; }
+  QSize minimumSizeHint() const override { return {120, 100}; }
 
 Q_SIGNALS:
   /// A picture has been made, of which something may be left out.
@@ -38,7 +41,7 @@ private:
   FigureContent content;
   FigureOptions options;
   QImage shown;
-  Background work;
+  std::unique_ptr<Background> work = std::make_unique<Background>();
 };
 
 } // namespace runsieve::app

@@ -23,6 +23,8 @@ constexpr int coarsestImage = 72;
 
 QByteArray pngOf(FigureContent const& content, FigureOptions const& options, FigureNotes& notes)
 {
+  if (const QString fault = tooManyPixels(options); !fault.isEmpty())
+    throw std::runtime_error(fault.toStdString());
   const QImage image = figureImage(content, options, options.dpi / figureUnitsPerInch, &notes);
   QByteArray bytes;
   QBuffer buffer(&bytes);

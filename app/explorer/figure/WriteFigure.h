@@ -35,7 +35,7 @@ enum class FigureFormat
 
 /// A PNG has as many pixels as its size in mm and its resolution make, which it tells. SVG and PDF consist of
 /// shapes and texts; runs are images in them, as fine as the resolution asks for, but of 300 dpi at most, and
-/// coarser if the file would be larger than 480 kB.
+/// coarser if the file would be larger than 480 kB. \throw std::runtime_error for a PNG with tooManyPixels()
 [[nodiscard]] FigureBytes figureBytes(FigureContent const& content, FigureOptions const& options,
                                       FigureFormat format);
 

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace runsieve::app {
@@ -50,10 +51,20 @@ void GateForm::build()
   message->setWordWrap(true);
   message->setTextInteractionFlags(Qt::TextSelectableByMouse);
   message->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-  constexpr int lines = 3;
-  message->setMinimumHeight(lines * fontMetrics().lineSpacing()); // so that the form stays still
+  // It has the same room at all times, so that the form stays still, and scrolls if it takes more.
+  constexpr int lines = 4;
+  auto* room = new QScrollArea;
+  room->setFrameShape(QFrame::NoFrame);
+  room->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  room->setFocusPolicy(Qt::NoFocus);
+  room->setWidgetResizable(true);
+  room->setWidget(message);
+  room->setFixedHeight(lines * fontMetrics().lineSpacing());
   passing = new QLabel;
   passing->setTextFormat(Qt::PlainText);
+  passing->setWordWrap(true);
+  passing->setFixedHeight(2 * fontMetrics().lineSpacing());
+  passing->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   passing->setAccessibleName("Runs that pass");
   buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
   buttons->button(QDialogButtonBox::Ok)->setText(index ? "Change" : "Add");
@@ -67,7 +78,7 @@ void GateForm::build()
   layout->addStretch(1);
   layout->addWidget(line);
   layout->addWidget(fields->rowOf("As &text", text));
-  layout->addWidget(message);
+  layout->addWidget(room);
   layout->addWidget(passing);
   layout->addWidget(buttons);
   connect(buttons, &QDialogButtonBox::accepted, this, &GateForm::accept);

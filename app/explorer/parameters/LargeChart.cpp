@@ -1,5 +1,6 @@
 #include "app/explorer/parameters/LargeChart.h"
 
+#include "app/explorer/controls/LostMouse.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/parameters/PinMarks.h"
 #include "app/explorer/parameters/PlainTip.h"
@@ -26,6 +27,7 @@ LargeChartView::LargeChartView(ParameterRuns& ofRuns, std::size_t shown, QWidget
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setAccessibleName("Chart of a parameter");
+  new LostMouse(*this, [this] { hand.cancel(); });
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   connect(&runs, &ParameterRuns::opened, this, [this] { charts.clear(); });
   connect(&runs, &ParameterRuns::changed, this, &LargeChartView::refresh);

@@ -1,5 +1,6 @@
 #include "app/explorer/parameters/ParameterArea.h"
 
+#include "app/explorer/controls/LostMouse.h"
 #include "app/explorer/parameters/ParameterMenu.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/parameters/PlainTip.h"
@@ -23,6 +24,10 @@ ParameterArea::ParameterArea(ParameterRuns& ofRuns, QString const& name, QWidget
   setFocusPolicy(Qt::StrongFocus);
   setAccessibleName(name);
   viewport()->setMouseTracking(true);
+  auto* mouse = new LostMouse(*this, [this] {
+    if (pressed) giveUp();
+  });
+  mouse->watch(*viewport());
   connect(&runs, &ParameterRuns::opened, this, &ParameterArea::reset);
   connect(&runs, &ParameterRuns::orderChanged, this, [this] { relayout(); });
   connect(&runs, &ParameterRuns::changed, this, [this] { refresh(); });
@@ -126,6 +131,13 @@ void ParameterArea::mouseReleaseEvent(QMouseEvent* event)
   hoverAt(event->localPos());
 }
 
+void ParameterArea::giveUp()
+{
+  hand.cancel();
+  pressed.reset();
+  Q_EMIT told(QString());
+}
+
 int ParameterArea::stepOf(int key) const
 {
   constexpr int all = 1 << 20;
@@ -156,10 +168,7 @@ void ParameterArea::keyPressEvent(QKeyEvent* event)
     return;
   case Qt::Key_Escape:
     if (!hand.isActive()) return document.selectGate(std::nullopt);
-    hand.cancel();
-    pressed.reset();
-    Q_EMIT told(QString());
-    return;
+    return giveUp();
   default:
     QAbstractScrollArea::keyPressEvent(event);
   }

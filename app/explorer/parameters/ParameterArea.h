@@ -77,6 +77,8 @@ protected:
 
 private:
   void move(int by);
+  /// Ends a drag as if it had not begun.
+  void giveUp();
 
   std::optional<std::size_t> chosenParameter;
   std::optional<std::size_t> pressed; ///< parameter that a button is down on

@@ -1,5 +1,6 @@
 #include "app/explorer/runs/RunsView.h"
 
+#include "app/explorer/controls/LostMouse.h"
 #include "app/explorer/runs/RunsOverlay.h"
 
 #include <QEvent>
@@ -43,6 +44,7 @@ RunsView::RunsView(Document& ofDocument, RunsZoom& ofZoom, std::size_t shown, QW
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setAccessibleName("Runs over time");
+  new LostMouse(*this, [this] { cancelDrag(); });
   connect(&picture, &RunsPicture::changed, this, &RunsView::showPicture);
   connect(&bands, &BandsPicture::changed, this, &RunsView::showPicture);
   connect(&zoom, &RunsZoom::changed, this, &RunsView::refresh); // of the state as well

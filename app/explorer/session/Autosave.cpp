@@ -49,7 +49,9 @@ Autosave::Autosave(Document& ofDocument, std::function<void(Session&)> completin
   timer.setInterval(usualDelay);
   connect(&timer, &QTimer::timeout, this, &Autosave::save);
   connect(&document, &Document::opened, this, &Autosave::reopen);
-  connect(&document, &Document::stateChanged, this, &Autosave::changed);
+  // The state changes before the step that changed it counts as done.
+  connect(&document.undoStack(), &QUndoStack::indexChanged, this, &Autosave::changed);
+  connect(&document.undoStack(), &QUndoStack::cleanChanged, this, &Autosave::changed);
   connect(&document, &Document::highlightChanged, this, &Autosave::highlighted);
   reopen();
 }
@@ -57,6 +59,7 @@ Autosave::Autosave(Document& ofDocument, std::function<void(Session&)> completin
 Autosave::~Autosave()
 {
   document.disconnect(this);
+  document.undoStack().disconnect(this);
   finding.cancel();
   remove();
 }
@@ -78,11 +81,25 @@ void Autosave::reopen()
   });
 }
 
+void Autosave::adopt(QString const& left)
+{
+  remove();
+  file = left;
+  takeLock();
+  changed();
+}
+
+void Autosave::takeLock()
+{
+  lock = lockFor(file);
+  if (!lock->tryLock(0)) lock.reset();
+}
+
 void Autosave::changed()
 {
-  const bool isWorthIt =
-      document.isOpen() && !document.source().path.empty() &&
-      (document.undoStack().canUndo() || !document.pinnedRuns().empty() || QFileInfo::exists(file));
+  const bool isWorthIt = document.isOpen() && !document.source().path.empty() &&
+                         (document.undoStack().canUndo() || !document.undoStack().isClean() ||
+                          !document.pinnedRuns().empty() || QFileInfo::exists(file));
   if (isWorthIt && !timer.isActive()) timer.start();
 }
 
@@ -101,10 +118,7 @@ void Autosave::save()
     return;
   }
   QDir().mkpath(folder());
-  if (!lock) {
-    lock = lockFor(file);
-    if (!lock->tryLock(0)) lock.reset();
-  }
+  if (!lock) takeLock();
   Session session = sessionOf(document, known);
   if (complete) complete(session);
   if (!writing) writing = std::make_unique<Background>();

@@ -32,6 +32,9 @@ public:
 
   /// How long after a change it is written, in ms.
   void setDelay(int milliseconds) { timer.setInterval(milliseconds); }
+  /// Goes on with what a window has left that lives no more, now that it is open: it stays until this window
+  /// ends or opens another scan.
+  void adopt(QString const& left);
   /// Where it is, or will be.
   [[nodiscard]] QString path() const { return file; }
   /// Of the open scan; empty until it is known, soon after the scan was opened.
@@ -41,6 +44,7 @@ private:
   void reopen();
   void changed();
   void highlighted();
+  void takeLock();
   void save();
   void remove();
 

@@ -38,17 +38,29 @@ ChangedFileBar::ChangedFileBar(QWidget* parent) : QWidget(parent)
 
 void ChangedFileBar::tell(QString const& path)
 {
+  reread->show();
+  show(path, " has changed on disk.");
+}
+
+void ChangedFileBar::tellGone(QString const& path)
+{
+  reread->hide();
+  show(path, " is not there any more. What was read stays.");
+}
+
+void ChangedFileBar::show(QString const& path, QString const& what)
+{
   name = QFileInfo(path).fileName();
+  happened = what;
   text->setToolTip(toolTipText(path));
-  show();
+  QWidget::show();
   elide();
 }
 
 void ChangedFileBar::elide()
 {
-  const QString told = " has changed on disk.";
-  const double room = text->width() - QFontMetricsF(text->font()).horizontalAdvance(told) - 4.0;
-  text->setText(elided(name, text->font(), std::max(room, 40.0)) + told);
+  const double room = text->width() - QFontMetricsF(text->font()).horizontalAdvance(happened) - 4.0;
+  text->setText(elided(name, text->font(), std::max(room, 40.0)) + happened);
 }
 
 void ChangedFileBar::resizeEvent(QResizeEvent* event)

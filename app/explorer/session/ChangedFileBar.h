@@ -15,8 +15,10 @@ class ChangedFileBar : public QWidget
 public:
   explicit ChangedFileBar(QWidget* parent = nullptr);
 
-  /// Shows the bar for a file.
+  /// Shows the bar for a file that has changed.
   void tell(QString const& path);
+  /// The same for one that is not there any more, and cannot be read again.
+  void tellGone(QString const& path);
 
 Q_SIGNALS:
   void rereadWanted();
@@ -25,9 +27,11 @@ protected:
   void resizeEvent(QResizeEvent* event) override;
 
 private:
+  void show(QString const& path, QString const& what);
   void elide();
 
   QString name;
+  QString happened;
   QLabel* text = nullptr;
   QPushButton* reread = nullptr;
 };

@@ -29,15 +29,19 @@ QLabel* plainLabel(QString const& text)
 
 } // namespace
 
-QString adviceOn(QString const& message)
+QString adviceOn(QString const& message, FileUse use)
 {
+  constexpr char gone[] = "No such file";
+  if (use == FileUse::Writing && message.contains(gone, Qt::CaseInsensitive))
+    return "The folder is not there. Choose another place, or make the folder.";
   static const std::pair<char const*, char const*> known[] = {
-      {"No such file", "Was the file moved or renamed? Open it from where it is now."},
+      {gone, "Was the file moved or renamed? Open it from where it is now."},
       {"Permission denied", "You may not read or write there. Choose another place, or ask for access."},
       {"No space left", "The disk is full. Make room, or choose another place."},
       {"not enough memory", "Close other programs, or open a part of the scan."},
       {"sieve of version", "Install the newer version of Runsieve that wrote the file."},
-      {"no JSON", "The file was cut off or edited. Use a copy, or save the session again."}};
+      {"no JSON",
+       "The session is damaged: its file was cut off or edited. Use a copy, or save the session again."}};
   for (auto const& [part, advice] : known)
     if (message.contains(part, Qt::CaseInsensitive)) return advice;
   return {};
@@ -91,9 +95,9 @@ ErrorDialog::ErrorDialog(ErrorText const& text, QWidget* parent) : QDialog(paren
   resize(width + 90, sizeHint().height());
 }
 
-void ErrorDialog::tell(QWidget* parent, QString const& summary, QString const& message)
+void ErrorDialog::tell(QWidget* parent, QString const& summary, QString const& message, FileUse use)
 {
-  ErrorDialog({summary, message, adviceOn(message)}, parent).exec();
+  ErrorDialog({summary, message, adviceOn(message, use)}, parent).exec();
 }
 
 } // namespace runsieve::app

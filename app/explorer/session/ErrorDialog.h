@@ -13,8 +13,15 @@ struct ErrorText
   QString advice;  ///< what to do about it; may be empty
 };
 
+/// What a file was to be touched for.
+enum class FileUse
+{
+  Reading,
+  Writing
+};
+
 /// What helps against an error of some kind, by its message; empty if nothing is known.
-[[nodiscard]] QString adviceOn(QString const& message);
+[[nodiscard]] QString adviceOn(QString const& message, FileUse use = FileUse::Reading);
 
 /// Tells of an error, with advice and a button that copies the details. All texts are plain.
 class ErrorDialog : public QDialog
@@ -28,7 +35,8 @@ public:
   [[nodiscard]] QString details() const { return copied; }
 
   /// Shows a dialog until it is closed. Advice is added if there is some.
-  static void tell(QWidget* parent, QString const& summary, QString const& message);
+  static void tell(QWidget* parent, QString const& summary, QString const& message,
+                   FileUse use = FileUse::Reading);
 
 private:
   QString copied;

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace runsieve::app {
 
 namespace {
@@ -44,6 +46,7 @@ void FileWatch::reopen()
     const QString beside = QFileInfo(paths.first()).absoluteDir().absoluteFilePath(name);
     paths << (QFileInfo::exists(name) ? QFileInfo(name).absoluteFilePath() : beside);
   }
+  gone = false;
   read = seen = stateOfFiles();
   watch();
 }
@@ -79,13 +82,20 @@ void FileWatch::look()
 {
   const QByteArray now = stateOfFiles();
   watch();
-  if (now.isEmpty()) return; // gone for good, or about to be replaced: there is nothing to read
-  if (now != seen) {         // still being written, perhaps
+  if (now != seen) { // still being written, or about to be replaced
     seen = now;
     settling.start();
     return;
   }
-  if (now == read) return;
+  if (now.isEmpty()) {
+    if (!std::exchange(gone, true)) Q_EMIT goneFromDisk(paths.first());
+    return;
+  }
+  const bool wasGone = std::exchange(gone, false);
+  if (now == read) {
+    if (wasGone) Q_EMIT backOnDisk();
+    return;
+  }
   read = now;
   Q_EMIT changedOnDisk(paths.first());
 }

@@ -23,6 +23,10 @@ public:
 Q_SIGNALS:
   /// The file has other contents than those that were read, by its size and time; told once for each change.
   void changedOnDisk(QString const& path);
+  /// The file is not there any more, and stays away; told once until it comes back.
+  void goneFromDisk(QString const& path);
+  /// It has come back as it was.
+  void backOnDisk();
 
 private:
   void reopen();
@@ -35,7 +39,8 @@ private:
   QTimer settling;
   QStringList paths; ///< of the scan, and of the table of its parameters if it is another file
   QByteArray read;   ///< state when it was read, or when it was told last
-  QByteArray seen;   ///< at the last look
+  QByteArray seen;   ///< at the last look; empty if a file was not there
+  bool gone = false; ///< told
 };
 
 } // namespace runsieve::app

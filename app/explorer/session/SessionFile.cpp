@@ -109,8 +109,10 @@ Session readSession(QString const& path)
 bool isSessionFile(QString const& path)
 {
   constexpr qint64 enough = 512;
+  const QFileInfo info(path);
   QFile file(path);
-  if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return false;
+  if (!info.isFile() || !file.open(QIODevice::ReadOnly)) return false;
+  if (info.suffix().compare("sieve", Qt::CaseInsensitive) == 0) return true; // a damaged one is no scan
   const QByteArray begin = file.read(enough).trimmed();
   return begin.startsWith('{') && begin.contains("\"runsieve sieve\"");
 }

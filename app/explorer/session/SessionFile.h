@@ -14,7 +14,7 @@ void writeSession(QString const& path, Session const& session);
 /// Reads a session, or any other sieve file: what it does not tell is as in a new window. \throw ScanError
 [[nodiscard]] Session readSession(QString const& path);
 
-/// Whether a file is a sieve file, by how it begins.
+/// Whether a file is a sieve file, by how it begins or by its ending.
 [[nodiscard]] bool isSessionFile(QString const& path);
 
 /// Where the data of a session are: beside the file as they were, else where they were, else beside it under

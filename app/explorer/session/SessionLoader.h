@@ -33,6 +33,8 @@ public:
 
   /// What reads the data: its progress can be shown, and it can be given up.
   [[nodiscard]] Opening& opening() { return reader; }
+  [[nodiscard]] bool isReading() const { return reader.isBusy(); }
+  /// Whether data are read, or compared with those that the session was made for.
   [[nodiscard]] bool isBusy() const { return reader.isBusy() || comparing.isBusy(); }
 
 Q_SIGNALS:

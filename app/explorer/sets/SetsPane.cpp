@@ -230,6 +230,7 @@ void SetsPane::tell(QString const& text)
   constexpr int most = 400;
   message->setText(text.size() > most ? text.left(most) + QString::fromUtf8("\u2026") : text);
   message->setVisible(!text.isEmpty());
+  Q_EMIT toldAnew(message->text());
 }
 
 QString SetsPane::told() const

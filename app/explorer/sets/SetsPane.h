@@ -52,6 +52,12 @@ public Q_SLOTS:
   void compareSelected();
   void deleteSelected();
 
+Q_SIGNALS:
+  /// What told() says now; the pane may stand behind another one.
+  void toldAnew(QString const& text);
+  /// Runs are being grouped, which takes a while and can be cancelled here.
+  void groupingBegun();
+
 private:
   void build();
   void buildButtons();

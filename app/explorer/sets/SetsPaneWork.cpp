@@ -115,6 +115,7 @@ void SetsPane::groupRuns()
 void SetsPane::cluster(ClusterRequest const& request)
 {
   tell({});
+  Q_EMIT groupingBegun();
   clustering.start([this, request, scan = document.sharedScan()](
                        Background::Cancelled const& cancelled) -> std::function<void()> {
     const std::vector<int> labels =

@@ -5,6 +5,7 @@
 #include "app/explorer/controls/Keys.h"
 #include "app/explorer/controls/PlainText.h"
 #include "app/explorer/controls/TableColumns.h"
+#include "app/explorer/document/ReadFiles.h"
 #include "app/explorer/tables/ParameterTableModel.h"
 
 #include <QClipboard>
@@ -105,7 +106,8 @@ void ParameterTable::refresh()
   Comparison const* compared = document.comparison();
   view->setVisible(compared != nullptr);
   empty->setVisible(compared == nullptr);
-  empty->setText(!document.isOpen() ? "No scan is open."
+  empty->setText(!document.isOpen()         ? "No scan is open."
+                 : document.previewedGate() ? "Parameters are compared when the gate is placed."
                  : document.sieves()
                      ? "Comparing ..."
                      : "Without gates all runs pass.\nDraw or type a gate to compare the runs "
@@ -121,6 +123,7 @@ void ParameterTable::refresh()
 
 void ParameterTable::writeCsv(QString const& path) const
 {
+  requireOtherFile(document.source(), path);
   std::ostringstream text;
   printRankCsv(text, *document.comparison());
   writeText(QFile::encodeName(path).toStdString(), text.str());
@@ -130,7 +133,7 @@ void ParameterTable::exportCsv()
 {
   if (!document.comparison()) return;
   const QString path =
-      QFileDialog::getSaveFileName(this, "Export the table of parameters", "parameters.csv", "CSV (*.csv)");
+      QFileDialog::getSaveFileName(this, "Export the table of parameters", "comparison.csv", "CSV (*.csv)");
   if (path.isEmpty() || !document.comparison()) return;
   try {
     writeCsv(path);

@@ -66,7 +66,9 @@ private:
   void showMenu(QPoint const& at);
   [[nodiscard]] std::vector<std::size_t> runsOf(Rows rows) const;
   [[nodiscard]] std::vector<std::size_t> shownColumns() const;
+  [[nodiscard]] bool mayWrite(QString const& path);
   void askForCsv(Rows rows);
+  void writeScan(std::vector<std::size_t> const& runs, QString const& path);
   void askForScan(std::vector<std::size_t> const& runs);
 
   Document& document;

@@ -1,7 +1,10 @@
 #include "app/explorer/controls/PlainText.h"
+#include "app/explorer/document/ReadFiles.h"
 #include "app/explorer/tables/RunSelection.h"
 #include "app/explorer/tables/RunTable.h"
 #include "app/explorer/tables/RunTableModel.h"
+
+#include <runsieve/core/scan/ScanError.h>
 
 #include <QFileDialog>
 #include <QLabel>
@@ -12,6 +15,8 @@
 namespace runsieve::app {
 
 namespace {
+
+constexpr char notWritten[] = "The runs could not be written.";
 
 struct Entry
 {
@@ -53,7 +58,7 @@ void RunTable::connectWork()
   connect(&work, &RunExport::done, this, &RunTable::tell);
   connect(&work, &RunExport::failed, this, [this](QString const& message) {
     tell({});
-    tellFailure(this, "The runs could not be written.", message);
+    tellFailure(this, notWritten, message);
   });
 }
 
@@ -77,14 +82,30 @@ void RunTable::showMenu(QPoint const& at)
   menu.exec(view->viewport()->mapToGlobal(at));
 }
 
+bool RunTable::mayWrite(QString const& path)
+{
+  try {
+    requireOtherFile(document.source(), path);
+    return true;
+  } catch (ScanError const& error) {
+    tellFailure(this, notWritten, QString::fromUtf8(error.what()));
+    return false;
+  }
+}
+
 void RunTable::writeCsv(Rows rows, QString const& path)
 {
-  work.writeCsv(model->cells(), runsOf(rows), shownColumns(), path);
+  if (mayWrite(path)) work.writeCsv(model->cells(), runsOf(rows), shownColumns(), path);
 }
 
 void RunTable::writeScan(Rows rows, QString const& path)
 {
-  if (document.isOpen() && !runsOf(rows).empty()) work.writeScan(document.sharedScan(), runsOf(rows), path);
+  if (document.isOpen()) writeScan(runsOf(rows), path);
+}
+
+void RunTable::writeScan(std::vector<std::size_t> const& runs, QString const& path)
+{
+  if (!runs.empty() && mayWrite(path)) work.writeScan(document.sharedScan(), runs, path);
 }
 
 void RunTable::askForCsv(Rows rows)
@@ -103,7 +124,7 @@ void RunTable::askForScan(std::vector<std::size_t> const& runs)
   const auto scan = document.sharedScan();
   const QString path =
       QFileDialog::getSaveFileName(this, "Export runs as scan", "runs.csv", "Scans (*.csv);;All files (*)");
-  if (!path.isEmpty()) work.writeScan(scan, runs, path);
+  if (!path.isEmpty() && document.sharedScan() == scan) writeScan(runs, path);
 }
 
 void RunTable::exportCsv()

@@ -66,6 +66,8 @@ ExplorerWindow::ExplorerWindow(QWidget* parent) : QMainWindow(parent)
   connect(&content.undoStack(), &QUndoStack::indexChanged, this, &ExplorerWindow::refreshActions);
   connect(disk.get(), &Files::changed, this, &ExplorerWindow::refresh);
   connect(disk.get(), &Files::changedOnDisk, changedBar, &ChangedFileBar::tell);
+  connect(disk.get(), &Files::goneFromDisk, changedBar, &ChangedFileBar::tellGone);
+  connect(disk.get(), &Files::backOnDisk, changedBar, &QWidget::hide);
   connect(changedBar, &ChangedFileBar::rereadWanted, disk.get(), &Files::reread);
   refresh();
 }

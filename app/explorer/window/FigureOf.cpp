@@ -4,9 +4,6 @@
 #include "app/explorer/figure/ExportDialog.h"
 #include "app/explorer/runs/RunsZoom.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 namespace runsieve::app {
 
 FigureContent figureOf(Document const& document, RunsZoom const& zoom)
@@ -19,8 +16,7 @@ FigureContent figureOf(Document const& document, RunsZoom const& zoom)
 void exportFigure(Document const& document, RunsZoom const& zoom, QWidget* parent)
 {
   ExportDialog dialog(figureOf(document, zoom), document.state().view, parent);
-  std::string const& path = document.source().path;
-  if (!path.empty()) dialog.setFolder(QFileInfo(QFile::decodeName(path.c_str())).absolutePath());
+  dialog.setSource(document.source());
   dialog.exec();
 }
 

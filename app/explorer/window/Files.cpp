@@ -1,6 +1,7 @@
 #include "app/explorer/window/Files.h"
 
 #include "app/explorer/controls/PlainText.h"
+#include "app/explorer/document/ReadFiles.h"
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/SessionFile.h"
@@ -30,6 +31,8 @@ Files::Files(Document& ofDocument, WindowView ofView, QWidget& ofWindow)
   connectReader();
   connectSessions();
   connect(&watch, &FileWatch::changedOnDisk, this, &Files::changedOnDisk);
+  connect(&watch, &FileWatch::goneFromDisk, this, &Files::goneFromDisk);
+  connect(&watch, &FileWatch::backOnDisk, this, &Files::backOnDisk);
 }
 
 void Files::connectReader()
@@ -56,14 +59,12 @@ void Files::connectSessions()
   connect(&loader, &SessionLoader::opened, this,
           [this](Session const& opened, QString const& path, QStringList const& notes) {
             view.show(opened);
-            if (!path.isEmpty()) {
-              session = path;
-              name = QFileInfo(path).fileName();
-              RecentFiles::add(path);
-            }
-            document.undoStack().setClean();
-            if (!notes.isEmpty()) Q_EMIT told(notes.join("; "));
+            QStringList lines = notes;
+            if (origin == Origin::Reread && hadSteps)
+              lines.prepend("The scan was read again; former steps cannot be undone");
+            take(opened, path);
             Q_EMIT changed();
+            if (!lines.isEmpty()) Q_EMIT told(lines.join("; "));
           });
   connect(&loader, &SessionLoader::differs, this, [this](QStringList const& lines) {
     QMessageBox box(QMessageBox::Information, "Runsieve", QString(), QMessageBox::Ok, &window);
@@ -73,9 +74,36 @@ void Files::connectSessions()
     box.exec();
   });
   connect(&loader, &SessionLoader::failed, this, [this](QString const& message) {
-    ErrorDialog::tell(&window, "The session could not be opened", message);
+    const Origin failed = std::exchange(origin, Origin::File);
+    ErrorDialog::tell(&window,
+                      failed == Origin::Reread  ? "The scan could not be read again; what was read stays"
+                      : failed == Origin::Crash ? "The session could not be recovered"
+                                                : "The session could not be opened",
+                      message);
   });
   connect(&loader, &SessionLoader::dataMissing, this, &Files::findData);
+}
+
+void Files::take(Session const& opened, QString const& path)
+{
+  switch (std::exchange(origin, Origin::File)) {
+  case Origin::File:
+    session = path;
+    name = QFileInfo(path).fileName();
+    RecentFiles::add(path);
+    document.undoStack().setClean();
+    break;
+  case Origin::Crash:
+    // It is saved nowhere yet, and must outlive the next crash.
+    session.clear();
+    name = QFileInfo(QString::fromStdString(opened.path)).fileName();
+    autosave.adopt(left);
+    document.undoStack().resetClean();
+    break;
+  case Origin::Reread:
+    if (unsaved) document.undoStack().resetClean();
+    break;
+  }
 }
 
 void Files::findData(QString const& path, QString const& data)
@@ -110,12 +138,16 @@ void Files::openExample()
 void Files::reread()
 {
   if (!document.isOpen() || document.source().path.empty()) return;
-  reader.cancel();
+  cancel();
+  origin = Origin::Reread;
+  unsaved = !document.undoStack().isClean();
+  hadSteps = document.undoStack().count() > 0;
   loader.reread(view.keep);
 }
 
 void Files::cancel()
 {
+  origin = Origin::File;
   reader.cancel();
   loader.opening().cancel();
 }
@@ -139,12 +171,14 @@ bool Files::saveAs()
 bool Files::saveTo(QString const& path)
 {
   try {
+    requireOtherFile(document.source(), path);
     Session kept =
         autosave.fingerprint().empty() ? sessionOf(document) : sessionOf(document, autosave.fingerprint());
     view.keep(kept);
     writeSession(path, kept);
   } catch (std::exception const& error) {
-    ErrorDialog::tell(&window, "The session could not be saved", QString::fromUtf8(error.what()));
+    ErrorDialog::tell(&window, "The session could not be saved", QString::fromUtf8(error.what()),
+                      FileUse::Writing);
     return false;
   }
   session = path;
@@ -158,22 +192,25 @@ bool Files::saveTo(QString const& path)
 
 bool Files::recover()
 {
-  for (RecoverableSession const& left : recoverableSessions()) {
+  for (RecoverableSession const& crashed : recoverableSessions()) {
     QMessageBox box(QMessageBox::Question, "Runsieve", QString(),
                     QMessageBox::Open | QMessageBox::Discard | QMessageBox::Cancel, &window);
     box.setTextFormat(Qt::PlainText);
     box.setText("Runsieve ended unexpectedly. Do you want to go on where you were?");
     box.setInformativeText(
-        toolTipText(QString("%1, %2").arg(left.data, left.savedAt.toString("yyyy-MM-dd hh:mm"))));
+        toolTipText(QString("%1, %2").arg(crashed.data, crashed.savedAt.toString("yyyy-MM-dd hh:mm"))));
     const int answer = box.exec();
     if (answer == QMessageBox::Cancel) return false; // asked again at the next start
     if (answer == QMessageBox::Discard) {
-      discardRecoverable(left);
+      discardRecoverable(crashed);
       continue;
     }
     try {
-      loader.open(readSession(left.path), left.data);
-      discardRecoverable(left);
+      const Session found = readSession(crashed.path);
+      cancel();
+      origin = Origin::Crash;
+      left = crashed.path;
+      loader.open(found, crashed.data);
       return true;
     } catch (std::exception const& error) {
       ErrorDialog::tell(&window, "The session could not be recovered", QString::fromUtf8(error.what()));

@@ -44,6 +44,9 @@ public:
   /// Whether the window may close: asks if something would be lost.
   [[nodiscard]] bool mayClose();
 
+  /// Whether a file is being read.
+  [[nodiscard]] bool isReading() const { return reader.isBusy() || loader.isReading(); }
+  /// The same, or work on what was read.
   [[nodiscard]] bool isBusy() const { return reader.isBusy() || loader.isBusy(); }
   /// What is open, for a title: "scan.csv"; empty if nothing is.
   [[nodiscard]] QString title() const;
@@ -63,12 +66,23 @@ Q_SIGNALS:
   void changed();
   /// The file of the scan has changed since it was read.
   void changedOnDisk(QString const& path);
+  void goneFromDisk(QString const& path);
+  void backOnDisk();
   /// Something to tell that needs no answer.
   void told(QString const& text);
 
 private:
+  /// Where a session that is being opened is from.
+  enum class Origin
+  {
+    File,
+    Crash, ///< what a window has left that ended unexpectedly
+    Reread ///< what was open
+  };
+
   void connectReader();
   void connectSessions();
+  void take(Session const& opened, QString const& path);
   void findData(QString const& path, QString const& data);
 
   Document& document;
@@ -78,8 +92,12 @@ private:
   SessionLoader loader;
   Autosave autosave;
   FileWatch watch;
-  QString name;    ///< of what is open
-  QString session; ///< where it was saved, or read from; empty if it was not
+  Origin origin = Origin::File;
+  QString left;          ///< of Origin::Crash: the file
+  bool unsaved = false;  ///< of Origin::Reread: whether work would have been lost
+  bool hadSteps = false; ///< of Origin::Reread: whether there was something to undo
+  QString name;          ///< of what is open
+  QString session;       ///< where it was saved, or read from; empty if it was not
 };
 
 } // namespace runsieve::app

@@ -27,16 +27,31 @@ struct LimitFields
   AxisMap all; ///< what an empty field means
 
   [[nodiscard]] bool isEmpty() const { return low->text().isEmpty() && high->text().isEmpty(); }
-  /// Nothing if a field holds no number, or the axis would have no length.
+  /// Nothing if a field holds no number.
+  [[nodiscard]] static std::optional<double> numberOf(QLineEdit const& field, double otherwise)
+  {
+    if (field.text().isEmpty()) return otherwise;
+    bool isNumber = false;
+    const double number = field.text().toDouble(&isNumber);
+    return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
+  }
+  /// What is wrong with them; empty if nothing is.
+  [[nodiscard]] QString fault() const
+  {
+    for (QLineEdit const* field : {low, high})
+      if (!numberOf(*field, 0.0))
+        return QString("%1: \"%2\" is no number").arg(field->accessibleName(), field->text());
+    const double from = *numberOf(*low, all.low());
+    const double to = *numberOf(*high, all.high());
+    if (from < to) return {};
+    return QString("%1: %2 is not below %3, the high end")
+        .arg(low->accessibleName(), numberText(from), numberText(to));
+  }
+  /// Nothing with a fault.
   [[nodiscard]] std::optional<TypedRange> range() const
   {
-    bool lowIsNumber = true;
-    bool highIsNumber = true;
-    const double from = low->text().isEmpty() ? all.low() : low->text().toDouble(&lowIsNumber);
-    const double to = high->text().isEmpty() ? all.high() : high->text().toDouble(&highIsNumber);
-    if (!lowIsNumber || !highIsNumber || !std::isfinite(from) || !std::isfinite(to) || !(from < to))
-      return std::nullopt;
-    return TypedRange{from, to};
+    if (!fault().isEmpty()) return std::nullopt;
+    return TypedRange{*numberOf(*low, all.low()), *numberOf(*high, all.high())};
   }
 };
 
@@ -83,6 +98,13 @@ void editLimits(Document& document, RunsZoom const& zoom, QWidget* parent)
   }
   auto* buttons =
       new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Reset);
+  auto* message = new QLabel;
+  message->setTextFormat(Qt::PlainText);
+  message->setWordWrap(true);
+  message->setAccessibleName("Error");
+  message->setMinimumHeight(2 * message->fontMetrics().lineSpacing()); // so that the dialog stays still
+  message->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  grid->addWidget(message, grid->rowCount(), 0, 1, 3);
   grid->addWidget(buttons, grid->rowCount(), 0, 1, 3);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
@@ -94,9 +116,11 @@ void editLimits(Document& document, RunsZoom const& zoom, QWidget* parent)
     }
   });
   auto const check = [&] {
-    bool fine = true;
-    for (LimitFields const& axis : fields) fine = fine && axis.range();
-    buttons->button(QDialogButtonBox::Ok)->setEnabled(fine);
+    QString fault;
+    for (LimitFields const& axis : fields)
+      if (fault.isEmpty()) fault = axis.fault();
+    message->setText(fault);
+    buttons->button(QDialogButtonBox::Ok)->setEnabled(fault.isEmpty());
   };
   for (LimitFields const& axis : fields)
     for (QLineEdit* field : {axis.low, axis.high})

@@ -2,10 +2,12 @@
 
 #include "app/composite/CompositeWindow.h"
 #include "app/explorer/charts/RunBands.h"
+#include "app/explorer/document/ReadFiles.h"
 #include "app/explorer/session/ErrorDialog.h"
 
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/gate/GateRows.h>
+#include <runsieve/core/scan/ScanError.h>
 
 #include <QFile>
 #include <QFileDialog>
@@ -17,6 +19,8 @@
 namespace runsieve::app {
 
 namespace {
+
+constexpr char notSaved[] = "The plot could not be saved";
 
 /// Copies of what a document changes.
 struct PlotSource
@@ -91,7 +95,7 @@ Plots::Plots(Document const& ofDocument, QWidget& ofWindow)
     ErrorDialog::tell(&window, "The composite view could not be made", message);
   });
   connect(&writing, &Background::failed, this, [this](QString const& message) {
-    ErrorDialog::tell(&window, "The plot could not be saved", message);
+    ErrorDialog::tell(&window, notSaved, message, FileUse::Writing);
   });
 }
 
@@ -119,6 +123,12 @@ void Plots::write(QString const& path)
 {
   if (writing.isBusy()) {
     Q_EMIT told("A plot is still being saved: nothing has been begun");
+    return;
+  }
+  try {
+    requireOtherFile(document.source(), path);
+  } catch (ScanError const& error) {
+    ErrorDialog::tell(&window, notSaved, QString::fromUtf8(error.what()), FileUse::Writing);
     return;
   }
   Q_EMIT told("Saving the plot...");

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace runsieve::app {
@@ -45,10 +46,18 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent)
   row->addStretch(1);
   row->addLayout(column);
   row->addStretch(1);
+  auto* page = new QWidget;
+  auto* middle = new QVBoxLayout(page);
+  middle->addStretch(1);
+  middle->addLayout(row);
+  middle->addStretch(2);
+  auto* scroll = new QScrollArea; // for windows that are low, or letters that are large
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidgetResizable(true);
+  scroll->setWidget(page);
   auto* layout = new QVBoxLayout(this);
-  layout->addStretch(1);
-  layout->addLayout(row);
-  layout->addStretch(2);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(scroll);
   connect(open, &QPushButton::clicked, this, &StartPage::openWanted);
   connect(example, &QPushButton::clicked, this, &StartPage::exampleWanted);
 }

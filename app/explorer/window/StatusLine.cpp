@@ -9,12 +9,26 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 
 namespace runsieve::app {
 
-StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
-    : QObject(&bar), document(ofDocument), files(ofFiles)
+namespace {
+
+QString differenceText(Comparison const& compared)
+{
+  if (compared.passing == 0 || compared.others == 0) return "nothing to compare";
+  std::size_t significant = 0;
+  for (ParameterComparison const& parameter : compared.parameters)
+    significant += parameter.significant ? 1 : 0;
+  return QString("%1 of %2 parameters differ").arg(significant).arg(compared.parameters.size());
+}
+
+} // namespace
+
+StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& ofBar)
+    : QObject(&ofBar), document(ofDocument), files(ofFiles), bar(ofBar)
 {
   constexpr int steps = 1000;
   status = new QLabel;
@@ -35,6 +49,7 @@ StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
     bar.addPermanentWidget(widget);
     widget->hide();
   }
+  limitTips();
   connect(notes, &QPushButton::clicked, this, &StatusLine::notesWanted);
   connect(cancelling, &QToolButton::clicked, &files, &Files::cancel);
   connect(&files, &Files::begun, this, [this](QString const& path) {
@@ -46,8 +61,8 @@ StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
   connect(&files, &Files::progressed, this,
           [this](double share) { progress->setValue(static_cast<int>(steps * share)); });
   connect(&files, &Files::changed, this, [this] {
-    progress->setVisible(files.isBusy());
-    cancelling->setVisible(files.isBusy());
+    progress->setVisible(files.isReading());
+    cancelling->setVisible(files.isReading());
     refresh();
   });
   connect(&files, &Files::told, this, &StatusLine::tell);
@@ -58,8 +73,25 @@ StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& bar)
   refresh();
 }
 
+/// Tips of commands cover the line, and a menu that goes away does not always take its tip with it.
+void StatusLine::limitTips()
+{
+  constexpr int longEnough = 4000; // ms, to read a tip
+  auto* away = new QTimer(this);
+  away->setSingleShot(true);
+  away->setInterval(longEnough);
+  connect(away, &QTimer::timeout, &bar, &QStatusBar::clearMessage);
+  connect(&bar, &QStatusBar::messageChanged, away, [away](QString const& text) {
+    if (text.isEmpty())
+      away->stop();
+    else
+      away->start();
+  });
+}
+
 void StatusLine::tell(QString const& text)
 {
+  bar.clearMessage();
   if (text.isEmpty())
     refresh();
   else
@@ -80,7 +112,8 @@ void StatusLine::refreshNotes()
 
 void StatusLine::refresh()
 {
-  if (files.isBusy()) return;
+  bar.clearMessage();
+  if (files.isReading()) return;
   if (!document.isOpen()) {
     status->setText("Open a scan: File, Open (Ctrl+O)");
     return;
@@ -89,14 +122,14 @@ void StatusLine::refresh()
   QString text = QString("%L1 runs, %L2 times").arg(scan.runs.size()).arg(scan.times.size());
   if (document.sieves()) text += QString("   |   %L1 runs pass").arg(document.passing().count());
   if (Comparison const* compared = document.comparison()) {
-    std::size_t significant = 0;
-    for (ParameterComparison const& parameter : compared->parameters)
-      significant += parameter.significant ? 1 : 0;
-    text += QString("   |   %1 of %2 parameters differ").arg(significant).arg(compared->parameters.size());
+    text += "   |   " + differenceText(*compared);
     if (!document.isCompared()) text += " ...";
   }
   const std::size_t left = scan.runs.size() - document.eligible().count();
-  if (left > 0) text += QString("   |   %L1 runs are not complete, not compared").arg(left);
+  if (left == scan.runs.size())
+    text += "   |   no run is complete: none is compared, unless a gate asks for the status";
+  else if (left > 0)
+    text += QString("   |   %L1 runs are not complete, not compared").arg(left);
   status->setText(text);
 }
 

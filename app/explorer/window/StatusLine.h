@@ -33,9 +33,11 @@ Q_SIGNALS:
 private:
   void refresh();
   void refreshNotes();
+  void limitTips();
 
   Document& document;
   Files& files;
+  QStatusBar& bar;
   QLabel* status = nullptr;
   QPushButton* notes = nullptr;     ///< hidden if there is nothing to tell
   QProgressBar* progress = nullptr; ///< hidden while nothing is read

@@ -95,6 +95,8 @@ void ExplorerWindow::connectSetActions()
   table->on("set.file", [this] { setsPane->chooseFile(); });
   table->on("set.cluster", [this] { setsPane->groupRuns(); });
   table->on("set.failed", [this] { setsPane->keepIncomplete(); });
+  connect(setsPane, &SetsPane::groupingBegun, this, [this] { layout->bring(*setsPane); });
+  connect(setsPane, &SetsPane::toldAnew, this, [this](QString const& text) { status->tell(text); });
 }
 
 void ExplorerWindow::connectGateActions()

@@ -72,7 +72,7 @@ void ComparedRuns::add(ScanParameter const& parameter, std::size_t position)
   for (std::size_t const run : runs) entry.values.push_back(parameter.values[run]);
   OrderedValues ordered = orderedValues(entry.values.data(), entry.values.size());
   if (ordered.groupEnds.size() < 2) {
-    left.push_back({parameter.label.name, "does not vary", position});
+    left.push_back({parameter.label.name, runs.empty() ? "has no complete run" : "does not vary", position});
     return;
   }
   compared.push_back({std::move(ordered), parameter.isText() ? Steps::EACH_GROUP : Steps::CUMULATIVE});

@@ -79,6 +79,17 @@ void warnOfGroups(std::vector<ComparisonWarning>& warnings, std::size_t passing,
   auto const told = [](std::size_t count, char const* what) {
     return "only " + std::to_string(count) + (count == 1 ? " run " : " runs ") + what;
   };
+  if (passing == 0 && others == 0) {
+    addWarning(warnings, "small group", {"no run is compared"},
+               "only complete runs are, unless a gate asks for their status");
+    return;
+  }
+  if (passing == 0 || others == 0) {
+    addWarning(warnings, "small group", {passing == 0 ? "no run passes" : "every run passes"},
+               passing == 0 ? "there is nothing to compare: wider gates, or fewer"
+                            : "there is nothing to compare: narrower gates, or more");
+    return;
+  }
   std::vector<std::string> small;
   if (passing < smallGroup) small.push_back(told(passing, passing == 1 ? "passes" : "pass"));
   if (others < smallGroup) small.push_back(told(others, others == 1 ? "does not pass" : "do not pass"));

@@ -33,7 +33,7 @@ struct DesignOfRuns
 void addWarning(std::vector<ComparisonWarning>& warnings, char const* kind,
                 std::vector<std::string> const& things, char const* advice);
 
-/// Warns of small groups.
+/// Warns of small groups, and of empty ones, which leave nothing to compare.
 void warnOfGroups(std::vector<ComparisonWarning>& warnings, std::size_t passing, std::size_t others);
 
 /// Warns of runs that are no independent draws, where that matters.

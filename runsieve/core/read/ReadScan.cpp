@@ -73,6 +73,27 @@ void joinParameters(ScanFile& result, std::string const& path, ReadOptions const
   }
 }
 
+/// Options with those of the file beside the scan; without them if that file is damaged by now.
+ReadOptions mergedOptions(std::string const& importFile, ReadOptions const& options)
+{
+  try {
+    return withImportFile(importFile, options);
+  } catch (ScanError const&) {
+    return options;
+  }
+}
+
+void addFolder(std::vector<std::string>& files, std::string const& folder)
+{
+  try {
+    FolderFiles const listed = listFolder(folder);
+    for (auto const* const paths : {&listed.texts, &listed.parameterFiles})
+      for (std::string const& path : *paths) files.push_back((std::filesystem::path(folder) / path).string());
+  } catch (ScanError const&) {
+    return; // it is gone, or may not be read any more
+  }
+}
+
 ScanFile readWith(std::string const& path, ReadOptions const& options)
 {
   ScanFile result = readContent(path, options);
@@ -91,6 +112,22 @@ ScanFile readScan(std::string const& path, ReadOptions const& options)
   result.report.findings.insert(result.report.findings.begin(),
                                 {"options were taken from " + importFile, "", false});
   return result;
+}
+
+std::vector<std::string> filesOfScan(std::string const& path, ReadOptions const& options)
+{
+  std::vector<std::string> files = {path};
+  std::string const importFile = importFileOf(path);
+  if (!importFile.empty()) files.push_back(importFile);
+  ReadOptions const read = importFile.empty() ? options : mergedOptions(importFile, options);
+  if (!read.parametersFile.empty()) {
+    files.push_back(givenParametersFile(path, read));
+  } else if (!read.parameters && !isFolder(path)) {
+    for (std::string const& table : parameterFilesIn(std::filesystem::path(path).parent_path().string()))
+      files.push_back(table);
+  }
+  if (isFolder(path)) addFolder(files, path);
+  return files;
 }
 
 } // namespace runsieve

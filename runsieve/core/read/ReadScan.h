@@ -5,6 +5,7 @@
 #include <runsieve/core/runsieve_core_export.h>
 
 #include <string>
+#include <vector>
 
 namespace runsieve {
 
@@ -22,5 +23,11 @@ namespace runsieve {
 /// and column, with advice, for what cannot be read; nothing is then kept. \throw ReadCancelled
 [[nodiscard]] RUNSIEVE_CORE_EXPORT ScanFile readScan(std::string const& path,
                                                      ReadOptions const& options = {});
+
+/// The files from which readScan() reads a scan: the file or folder itself, those in the folder, the file of
+/// options beside it, and tables of its parameters. Nobody who works with the scan should write over one.
+/// What cannot be looked up, such as a folder that is gone, is left out.
+[[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<std::string> filesOfScan(std::string const& path,
+                                                                        ReadOptions const& options = {});
 
 } // namespace runsieve

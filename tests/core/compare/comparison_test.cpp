@@ -336,6 +336,22 @@ TEST(ComparisonWarnings, TellOfSmallGroups)
   EXPECT_EQ(compareParameters(scan, firstRuns(100, 91)).warnings.at(0).text, "only 9 runs do not pass");
 }
 
+TEST(ComparisonWarnings, TellThatThereIsNothingToCompare)
+{
+  const Scan scan = shiftedScan();
+  auto const told = [](Comparison const& found) {
+    return found.warnings.at(0).text + ": " + found.warnings.at(0).advice;
+  };
+  EXPECT_THAT(told(compareParameters(scan, firstRuns(100, 0))),
+              HasSubstr("no run passes: there is nothing to compare"));
+  EXPECT_THAT(told(compareParameters(scan, firstRuns(100, 100))),
+              HasSubstr("every run passes: there is nothing to compare"));
+  const Comparison none = compareParameters(scan, firstRuns(100, 10), firstRuns(100, 0));
+  EXPECT_THAT(told(none), HasSubstr("no run is compared: only complete runs are"));
+  ASSERT_FALSE(none.leftOut.empty());
+  EXPECT_EQ(none.leftOut[0].reason, "has no complete run");
+}
+
 TEST(ComparisonWarnings, TellOfFewLevels)
 {
   Values levels = draws(100, 4);

@@ -8,6 +8,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace runsieve::test {
 namespace {
 
@@ -127,6 +129,32 @@ TEST_F(ImportFile, StandsBesideTheScanUnderItsNameOrThatWithoutTheEnding)
   ScanFile const file = readScan(scan);
   EXPECT_THAT(outputsOf(file.scan), ElementsAre("B"));
   EXPECT_THAT(findingsOf(file.report), Contains("options were taken from " + longer));
+}
+
+TEST_F(ImportFile, IsOneOfTheFilesOfItsScanAsAreTablesOfParameters)
+{
+  std::string const scan = folder.write("run,time,A\n1,0,5\n1,1,6\n2,0,5\n2,1,8\n");
+  EXPECT_THAT(filesOfScan(scan), ElementsAre(scan));
+  std::string const found = folder.write("run,k\n1,5\n2,6\n", "parameters.csv");
+  EXPECT_THAT(filesOfScan(scan), ElementsAre(scan, found));
+  std::string const named = folder.write("run,k\n1,5\n2,6\n", "doses.csv");
+  ReadOptions options;
+  options.parametersFile = "doses.csv";
+  EXPECT_THAT(filesOfScan(scan, options), ElementsAre(scan, named)) << "another one is not looked for";
+  std::string const import = folder.write(R"({"parameters_file": "doses.csv"})", "scan.csv.import.json");
+  EXPECT_THAT(filesOfScan(scan), ElementsAre(scan, import, named));
+  folder.write("{", "scan.csv.import.json");
+  EXPECT_THAT(filesOfScan(scan), ElementsAre(scan, import, found)) << "damaged by now";
+}
+
+TEST(FilesOfScan, OfAFolderAreThoseOfItsRuns)
+{
+  TempFolder folder;
+  std::string const first = folder.write("time,A\n0,5\n1,6\n", "1.csv");
+  folder.write("a picture", "figure.png");
+  std::string const all = std::filesystem::path(first).parent_path().string();
+  EXPECT_THAT(filesOfScan(all), ElementsAre(all, first));
+  EXPECT_THAT(filesOfScan(all + "/gone"), ElementsAre(all + "/gone"));
 }
 
 } // namespace
