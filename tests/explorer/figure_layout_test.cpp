@@ -257,7 +257,7 @@ TEST_F(FigureLayout, AWideFigureEndsWithLegendAndThresholdsAtOneHeight)
   for (FigureText const& text : drawing.texts)
     if (text.text.startsWith("* adjusted")) thresholds = text.begin.y();
   double legend = 0.0;
-  for (RecordedText const& text : page->recorded().texts)
+  for (FigureText const& text : drawing.texts)
     if (text.text.startsWith("parameters: dark")) legend = text.begin.y();
   EXPECT_NEAR(legend, thresholds, 1.0);
 }
