@@ -96,6 +96,7 @@ struct FigureScene : DocumentScene
     PaintRecorder page((paper().size() + QSizeF(1.0, 1.0)).toSize());
     QPainter painter(&page);
     notes = app::paintFigure(painter, paper(), drawn, options, pixelsPerUnit);
+    EXPECT_TRUE(isAsNew(painter));
     painter.end();
     drawing = {};
     for (Drawn const& each : page.painting().all) drawing.add(each);

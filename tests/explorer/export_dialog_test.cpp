@@ -348,7 +348,10 @@ TEST_F(ExportScene, NumbersHaveTheirUnitsAndLimits)
       EXPECT_EQ(box->maximum(), app::FigureOptions::longest);
     }
   }
-  for (auto* box : form.findChildren<QSpinBox*>()) texts << box->text();
+  for (auto* box : form.findChildren<QSpinBox*>()) {
+    texts << box->text();
+    EXPECT_EQ(box->singleStep(), box->accessibleName() == "Resolution" ? 50 : 1);
+  }
   for (char const* text : {"180.0 mm", "130.0 mm", "8.0 pt", "0.75 pt", "300 dpi", "6"})
     EXPECT_TRUE(texts.contains(text)) << text << " is not among " << texts.join(" | ").toStdString();
 }

@@ -107,6 +107,9 @@ TEST_F(FigureFile, AnSvgHasRealTextAndOneImageForEachChart)
     EXPECT_TRUE(found.contains(text)) << text << " is not among " << found.join(" | ").toStdString();
   EXPECT_EQ(svg.count("<image"), 2);
   EXPECT_THAT(svg.left(600).toStdString(), HasSubstr("width=\"180mm\""));
+  const app::FigureOptions whole;
+  EXPECT_THAT(svg.left(600).toStdString(),
+              HasSubstr(QString("viewBox=\"0 0 %1 ").arg(app::figureSize(whole).width()).toStdString()));
 }
 
 TEST_F(FigureFile, APdfHasLettersThatCanBeSelected)
