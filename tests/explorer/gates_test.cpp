@@ -621,6 +621,20 @@ TEST_F(GatesScene, OnlyWhatNeedsMoreRoomThanARowIsToldBelow)
   EXPECT_EQ(details(), nullptr);
 }
 
+TEST_F(GatesScene, NamesHaveTheRoomThatTheyNeedUpToAPartOfTheList)
+{
+  addGate(gateOnA(0.5, 1.0));
+  auto const nameIt = [&](std::string const& name) {
+    document.change("Name", [&](app::State& state) { state.gates[0].name = name; });
+    return pane.list()->columnWidth(GateListModel::Name);
+  };
+  const int before = pane.list()->columnWidth(GateListModel::Name);
+  EXPECT_EQ(nameIt("one"), before);
+  const QString name = "early peak of the repressor";
+  EXPECT_GT(nameIt(name.toStdString()), pane.fontMetrics().horizontalAdvance(name));
+  EXPECT_LT(nameIt(std::string(300, 'x')), 0.5 * pane.list()->viewport()->width());
+}
+
 TEST_F(GatesScene, LongListsOfRunsAreCut)
 {
   Gate gate;

@@ -130,7 +130,7 @@ void paintLegend(QPainter& painter, QRectF const& room, std::vector<LegendLine> 
   const Detail details[] = {{},
                             {shortBar},
                             {shortBar, false},
-                            {shortestBar, false},
+                            {shortBar, false, cutText},
                             {shortestBar, false, cutText},
                             {shortestBar, false, shortText}};
   std::size_t count = lines.size();

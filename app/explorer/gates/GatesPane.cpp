@@ -157,6 +157,7 @@ void GatesPane::refresh()
                        .arg(document.scan().runs.size())
                        .arg(document.sieves() || gates == 0 ? "" : "; no gate asks for anything"));
   showSelection();
+  fitNames();
 }
 
 void GatesPane::takeSelection()
@@ -196,9 +197,22 @@ void GatesPane::fitDetails()
   details->setFixedHeight(std::clamp(needed, least * line, most * line));
 }
 
+/// Names have the room that they need, up to a part of the list.
+void GatesPane::fitNames()
+{
+  constexpr double part = 0.45;
+  constexpr int margin = 8;
+  QAbstractItemView const& list = *view;
+  const int most = static_cast<int>(part * view->viewport()->width());
+  const int now = view->columnWidth(GateListModel::Name);
+  const int wanted = std::min(list.sizeHintForColumn(GateListModel::Name) + margin, most);
+  if (wanted > now) view->setColumnWidth(GateListModel::Name, wanted);
+}
+
 void GatesPane::resizeEvent(QResizeEvent* event)
 {
   QWidget::resizeEvent(event);
+  fitNames();
   fitDetails();
 }
 

@@ -50,6 +50,7 @@ private:
   void takeSelection();
   void showSelection();
   void fitDetails();
+  void fitNames();
   void showMenu(QPoint const& at);
 
   Document& document;

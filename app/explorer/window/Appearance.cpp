@@ -1,10 +1,11 @@
 #include "app/explorer/window/Appearance.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QSettings>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QStyleOption>
 
 namespace runsieve::app {
 
@@ -31,6 +32,28 @@ QPalette paletteOf(QColor const& window, QColor const& base, QColor const& text,
   return palette;
 }
 
+/// Fusion, whose boxes to tick have sides that are seen on a dark ground as well.
+class ClearFusion : public QProxyStyle
+{
+public:
+  ClearFusion() : QProxyStyle("Fusion") {}
+
+  void drawPrimitive(PrimitiveElement element, QStyleOption const* option, QPainter* painter,
+                     QWidget const* widget) const override
+  {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element != PE_IndicatorCheckBox && element != PE_IndicatorItemViewItemCheck) return;
+    constexpr double pallor = 0.55;
+    QColor side = option->palette.color(QPalette::Text);
+    side.setAlphaF(pallor);
+    painter->save();
+    painter->setPen(side);
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+  }
+};
+
 QPalette darkPalette()
 {
   return paletteOf(QColor(43, 46, 52), QColor(30, 32, 37), QColor(226, 228, 232), QColor(128, 133, 142));
@@ -56,7 +79,7 @@ void apply(Appearance appearance)
     return;
   }
   // Other styles draw parts in colours of their own.
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QApplication::setStyle(new ClearFusion); // the application owns it
   QApplication::setPalette(appearance == Appearance::Dark ? darkPalette() : lightPalette());
 }
 
