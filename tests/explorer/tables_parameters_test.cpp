@@ -407,7 +407,7 @@ TEST_F(ParameterTableScene, AnExportAsksForAFile)
     NextFile asked(folder.filePath("table.csv"));
     pane.exportCsv();
     EXPECT_TRUE(asked.seen());
-    EXPECT_TRUE(asked.proposed.endsWith("parameters.csv"));
+    EXPECT_TRUE(asked.proposed.endsWith("comparison.csv")) << asked.proposed.toStdString();
   }
   EXPECT_TRUE(QFile::exists(folder.filePath("table.csv")));
   {

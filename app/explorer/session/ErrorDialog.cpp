@@ -31,7 +31,7 @@ QLabel* plainLabel(QString const& text)
 
 QString adviceOn(QString const& message, FileUse use)
 {
-  constexpr char gone[] = "No such file";
+  static constexpr char gone[] = "No such file";
   if (use == FileUse::Writing && message.contains(gone, Qt::CaseInsensitive))
     return "The folder is not there. Choose another place, or make the folder.";
   static const std::pair<char const*, char const*> known[] = {
