@@ -13,8 +13,9 @@ FigureContent figureOf(Document const& document, RunsZoom const& zoom)
   return figureContentOf(document, zoom.time(), std::move(values));
 }
 
-void exportFigure(Document const& document, RunsZoom const& zoom, QWidget* parent)
+void exportFigure(Document& document, RunsZoom const& zoom, QWidget* parent)
 {
+  document.cancelPreview(); // a gate under the hand is given up when the dialog opens
   ExportDialog dialog(figureOf(document, zoom), document.state().view, parent);
   dialog.setSource(document.source());
   dialog.exec();

@@ -13,6 +13,6 @@ class RunsZoom;
 [[nodiscard]] FigureContent figureOf(Document const& document, RunsZoom const& zoom);
 
 /// Makes a figure of what is shown, in a dialog.
-void exportFigure(Document const& document, RunsZoom const& zoom, QWidget* parent);
+void exportFigure(Document& document, RunsZoom const& zoom, QWidget* parent);
 
 } // namespace runsieve::app
