@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/explorer/charts/ChartFrame.h"
-#include "app/explorer/document/Document.h"
 #include "app/explorer/charts/TextBars.h"
+#include "app/explorer/document/Document.h"
 
 #include <QStringList>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/explorer/charts/TextBars.h"
 #include "app/explorer/parameters/GateHold.h"
 #include "app/explorer/parameters/ParameterSpans.h"
-#include "app/explorer/charts/TextBars.h"
 
 #include <Qt>
 
