@@ -433,6 +433,25 @@ TEST_F(FigureColours, ScaleBarsTellTheLargestAndTheSmallestNumberOfRunsFromTheir
   EXPECT_THAT(found("runs"), SizeIs(2));
 }
 
+TEST_F(FigureColours, BesideSetsScaleBarsAreThoseOfAllRunsAndOfThePassingRuns)
+{
+  gate();
+  document.change("Sets", [](app::State& state) {
+    for (char const* name : {"one", "two"}) state.sets.push_back({name, RunSet(40, true), 1, true, ""});
+  });
+  showOutputs({1});
+  options.strongest = 0;
+  draw();
+  const auto bars = shapes(Kind::Rectangle, [](FigureShape const& shape) {
+    return shape.brush.style() == Qt::LinearGradientPattern;
+  });
+  ASSERT_THAT(bars, SizeIs(2));
+  const QColor upper = bars[0].brush.gradient()->stops().back().second;
+  EXPECT_GT(upper.red(), upper.green()) << "passing";
+  const QColor lower = bars[1].brush.gradient()->stops().back().second;
+  EXPECT_GE(lower.blue(), lower.green()) << "all";
+}
+
 TEST_F(FigureColours, ScaleBarsHaveRoomForFiveDigits)
 {
   document.open(lineScan(12'000, 1), {});

@@ -136,8 +136,10 @@ void RunsFigure::paintBars(QPainter& painter, RunsRenderer::Images const& images
   const QRectF room(frame.plot().right() + 2.0 * theme.gap, frame.plot().top(),
                     whole.right() - frame.plot().right() - 2.0 * theme.gap, frame.plot().height());
   std::vector<std::size_t> bars;
-  for (std::size_t i = 0; i < images.size() && bars.size() < mostBars; ++i)
+  for (std::size_t i = 0; i < images.size(); ++i)
     if (images[i].scale.largest() > 0.0) bars.push_back(i);
+  // All runs, and the uppermost layer: the passing runs if there are some.
+  while (bars.size() > mostBars) bars.erase(bars.begin() + 1);
   // Where two have no room the upper layer has one.
   const double least = leastBar * QFontMetricsF(theme.font).height();
   while (bars.size() > 1 && room.height() < least * static_cast<double>(bars.size()))

@@ -38,8 +38,10 @@ QString boxWords(BoxOfRuns const& box)
                shareText(box.quality.mass))
           .arg(box.quality.runs);
   if (box.density.count > 0 && box.coverage.count > 0)
-    words += QString(" Boxes of halves of the runs, tried on the other halves: coverage %1, density %2.")
-                 .arg(shareText(box.coverage.median), shareText(box.density.median));
+    words +=
+        QString(
+            " Boxes of halves of the runs, tried on the other halves (blue cross): coverage %1, density %2.")
+            .arg(shareText(box.coverage.median), shareText(box.density.median));
   for (ComparisonWarning const& warning : box.warnings)
     words += " " + QString::fromStdString(warning.text) + ".";
   return words;
