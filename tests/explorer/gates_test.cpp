@@ -104,6 +104,22 @@ struct GatesScene : DocumentScene
   }
 };
 
+TEST_F(GatesScene, TheMenuClosesWhenAnotherScanOpens)
+{
+  addGate(gateOnA(0.5, 1.0));
+  document.selectGate(0);
+  bool closed = false;
+  QTimer::singleShot(0, [&] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    document.open(lineScan(20), {});
+    closed = !menu->isVisible();
+    menu->close();
+  });
+  Q_EMIT pane.list()->customContextMenuRequested({5, 5});
+  EXPECT_TRUE(closed);
+}
+
 TEST_F(GatesScene, EachGateHasARowWithWhatItAsksForAndTheRunsLeftAfterIt)
 {
   addGate(gateOnA(0.5, 1.0));

@@ -540,6 +540,16 @@ TEST_F(SetsScene, TheMenuOfASetShowsItColoursItAndPinsItsRuns)
   EXPECT_TRUE(sets()[0].shown);
 }
 
+TEST_F(SetsScene, TheMenuClosesWhenAnotherScanOpens)
+{
+  addSet("a", {3, 4});
+  click(0);
+  withMenu([this](QMenu& menu) {
+    document.open(lineScan(20), {});
+    EXPECT_FALSE(menu.isVisible());
+  });
+}
+
 TEST_F(SetsScene, TheMenuWithoutASetOffersNewOnesAlone)
 {
   addSet("a", {3, 4});

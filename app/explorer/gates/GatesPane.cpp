@@ -262,6 +262,7 @@ void GatesPane::moveSelectedDown()
 void GatesPane::showMenu(QPoint const& at)
 {
   QMenu menu(this);
+  connect(&document, &Document::opened, &menu, &QMenu::close); // its rows are those of the former scan
   menu.addAction("New gate...", this, &GatesPane::typeGate)->setEnabled(document.isOpen());
   if (auto const gate = document.selectedGate()) {
     menu.addAction("Edit...", this, &GatesPane::editSelected);

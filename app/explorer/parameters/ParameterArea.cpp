@@ -182,6 +182,7 @@ void ParameterArea::contextMenuEvent(QContextMenuEvent* event)
   if (!parameter) return;
   setCurrent(*parameter);
   QMenu menu(this);
+  connect(&document, &Document::opened, &menu, &QMenu::close); // its parameter is one of the former scan
   connect(menu.addAction("&Open large"), &QAction::triggered, this,
           [this, parameter = *parameter] { Q_EMIT chosen(parameter); });
   fillParameterMenu(menu, runs, *parameter);

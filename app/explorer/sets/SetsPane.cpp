@@ -198,6 +198,7 @@ void SetsPane::fillSetMenu(QMenu& menu)
 void SetsPane::showMenu(QPoint const& at)
 {
   QMenu menu(this);
+  connect(&document, &Document::opened, &menu, &QMenu::close); // its rows are those of the former scan
   if (selected().size() == 1) fillSetMenu(menu);
   QMenu* creating = menu.addMenu("New");
   fillNewMenu(*creating);
