@@ -1,9 +1,8 @@
-#include "DocumentScene.h"
 #include "Mouse.h"
+#include "RunsScene.h"
 
 #include "app/explorer/controls/SearchableBox.h"
 #include "app/explorer/runs/RunsLegend.h"
-#include "app/explorer/runs/RunsPane.h"
 
 #include <gmock/gmock.h>
 
@@ -25,24 +24,8 @@ using app::RunsView;
 using testing::ElementsAre;
 
 /// Hands on the charts of a scan of lines.
-struct RunsHands : DocumentScene
+struct RunsHands : RunsScene
 {
-  RunsPane pane{document};
-
-  void SetUp() override
-  {
-    pane.resize(800, 600);
-    pane.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&pane));
-    ASSERT_TRUE(settlePane());
-  }
-  [[nodiscard]] bool settlePane()
-  {
-    return waitFor([this] { return pane.isSettled() && document.isCompared(); });
-  }
-  [[nodiscard]] RunsView& view(std::size_t place = 0) { return *pane.view(place); }
-  [[nodiscard]] QPointF at(double time, double value) { return view().frame().at(time, value); }
-  [[nodiscard]] Gate const& gate(std::size_t i = 0) { return document.state().gates.at(i).gate; }
   [[nodiscard]] Qt::CursorShape cursorAt(double time, double value)
   {
     Mouse(view()).move(at(time, value));

@@ -1,7 +1,5 @@
-#include "DocumentScene.h"
 #include "Mouse.h"
-
-#include "app/explorer/runs/RunsPane.h"
+#include "RunsScene.h"
 
 #include <gmock/gmock.h>
 
@@ -28,30 +26,13 @@ std::shared_ptr<Scan const> steadyScan()
   return scan;
 }
 
-/// The charts of the runs of a scan of lines in a window.
-struct RunsViewScene : DocumentScene
+/// Pictures of the charts.
+struct RunsViewScene : RunsScene
 {
-  RunsPane pane{document};
-
-  void SetUp() override
-  {
-    pane.resize(800, 600);
-    pane.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&pane));
-    ASSERT_TRUE(settlePane());
-  }
-
-  [[nodiscard]] bool settlePane()
-  {
-    return waitFor([this] { return pane.isSettled() && document.isCompared(); });
-  }
-  [[nodiscard]] RunsView& view(std::size_t place = 0) { return *pane.view(place); }
-  [[nodiscard]] QPointF at(double time, double value) { return view().frame().at(time, value); }
   void drawGate(double firstTime, double low, double lastTime, double high)
   {
     Mouse(view()).drag(at(firstTime, low), at(lastTime, high));
   }
-  [[nodiscard]] Gate const& gate(std::size_t i = 0) { return document.state().gates.at(i).gate; }
   [[nodiscard]] std::vector<std::size_t> runsWithK0(double low, double high)
   {
     std::vector<std::size_t> runs;
