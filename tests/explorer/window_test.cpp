@@ -305,6 +305,18 @@ TEST_F(WindowScene, AStoredPlotOpensWithItsGates)
   EXPECT_EQ(document().passing(), passing);
 }
 
+TEST_F(WindowScene, EndsWithAnyPageOfTheParametersInFront)
+{
+  for (char const* page : {"page.charts", "page.pairs", "page.box", "page.parallel", "page.stability"}) {
+    ASSERT_TRUE(openLines());
+    Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9));
+    trigger(page);
+    document().change("More", [](app::State& state) { state.gates[0].gate.range.low = 0.6; });
+    window = std::make_unique<app::ExplorerWindow>(); // under way or not, what the page computes ends
+    window->show();
+  }
+}
+
 TEST_F(WindowScene, APlotThatCannotBeSavedIsTold)
 {
   ASSERT_TRUE(openLines());

@@ -79,6 +79,11 @@ ExplorerWindow::~ExplorerWindow()
   content.undoStack().disconnect(this);
   disk->disconnect();
   disk.reset();
+  // Panes that are hidden as they go look at the document once more: they go before it does.
+  const std::vector<QDockWidget*> docks = layout->docks();
+  delete layout;
+  qDeleteAll(docks);
+  delete takeCentralWidget();
 }
 
 ExplorerWindow* newExplorerWindow()
