@@ -143,7 +143,7 @@ TEST_F(ImportFile, IsOneOfTheFilesOfItsScanAsAreTablesOfParameters)
   EXPECT_THAT(filesOfScan(scan, options), ElementsAre(scan, named)) << "another one is not looked for";
   std::string const import = folder.write(R"({"parameters_file": "doses.csv"})", "scan.csv.import.json");
   EXPECT_THAT(filesOfScan(scan), ElementsAre(scan, import, named));
-  folder.write("{", "scan.csv.import.json");
+  (void)folder.write("{", "scan.csv.import.json");
   EXPECT_THAT(filesOfScan(scan), ElementsAre(scan, import, found)) << "damaged by now";
 }
 
@@ -151,7 +151,7 @@ TEST(FilesOfScan, OfAFolderAreThoseOfItsRuns)
 {
   TempFolder folder;
   std::string const first = folder.write("time,A\n0,5\n1,6\n", "1.csv");
-  folder.write("a picture", "figure.png");
+  (void)folder.write("a picture", "figure.png");
   std::string const all = std::filesystem::path(first).parent_path().string();
   EXPECT_THAT(filesOfScan(all), ElementsAre(all, first));
   EXPECT_THAT(filesOfScan(all + "/gone"), ElementsAre(all + "/gone"));
