@@ -1,9 +1,11 @@
 #include "Dialogs.h"
 #include "WindowScene.h"
 
+#include "app/explorer/figure/ExportDialog.h"
 #include "app/explorer/window/ActionTable.h"
 #include "app/explorer/window/Appearance.h"
 #include "app/explorer/window/CommandSearch.h"
+#include "app/explorer/window/FigureOf.h"
 #include "app/explorer/window/Icons.h"
 #include "app/explorer/window/LimitsDialog.h"
 #include "app/explorer/window/MethodDialog.h"
@@ -146,6 +148,17 @@ TEST_F(DialogScene, ItIsToldWhyLimitsMakeNoAxis)
     EXPECT_TRUE(message->text().isEmpty());
     press(dialog, QDialogButtonBox::Cancel);
   });
+}
+
+TEST_F(DialogScene, AFigureIsOfWhatIsZoomedInOn)
+{
+  zoom.show(app::AxisMap(2.0, 4.0), 0, app::AxisMap(0.25, 0.5));
+  const app::FigureContent content = app::figureOf(document, zoom);
+  EXPECT_EQ(content.time, zoom.time());
+  EXPECT_EQ(content.values.at(0), zoom.value(0));
+  NextDialogOf<app::ExportDialog> next([](app::ExportDialog& dialog) { dialog.reject(); });
+  app::exportFigure(document, zoom, nullptr);
+  EXPECT_TRUE(next.seen());
 }
 
 TEST_F(DialogScene, ResetClearsAllLimits)
