@@ -193,6 +193,21 @@ TEST_F(PaintedCharts, AnAxisWithoutNumbersHasMarksAloneAndLeavesTheRoomToThePlot
   EXPECT_EQ(frameOf(bare).text("0.5"), nullptr);
 }
 
+TEST_F(PaintedCharts, WhereNotEvenTwoNumbersHaveRoomOneStandsAlone)
+{
+  bool alone = false;
+  for (double width = 200.0; width > 30.0; width -= 2.0) {
+    const ChartFrame frame({0, 0, width, 150}, {AxisMap(100'000, 900'000), "x"}, {AxisMap(0, 1), "", false},
+                           theme);
+    std::vector<double> numbers;
+    for (Tick const& tick : frame.horizontalTicks())
+      if (!tick.label.isEmpty()) numbers.push_back(tick.value);
+    ASSERT_FALSE(numbers.empty()) << width;
+    alone = alone || numbers.size() == 1;
+  }
+  EXPECT_TRUE(alone);
+}
+
 TEST_F(PaintedCharts, TextsInPlaceOfNumbersStandAtTheirPlaces)
 {
   ChartAxis horizontal{AxisMap(-0.5, 1.5), "medium"};
