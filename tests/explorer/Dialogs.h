@@ -1,9 +1,12 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -82,5 +85,20 @@ public:
 private:
   NextDialogOf<QFileDialog> next;
 };
+
+/// Looks at the menu that a function opens, and closes it.
+template <class Open> void withMenu(Open const& open, std::function<void(QMenu&)> const& look)
+{
+  bool seen = false;
+  QTimer::singleShot(0, [&] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    seen = true;
+    look(*menu);
+    menu->close();
+  });
+  open();
+  EXPECT_TRUE(seen);
+}
 
 } // namespace runsieve::test

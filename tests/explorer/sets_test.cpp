@@ -1,3 +1,4 @@
+#include "Dialogs.h"
 #include "DocumentScene.h"
 
 #include "app/cli/RankReport.h"
@@ -122,16 +123,7 @@ struct SetsScene : DocumentScene
   /// Opens the menu of the list and looks at it.
   void withMenu(std::function<void(QMenu&)> const& look)
   {
-    bool seen = false;
-    QTimer::singleShot(0, [&] {
-      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-      ASSERT_NE(menu, nullptr);
-      seen = true;
-      look(*menu);
-      menu->close();
-    });
-    Q_EMIT pane.list()->customContextMenuRequested({5, 5});
-    EXPECT_TRUE(seen);
+    test::withMenu([this] { Q_EMIT pane.list()->customContextMenuRequested({5, 5}); }, look);
   }
   /// What the button offers for the selected sets.
   [[nodiscard]] QStringList combinations() const

@@ -249,21 +249,6 @@ TEST_F(ParameterTableScene, ADoubleClickAsksForTheParameter)
   EXPECT_THAT(wanted, ElementsAre(document.comparison()->parameters[0].parameter));
 }
 
-/// Looks at the menu that a signal opens.
-template <class Open> void withMenu(Open const& open, std::function<void(QMenu&)> const& look)
-{
-  bool seen = false;
-  QTimer::singleShot(0, [&] {
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
-    seen = true;
-    look(*menu);
-    menu->close();
-  });
-  open();
-  EXPECT_TRUE(seen);
-}
-
 QStringList entriesOf(QMenu const& menu)
 {
   QStringList texts;

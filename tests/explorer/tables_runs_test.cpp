@@ -141,16 +141,7 @@ struct RunTableScene : testing::Test
   /// Looks at the menu of the table.
   void withMenu(std::function<void(QMenu&)> const& look)
   {
-    bool seen = false;
-    QTimer::singleShot(0, [&] {
-      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-      ASSERT_NE(menu, nullptr);
-      seen = true;
-      look(*menu);
-      menu->close();
-    });
-    Q_EMIT pane.table()->customContextMenuRequested({5, 5});
-    EXPECT_TRUE(seen);
+    test::withMenu([this] { Q_EMIT pane.table()->customContextMenuRequested({5, 5}); }, look);
   }
   /// What was told of the last thing written, if it shows.
   [[nodiscard]] std::string told() const

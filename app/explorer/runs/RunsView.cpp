@@ -1,6 +1,7 @@
 #include "app/explorer/runs/RunsView.h"
 
 #include "app/explorer/controls/LostMouse.h"
+#include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/runs/RunsOverlay.h"
 
 #include <QEvent>
@@ -14,12 +15,6 @@
 namespace runsieve::app {
 
 namespace {
-
-QString titled(ColumnLabel const& label)
-{
-  const QString name = QString::fromStdString(label.name);
-  return label.unit.empty() ? name : QString("%1 (%2)").arg(name, QString::fromStdString(label.unit));
-}
 
 /// What the line and the areas of bands are.
 QString bandsText(BandsKind kind)
@@ -77,7 +72,7 @@ void RunsView::setTimeNumbers(bool on)
 double RunsView::neededLeft() const
 {
   if (!document.isOpen() || output >= document.scan().outputs.size()) return 0.0;
-  const ChartAxis vertical{zoom.value(output), titled(document.scan().outputs[output].label)};
+  const ChartAxis vertical{zoom.value(output), titleOf(document.scan().outputs[output].label)};
   return ChartFrame(rect(), {}, vertical, theme).left();
 }
 
@@ -92,11 +87,11 @@ void RunsView::relayout()
 {
   if (!document.isOpen() || output >= document.scan().outputs.size()) return;
   Scan const& scan = document.scan();
-  ChartAxis horizontal{zoom.time(), timeNumbers ? titled(scan.time) : QString(), timeNumbers};
-  ChartAxis vertical{zoom.value(output), titled(scan.outputs[output].label)};
+  ChartAxis horizontal{zoom.time(), timeNumbers ? titleOf(scan.time) : QString(), timeNumbers};
+  ChartAxis vertical{zoom.value(output), titleOf(scan.outputs[output].label)};
   axes = ChartFrame(QRectF(rect()).adjusted(4.0, 0.0, -2.0, -2.0), std::move(horizontal), std::move(vertical),
                     theme, leastLeft);
-  setAccessibleDescription(titled(scan.outputs[output].label));
+  setAccessibleDescription(titleOf(scan.outputs[output].label));
 }
 
 std::vector<RunsView::RunGroup> RunsView::groups() const
