@@ -13,6 +13,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDockWidget>
@@ -25,6 +26,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QStyleOptionButton>
 #include <QTextBrowser>
 #include <QToolBar>
 #include <QToolButton>
@@ -159,6 +161,24 @@ TEST_F(DialogScene, AFigureIsOfWhatIsZoomedInOn)
   NextDialogOf<app::ExportDialog> next([](app::ExportDialog& dialog) { dialog.reject(); });
   app::exportFigure(document, zoom, nullptr);
   EXPECT_TRUE(next.seen());
+}
+
+TEST(Appearance, BoxesToTickHaveSidesThatAreSeenInTheDark)
+{
+  useTestSettings();
+  const app::Appearance before = app::chosenAppearance();
+  app::chooseAppearance(app::Appearance::Dark);
+  {
+    QCheckBox box("Log");
+    box.adjustSize();
+    QStyleOptionButton option;
+    option.initFrom(&box);
+    const QRect side = box.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &box);
+    const QImage shot = box.grab().toImage();
+    const int ground = box.palette().color(QPalette::Window).lightness();
+    EXPECT_GT(shot.pixelColor(side.left(), side.center().y()).lightness(), ground + 60);
+  }
+  app::chooseAppearance(before);
 }
 
 TEST_F(DialogScene, ResetClearsAllLimits)
