@@ -1,0 +1,78 @@
+// What is painted in figures, stroke by stroke, and what the dialog that makes them looks like.
+
+#include "SnapshotScene.h"
+
+#include "app/explorer/figure/ExportDialog.h"
+#include "app/explorer/figure/PaintFigure.h"
+#include "app/explorer/window/FigureOf.h"
+
+namespace runsieve::test {
+namespace {
+
+struct FigureSnapshots : SnapshotScene
+{
+  app::FigureOptions options;
+
+  void SetUp() override
+  {
+    SnapshotScene::SetUp();
+    fill();
+    options.family = "DejaVu Sans";
+  }
+  [[nodiscard]] QStringList figure()
+  {
+    constexpr double pixelsPerUnit = 0.2;
+    const QRectF paper(QPointF(), app::figureSize(options));
+    const app::FigureContent content = app::figureOf(document(), window->runs().zoom());
+    return Snapshot::of(painting(paper.size().toSize(), [&](QPainter& painter) {
+      app::paintFigure(painter, paper, content, options, pixelsPerUnit);
+    }));
+  }
+};
+
+TEST_F(FigureSnapshots, OfAFigureAsItIsOffered)
+{
+  EXPECT_TRUE(isAsKept("figure", figure()));
+}
+
+TEST_F(FigureSnapshots, OfAFigureWithATitleAndLittleElse)
+{
+  options.title = "What makes them high";
+  options.gates = options.legend = options.counts = options.thresholds = options.scaleBar = false;
+  options.palette = app::FigurePalette::ColourBlind;
+  options.width = 90.0;
+  options.height = 120.0;
+  options.runsLook = app::RunsLook::Lines;
+  options.strongest = 2;
+  EXPECT_TRUE(isAsKept("figure_plain", figure()));
+}
+
+TEST_F(FigureSnapshots, OfBandsAndDensities)
+{
+  options.runsLook = app::RunsLook::Bands;
+  options.parameterLook = app::ParameterLook::Densities;
+  options.parameters = {6, 4, 5};
+  EXPECT_TRUE(isAsKept("figure_bands", figure()));
+}
+
+TEST_F(FigureSnapshots, OfBandsOfWholeRunsAndScatter)
+{
+  options.runsLook = app::RunsLook::WholeBands;
+  options.parameterLook = app::ParameterLook::Scatter;
+  options.outputs = {1};
+  EXPECT_TRUE(isAsKept("figure_whole_bands", figure()));
+}
+
+TEST_F(FigureSnapshots, OfTheDialog)
+{
+  app::ExportDialog dialog(app::figureOf(document(), window->runs().zoom()), document().state().view,
+                           window.get());
+  dialog.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+  QTest::qWait(800);
+  EXPECT_TRUE(isAsKept("figure_dialog", shown(dialog)));
+  dialog.reject();
+}
+
+} // namespace
+} // namespace runsieve::test

@@ -1,0 +1,156 @@
+// What the window as a whole, its menus and its dialogs look like and tell.
+
+#include "Dialogs.h"
+#include "SnapshotScene.h"
+
+#include "app/explorer/gates/GateForm.h"
+#include "app/explorer/session/ChangedFileBar.h"
+#include "app/explorer/session/ErrorDialog.h"
+#include "app/explorer/sets/ClusterForm.h"
+#include "app/explorer/sets/TypeRunsForm.h"
+#include "app/explorer/window/ActionTable.h"
+#include "app/explorer/window/CommandSearch.h"
+#include "app/explorer/window/HelpDialogs.h"
+#include "app/explorer/window/Icons.h"
+#include "app/explorer/window/LimitsDialog.h"
+#include "app/explorer/window/MethodDialog.h"
+#include "app/explorer/window/StartPage.h"
+
+#include <QMenuBar>
+
+namespace runsieve::test {
+namespace {
+
+struct WindowSnapshots : SnapshotScene
+{
+  /// Of the next dialog that a function opens.
+  template <class Open> [[nodiscard]] QStringList dialogOf(Open const& open)
+  {
+    QStringList lines;
+    NextDialogOf<QDialog> next([&](QDialog& dialog) {
+      lines = shown(dialog);
+      dialog.reject();
+    });
+    open();
+    EXPECT_TRUE(next.seen());
+    return lines;
+  }
+  template <class Dialog> [[nodiscard]] static QStringList ofShown(Dialog& dialog)
+  {
+    dialog.show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    return shown(dialog);
+  }
+};
+
+TEST_F(WindowSnapshots, OfTheStart)
+{
+  window->findChild<app::StartPage*>()->setRecent({"/data/first.csv", "/data/second.sieve"});
+  EXPECT_TRUE(isAsKept("window_start", shown(*window)));
+}
+
+TEST_F(WindowSnapshots, OfMenusWithoutAScan)
+{
+  EXPECT_TRUE(isAsKept("menus_empty", Snapshot::of(window->menuBar()->actions())));
+}
+
+TEST_F(WindowSnapshots, OfMenusWithAGateSelected)
+{
+  fill();
+  EXPECT_TRUE(isAsKept("menus", Snapshot::of(window->menuBar()->actions())));
+}
+
+TEST_F(WindowSnapshots, OfAllPanes)
+{
+  fill();
+  EXPECT_TRUE(isAsKept("window", shown(*window)));
+}
+
+TEST_F(WindowSnapshots, OfTheDark)
+{
+  fill();
+  app::chooseAppearance(app::Appearance::Dark);
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(isAsKept("window_dark", shown(*window)));
+}
+
+TEST_F(WindowSnapshots, OfASmallWindow)
+{
+  fill();
+  window->resize(800, 600);
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(isAsKept("window_small", shown(*window)));
+}
+
+TEST_F(WindowSnapshots, OfIcons)
+{
+  QStringList lines;
+  for (app::ActionEntry const& entry : app::actionTable()) {
+    const QIcon icon = app::iconOf(entry.id);
+    if (icon.isNull()) continue;
+    const Painting strokes =
+        painting({64, 64}, [&](QPainter& painter) { icon.paint(&painter, QRect(0, 0, 64, 64)); });
+    lines << entry.id << Snapshot::of(strokes);
+  }
+  EXPECT_TRUE(isAsKept("icons", lines));
+}
+
+TEST_F(WindowSnapshots, OfTheFormsOfGates)
+{
+  fill();
+  for (auto const& [index, name] :
+       {std::pair{0u, "form_gate_span"}, {2u, "form_gate_parameter"}, {3u, "form_gate_texts"}}) {
+    app::GateForm form(document(), index, window.get());
+    form.show();
+    ASSERT_TRUE(waitFor([&] { return form.isSettled(); }));
+    EXPECT_TRUE(isAsKept(name, shown(form)));
+    form.reject();
+  }
+  app::GateForm form(document(), {}, window.get());
+  form.show();
+  ASSERT_TRUE(waitFor([&] { return form.isSettled(); }));
+  EXPECT_TRUE(isAsKept("form_gate_new", shown(form)));
+  form.reject();
+}
+
+TEST_F(WindowSnapshots, OfFormsThatAsk)
+{
+  fill();
+  app::ClusterForm clusters(document(), window.get());
+  EXPECT_TRUE(isAsKept("form_clusters", ofShown(clusters)));
+  app::TypeRunsForm runs(document(), window.get());
+  EXPECT_TRUE(isAsKept("form_runs", ofShown(runs)));
+  EXPECT_TRUE(isAsKept("form_method", dialogOf([this] { app::editMethod(document(), window.get()); })));
+  EXPECT_TRUE(isAsKept(
+      "form_limits", dialogOf([this] { app::editLimits(document(), window->runs().zoom(), window.get()); })));
+}
+
+TEST_F(WindowSnapshots, OfDialogsThatTell)
+{
+  app::CommandSearch search(window->findChildren<QAction*>(QRegularExpression("^(zoom|set)\\.")),
+                            window.get());
+  EXPECT_TRUE(isAsKept("command_search", ofShown(search)));
+  app::ErrorDialog error({"The scan could not be opened", "line 3: 4 values, 5 expected", "Look at line 3."},
+                         window.get());
+  EXPECT_TRUE(isAsKept("error", ofShown(error)));
+  app::showKeys(window.get());
+  QDialog* keys = nullptr;
+  for (QDialog* dialog : window->findChildren<QDialog*>())
+    if (dialog->windowTitle() == "Keys and mouse") keys = dialog;
+  ASSERT_NE(keys, nullptr);
+  EXPECT_TRUE(isAsKept("keys", shown(*keys)));
+  keys->close();
+}
+
+TEST_F(WindowSnapshots, OfTheBarOverAChangedFile)
+{
+  app::ChangedFileBar bar(window.get());
+  bar.resize(700, 40);
+  bar.tell("/data/a scan with a rather long name.csv");
+  EXPECT_TRUE(isAsKept("changed_file", shown(bar)));
+  bar.tellGone("/data/a scan with a rather long name.csv");
+  EXPECT_TRUE(isAsKept("changed_file_gone", shown(bar)));
+}
+
+} // namespace
+} // namespace runsieve::test
