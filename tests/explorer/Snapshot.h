@@ -12,7 +12,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QMenu>
 #include <QProgressBar>
 #include <QSpinBox>
@@ -30,6 +29,14 @@ public:
   [[nodiscard]] static QStringList of(QWidget& widget)
   {
     Snapshot snapshot;
+    snapshot.addWidget(widget, 0);
+    return snapshot.lines;
+  }
+  /// The same without what widgets of the program paint themselves.
+  [[nodiscard]] static QStringList layoutOf(QWidget& widget)
+  {
+    Snapshot snapshot;
+    snapshot.paintings = false;
     snapshot.addWidget(widget, 0);
     return snapshot.lines;
   }
@@ -143,7 +150,7 @@ private:
   static bool isOurs(QWidget const& widget)
   {
     const QString name = widget.metaObject()->className();
-    return (name.startsWith("runsieve::") || name == "QWidget") && !qobject_cast<QMainWindow const*>(&widget);
+    return name.startsWith("runsieve::") || name == "QWidget";
   }
 
   void addPaintingOf(QWidget& widget, int depth)
@@ -242,7 +249,7 @@ private:
             told("described", widget.accessibleDescription());
     add(depth, line);
     if (auto const* view = qobject_cast<QAbstractItemView const*>(&widget)) addCells(*view, depth + 1);
-    if (isOurs(widget)) addPaintingOf(widget, depth + 1);
+    if (paintings && isOurs(widget)) addPaintingOf(widget, depth + 1);
     const bool isWhole = qobject_cast<QComboBox*>(&widget) || qobject_cast<QAbstractSpinBox*>(&widget) ||
                          qobject_cast<QAbstractItemView*>(&widget) || qobject_cast<QTabBar*>(&widget);
     if (isWhole) return;
@@ -273,6 +280,7 @@ private:
   }
 
   QStringList lines;
+  bool paintings = true;
 };
 
 } // namespace runsieve::test

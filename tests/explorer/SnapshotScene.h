@@ -80,6 +80,7 @@ struct SnapshotScene : WindowScene
   }
   ~SnapshotScene() override
   {
+    for (QWidget* pane : alone) pane->setParent(window.get());
     window.reset();
     QApplication::setStyle(QStyleFactory::create(style));
     QApplication::setPalette(palette);
@@ -137,6 +138,16 @@ struct SnapshotScene : WindowScene
     document().change("View", [&](app::State& state) { edit(state.view); });
     ASSERT_TRUE(settle());
   }
+  /// Shows a pane of the window in one of its own, so that its size hangs on nothing else.
+  void showAlone(QWidget& pane, QSize const& size)
+  {
+    alone.push_back(&pane);
+    pane.setParent(nullptr);
+    pane.resize(size);
+    pane.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&pane));
+    ASSERT_TRUE(settle());
+  }
   [[nodiscard]] static QStringList shown(QWidget& widget)
   {
     QApplication::processEvents();
@@ -145,6 +156,7 @@ struct SnapshotScene : WindowScene
   }
 
 private:
+  std::vector<QWidget*> alone;
   QString style;
   QPalette palette;
   QFont font;

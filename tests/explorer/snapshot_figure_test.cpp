@@ -70,7 +70,7 @@ TEST_F(FigureSnapshots, OfTheDialog)
   dialog.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
   QTest::qWait(800);
-  EXPECT_TRUE(isAsKept("figure_dialog", shown(dialog)));
+  EXPECT_TRUE(isAsKept("figure_dialog", shown(dialog), nearInWindow));
   dialog.reject();
 }
 

@@ -7,8 +7,6 @@
 #include "app/explorer/tables/ParameterTable.h"
 #include "app/explorer/tables/RunTable.h"
 
-#include <QDockWidget>
-
 namespace runsieve::test {
 namespace {
 
@@ -22,12 +20,8 @@ struct ParameterSnapshots : SnapshotScene
   {
     SnapshotScene::SetUp();
     fill();
-    pane().setParent(nullptr);
-    pane().resize(640, 700);
-    pane().show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&pane()));
+    showAlone(pane(), {640, 700});
   }
-  void TearDown() override { pane().setParent(window.get()); }
 
   [[nodiscard]] app::ParametersPane& pane() { return window->parameters(); }
   void look(ParameterLook look)
@@ -38,11 +32,11 @@ struct ParameterSnapshots : SnapshotScene
   {
     return waitFor([&] { return work.stage() == Stage::Done; }, 60'000);
   }
-  template <class Widget> [[nodiscard]] Widget& tableIn(char const* dock)
+  template <class Table> [[nodiscard]] QStringList table()
   {
-    window->findChild<QDockWidget*>(dock)->raise();
-    QApplication::processEvents();
-    return *window->findChild<Widget*>();
+    auto& table = *window->findChild<Table*>();
+    showAlone(table, {420, 600});
+    return shown(table);
   }
 };
 
@@ -116,12 +110,12 @@ TEST_F(ParameterSnapshots, OfEnoughRuns)
 
 TEST_F(ParameterSnapshots, OfTheTableOfParameters)
 {
-  EXPECT_TRUE(isAsKept("table_parameters", shown(tableIn<app::ParameterTable>("parameterTable"))));
+  EXPECT_TRUE(isAsKept("table_parameters", table<app::ParameterTable>()));
 }
 
 TEST_F(ParameterSnapshots, OfTheTableOfRuns)
 {
-  EXPECT_TRUE(isAsKept("table_runs", shown(tableIn<app::RunTable>("runs"))));
+  EXPECT_TRUE(isAsKept("table_runs", table<app::RunTable>()));
 }
 
 } // namespace

@@ -20,6 +20,7 @@ struct RunsSnapshots : SnapshotScene
   {
     SnapshotScene::SetUp();
     fill();
+    showAlone(window->runs(), {800, 560});
   }
   [[nodiscard]] QStringList runs() { return shown(window->runs()); }
 };
@@ -36,6 +37,13 @@ TEST_F(RunsSnapshots, OfLinesWithFadedOthers)
     view.focus = Focus::Faded;
   });
   EXPECT_TRUE(isAsKept("runs_lines", runs()));
+}
+
+TEST_F(RunsSnapshots, OfTheDark)
+{
+  app::chooseAppearance(app::Appearance::Dark);
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(isAsKept("runs_dark", runs()));
 }
 
 TEST_F(RunsSnapshots, OfBandsOnALogAxis)
@@ -97,6 +105,7 @@ TEST_F(RunsSnapshots, OfARectangleToZoomInto)
 
 TEST_F(RunsSnapshots, OfTheListOfGates)
 {
+  showAlone(window->gates(), {420, 300});
   EXPECT_TRUE(isAsKept("gates", shown(window->gates())));
   document().change("Any", [](app::State& state) {
     state.join = GateJoin::Any;
@@ -110,6 +119,7 @@ TEST_F(RunsSnapshots, OfTheListOfGates)
 
 TEST_F(RunsSnapshots, OfTheListOfSets)
 {
+  showAlone(window->sets(), {420, 300});
   EXPECT_TRUE(isAsKept("sets", shown(window->sets())));
   window->sets().list()->selectAll();
   EXPECT_TRUE(isAsKept("sets_selected", shown(window->sets())));

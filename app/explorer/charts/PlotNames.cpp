@@ -60,10 +60,17 @@ void PlotNames::paintAtShape(QPainter& painter, QString const& name, QColor cons
   const QRectF inside = shape.adjusted(-thin, -thin, thin, thin).intersected(plot);
   if (inside.isEmpty()) return;
   std::vector<double> tops = {inside.top() - clear - height};
-  if (inside.height() > 1.5 * height) tops.push_back(inside.top() + theme.line);
+  if (inside.height() > height + 2.0 * theme.line) tops.push_back(inside.top() + theme.line);
   tops.insert(tops.end(), {inside.bottom() + theme.line, plot.top(), plot.bottom() - height});
-  paint(painter, elided(name, theme.font, widest * plot.width()), color, inside.left() + 0.6 * theme.gap,
-        tops);
+  const QString text = elided(name, theme.font, widest * plot.width());
+  const QSizeF size(QFontMetricsF(theme.font).horizontalAdvance(text), height);
+  const double left = inside.left() + 0.6 * theme.gap;
+  std::stable_partition(tops.begin(), tops.end(), [&](double top) {
+    const QRectF place(QPointF(left, top), size);
+    return std::none_of(shapes.begin(), shapes.end(),
+                        [&](QRectF const& other) { return other != shape && other.intersects(place); });
+  });
+  paint(painter, text, color, left, tops);
 }
 
 void PlotNames::paintAtEnd(QPainter& painter, QString const& name, QColor const& color, QPointF const& end)

@@ -5,6 +5,7 @@
 #include <QRectF>
 #include <QString>
 
+#include <utility>
 #include <vector>
 
 class QPainter;
@@ -23,6 +24,8 @@ public:
   /// \param tops of its places, the best one first; those outside the plot don't count
   void paint(QPainter& painter, QString const& text, QColor const& color, double left,
              std::vector<double> const& tops);
+  /// Rectangles whose names are to be painted: a name stands in that of another one only if it must.
+  void expect(std::vector<QRectF> ofAll) { shapes = std::move(ofAll); }
   /// At a rectangle, clear of its sides: above it, within a high one, below it, at the ends of the plot. Long
   /// names are cut. \param clear room between the upper side and a name above it
   void paintAtShape(QPainter& painter, QString const& name, QColor const& color, QRectF const& shape,
@@ -35,6 +38,7 @@ private:
 
   QRectF plot;
   Theme const& theme;
+  std::vector<QRectF> shapes;
   std::vector<QRectF> taken;
 };
 

@@ -21,7 +21,7 @@ struct Theme
   QColor gate;                ///< gates
   QColor chosen;              ///< the selected gate
   QColor hover;               ///< the run under the pointer
-  std::array<QColor, 8> sets; ///< sets, clusters and pinned runs
+  std::array<QColor, 8> sets; ///< sets and clusters; pinned runs have those that are left
   bool dark = false;
 
   QFont font;

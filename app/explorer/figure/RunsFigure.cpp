@@ -3,6 +3,7 @@
 #include "app/explorer/charts/BandsPicture.h"
 #include "app/explorer/charts/ClippedLine.h"
 #include "app/explorer/charts/DrawnTimes.h"
+#include "app/explorer/charts/PinColors.h"
 #include "app/explorer/charts/ShadeGradient.h"
 #include "app/explorer/figure/FigureGates.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
@@ -199,10 +200,11 @@ void RunsFigure::paintBands(QPainter& painter, BandsKind kind) const
 void RunsFigure::paintPinned(QPainter& painter, PlotNames& names) const
 {
   const QRectF plot = frame.plot();
+  const PinColors colors(content.sets, theme);
   std::size_t number = 0;
   for (std::size_t const run : content.pinned) {
     if (run >= content.scan->runs.size()) continue;
-    const QColor color = theme.sets[number++ % theme.sets.size()];
+    const QColor color = colors.of(number++);
     const auto parts =
         clippedLine(lineOf(*content.scan, content.scan->valuesOf(output, run), frame), plot, finest);
     if (parts.empty()) continue;

@@ -1,4 +1,5 @@
 #include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/charts/PinColors.h"
 #include "app/explorer/parameters/GateMarks.h"
 #include "app/explorer/parameters/ParallelRuns.h"
 #include "app/explorer/parameters/ParallelView.h"
@@ -123,9 +124,9 @@ void ParallelView::paintEvent(QPaintEvent* event)
   constexpr double pale = 0.25;
   picture.paint(painter, plot, AxisMap(0.0, static_cast<double>(lastShown - firstShown)), AxisMap(0.0, 1.0),
                 {faded ? pale : 1.0});
+  const PinColors colors(document.state().sets, theme);
   std::size_t number = 0;
-  for (std::size_t const run : document.pinnedRuns())
-    paintRun(painter, run, theme.sets[number++ % theme.sets.size()]);
+  for (std::size_t const run : document.pinnedRuns()) paintRun(painter, run, colors.of(number++));
   if (auto const run = document.hoveredRun()) paintRun(painter, *run, theme.hover);
   for (std::size_t place = firstShown; place <= lastShown && place < runs.order().size(); ++place)
     paintAxis(painter, place);

@@ -1,6 +1,7 @@
 #include "app/explorer/parameters/PinMarks.h"
 
 #include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/charts/PinColors.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -27,11 +28,6 @@ QString nameOf(Document const& document, std::size_t run)
 std::vector<std::size_t> pinsOf(Document const& document)
 {
   return {document.pinnedRuns().begin(), document.pinnedRuns().end()};
-}
-
-QColor const& colorOf(std::size_t pin, Theme const& theme)
-{
-  return theme.sets[pin % theme.sets.size()];
 }
 
 void paintMark(QPainter& painter, ChartFrame const& frame, double x, QColor const& color)
@@ -110,17 +106,18 @@ void paintPins(QPainter& painter, Document const& document, std::size_t paramete
                Theme const& theme)
 {
   std::vector<double> const& values = document.scan().parameters[parameter].values;
+  const PinColors colors(document.state().sets, theme);
   std::vector<double> places;
   QStringList names;
   for (std::size_t const run : pinsOf(document)) {
     places.push_back(frame.xAt(values[run]));
     names << nameOf(document, run);
     if (std::isfinite(places.back()))
-      paintMark(painter, frame, places.back(), colorOf(places.size() - 1, theme));
+      paintMark(painter, frame, places.back(), colors.of(places.size() - 1));
   }
   painter.setFont(theme.font);
   for (PinLabel const& label : pinLabels(places, names, frame.plot(), theme))
-    paintLabel(painter, label, places[label.pin], frame.plot(), colorOf(label.pin, theme), theme);
+    paintLabel(painter, label, places[label.pin], frame.plot(), colors.of(label.pin), theme);
   if (auto const run = document.hoveredRun()) {
     const double x = frame.xAt(values[*run]);
     if (std::isfinite(x)) paintMark(painter, frame, x, theme.hover);
@@ -143,6 +140,7 @@ void paintPinsOnRows(QPainter& painter, Document const& document, std::size_t pa
   std::vector<double> const& values = document.scan().parameters[parameter].values;
   std::vector<std::vector<std::size_t>> onRow(rows.size());
   const std::vector<std::size_t> pins = pinsOf(document);
+  const PinColors colors(document.state().sets, theme);
   for (std::size_t pin = 0; pin < pins.size(); ++pin)
     if (std::isfinite(values[pins[pin]]))
       onRow[rows.rowOf(static_cast<std::size_t>(values[pins[pin]]))].push_back(pin);
@@ -157,7 +155,7 @@ void paintPinsOnRows(QPainter& painter, Document const& document, std::size_t pa
     painter.setPen(theme.faint);
     painter.drawText(QPointF(place.right() - rest, base), more);
     const QString name = elided(nameOf(document, pins[pin]), theme.font, width - rest);
-    painter.setPen(colorOf(pin, theme));
+    painter.setPen(colors.of(pin));
     painter.drawText(QPointF(place.right() - rest - metrics.horizontalAdvance(name), base), name);
   }
 }

@@ -3,6 +3,7 @@
 #include "app/explorer/charts/AxisTicks.h"
 #include "app/explorer/charts/DrawnTimes.h"
 #include "app/explorer/charts/GateLook.h"
+#include "app/explorer/charts/PinColors.h"
 #include "app/explorer/charts/PlotNames.h"
 #include "app/explorer/runs/GateShapes.h"
 
@@ -29,6 +30,13 @@ Gate const* gateAt(Document const& document, std::size_t index)
   if (previewed && moving == index) return previewed;
   auto const& gates = document.state().gates;
   return index < gates.size() ? &gates[index].gate : nullptr;
+}
+
+/// A single time is seen as well.
+QRectF seenShape(QRectF const& shape)
+{
+  constexpr double narrow = 3.0;
+  return shape.width() < narrow ? shape.adjusted(-0.5 * narrow, 0.0, 0.5 * narrow, 0.0) : shape;
 }
 
 QString parameterText(ScanParameter const& parameter, std::size_t run)
@@ -72,20 +80,16 @@ QStringList runLines(Document const& document, std::size_t output, FoundRun cons
   return lines;
 }
 
-void RunsOverlay::paintGate(QPainter& painter, Gate const& gate, std::size_t index, bool handles,
+void RunsOverlay::paintGate(QPainter& painter, std::size_t index, QRectF const& shape, bool handles,
                             PlotNames& names) const
 {
-  const std::optional<QRectF> place = shapeOf(gate, frame);
-  if (!place) return;
+  Gate const& gate = *gateAt(document, index);
   auto const& gates = document.state().gates;
   const bool isOff = index < gates.size() && !gates[index].on;
   const bool isChosen = document.selectedGate() == index;
   const QColor color = isOff ? theme.faint : theme.gate;
   QColor inside = color;
   inside.setAlphaF(isChosen ? 0.14 : 0.07);
-  constexpr double narrow = 3.0; // a single time is seen as well
-  QRectF shape = *place;
-  if (shape.width() < narrow) shape.adjust(-0.5 * narrow, 0.0, 0.5 * narrow, 0.0);
   QPen pen(color, isChosen ? 2.0 : 1.4, excludesInside(gate) || isOff ? Qt::DashLine : Qt::SolidLine);
   painter.setPen(pen);
   painter.setBrush(inside);
@@ -120,12 +124,17 @@ void RunsOverlay::paintGates(QPainter& painter, bool handles) const
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(theme.font);
   painter.setClipRect(frame.plot().adjusted(-1.0, -1.0, 1.0, 1.0), Qt::IntersectClip);
-  PlotNames names(frame.plot(), theme);
+  std::vector<std::pair<std::size_t, QRectF>> shown;
+  std::vector<QRectF> shapes;
   const std::size_t last = document.state().gates.size(); // a new one that is being drawn
-  for (std::size_t i = 0; i <= last; ++i) {
-    Gate const* gate = gateAt(document, i);
-    if (gate && isOnOutput(*gate, document.scan(), output)) paintGate(painter, *gate, i, handles, names);
-  }
+  for (std::size_t i = 0; i <= last; ++i)
+    if (auto const shape = gateShape(document, i, output, frame)) {
+      shown.emplace_back(i, seenShape(*shape));
+      shapes.push_back(shown.back().second);
+    }
+  PlotNames names(frame.plot(), theme);
+  names.expect(std::move(shapes));
+  for (auto const& [i, shape] : shown) paintGate(painter, i, shape, handles, names);
   painter.restore();
 }
 
@@ -155,11 +164,12 @@ void RunsOverlay::paintRuns(QPainter& painter) const
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setClipRect(frame.plot(), Qt::IntersectClip);
   painter.setFont(theme.font);
+  const PinColors colors(document.state().sets, theme);
   std::size_t number = 0;
   PlotNames names(frame.plot(), theme);
   Scan const& scan = document.scan();
   for (std::size_t const run : document.pinnedRuns()) {
-    const QColor color = theme.sets[number++ % theme.sets.size()];
+    const QColor color = colors.of(number++);
     paintRun(painter, run, color, theme.curve);
     // The label stands where the line leaves the chart to the right.
     double const* values = scan.valuesOf(output, run);

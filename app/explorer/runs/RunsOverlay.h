@@ -30,7 +30,7 @@ public:
   void paintHover(QPainter& painter, FoundRun const& found) const;
 
 private:
-  void paintGate(QPainter& painter, Gate const& gate, std::size_t index, bool handles,
+  void paintGate(QPainter& painter, std::size_t index, QRectF const& shape, bool handles,
                  PlotNames& names) const;
   void paintRun(QPainter& painter, std::size_t run, QColor const& color, double width) const;
 

@@ -83,10 +83,12 @@ double DensityScale::position(double runs) const
 
 double DensityScale::shade(double runs) const
 {
-  constexpr double darkest = 0.5; // of the beginning
-  constexpr double decades = 2.0; // until it is the light end
-  const double begin = darkest * std::clamp(1.0 - std::log10(std::max(most, 1.0)) / decades, 0.0, 1.0);
-  return begin + (1.0 - begin) * position(runs);
+  constexpr double plain = 0.5;        // of single runs
+  constexpr double decadesOfFew = 2.0; // until the ramp begins at its light end
+  const double decades = std::log10(std::max(most, 1.0));
+  const double begin = plain * std::clamp(1.0 - decades / decadesOfFew, 0.0, 1.0);
+  const double end = plain + (1.0 - plain) * std::clamp(decades, 0.0, 1.0);
+  return begin + (end - begin) * position(runs);
 }
 
 std::vector<DensityScale::Mark> DensityScale::decades() const

@@ -66,8 +66,9 @@ public:
   [[nodiscard]] double largest() const { return most; }
   /// 0 to 1, not decreasing; the nearest for numbers out of range.
   [[nodiscard]] double position(double runs) const;
-  /// The same for the eye: where most is less than 100 runs the ramp begins darker than at its light end, in
-  /// the middle for single runs, since few runs must not be pale.
+  /// The same for the eye: where most is less than 100 runs the ramp begins darker than at its light end,
+  /// since few runs must not be pale, and where it is less than 10 it ends before its dark end; single runs
+  /// have the colour in the middle.
   [[nodiscard]] double shade(double runs) const;
   /// 1, 10, 100 and so on, those from the smallest to the largest.
   [[nodiscard]] std::vector<Mark> decades() const;
