@@ -13,6 +13,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <set>
@@ -36,9 +37,14 @@ std::size_t parameterNamed(std::string const& name, Scan const& scan)
 
 std::set<std::size_t> runsNamed(std::string const& text, Scan const& scan)
 {
-  std::size_t missing = 0;
-  const std::vector<std::size_t> runs = runsOf(keysOfRuns(text), scan, &missing).members();
-  if (missing > 0) throw std::runtime_error("the scan lacks some of the runs " + text);
+  const std::vector<RunKey> keys = keysOfRuns(text);
+  std::vector<RunKey> absent;
+  const std::vector<std::size_t> runs = runsOf(keys, scan, &absent).members();
+  // A range may have gaps, as in a gate on runs.
+  if (std::any_of(keys.begin(), keys.end(), [&](RunKey const& key) {
+        return std::find(absent.begin(), absent.end(), key) != absent.end();
+      }))
+    throw std::runtime_error("the scan lacks some of the runs " + text);
   return {runs.begin(), runs.end()};
 }
 

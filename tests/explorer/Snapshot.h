@@ -221,10 +221,9 @@ private:
     for (int column = 0; table && column < model->columnCount(); ++column)
       if (!table->isColumnHidden(column))
         add(depth,
-            QString("column %1 %2%3")
-                .arg(quoted(model->headerData(column, Qt::Horizontal).toString()))
-                .arg(table->columnWidth(column))
-                .arg(told("tip", model->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString())));
+            QString("column %1%2")
+                .arg(quoted(model->headerData(column, Qt::Horizontal).toString()),
+                     told("tip", model->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString())));
     constexpr int most = 12;
     for (int row = 0; row < std::min(most, model->rowCount()); ++row) {
       QString line = "row";
@@ -255,7 +254,8 @@ private:
     if (isWhole) return;
     for (QObject* child : widget.children()) {
       auto* part = qobject_cast<QWidget*>(child);
-      if (part && !part->isWindow() && !part->visibleRegion().isEmpty()) addWidget(*part, depth + 1);
+      if (part && !part->isWindow() && part->isVisible() && widget.rect().intersects(part->geometry()))
+        addWidget(*part, depth + 1);
     }
   }
 

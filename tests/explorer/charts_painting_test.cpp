@@ -3,6 +3,7 @@
 #include "app/explorer/charts/BandsPicture.h"
 #include "app/explorer/charts/ChartFrame.h"
 #include "app/explorer/charts/DensityLegend.h"
+#include "app/explorer/charts/PinColors.h"
 #include "app/explorer/charts/PlotNames.h"
 #include "app/explorer/charts/RoundedValue.h"
 
@@ -349,6 +350,19 @@ TEST_F(PaintedLegend, InASmallRoomBarsBecomeShortThenNumbersGoThenTextsAreCutThe
   EXPECT_TRUE(inRoom(20.0).all.empty());
 }
 
+TEST_F(PaintedLegend, KeepsThePassingRunsLongerThanTheGround)
+{
+  lines = {{"all runs", Qt::gray}, {"high end", Qt::blue}, {"passing", Qt::red}, {"a note", QColor()}};
+  const QStringList wanted[] = {{"all runs", "high end", "passing"}, {"high end", "passing"}, {"high end"}};
+  double width = 600.0;
+  for (QStringList const& left : wanted) {
+    while (width > 0.0 && inRoom(width).texts().size() > left.size()) width -= 2.0;
+    const QStringList texts = inRoom(width).texts();
+    ASSERT_EQ(texts.size(), left.size());
+    EXPECT_EQ(texts.first().left(3), left.first().left(3));
+  }
+}
+
 TEST_F(PaintedLegend, OfNothingIsNothing)
 {
   lines.clear();
@@ -394,6 +408,42 @@ TEST_F(PaintedLabels, KeepApartWhileThereIsRoomAbove)
   EXPECT_GT(bases[1] - bases[0], 0.8 * metrics.height());
   EXPECT_GT(bases[2] - bases[1], 0.8 * metrics.height());
   EXPECT_GT(paper.text("4")->box().top(), 190.0) << "nothing is in its way";
+}
+
+TEST_F(PaintedLabels, OfRectanglesStandInTheirOwnIfTheNextOneIsAbove)
+{
+  const QRectF upper(plot.left(), plot.top() - 5.0, plot.width(), 65.0);
+  const QRectF lower(plot.left(), upper.bottom() + 0.5 * metrics.height(), plot.width(), 100.0);
+  auto const named = [&](std::vector<QRectF> const& expected) {
+    return painting({1000, 1000}, [&](QPainter& painter) {
+      painter.setFont(theme.font);
+      app::PlotNames names(plot, theme);
+      names.expect(expected);
+      names.paintAtShape(painter, "upper", Qt::red, upper, 1.0);
+      names.paintAtShape(painter, "lower", Qt::red, lower, 1.0);
+    });
+  };
+  const Painting apart = named({upper, lower});
+  EXPECT_TRUE(upper.contains(apart.text("upper")->box().center()));
+  EXPECT_TRUE(lower.contains(apart.text("lower")->box().center()));
+  const Painting alone = named({});
+  EXPECT_LT(alone.text("lower")->box().bottom(), lower.top()) << "above it, if nothing is there";
+}
+
+TEST_F(PaintedCharts, PinnedRunsHaveColoursThatNoShownSetHas)
+{
+  app::NamedSet shown;
+  app::NamedSet hidden;
+  hidden.color = 1;
+  hidden.shown = false;
+  const app::PinColors colors({shown, hidden}, theme);
+  EXPECT_EQ(colors.of(0), theme.sets[1]);
+  EXPECT_EQ(colors.of(6), theme.sets[7]);
+  EXPECT_EQ(colors.of(7), theme.sets[1]) << "and again from the first";
+  std::vector<app::NamedSet> all(theme.sets.size());
+  for (std::size_t i = 0; i < all.size(); ++i) all[i].color = i;
+  EXPECT_EQ(app::PinColors(all, theme).of(0), theme.sets[0]) << "better one that is taken than none";
+  EXPECT_EQ(app::PinColors({}, theme).of(2), theme.sets[2]);
 }
 
 TEST_F(PaintedLabels, StayBelowTheTopOfThePlot)

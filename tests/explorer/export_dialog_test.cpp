@@ -67,7 +67,7 @@ struct ExportScene : DocumentScene
   [[nodiscard]] QPushButton* button(char const* text) const
   {
     for (auto* each : dialog->findChildren<QPushButton*>())
-      if (each->text() == text) return each;
+      if (each->text().remove('&') == text) return each;
     ADD_FAILURE() << "there is no " << text;
     return nullptr;
   }
@@ -174,6 +174,37 @@ TEST_F(ExportScene, AFileThatCannotBeWrittenIsToldAndTheDialogGoesOn)
   ASSERT_TRUE(waitFor([&] { return dialog->outcome().contains("no such folder"); }));
   EXPECT_FALSE(button("Open folder")->isVisible());
   EXPECT_TRUE(button("Save...")->isEnabled());
+}
+
+TEST_F(ExportScene, ReturnSavesAndDoesNotClose)
+{
+  const QString path = folder.filePath("by_keys.svg");
+  auto* title = named<QLineEdit>("Title");
+  title->setFocus();
+  QTest::keyClicks(title, "Oscillations");
+  NextFile asked(path);
+  QTest::keyClick(title, Qt::Key_Return);
+  EXPECT_TRUE(asked.seen());
+  EXPECT_TRUE(dialog->isVisible());
+  ASSERT_TRUE(waitFor([&] { return QFile::exists(path); }));
+  for (QPushButton* each : dialog->findChildren<QPushButton*>())
+    EXPECT_EQ(each->isDefault(), each == button("Save...")) << each->text().toStdString();
+}
+
+TEST_F(ExportScene, LabelsOfTheFormLeadToTheirFields)
+{
+  QSet<QChar> letters;
+  int labels = 0;
+  for (auto* label : dialog->findChildren<QLabel*>()) {
+    const int mark = label->text().indexOf('&');
+    if (mark < 0) continue;
+    ++labels;
+    EXPECT_NE(label->buddy(), nullptr) << label->text().toStdString();
+    const QChar letter = label->text().at(mark + 1).toLower();
+    EXPECT_FALSE(letters.contains(letter)) << label->text().toStdString();
+    letters << letter;
+  }
+  EXPECT_GE(labels, 9);
 }
 
 TEST_F(ExportScene, ADialogThatIsClosedWaitsForNothingAndTheFigureIsWrittenToItsEnd)

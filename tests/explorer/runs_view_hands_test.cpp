@@ -464,7 +464,7 @@ TEST_F(RunsHands, FadedOthersArePaleAndHiddenOnesAreGone)
   };
   const int all = inkAt(app::Focus::All);
   const int faded = inkAt(app::Focus::Faded);
-  EXPECT_GT(all, 40);
+  EXPECT_GT(all, 25);
   EXPECT_GT(faded, 0);
   EXPECT_LT(2 * faded, all);
   EXPECT_EQ(inkAt(app::Focus::Hidden), 0);

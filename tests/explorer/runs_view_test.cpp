@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QScrollArea>
+#include <QScrollBar>
+
 #include <QComboBox>
 #include <QDialog>
 #include <QFocusEvent>
@@ -395,10 +398,22 @@ TEST_F(RunsViewScene, SetsLieBelowThePassingRuns)
   EXPECT_GT(seen.red(), seen.blue());
 }
 
-TEST_F(RunsViewScene, ManyChartsFitIntoASmallWindow)
+TEST_F(RunsViewScene, ManyChartsScrollInASmallWindowAndKeepPlotsOfOneHeight)
 {
   ASSERT_TRUE(pane.addOutput());
-  EXPECT_LT(2 * pane.findChild<app::RunsChart*>()->minimumSizeHint().height(), 200);
+  EXPECT_LT(pane.minimumSizeHint().height(), 200) << "the window is as small as the user makes it";
+  pane.resize(500, 150);
+  ASSERT_TRUE(settlePane());
+  const double first = view(0).frame().plot().height();
+  const double second = view(1).frame().plot().height();
+  EXPECT_GE(first, 45.0);
+  EXPECT_NEAR(first, second, 1.5);
+  auto* scroll = pane.findChild<QScrollArea*>();
+  EXPECT_GT(scroll->verticalScrollBar()->maximum(), 0);
+  pane.resize(500, 700);
+  ASSERT_TRUE(settlePane());
+  EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);
+  EXPECT_NEAR(view(0).frame().plot().height(), view(1).frame().plot().height(), 1.5);
 }
 
 TEST_F(RunsViewScene, BandsOfFadedOthersArePale)

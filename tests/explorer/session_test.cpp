@@ -498,15 +498,89 @@ TEST_F(SessionScene, DataAreOnlyUsedForASessionThatWaitsForThem)
   EXPECT_FALSE(loader.isBusy()) << "nothing is open";
 }
 
-TEST_F(SessionScene, KeysThatAreGoneAreCounted)
+TEST_F(SessionScene, KeysThatAreGoneAreTold)
 {
   openData();
-  std::size_t missing = 9;
+  std::vector<RunKey> absent = {RunKey("before")};
   const std::vector<RunKey> keys = {RunNumbers{3, 5}, std::string("nobody"), RunNumbers{100, 200},
-                                    std::string("7")};
-  const RunSet runs = app::runsOf(keys, document.scan(), &missing);
-  EXPECT_THAT(runs.members(), ElementsAre(2u, 3u, 4u, 6u));
-  EXPECT_EQ(missing, 2u);
+                                    std::string("7"), RunNumbers{38, 45},    RunNumbers{-2, 2}};
+  const RunSet runs = app::runsOf(keys, document.scan(), &absent);
+  EXPECT_THAT(runs.members(), ElementsAre(0u, 1u, 2u, 3u, 4u, 6u, 37u, 38u, 39u));
+  EXPECT_THAT(absent, ElementsAre(RunKey("nobody"), RunKey(RunNumbers{100, 200}), RunKey(RunNumbers{41, 45}),
+                                  RunKey(RunNumbers{-2, 0})));
+  EXPECT_EQ(app::countOf(absent), 1u + 101u + 5u + 3u);
+}
+
+TEST_F(SessionScene, TheLargestNumbersAreKeysLikeOthers)
+{
+  constexpr long long last = std::numeric_limits<long long>::max();
+  auto scan = lineScan(3);
+  const_cast<Scan&>(*scan).runs[1].key = std::to_string(last);
+  std::vector<RunKey> absent;
+  EXPECT_THAT(app::runsOf({RunNumbers{last - 1, last}}, *scan, &absent).members(), ElementsAre(1u));
+  EXPECT_THAT(absent, ElementsAre(RunKey(RunNumbers{last - 1, last - 1})));
+  EXPECT_THAT(app::runsOf({RunNumbers{5, 2}}, *scan, &absent).members(), IsEmpty());
+  EXPECT_THAT(absent, IsEmpty()) << "a range without numbers";
+}
+
+TEST_F(SessionScene, SetsOutliveDataThatLackTheirRunsForAWhile)
+{
+  write(data, lineScanText(50));
+  openData();
+  document.change("Keep", [this](app::State& state) {
+    RunSet runs(document.scan().runs.size());
+    for (std::size_t run : {3, 28, 29, 30, 44}) runs.set(run);
+    state.sets = {{"high end", runs, 0, true, "typed"}};
+  });
+  document.pin({3, 44});
+  write(data, lineScanText(30)); // as while it is being written anew
+  loader.reread();
+  ASSERT_TRUE(waitFor([this] { return opened == 1 && !loader.isBusy(); }));
+  EXPECT_THAT(document.state().sets[0].runs.members(), ElementsAre(3u, 28u, 29u));
+  EXPECT_EQ(app::countOf(document.state().sets[0].absent), 2u);
+  const std::string told = differences.join('\n').toStdString();
+  EXPECT_THAT(told, HasSubstr("3 of the 5 runs of the set \"high end\""));
+  EXPECT_THAT(told, HasSubstr("pinned runs that the scan does not have: 1"));
+
+  app::Session const session = app::sessionOf(document);
+  EXPECT_THAT(session.sets[0].runs, ElementsAre(RunKey(RunNumbers{4, 4}), RunKey(RunNumbers{29, 30}),
+                                                RunKey(RunNumbers{31, 31}), RunKey(RunNumbers{45, 45})))
+      << "saved with all its runs";
+  write(data, lineScanText(50));
+  loader.reread();
+  ASSERT_TRUE(waitFor([this] { return opened == 2 && !loader.isBusy(); }));
+  EXPECT_THAT(document.state().sets[0].runs.members(), ElementsAre(3u, 28u, 29u, 30u, 44u));
+  EXPECT_THAT(document.state().sets[0].absent, IsEmpty());
+}
+
+TEST_F(SessionScene, AGateThatNoLongerFitsIsTold)
+{
+  openData();
+  document.change("Gates", [](app::State& state) {
+    Gate gone;
+    gone.column = "k1";
+    gone.range.low = 0.2;
+    state.gates = {{"Gate 1", gateOnA(0.1, 0.9), true}, {"Gate 2", gone, true}, {"off", gone, false}};
+  });
+  write(data, lineScanText().replace("k1", "q1"));
+  loader.reread();
+  ASSERT_TRUE(waitFor([this] { return opened == 1 && !loader.isBusy(); }));
+  EXPECT_THAT(differences,
+              ElementsAre(QString("the gate \"Gate 2\" does not fit the scan and asks for nothing")));
+}
+
+TEST_F(SessionScene, DifferencesNameGatesAsTheListDoes)
+{
+  openData();
+  document.change("Gates", [](app::State& state) {
+    state.gates = {{"first", gateOnA(0.1, 0.2), false}, {"second", gateOnA(0.3, 1.0), true}};
+  });
+  const QString path = folder.filePath("s.sieve");
+  app::writeSession(path, app::sessionOf(document));
+  write(data, lineScanText(20));
+  document.close();
+  openSession(path);
+  EXPECT_THAT(differences.join('\n').toStdString(), HasSubstr("after \"second\", A @"));
 }
 
 } // namespace

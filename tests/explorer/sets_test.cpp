@@ -413,7 +413,7 @@ TEST_F(SetsScene, TwoSetsAreComparedByTheirRunsAlone)
   }
   EXPECT_EQ(table->item(0, 0)->text(), "k2");
   EXPECT_TRUE(comparison.summary().contains("b & <i>"));
-  EXPECT_TRUE(comparison.summary().contains("1 runs of both count with A"));
+  EXPECT_TRUE(comparison.summary().contains("In both, and counted with A: 1 run"));
   QTest::keyClick(table, Qt::Key_C, Qt::ControlModifier);
   EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("Parameter\td\tp adj\t"));
 }

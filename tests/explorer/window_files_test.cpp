@@ -565,7 +565,7 @@ TEST_F(FilesScene, RunsThatAreNotCompleteAreToldInTheStatus)
     scan->runs.push_back({std::to_string(run), run == 0 ? RunStatus::Failed : RunStatus::Complete, 2});
   std::fill_n(scan->addOutput({"A", "", "", ""}), 8, 0.5);
   document().open(scan, {});
-  EXPECT_EQ(window->statusText(), "4 runs, 2 times   |   1 runs are not complete, not compared");
+  EXPECT_EQ(window->statusText(), "4 runs, 2 times   |   1 run not complete, not compared");
 }
 
 TEST_F(FilesScene, ThatThereIsNothingToCompareIsToldInTheStatus)

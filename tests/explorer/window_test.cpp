@@ -389,5 +389,70 @@ TEST_F(WindowScene, ClosingWhileAFileIsReadWaitsForNothing)
   window.reset();
 }
 
+TEST_F(WindowScene, UndoInTheMiddleOfADragGivesOnlyTheDragUp)
+{
+  ASSERT_TRUE(openLines());
+  document().change("Add gate", [](app::State& state) {
+    state.gates = {{"Gate 1", gateOnA(0.3, 0.7), true}};
+  });
+  ASSERT_TRUE(settle());
+  const std::size_t passing = document().passing().count();
+  Mouse mouse(view());
+  mouse.press(at(3.0, 0.5));
+  mouse.move(at(3.0, 0.6));
+  mouse.move(at(3.0, 0.7));
+  ASSERT_TRUE(document().previewedGate());
+  trigger("edit.undo");
+  EXPECT_FALSE(document().previewedGate());
+  mouse.move(at(3.0, 0.8));
+  EXPECT_FALSE(document().previewedGate()) << "the drag is over";
+  mouse.release(at(3.0, 0.8));
+  ASSERT_EQ(document().state().gates.size(), 1u);
+  EXPECT_EQ(document().state().gates[0].gate, gateOnA(0.3, 0.7));
+  EXPECT_EQ(document().passing().count(), passing);
+  trigger("edit.undo");
+  EXPECT_TRUE(document().state().gates.empty());
+}
+
+TEST_F(WindowScene, AGateThatGoesAwayEndsADragOfIt)
+{
+  ASSERT_TRUE(openLines());
+  document().change("Add gate", [](app::State& state) {
+    state.gates = {{"Gate 1", gateOnA(0.3, 0.7), true}};
+  });
+  ASSERT_TRUE(settle());
+  Mouse mouse(view());
+  mouse.press(at(3.0, 0.5));
+  trigger("edit.undo"); // before anything has moved
+  EXPECT_TRUE(document().state().gates.empty());
+  mouse.move(at(3.0, 0.6));
+  mouse.move(at(3.0, 0.8));
+  mouse.release(at(3.0, 0.8));
+  EXPECT_TRUE(document().state().gates.empty());
+  trigger("edit.redo");
+  EXPECT_EQ(document().state().gates.size(), 1u);
+}
+
+TEST_F(WindowScene, AGateThatDoesNotFitTheDataIsToldInTheStatus)
+{
+  ASSERT_TRUE(openLines());
+  Gate gone;
+  gone.column = "nothing of that name";
+  gone.range.low = 0.0;
+  document().change("Add", [&](app::State& state) { state.gates = {{"Gate 7", gone, true}}; });
+  ASSERT_TRUE(settle());
+  EXPECT_THAT(window->statusText().toStdString(),
+              testing::HasSubstr("Gate 7 does not fit the data: not counted"));
+  document().change("Add", [&](app::State& state) { state.gates.push_back({"Gate 8", gone, true}); });
+  ASSERT_TRUE(settle());
+  EXPECT_THAT(window->statusText().toStdString(),
+              testing::HasSubstr("2 gates do not fit the data: not counted"));
+  document().change("Off", [](app::State& state) {
+    for (app::NamedGate& gate : state.gates) gate.on = false;
+  });
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(window->statusText(), "40 runs, 11 times");
+}
+
 } // namespace
 } // namespace runsieve::test

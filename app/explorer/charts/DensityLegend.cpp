@@ -47,20 +47,19 @@ public:
       : lines(shown), theme(colors), detail(wanted), metrics(colors.font)
   {}
 
-  /// Of the first lines.
-  [[nodiscard]] double width(std::size_t count) const
+  [[nodiscard]] double width() const
   {
-    double sum = 0.0;
-    for (std::size_t i = 0; i < count; ++i) sum += widthOf(lines[i]) + (i > 0 ? between : 0.0);
+    double sum = lines.empty() ? 0.0 : -between;
+    for (LegendLine const& line : lines) sum += widthOf(line) + between;
     return sum;
   }
 
-  void paint(QPainter& painter, QRectF const& room, std::size_t count) const
+  void paint(QPainter& painter, QRectF const& room) const
   {
-    double x = room.right() - width(count);
-    for (std::size_t i = 0; i < count; ++i) {
-      paintLine(painter, lines[i], x, room);
-      x += widthOf(lines[i]) + between;
+    double x = room.right() - width();
+    for (LegendLine const& line : lines) {
+      paintLine(painter, line, x, room);
+      x += widthOf(line) + between;
     }
   }
 
@@ -107,6 +106,19 @@ private:
   QFontMetricsF metrics;
 };
 
+/// The line that matters least. \param ground text of the line of the ground
+void leaveOut(std::vector<LegendLine>& lines, QString const& ground)
+{
+  auto const note = std::find_if(lines.begin(), lines.end(),
+                                 [](LegendLine const& line) { return !line.color.isValid(); });
+  if (note != lines.end())
+    lines.erase(note);
+  else if (lines.size() > 1 && lines.front().text == ground)
+    lines.erase(lines.begin());
+  else
+    lines.pop_back();
+}
+
 } // namespace
 
 QString legendText(LegendLine const& line)
@@ -117,7 +129,7 @@ QString legendText(LegendLine const& line)
              : QString("%1: %2 %3 at a point").arg(line.text, counts, counts == "1" ? "run" : "runs");
 }
 
-void paintLegend(QPainter& painter, QRectF const& room, std::vector<LegendLine> const& lines,
+void paintLegend(QPainter& painter, QRectF const& room, std::vector<LegendLine> const& all,
                  Theme const& theme)
 {
   painter.save();
@@ -133,15 +145,15 @@ void paintLegend(QPainter& painter, QRectF const& room, std::vector<LegendLine> 
                             {shortBar, false, cutText},
                             {shortestBar, false, cutText},
                             {shortestBar, false, shortText}};
-  std::size_t count = lines.size();
+  std::vector<LegendLine> lines = all;
   Detail detail;
+  auto const fits = [&] { return LegendRow(lines, theme, detail).width() <= room.width(); };
   for (Detail const& candidate : details) {
     detail = candidate;
-    if (LegendRow(lines, theme, detail).width(count) <= room.width()) break;
+    if (fits()) break;
   }
-  const LegendRow row(lines, theme, detail);
-  while (count > 0 && row.width(count) > room.width()) --count;
-  row.paint(painter, room, count);
+  while (!lines.empty() && !fits()) leaveOut(lines, all.front().text);
+  LegendRow(lines, theme, detail).paint(painter, room);
   painter.restore();
 }
 

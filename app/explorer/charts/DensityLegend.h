@@ -26,7 +26,8 @@ struct LegendLine
 
 /// Draws the lines of a legend one beside the other, up to the right end of a room: for shades a bar with the
 /// smallest and the largest number of runs in a pixel. In a small room bars become short, numbers are left
-/// out, then texts are cut, then lines at the end are left out.
+/// out, then texts are cut, then lines are left out: notes, that of the ground, which is first, and others
+/// from the end.
 void paintLegend(QPainter& painter, QRectF const& room, std::vector<LegendLine> const& lines,
                  Theme const& theme);
 

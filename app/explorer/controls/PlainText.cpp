@@ -11,6 +11,11 @@ QString shownText(std::string const& text)
   return QString::fromStdString(printable(text));
 }
 
+QString plural(std::size_t count, QString const& one)
+{
+  return count == 1 ? "1 " + one : QString("%L1 %2s").arg(count).arg(one);
+}
+
 QString toolTipText(QString const& text)
 {
   return text.isEmpty() ? text : "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>";

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <cstddef>
 #include <string>
 
 class QWidget;
@@ -10,6 +11,9 @@ namespace runsieve::app {
 
 /// A name of a file for a label: control characters, line ends too, as "\x0a".
 [[nodiscard]] QString shownText(std::string const& text);
+
+/// A number of things: "1 run", "1,200 runs".
+[[nodiscard]] QString plural(std::size_t count, QString const& one);
 
 /// A tooltip that is no markup, whatever it looks like.
 [[nodiscard]] QString toolTipText(QString const& text);

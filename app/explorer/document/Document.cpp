@@ -95,8 +95,11 @@ void Document::setState(State const& state)
   const bool recompare = !sameMethod(current.method, state.method);
   current = state;
   if (chosenGate && *chosenGate >= current.gates.size()) chosenGate.reset();
-  if (regate) moving.reset();
-  if (regate) applyGates();
+  if (regate) {
+    moving.reset();
+    if (!placing) Q_EMIT previewGivenUp();
+    applyGates();
+  }
   Q_EMIT stateChanged();
   if (regate) Q_EMIT passingChanged();
   if (regate || recompare) compare();
@@ -197,6 +200,12 @@ void Document::cancelPreview()
   Q_EMIT comparisonChanged();
 }
 
+void Document::giveUpPreview()
+{
+  cancelPreview();
+  Q_EMIT previewGivenUp();
+}
+
 bool Document::commitPreview(QString const& stepName)
 {
   if (!moving) return false;
@@ -207,12 +216,14 @@ bool Document::commitPreview(QString const& stepName)
   }
   const Moving placed = std::move(*moving);
   moving.reset();
+  placing = true;
   change(stepName, [&](State& state) {
     if (placed.index < state.gates.size())
       state.gates[placed.index].gate = placed.gate;
     else
       state.gates.push_back({newGateName(), placed.gate, true});
   });
+  placing = false;
   selectGate(std::min(placed.index, current.gates.size() - 1));
   return true;
 }

@@ -88,6 +88,8 @@ public:
   [[nodiscard]] Gate const* previewedGate(std::size_t* index = nullptr) const;
   /// Goes back to what was before the preview.
   void cancelPreview();
+  /// The same, and tells those who drag: previewGivenUp().
+  void giveUpPreview();
   /// Makes the previewed gate one of the state; a new one gets a name. A new gate that no run passes is given
   /// up. \return false if it was, or if there is no preview
   bool commitPreview(QString const& stepName);
@@ -117,6 +119,9 @@ Q_SIGNALS:
   void comparisonChanged();
   /// Hovered or pinned runs, or the selected gate.
   void highlightChanged();
+  /// Whoever drags a gate must stop: it was given up, or other gates have taken the place of those that the
+  /// drag began with.
+  void previewGivenUp();
   /// Work in another thread failed.
   void failed(QString const& message);
 
@@ -144,6 +149,7 @@ private:
   GateOutcomes gates;
   RunSet takingPart;
   std::optional<Moving> moving;
+  bool placing = false; ///< whether what was being moved becomes part of the state
   GatePreview preview;
   std::vector<LiveDistance> distances;
   std::shared_ptr<ParameterComparer const> comparer; ///< of the runs that take part; none before the first

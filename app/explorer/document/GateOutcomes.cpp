@@ -5,6 +5,16 @@
 
 namespace runsieve::app {
 
+std::vector<std::string> gatesWithoutEffect(std::vector<NamedGate> const& gates,
+                                            std::vector<GateOutcome> const& outcomes)
+{
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < outcomes.size(); ++i)
+    if (gates[i].on && gates[i].gate.kind != GateKind::Cluster && !outcomes[i].error.empty())
+      names.push_back(gates[i].name);
+  return names;
+}
+
 void GateOutcomes::reset(Scan const* opened, GateContext ofGates)
 {
   scan = opened;

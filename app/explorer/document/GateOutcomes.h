@@ -20,6 +20,11 @@ struct GateOutcome
   std::size_t left = 0;                 ///< runs that pass it and those before it that are on, joined
 };
 
+/// Names of the gates that are on and ask for something that the scan does not have. Those for clusters, which
+/// take a while, don't count. \param outcomes one per gate
+[[nodiscard]] std::vector<std::string> gatesWithoutEffect(std::vector<NamedGate> const& gates,
+                                                          std::vector<GateOutcome> const& outcomes);
+
 /// The gates of a list on a scan. Gates that have not changed are not applied anew.
 class GateOutcomes
 {

@@ -14,7 +14,7 @@ auto partsOf(NamedGate const& gate)
 
 auto partsOf(NamedSet const& set)
 {
-  return std::tie(set.name, set.runs, set.color, set.shown, set.origin);
+  return std::tie(set.name, set.runs, set.color, set.shown, set.origin, set.absent);
 }
 
 auto partsOf(ViewState const& view)
@@ -30,6 +30,17 @@ template <class Named> bool sameList(std::vector<Named> const& a, std::vector<Na
 }
 
 } // namespace
+
+std::size_t countOf(std::vector<RunKey> const& keys)
+{
+  std::size_t count = 0;
+  for (RunKey const& key : keys) {
+    auto const* range = std::get_if<RunNumbers>(&key);
+    // Unsigned, since a range of a file that was written by hand may be of any length.
+    count += range ? static_cast<std::size_t>(range->last) - static_cast<std::size_t>(range->first) + 1 : 1;
+  }
+  return count;
+}
 
 bool sameMethod(ComparisonMethod const& a, ComparisonMethod const& b)
 {

@@ -29,6 +29,8 @@ struct NamedSet
   std::size_t color = 0; ///< place in Theme::sets
   bool shown = true;     ///< in the charts
   std::string origin;    ///< where it is from, for people: "passing 2 gates", "cluster 1 of 4"
+  /// Members that the open scan does not have: a file that is written anew has them perhaps the next time.
+  std::vector<RunKey> absent = {};
 };
 
 /// How the others of the passing runs are shown.
@@ -92,6 +94,9 @@ struct State
   ComparisonMethod method;
   ViewState view;
 };
+
+/// How many runs keys and ranges stand for.
+[[nodiscard]] std::size_t countOf(std::vector<RunKey> const& keys);
 
 [[nodiscard]] bool operator==(ViewState const& a, ViewState const& b);
 [[nodiscard]] bool operator==(State const& a, State const& b);

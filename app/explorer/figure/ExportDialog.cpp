@@ -81,16 +81,20 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
   auto* upper = new QHBoxLayout;
   upper->addWidget(scroll);
   upper->addLayout(right, 1);
-  data = new QCheckBox("Also write the data behind it as CSV");
+  data = new QCheckBox("Also write the &data behind it as CSV");
   data->setToolTip("Runs, curves of the parameters, and the table of all parameters, beside the figure");
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-  saving = buttons->addButton("Save...", QDialogButtonBox::ActionRole);
-  auto* copying = buttons->addButton("Copy to clipboard", QDialogButtonBox::ActionRole);
-  saving->setDefault(true);
+  auto* buttons = new QDialogButtonBox;
+  saving = buttons->addButton("&Save...", QDialogButtonBox::ActionRole);
+  auto* copying = buttons->addButton("&Copy to clipboard", QDialogButtonBox::ActionRole);
+  auto* closing = buttons->addButton("C&lose", QDialogButtonBox::RejectRole);
+  // Return saves, wherever the keys go.
+  copying->setAutoDefault(false);
+  closing->setAutoDefault(false);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(upper, 1);
   layout->addWidget(data);
   layout->addWidget(buttons);
+  saving->setDefault(true);
   connect(options, &FigureForm::changed, this, &ExportDialog::follow);
   connect(shown, &FigurePreview::changed, this, [this](FigureNotes const& notes) {
     const FigureOptions now = options->options();

@@ -30,12 +30,15 @@ QComboBox* choice(QStringList const& entries, int index, char const* name, char 
   return box;
 }
 
-QLayout* row(std::initializer_list<QWidget*> widgets)
+/// Adds a row of several widgets, whose label leads to the first one.
+void addRow(QFormLayout& form, QString const& text, std::initializer_list<QWidget*> widgets)
 {
   auto* layout = new QHBoxLayout;
   for (QWidget* widget : widgets) layout->addWidget(widget);
   layout->addStretch(1);
-  return layout;
+  auto* label = new QLabel(text);
+  label->setBuddy(*widgets.begin());
+  form.addRow(label, layout);
 }
 
 /// The label of several boxes, at the height of the first one.
@@ -121,11 +124,11 @@ void FigureForm::buildSize(QFormLayout& form, FigureOptions const& options)
   if (!options.family.isEmpty()) family->setCurrentFont(QFont(options.family));
   fontSize = number("Size of letters", "pt", O::smallestFont, O::largestFont, 0.5, options.fontSize);
   lineWidth = number("Width of axes", "pt", O::thinnestLine, O::widestLine, 0.25, options.lineWidth);
-  form.addRow("Size for", preset);
-  form.addRow("Width, height", row({width, height}));
-  form.addRow("Resolution", row({dpi}));
-  form.addRow("Font", family);
-  form.addRow("Letters, lines", row({fontSize, lineWidth}));
+  form.addRow("S&ize for", preset);
+  addRow(form, "&Width, height", {width, height});
+  addRow(form, "&Resolution", {dpi});
+  form.addRow("&Font", family);
+  addRow(form, "L&etters, lines", {fontSize, lineWidth});
 }
 
 void FigureForm::buildContent(QFormLayout& form, FigureContent const& content, FigureOptions const& options)
@@ -148,8 +151,8 @@ void FigureForm::buildContent(QFormLayout& form, FigureContent const& content, F
   strongest->setEnabled(listed.empty());
   palette = choice({"Standard", "Colour-blind"}, static_cast<int>(options.palette), "Colours",
                    "Blue on grey can be told apart by all, and in black and white");
-  form.addRow("Title", title);
-  form.addRow("Runs as", runsLook);
+  form.addRow("&Title", title);
+  form.addRow("Ru&ns as", runsLook);
   if (content.outputs.size() > 1) {
     auto* column = new QVBoxLayout;
     for (std::size_t const output : content.outputs) {
@@ -163,17 +166,17 @@ void FigureForm::buildContent(QFormLayout& form, FigureContent const& content, F
     }
     form.addRow(labelOf("Outputs", outputs.front().first), column);
   }
-  form.addRow("Parameters as", parameterLook);
-  form.addRow("Strongest", row({strongest}));
-  form.addRow("Colours", palette);
+  form.addRow("&Parameters as", parameterLook);
+  addRow(form, "Str&ongest", {strongest});
+  form.addRow("Colo&urs", palette);
 }
 
 void FigureForm::buildSwitches(QFormLayout& form, FigureOptions const& options)
 {
-  gates = checkBox("Gates", options.gates, "Rectangles with the names of the gates");
+  gates = checkBox("&Gates", options.gates, "Rectangles with the names of the gates");
   legend = checkBox("Legend", options.legend, "What the colours mean");
   counts = checkBox("Counts", options.counts, "Numbers of runs in the legend");
-  thresholds = checkBox("Thresholds", options.thresholds, "What a star means, and the noise floor");
+  thresholds = checkBox("T&hresholds", options.thresholds, "What a star means, and the noise floor");
   scaleBar = checkBox("Scale bars", options.scaleBar, "How many runs the shades stand for");
   ground = checkBox("White ground", options.ground, "Else the figure is transparent");
   auto* grid = new QGridLayout;

@@ -189,7 +189,7 @@ private:
   [[nodiscard]] Grid shownIn(QRectF const& room) const
   {
     return gridFor(parameters.size(), chartsIn(room).size(),
-                   ParameterFigure::leastSize(theme) + QSizeF(0.0, between()));
+                   ParameterFigure::leastSize(content, parameters, theme) + QSizeF(0.0, between()));
   }
 
   /// Room between rows of charts.

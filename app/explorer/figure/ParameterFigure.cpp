@@ -31,6 +31,16 @@ AxisMap roomy(AxisMap const& axis)
   return axis.widened(room);
 }
 
+/// What stands below the name of a parameter. \param withP whether it tells p
+QString differenceOf(FigureContent const& content, std::size_t parameter, bool withP)
+{
+  ParameterComparison const* numbers = content.numbersOf(parameter);
+  if (!numbers || std::isnan(numbers->d)) return {};
+  ComparisonMethod const& method = content.comparison->method;
+  const double p = withP ? adjustedP(*numbers, method.adjustment) : std::nan("");
+  return differenceText(numbers->d, p, method.thresholds.smallestD) + (numbers->significant ? " *" : "");
+}
+
 } // namespace
 
 ParameterFigure::ParameterFigure(FigureContent const& ofContent, FigureOptions const& ofOptions,
@@ -40,18 +50,15 @@ ParameterFigure::ParameterFigure(FigureContent const& ofContent, FigureOptions c
   if (!content.scan->parameters[parameter].isText()) samples = samplesOf(content, parameter);
 }
 
-QSizeF ParameterFigure::leastSize(Theme const& theme)
+QSizeF ParameterFigure::leastSize(FigureContent const& content, std::vector<std::size_t> const& parameters,
+                                  Theme const& theme)
 {
   const QFontMetricsF metrics(theme.font);
-  return {8.8 * metrics.height(), 6.2 * metrics.height()};
-}
-
-QString ParameterFigure::headline() const
-{
-  ParameterComparison const* numbers = content.numbersOf(parameter);
-  if (!numbers || std::isnan(numbers->d)) return {};
-  return differenceText(numbers->d, adjustedP(*numbers, content.comparison->method.adjustment)) +
-         (numbers->significant ? " *" : "");
+  double widest = 8.8 * metrics.height();
+  for (std::size_t const parameter : parameters)
+    widest = std::max(widest,
+                      metrics.horizontalAdvance(differenceOf(content, parameter, true)) + 2.5 * theme.gap);
+  return {widest, 6.2 * metrics.height()};
 }
 
 double ParameterFigure::headerHeight() const
@@ -71,7 +78,11 @@ void ParameterFigure::paintHeader(QPainter& painter, QRectF const& outer) const
   painter.drawText(QPointF(outer.left() + theme.gap, outer.top() + metrics.ascent()),
                    elided(name, font, outer.width() - theme.gap));
   painter.setFont(theme.font);
-  const QString line = elided(headline(), theme.font, outer.width() - theme.gap);
+  // A number that is cut says another one.
+  QString line = differenceOf(content, parameter, true);
+  const double room = outer.width() - theme.gap;
+  if (metrics.horizontalAdvance(line) > room) line = differenceOf(content, parameter, false);
+  if (metrics.horizontalAdvance(line) > room) return;
   painter.drawText(QPointF(outer.left() + theme.gap, outer.top() + metrics.height() + metrics.ascent()),
                    line);
 }

@@ -26,11 +26,11 @@ public:
   /// \param pixelsPerUnit of the image of a scatter
   void paint(QPainter& painter, QRectF const& outer, double pixelsPerUnit) const;
 
-  /// Room that a chart takes at least to be read.
-  [[nodiscard]] static QSizeF leastSize(Theme const& theme);
+  /// Room that each chart takes at least, so that it can be read and no number is cut.
+  [[nodiscard]] static QSizeF leastSize(FigureContent const& content,
+                                        std::vector<std::size_t> const& parameters, Theme const& theme);
 
 private:
-  [[nodiscard]] QString headline() const;
   [[nodiscard]] double headerHeight() const;
   void paintHeader(QPainter& painter, QRectF const& outer) const;
   void paintCurves(QPainter& painter, QRectF const& place) const;

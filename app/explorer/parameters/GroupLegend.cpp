@@ -61,16 +61,19 @@ void GroupLegend::paintEvent(QPaintEvent*)
   const Theme theme = Theme::ofPalette(palette(), font());
   const QFontMetricsF metrics(font());
   const double middle = 0.5 * height();
+  // A small room has short samples.
+  const double part = width() < sizeHint().width() ? 0.5 : 1.0;
+  const double length = part * sample;
   double x = 0.0;
   for (Entry const& entry : entriesOf(document, theme)) {
-    const double width = sample + gap + metrics.horizontalAdvance(entry.text);
+    const double width = length + part * gap + metrics.horizontalAdvance(entry.text);
     if (x + width > this->width() + 1.0) break; // no half words
     const double half = entry.isBand ? 4.0 : 1.2;
-    painter.fillRect(QRectF(x, middle - half, sample, 2.0 * half), entry.color);
+    painter.fillRect(QRectF(x, middle - half, length, 2.0 * half), entry.color);
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(QPointF(x + sample + gap, middle + 0.5 * (metrics.ascent() - metrics.descent())),
-                     entry.text);
-    x += width + between;
+    painter.drawText(
+        QPointF(x + length + part * gap, middle + 0.5 * (metrics.ascent() - metrics.descent())), entry.text);
+    x += width + part * between;
   }
 }
 

@@ -29,6 +29,7 @@ LargeChartView::LargeChartView(ParameterRuns& ofRuns, std::size_t shown, QWidget
   setAccessibleName("Chart of a parameter");
   new LostMouse(*this, [this] { hand.cancel(); });
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  connect(&document, &Document::previewGivenUp, this, [this] { hand.cancel(); });
   connect(&runs, &ParameterRuns::opened, this, [this] { charts.clear(); });
   connect(&runs, &ParameterRuns::changed, this, &LargeChartView::refresh);
   refresh();

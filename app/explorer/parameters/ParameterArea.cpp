@@ -28,6 +28,9 @@ ParameterArea::ParameterArea(ParameterRuns& ofRuns, QString const& name, QWidget
     if (pressed) giveUp();
   });
   mouse->watch(*viewport());
+  connect(&document, &Document::previewGivenUp, this, [this] {
+    if (pressed) giveUp();
+  });
   connect(&runs, &ParameterRuns::opened, this, &ParameterArea::reset);
   connect(&runs, &ParameterRuns::orderChanged, this, [this] { relayout(); });
   connect(&runs, &ParameterRuns::changed, this, [this] { refresh(); });

@@ -10,9 +10,16 @@ namespace runsieve::app {
 
 namespace {
 
-QString signedText(double d)
+/// With as many digits as keep it on its side of a threshold.
+QString signedText(double d, double threshold)
 {
-  return QString::asprintf("%+.2f", d);
+  constexpr int mostDigits = 6;
+  QString text;
+  for (int digits = 2; digits <= mostDigits; ++digits) {
+    text = QString::asprintf("%+.*f", digits, d);
+    if ((std::fabs(text.toDouble()) >= threshold) == (std::fabs(d) >= threshold)) break;
+  }
+  return text;
 }
 
 QString pWords(double p)
@@ -32,6 +39,7 @@ ParameterNumbers numbersOf(Document const& document, std::size_t parameter)
   ParameterNumbers numbers;
   if (!document.isOpen() || !document.sieves()) return numbers;
   numbers.isCurrent = document.isCompared();
+  numbers.smallestD = document.state().method.thresholds.smallestD;
   if (Comparison const* comparison = document.comparison()) {
     auto const is = [&](auto const& entry) { return entry.parameter == parameter; };
     auto const found = std::find_if(comparison->parameters.begin(), comparison->parameters.end(), is);
@@ -55,16 +63,16 @@ ParameterNumbers numbersOf(Document const& document, std::size_t parameter)
   return numbers;
 }
 
-QString differenceText(double d, double p)
+QString differenceText(double d, double p, double smallest)
 {
   if (std::isnan(d)) return {};
-  return "d " + signedText(d) + (std::isnan(p) ? QString() : ", p " + pWords(p));
+  return "d " + signedText(d, smallest) + (std::isnan(p) ? QString() : ", p " + pWords(p));
 }
 
 QString headline(ParameterNumbers const& numbers)
 {
   if (!numbers.leftOut.isEmpty()) return numbers.leftOut;
-  const QString text = differenceText(numbers.d, numbers.p);
+  const QString text = differenceText(numbers.d, numbers.p, numbers.smallestD);
   if (text.isEmpty() || std::isnan(numbers.p)) return text;
   return text + (numbers.significant ? QString::fromUtf8(" \u2605") : QString(" n.s."));
 }
@@ -120,17 +128,17 @@ QString parameterWords(Document const& document, std::size_t parameter, std::siz
   const ParameterNumbers numbers = numbersOf(document, parameter);
   if (!numbers.leftOut.isEmpty()) return words + "It is not compared: it " + numbers.leftOut + ".";
   if (document.previewedGate() || !numbers.isCurrent)
-    return words + (std::isnan(numbers.d) ? QString() : QString("d is %1.").arg(signedText(numbers.d)));
+    return words + (std::isnan(numbers.d) ? QString() : QString("d is %1.").arg(signedText(numbers.d, numbers.smallestD)));
   ParameterComparison const* found = numbers.compared;
   if (!found || std::isnan(found->d)) return words + "There is nothing to compare.";
   if (found->isText && !found->text.empty())
     words += QString("The shares differ most for \"%1\": by %2. ")
-                 .arg(QString::fromStdString(found->text), signedText(found->d));
+                 .arg(QString::fromStdString(found->text), signedText(found->d, numbers.smallestD));
   else if (!found->isText)
     words += QString("The passing runs have a median of %1, the others one of %2. The curves are furthest "
                      "apart at %3, by d = %4. ")
                  .arg(shortNumber(found->medianPassing) + unit, shortNumber(found->medianOthers) + unit,
-                      shortNumber(found->value) + unit, signedText(found->d));
+                      shortNumber(found->value) + unit, signedText(found->d, numbers.smallestD));
   if (!std::isnan(numbers.p))
     words += QString("With %1 as adjusted p-value %2.")
                  .arg(pWords(numbers.p), numbers.significant ? QString("the difference is significant")

@@ -17,14 +17,15 @@ struct ParameterNumbers
   QString leftOut; ///< why it is in none, "does not vary"; empty without a comparison
   double d = std::numeric_limits<double>::quiet_NaN(); ///< while a gate moves, the present one
   double p = std::numeric_limits<double>::quiet_NaN(); ///< adjusted; NaN while a gate moves
+  double smallestD = 0.0;                              ///< that a significant one has at least
   bool significant = false;
   bool isCurrent = false; ///< false while the passing runs are others than those that were compared
 };
 
 [[nodiscard]] ParameterNumbers numbersOf(Document const& document, std::size_t parameter);
 
-/// "d +0.43, p 0.002"; NaNs are left out.
-[[nodiscard]] QString differenceText(double d, double p);
+/// "d +0.43, p 0.002"; NaNs are left out. \param smallest the |d| that a star asks for: d is not rounded across it
+[[nodiscard]] QString differenceText(double d, double p, double smallest);
 
 /// "d +0.43, p 0.002 ★", "d +0.05, p 0.9 n.s.", while a gate moves "d +0.43"; empty without a gate.
 [[nodiscard]] QString headline(ParameterNumbers const& numbers);

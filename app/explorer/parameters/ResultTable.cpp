@@ -1,9 +1,56 @@
 #include "app/explorer/parameters/ResultTable.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QTableView>
 
+#include <algorithm>
+#include <utility>
+
 namespace runsieve::app {
+
+namespace {
+
+/// Shares what the other columns leave among those of names; where that is too little they keep a width that
+/// tells names apart, and the table scrolls.
+class NameColumns : public QObject
+{
+public:
+  NameColumns(QTableView& ofTable, std::vector<int> wide)
+      : QObject(&ofTable), table(ofTable), columns(std::move(wide))
+  {
+    table.viewport()->installEventFilter(this);
+    connect(table.model(), &QAbstractItemModel::modelReset, this, [this] { fit(); }, Qt::QueuedConnection);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override
+  {
+    if (event->type() == QEvent::Resize) fit();
+    return QObject::eventFilter(watched, event);
+  }
+
+private:
+  void fit()
+  {
+    QHeaderView& header = *table.horizontalHeader();
+    int room = table.viewport()->width();
+    for (int column = 0; column < header.count(); ++column)
+      if (std::find(columns.begin(), columns.end(), column) == columns.end())
+        room -= header.sectionSize(column);
+    constexpr int letters = 14;
+    const int least = letters * table.fontMetrics().averageCharWidth();
+    const bool fits = room >= least * static_cast<int>(columns.size());
+    for (int const column : columns) {
+      header.setSectionResizeMode(column, fits ? QHeaderView::Stretch : QHeaderView::Fixed);
+      if (!fits) header.resizeSection(column, least);
+    }
+  }
+
+  QTableView& table;
+  std::vector<int> columns;
+};
+
+} // namespace
 
 QTableView* resultTable(QAbstractItemModel& model, QString const& name, std::vector<int> const& wideColumns)
 {
@@ -26,7 +73,7 @@ QTableView* resultTable(QAbstractItemModel& model, QString const& name, std::vec
   header->setResizeContentsPrecision(rowsToMeasure);
   header->setMinimumSectionSize(40);
   header->setSectionResizeMode(QHeaderView::ResizeToContents);
-  for (int const column : wideColumns) header->setSectionResizeMode(column, QHeaderView::Stretch);
+  new NameColumns(*table, wideColumns); // the table owns it
   return table;
 }
 

@@ -1,5 +1,7 @@
 #include "app/explorer/runs/RunsPane.h"
 
+#include <QEvent>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -11,7 +13,19 @@ RunsPane::RunsPane(Document& ofDocument, QWidget* parent)
     : QWidget(parent), document(ofDocument), shown(ofDocument)
 {
   setAccessibleName("Charts of the runs");
-  column = new QVBoxLayout(this);
+  page = new QWidget;
+  page->installEventFilter(this);
+  auto* scroll = new QScrollArea;
+  scroll->setWidget(page);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setMinimumSize(220, 130);
+  auto* whole = new QVBoxLayout(this);
+  whole->setContentsMargins(0, 0, 0, 0);
+  whole->addWidget(scroll);
+  column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   connect(&document, &Document::opened, this, &RunsPane::rebuild);
@@ -90,14 +104,15 @@ void RunsPane::shareHeight()
   // The last one has the numbers of the time axis besides; the plots are equally high.
   const int numbers =
       static_cast<int>(std::lround(charts.back()->view()->belowPlot() - charts.front()->view()->belowPlot()));
-  const int each = std::max(1, (height() - numbers) / static_cast<int>(charts.size()));
+  const int each = std::max(1, (page->height() - numbers) / static_cast<int>(charts.size()));
   for (RunsChart* chart : charts)
     column->setStretchFactor(chart, each + (chart == charts.back() ? numbers : 0));
 }
 
-void RunsPane::resizeEvent(QResizeEvent*)
+bool RunsPane::eventFilter(QObject* watched, QEvent* event)
 {
-  shareHeight();
+  if (watched == page && event->type() == QEvent::Resize) shareHeight();
+  return QWidget::eventFilter(watched, event);
 }
 
 } // namespace runsieve::app

@@ -35,7 +35,7 @@ Q_SIGNALS:
   void gateMenuWanted(QPoint const& at);
 
 protected:
-  void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
   void rebuild();
@@ -45,6 +45,7 @@ private:
   Document& document;
   RunsZoom shown;
   RunsTool tool = RunsTool::Gate;
+  QWidget* page = nullptr; ///< scrolls if the charts would be too low
   QVBoxLayout* column = nullptr;
   std::shared_ptr<Scan const> scan; ///< that the charts were made for
   std::vector<RunsChart*> charts;

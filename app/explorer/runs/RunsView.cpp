@@ -44,6 +44,9 @@ RunsView::RunsView(Document& ofDocument, RunsZoom& ofZoom, std::size_t shown, QW
   connect(&bands, &BandsPicture::changed, this, &RunsView::showPicture);
   connect(&zoom, &RunsZoom::changed, this, &RunsView::refresh); // of the state as well
   connect(&document, &Document::passingChanged, this, &RunsView::refresh);
+  connect(&document, &Document::previewGivenUp, this, [this] {
+    if (drag && (drag->kind == Drag::Kind::Gate || drag->kind == Drag::Kind::NewGate)) cancelDrag();
+  });
   connect(&document, &Document::highlightChanged, this, qOverload<>(&QWidget::update));
   refresh();
 }
@@ -92,6 +95,10 @@ void RunsView::relayout()
   axes = ChartFrame(QRectF(rect()).adjusted(4.0, 0.0, -2.0, -2.0), std::move(horizontal), std::move(vertical),
                     theme, leastLeft);
   setAccessibleDescription(titleOf(scan.outputs[output].label));
+  const double around = height() - axes.plot().height();
+  if (std::fabs(around - aroundPlot) < 0.5) return;
+  aroundPlot = around;
+  updateGeometry();
 }
 
 std::vector<RunsView::RunGroup> RunsView::groups() const

@@ -51,7 +51,8 @@ public:
   [[nodiscard]] std::vector<LegendLine> legend() const;
 
   QSize sizeHint() const override { return {700, 420}; }
-  QSize minimumSizeHint() const override { return {200, 56}; }
+  /// With a plot that shows something.
+  QSize minimumSizeHint() const override { return {200, static_cast<int>(leastPlot + aroundPlot)}; }
 
 Q_SIGNALS:
   void legendChanged();
@@ -127,6 +128,8 @@ private:
   RunsTool tool = RunsTool::Gate;
   bool timeNumbers = true;
   double leastLeft = 0.0;
+  static constexpr double leastPlot = 48.0;
+  double aroundPlot = 8.0; ///< height of numbers and margins
   Theme theme;
   ChartFrame axes;
   RunsPicture picture;

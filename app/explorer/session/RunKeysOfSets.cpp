@@ -40,7 +40,7 @@ std::vector<RunKey> keysOf(RunSet const& runs, Scan const& scan)
   return keys;
 }
 
-RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan, std::size_t* missing)
+RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan, std::vector<RunKey>* absent)
 {
   std::unordered_map<std::string, std::size_t> byKey;
   std::map<long long, std::size_t> byNumber;
@@ -49,24 +49,28 @@ RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan, std::size_t* mi
     if (auto const number = numberOf(scan.runs[run].key)) byNumber[*number] = run;
   }
   RunSet runs(scan.runs.size());
-  std::size_t lost = 0;
+  std::vector<RunKey> lost;
   for (RunKey const& key : keys) {
-    bool found = false;
     if (auto const* text = std::get_if<std::string>(&key)) {
       auto const place = byKey.find(*text);
-      found = place != byKey.end();
-      if (found) runs.set(place->second);
-    } else {
-      auto const& range = std::get<RunNumbers>(key);
-      for (auto place = byNumber.lower_bound(range.first);
-           place != byNumber.end() && place->first <= range.last; ++place) {
+      if (place != byKey.end())
         runs.set(place->second);
-        found = true;
-      }
+      else
+        lost.push_back(key);
+      continue;
     }
-    lost += found ? 0 : 1;
+    RunNumbers rest = std::get<RunNumbers>(key); // behind those that were found
+    bool isDone = rest.first > rest.last;
+    for (auto place = byNumber.lower_bound(rest.first); place != byNumber.end() && place->first <= rest.last;
+         ++place) {
+      runs.set(place->second);
+      if (place->first > rest.first) lost.emplace_back(RunNumbers{rest.first, place->first - 1});
+      isDone = place->first == rest.last;
+      if (!isDone) rest.first = place->first + 1; // below the last, so that it does not overflow
+    }
+    if (!isDone) lost.emplace_back(rest);
   }
-  if (missing) *missing = lost;
+  if (absent) *absent = std::move(lost);
   return runs;
 }
 

@@ -107,8 +107,11 @@ Session sessionOf(Document const& document, std::optional<std::string> fingerpri
   session.gates = state.gates;
   session.join = state.join;
   session.method = state.method;
-  for (NamedSet const& set : state.sets)
-    session.sets.push_back({set.name, keysOf(set.runs, scan), set.color, set.shown, set.origin});
+  for (NamedSet const& set : state.sets) {
+    std::vector<RunKey> keys = keysOf(set.runs, scan);
+    keys.insert(keys.end(), set.absent.begin(), set.absent.end());
+    session.sets.push_back({set.name, std::move(keys), set.color, set.shown, set.origin});
+  }
   session.view = viewOf(state.view, scan);
   RunSet pinned(scan.runs.size());
   for (std::size_t const run : document.pinnedRuns()) pinned.set(run);
@@ -123,14 +126,23 @@ RestoredState restoredOn(Session const& session, Scan const& scan)
   restored.state.join = session.join;
   restored.state.method = session.method;
   for (SessionSet const& set : session.sets) {
-    std::size_t missing = 0;
+    std::vector<RunKey> absent;
+    RunSet runs = runsOf(set.runs, scan, &absent);
+    const std::size_t all = runs.count() + countOf(absent);
+    if (!absent.empty())
+      restored.notes << QString("the scan has %L1 of the %L2 runs of the set %3; the others come back with "
+                                "data that have them")
+                            .arg(runs.count())
+                            .arg(all)
+                            .arg(shown(set.name));
     restored.state.sets.push_back(
-        {set.name, runsOf(set.runs, scan, &missing), set.color, set.shown, set.origin});
-    if (missing > 0)
-      restored.notes << QString("of the set %1 some runs are not in the scan any more").arg(shown(set.name));
+        {set.name, std::move(runs), set.color, set.shown, set.origin, std::move(absent)});
   }
   restored.state.view = viewOn(session.view, scan, restored.notes);
-  for (std::size_t const run : runsOf(session.pinned, scan).members()) restored.pinned.insert(run);
+  std::vector<RunKey> unpinned;
+  for (std::size_t const run : runsOf(session.pinned, scan, &unpinned).members()) restored.pinned.insert(run);
+  if (!unpinned.empty())
+    restored.notes << QString("pinned runs that the scan does not have: %L1").arg(countOf(unpinned));
   return restored;
 }
 
@@ -140,6 +152,8 @@ QStringList applySession(Document& document, Session const& session, std::shared
   RestoredState restored = restoredOn(session, *scan);
   document.open(scan, std::move(source), std::move(restored.state));
   document.pin(std::move(restored.pinned));
+  for (std::string const& name : gatesWithoutEffect(document.state().gates, document.outcomes()))
+    restored.notes << QString("the gate %1 does not fit the scan and asks for nothing").arg(shown(name));
   return restored.notes;
 }
 

@@ -75,14 +75,14 @@ struct RestoredState
 /// What of a session a scan has.
 [[nodiscard]] RestoredState restoredOn(Session const& session, Scan const& scan);
 
-/// Opens a scan with a session in a document. \return RestoredState::notes
+/// Opens a scan with a session in a document. \return RestoredState::notes, and gates that don't fit the scan
 QStringList applySession(Document& document, Session const& session, std::shared_ptr<Scan const> const& scan,
                          ScanSource source);
 
 /// The keys of runs: whole numbers that follow one another as one range.
 [[nodiscard]] std::vector<RunKey> keysOf(RunSet const& runs, Scan const& scan);
-/// The reverse. \param missing is set to the number of keys and ranges of which the scan has no run
+/// The reverse. \param absent is set to what the scan does not have of the keys and ranges
 [[nodiscard]] RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan,
-                            std::size_t* missing = nullptr);
+                            std::vector<RunKey>* absent = nullptr);
 
 } // namespace runsieve::app

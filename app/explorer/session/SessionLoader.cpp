@@ -72,14 +72,18 @@ void SessionLoader::take(std::shared_ptr<Scan const> const& scan, ScanSource con
   const QStringList notes = applySession(document, session, scan, source);
   if (sameDataExpected) {
     SieveFile sieve;
-    for (NamedGate const& gate : session.gates)
-      if (gate.on) sieve.gates.push_back(gate.gate);
+    std::vector<std::string> names;
+    for (NamedGate const& gate : session.gates) {
+      if (!gate.on) continue;
+      sieve.gates.push_back(gate.gate);
+      names.push_back('"' + gate.name + '"');
+    }
     sieve.join = session.join;
     sieve.fingerprint = session.fingerprint;
     sieve.counts = session.counts;
-    comparing.start([this, scan, sieve](Background::Cancelled const&) -> std::function<void()> {
-      QStringList lines;
-      for (std::string const& line : compareWith(sieve, *scan, gateContext()))
+    comparing.start([this, scan, sieve, names, notes](Background::Cancelled const&) -> std::function<void()> {
+      QStringList lines = notes;
+      for (std::string const& line : compareWith(sieve, *scan, gateContext(), names))
         lines << QString::fromStdString(line);
       return [this, lines] {
         if (!lines.isEmpty()) Q_EMIT differs(lines);
@@ -87,6 +91,7 @@ void SessionLoader::take(std::shared_ptr<Scan const> const& scan, ScanSource con
     });
   }
   Q_EMIT opened(session, path, notes);
+  if (!sameDataExpected && !notes.isEmpty()) Q_EMIT differs(notes);
 }
 
 } // namespace runsieve::app

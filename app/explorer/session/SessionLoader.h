@@ -43,7 +43,8 @@ Q_SIGNALS:
   /// A session is open in the document. \param path of its file; empty if it is from none \param notes what
   /// of it the scan does not have
   void opened(Session const& session, QString const& path, QStringList const& notes);
-  /// How the data differ from those that the session was made for, after opened(); not told if they don't.
+  /// How the data differ from those that the session was made for, with what of it they don't have, after
+  /// opened(); not told if there is nothing to tell.
   void differs(QStringList const& lines);
   void failed(QString const& message);
 

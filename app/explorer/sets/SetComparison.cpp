@@ -32,12 +32,10 @@ void SetComparison::build(NamedSet const& a, NamedSet const& b)
 {
   RunSet both = a.runs;
   both &= b.runs;
-  QString text = QString("A: %1, %L2 runs\nB: %3, %L4 runs")
-                     .arg(shownText(a.name))
-                     .arg(a.runs.count())
-                     .arg(shownText(b.name))
-                     .arg(b.runs.count());
-  if (both.count() > 0) text += QString("\n%L1 runs of both count with A").arg(both.count());
+  QString text = QString("A: %1, %2\nB: %3, %4")
+                     .arg(shownText(a.name), plural(a.runs.count(), "run"), shownText(b.name),
+                          plural(b.runs.count(), "run"));
+  if (both.count() > 0) text += QString("\nIn both, and counted with A: %1").arg(plural(both.count(), "run"));
   above = new QLabel;
   above->setTextFormat(Qt::PlainText);
   above->setWordWrap(true);

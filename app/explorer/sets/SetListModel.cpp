@@ -64,7 +64,8 @@ QString SetListModel::textOf(QModelIndex const& index) const
   case Name:
     return shownText(set.name);
   case Runs:
-    return QString("%L1").arg(sizes[row]);
+    return set.absent.empty() ? QString("%L1").arg(sizes[row])
+                              : QString("%L1 of %L2").arg(sizes[row]).arg(sizes[row] + countOf(set.absent));
   case Passing:
     return QString("%L1").arg(passing[row]);
   default:
@@ -82,7 +83,11 @@ QVariant SetListModel::data(QModelIndex const& index, int role) const
   case Qt::EditRole:
     return QString::fromStdString(set.name);
   case Qt::ToolTipRole:
-    return toolTipText(shownText(set.name) + (set.origin.empty() ? QString() : "\n" + shownText(set.origin)));
+    return toolTipText(shownText(set.name) + (set.origin.empty() ? QString() : "\n" + shownText(set.origin)) +
+                       (set.absent.empty() ? QString()
+                                           : QString("\nRuns that the data don't have: %L1. They are kept for "
+                                                     "data that have them.")
+                                                 .arg(countOf(set.absent))));
   case Qt::CheckStateRole:
     if (index.column() != Name) return {};
     return set.shown ? Qt::Checked : Qt::Unchecked;

@@ -21,11 +21,6 @@ namespace {
 /// A file that lists runs has no more than some bytes for each.
 constexpr qint64 mostBytes = 256 * 1024 * 1024;
 
-QString plural(std::size_t count, QString const& one)
-{
-  return count == 1 ? "1 " + one : QString("%L1 %2s").arg(count).arg(one);
-}
-
 } // namespace
 
 std::string SetsPane::keptOrigin() const

@@ -1,6 +1,7 @@
 #include "app/explorer/tables/RunExport.h"
 
 #include "app/cli/OutputFiles.h"
+#include "app/explorer/controls/PlainText.h"
 
 #include <runsieve/core/write/WriteScan.h>
 
@@ -12,15 +13,6 @@
 #include <utility>
 
 namespace runsieve::app {
-
-namespace {
-
-QString runsText(std::size_t runs)
-{
-  return runs == 1 ? QString("1 run") : QString("%L1 runs").arg(runs);
-}
-
-} // namespace
 
 RunExport::RunExport(QObject* parent) : QObject(parent)
 {
@@ -37,7 +29,7 @@ void RunExport::writeCsv(RunCells const& cells, std::vector<std::size_t> runs,
     if (cancelled()) return {};
     writeText(QFile::encodeName(path).toStdString(), text);
     return [this, path, count = runs.size()] {
-      Q_EMIT done(runsText(count) + " written to " + QFileInfo(path).fileName());
+      Q_EMIT done(plural(count, "run") + " written to " + QFileInfo(path).fileName());
     };
   });
 }
@@ -50,7 +42,7 @@ void RunExport::writeScan(std::shared_ptr<Scan const> const& scan, std::vector<s
   work.start([this, scan, members, path](Background::Cancelled const&) -> std::function<void()> {
     runsieve::writeScan(*scan, QFile::encodeName(path).toStdString(), &members);
     return [this, path, count = members.count()] {
-      Q_EMIT done(runsText(count) + " written as scan to " + QFileInfo(path).fileName());
+      Q_EMIT done(plural(count, "run") + " written as scan to " + QFileInfo(path).fileName());
     };
   });
 }
@@ -63,7 +55,7 @@ void RunExport::copy(RunCells const& cells, std::vector<std::size_t> runs, std::
     if (cancelled()) return {};
     return [this, text, count = runs.size()] {
       QGuiApplication::clipboard()->setText(text);
-      Q_EMIT done(runsText(count) + " copied");
+      Q_EMIT done(plural(count, "run") + " copied");
     };
   });
 }

@@ -1,6 +1,7 @@
 #include "app/explorer/window/Appearance.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
@@ -51,6 +52,23 @@ public:
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
     painter->restore();
+  }
+
+  /// The button for what has no room in a toolbar, in the colour of texts.
+  QIcon standardIcon(StandardPixmap which, QStyleOption const* option, QWidget const* widget) const override
+  {
+    if (which != SP_ToolBarHorizontalExtensionButton)
+      return QProxyStyle::standardIcon(which, option, widget);
+    constexpr int side = 32;
+    QPixmap pixmap(side, side);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QApplication::palette().color(QPalette::ButtonText), 3.5, Qt::SolidLine, Qt::RoundCap,
+                        Qt::RoundJoin));
+    for (double const left : {7.0, 17.0})
+      painter.drawPolyline(QPolygonF({{left, 8.0}, {left + 8.0, 16.0}, {left, 24.0}}));
+    return pixmap;
   }
 };
 

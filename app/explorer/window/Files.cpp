@@ -69,7 +69,7 @@ void Files::connectSessions()
   connect(&loader, &SessionLoader::differs, this, [this](QStringList const& lines) {
     QMessageBox box(QMessageBox::Information, "Runsieve", QString(), QMessageBox::Ok, &window);
     box.setTextFormat(Qt::PlainText);
-    box.setText("The data are not those that the session was made for. Gates and sets were kept.");
+    box.setText("The data are not those that gates and sets were made for. These were kept.");
     box.setInformativeText(toolTipText(lines.join('\n')));
     box.exec();
   });

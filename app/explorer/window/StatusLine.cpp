@@ -1,5 +1,6 @@
 #include "app/explorer/window/StatusLine.h"
 
+#include "app/explorer/controls/PlainText.h"
 #include "app/explorer/document/Document.h"
 #include "app/explorer/window/Files.h"
 #include "app/scan/ReadingText.h"
@@ -106,7 +107,7 @@ QString StatusLine::text() const
 void StatusLine::refreshNotes()
 {
   const std::size_t toTell = document.isOpen() ? remarks(document.scan(), document.source().report) : 0;
-  notes->setText(toTell == 1 ? QString("1 note on reading") : QString("%L1 notes on reading").arg(toTell));
+  notes->setText(plural(toTell, "note") + " on reading");
   notes->setVisible(toTell > 0);
 }
 
@@ -120,7 +121,13 @@ void StatusLine::refresh()
   }
   Scan const& scan = document.scan();
   QString text = QString("%L1 runs, %L2 times").arg(scan.runs.size()).arg(scan.times.size());
-  if (document.sieves()) text += QString("   |   %L1 runs pass").arg(document.passing().count());
+  if (document.sieves()) text += "   |   " + plural(document.passing().count(), "run") +
+            (document.passing().count() == 1 ? " passes" : " pass");
+  const std::vector<std::string> idle = gatesWithoutEffect(document.state().gates, document.outcomes());
+  if (!idle.empty())
+    text += idle.size() == 1
+                ? QString("   |   %1 does not fit the data: not counted").arg(QString::fromStdString(idle[0]))
+                : QString("   |   %L1 gates do not fit the data: not counted").arg(idle.size());
   if (Comparison const* compared = document.comparison()) {
     text += "   |   " + differenceText(*compared);
     if (!document.isCompared()) text += " ...";
@@ -129,7 +136,7 @@ void StatusLine::refresh()
   if (left == scan.runs.size())
     text += "   |   no run is complete: none is compared, unless a gate asks for the status";
   else if (left > 0)
-    text += QString("   |   %L1 runs are not complete, not compared").arg(left);
+    text += "   |   " + plural(left, "run") + " not complete, not compared";
   status->setText(text);
 }
 

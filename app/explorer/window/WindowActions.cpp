@@ -72,8 +72,15 @@ void ExplorerWindow::connectFileActions()
   table->on("help.guide", [this] { showGuide(this); });
   table->on("help.keys", [this] { showKeys(this); });
   table->on("help.about", [this] { showAbout(this); });
-  table->on("edit.undo", [this] { content.undoStack().undo(); });
-  table->on("edit.redo", [this] { content.undoStack().redo(); });
+  // In the middle of a drag only that is taken back.
+  auto const step = [this](void (QUndoStack::*move)()) {
+    if (content.previewedGate())
+      content.giveUpPreview();
+    else
+      (content.undoStack().*move)();
+  };
+  table->on("edit.undo", [step] { step(&QUndoStack::undo); });
+  table->on("edit.redo", [step] { step(&QUndoStack::redo); });
 }
 
 void ExplorerWindow::connectExportActions()

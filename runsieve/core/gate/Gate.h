@@ -55,6 +55,11 @@ struct RunNumbers
 {
   long long first = 0;
   long long last = 0;
+
+  friend bool operator==(RunNumbers const& a, RunNumbers const& b)
+  {
+    return a.first == b.first && a.last == b.last;
+  }
 };
 
 /// One run by its key, or all runs of some numbers.

@@ -350,12 +350,13 @@ std::vector<std::string> compareData(SieveFile const& sieve, Scan const& scan)
   return lines;
 }
 
-void compareCounts(std::vector<std::string>& lines, SieveFile const& sieve, GateResult const& result)
+void compareCounts(std::vector<std::string>& lines, SieveFile const& sieve, GateResult const& result,
+                   std::vector<std::string> const& names = {})
 {
   if (!wasCounted(sieve)) return;
   for (std::size_t i = 0; i < result.gates.size() && i < sieve.counts.afterGate.size(); ++i)
     if (sieve.counts.afterGate[i] != result.gates[i].left)
-      lines.push_back("after gate " + std::to_string(i + 1) + ", " + formatGate(sieve.gates[i]) + ", " +
+      lines.push_back("after " + (i < names.size() ? names[i] : "gate " + std::to_string(i + 1)) + ", " + formatGate(sieve.gates[i]) + ", " +
                       std::to_string(result.gates[i].left) + " runs are left; there were " +
                       std::to_string(sieve.counts.afterGate[i]));
   if (sieve.counts.passing && *sieve.counts.passing != result.runs.count())
@@ -427,11 +428,12 @@ SieveCounts countsOf(GateResult const& result)
   return counts;
 }
 
-std::vector<std::string> compareWith(SieveFile const& sieve, Scan const& scan, GateContext const& context)
+std::vector<std::string> compareWith(SieveFile const& sieve, Scan const& scan, GateContext const& context,
+                                     std::vector<std::string> const& names)
 {
   std::vector<std::string> lines = compareData(sieve, scan);
   try {
-    compareCounts(lines, sieve, applyGates(sieve.gates, scan, sieve.join, context));
+    compareCounts(lines, sieve, applyGates(sieve.gates, scan, sieve.join, context), names);
   } catch (GateError const& error) {
     lines.emplace_back(error.what());
   }

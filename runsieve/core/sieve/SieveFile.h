@@ -80,9 +80,10 @@ RUNSIEVE_CORE_EXPORT void writeSieve(std::string const& path, SieveFile const& s
 
 /// How a scan differs from the one that the sieve was written for, a line for each difference: its data, its
 /// number of runs, and what the gates leave of it. A gate that does not fit the scan is told in a line too.
-/// Empty if all is the same.
+/// Empty if all is the same. \param names what the lines call the gates, one for each; none: their numbers
 [[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<std::string>
-compareWith(SieveFile const& sieve, Scan const& scan, GateContext const& context = {});
+compareWith(SieveFile const& sieve, Scan const& scan, GateContext const& context = {},
+            std::vector<std::string> const& names = {});
 /// The same if it is known already what the gates of the sieve leave of the scan.
 [[nodiscard]] RUNSIEVE_CORE_EXPORT std::vector<std::string>
 compareWith(SieveFile const& sieve, Scan const& scan, GateResult const& left);
