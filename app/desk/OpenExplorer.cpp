@@ -5,10 +5,12 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QSurfaceFormat>
 #include <QVTKOpenGLNativeWidget.h>
 
 #include <cstdlib>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -44,8 +46,11 @@ int openExplorer(ExploreArguments const& arguments)
   bool isFirst = true;
   for (std::string const& file : files) {
     ExplorerWindow* window = newExplorerWindow();
-    const bool recovers = std::exchange(isFirst, false) && window->files().recover();
-    if (!file.empty() && !recovers) window->open(QFile::decodeName(file.c_str()), arguments.read);
+    const QString path = QFile::decodeName(file.c_str());
+    const auto recovered = std::exchange(isFirst, false) ? window->files().recover() : std::nullopt;
+    if (path.isEmpty() || (recovered && QFileInfo(*recovered) == QFileInfo(path))) continue;
+    // Recovered work has a window of its own.
+    (recovered ? newExplorerWindow() : window)->open(path, arguments.read);
   }
   return QApplication::exec();
 }

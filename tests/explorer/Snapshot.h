@@ -123,6 +123,15 @@ private:
     return QString(" pen %1 %2 %3").arg(color(pen.color()), number(pen.widthF())).arg(int(pen.style()));
   }
 
+  static QString brush(QBrush const& brush)
+  {
+    QGradient const* gradient = brush.gradient();
+    if (!gradient) return " brush " + color(brush.color());
+    QString told = " shades";
+    for (QGradientStop const& stop : gradient->stops()) told += " ~" + stop.second.name().mid(1);
+    return told;
+  }
+
   void addPainting(Painting const& painting, int depth)
   {
     static const char* const names[] = {"text",      "line",    "polyline", "polygon",
@@ -139,7 +148,7 @@ private:
       } else {
         line += points(each.points) + pen(each.pen);
         const bool isFilled = each.kind != Drawn::Kind::Line && each.kind != Drawn::Kind::Polyline;
-        if (isFilled && each.brush.style() != Qt::NoBrush) line += " brush " + color(each.brush.color());
+        if (isFilled && each.brush.style() != Qt::NoBrush) line += brush(each.brush);
       }
       if (each.opacity < 1.0) line += " opacity " + QString::number(each.opacity, 'g', 2);
       if (!each.clip.isEmpty()) line += " within " + place(each.clip);

@@ -121,6 +121,25 @@ TEST(SearchableBox, FindsANameByAPartAndForgetsATextThatIsNone)
   EXPECT_EQ(box.currentText(), "unknown") << "nothing is chosen to go back to";
 }
 
+TEST(SearchableBox, ReturnTakesTheFirstNameThatHoldsWhatWasTyped)
+{
+  app::SearchableBox box;
+  box.addItems({"alpha", "beta", "alphabet"});
+  box.setCurrentIndex(1);
+  std::vector<int> taken;
+  QObject::connect(&box, qOverload<int>(&QComboBox::activated), [&](int index) { taken.push_back(index); });
+  auto const type = [&](QString const& text) {
+    box.lineEdit()->setText(text);
+    QTest::keyClick(box.lineEdit(), Qt::Key_Return);
+    return box.currentText();
+  };
+  EXPECT_EQ(type(" habe "), "alphabet");
+  EXPECT_EQ(type("ALPHA"), "alpha") << "the first of two";
+  EXPECT_EQ(type("xx"), "alpha") << "as it was";
+  EXPECT_EQ(type(""), "alpha");
+  EXPECT_EQ(taken, (std::vector<int>{2, 0}));
+}
+
 struct TableScene : testing::Test
 {
   QStandardItemModel model{3, 3};

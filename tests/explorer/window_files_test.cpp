@@ -32,11 +32,20 @@ namespace runsieve::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::StartsWith;
 
 struct FilesScene : WindowScene
 {
   void drawGate() { Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9)); }
-  [[nodiscard]] std::string title() const { return window->windowTitle().toStdString(); }
+  /// Of the window, without the folder.
+  [[nodiscard]] std::string title() const
+  {
+    return window->windowTitle().remove(QString(" (%1)").arg(QDir(folder.path()).dirName())).toStdString();
+  }
+  void keepSomething()
+  {
+    document().change("Gate", [](app::State& state) { state.gates = {{"Gate 1", gateOnA(0.2, 0.9), true}}; });
+  }
 };
 
 TEST_F(FilesScene, TheFirstSaveAsksForAPlaceAndTheNextOnesDoNot)
@@ -671,6 +680,113 @@ TEST_F(FilesScene, OnlyFilesAreTakenFromADrop)
   QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &link, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(window.get(), &drop);
   EXPECT_FALSE(window->files().isBusy());
+}
+
+TEST_F(FilesScene, WorkIsAskedForBeforeAnotherScanTakesItsPlace)
+{
+  ASSERT_TRUE(openLines());
+  keepSomething();
+  const QString other = file("other.csv");
+  writeScan(*lineScan(20), other.toStdString());
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    window->open(other);
+    EXPECT_TRUE(asked.seen());
+    EXPECT_EQ(asked.text, "Do you want to save gates, sets and view?");
+  }
+  EXPECT_FALSE(window->files().isReading());
+  EXPECT_EQ(document().state().gates.size(), 1u);
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    trigger("file.example");
+    EXPECT_TRUE(asked.seen());
+    EXPECT_FALSE(window->files().isReading());
+  }
+  NextMessage asked(QMessageBox::Discard);
+  window->open(other);
+  ASSERT_TRUE(waitFor([this] { return !window->files().isReading() && document().scan().runs.size() == 20; }));
+  EXPECT_TRUE(asked.seen());
+  EXPECT_TRUE(document().state().gates.empty());
+}
+
+TEST_F(FilesScene, WorkThatIsDoneWhileAFileIsReadIsAskedForToo)
+{
+  ASSERT_TRUE(openLines());
+  const QString other = file("other.csv");
+  writeScan(*lineScan(20), other.toStdString());
+  window->open(other); // nothing would be lost yet
+  keepSomething();
+  NextMessage asked(QMessageBox::Cancel);
+  ASSERT_TRUE(waitFor([&] { return asked.seen() && !window->files().isReading(); }));
+  EXPECT_EQ(document().scan().runs.size(), 40u) << "what was read is given up";
+  EXPECT_EQ(document().state().gates.size(), 1u);
+  EXPECT_THAT(title(), StartsWith("scan.csv"));
+}
+
+TEST_F(FilesScene, ASessionTakesTheWorkOfAnotherOnlyIfItMay)
+{
+  ASSERT_TRUE(openLines());
+  keepSomething();
+  ASSERT_TRUE(window->files().saveTo(file("first.sieve")));
+  document().change("More", [](app::State& state) { state.gates.push_back(state.gates.front()); });
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    window->open(file("first.sieve"));
+    EXPECT_TRUE(asked.seen());
+  }
+  EXPECT_EQ(document().state().gates.size(), 2u);
+  NextMessage asked(QMessageBox::Discard);
+  window->open(file("first.sieve"));
+  ASSERT_TRUE(waitFor([this] { return !window->files().isBusy() && document().state().gates.size() == 1; }));
+}
+
+TEST_F(FilesScene, ClosingGivesUpWhatIsBeingRead)
+{
+  ASSERT_TRUE(openLines());
+  const QString other = file("other.csv");
+  writeScan(*lineScan(20), other.toStdString());
+  window->open(other);
+  keepSomething();
+  ASSERT_TRUE(window->files().isReading());
+  NextMessage asked(QMessageBox::Cancel);
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(asked.seen());
+  EXPECT_FALSE(window->files().isReading());
+  QTest::qWait(50);
+  EXPECT_EQ(document().scan().runs.size(), 40u);
+}
+
+TEST_F(FilesScene, ASessionThatSomebodyElseHasSavedIsNotReplacedUnasked)
+{
+  ASSERT_TRUE(openLines());
+  keepSomething();
+  const QString path = file("shared.sieve");
+  ASSERT_TRUE(window->files().saveTo(path));
+  ASSERT_TRUE(window->files().saveTo(path)) << "its own";
+  QFile theirs(path);
+  ASSERT_TRUE(theirs.open(QIODevice::Append));
+  theirs.write("\n");
+  theirs.close();
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    EXPECT_FALSE(window->files().saveTo(path));
+    EXPECT_TRUE(asked.seen());
+    EXPECT_THAT(asked.text.toStdString(), StartsWith("shared.sieve has changed since"));
+  }
+  {
+    NextMessage asked(QMessageBox::Save);
+    EXPECT_TRUE(window->files().saveTo(path));
+    EXPECT_TRUE(asked.seen());
+  }
+  EXPECT_TRUE(window->files().saveTo(path)) << "nobody is asked again";
+  ASSERT_TRUE(QFile::remove(path));
+  EXPECT_TRUE(window->files().saveTo(path)) << "one that is gone is written anew";
+}
+
+TEST_F(FilesScene, TheTitleTellsTheFolder)
+{
+  ASSERT_TRUE(openLines());
+  EXPECT_EQ(window->windowTitle(), QString("scan.csv (%1) - Runsieve").arg(QDir(folder.path()).dirName()));
 }
 
 } // namespace

@@ -26,10 +26,9 @@ QString countText(double runs)
 QString countsOf(LegendLine const& line)
 {
   if (!hasShades(line)) return {};
-  return line.shades.largest() > line.shades.smallest()
-             ? QString::fromUtf8("%1\u2013%2")
-                   .arg(countText(line.shades.smallest()), countText(line.shades.largest()))
-             : countText(line.shades.largest());
+  const QString least = countText(line.shades.smallest());
+  const QString most = countText(line.shades.largest());
+  return least == most ? most : QString::fromUtf8("%1\u2013%2").arg(least, most);
 }
 
 /// How much is told of each line.
@@ -85,9 +84,11 @@ private:
       const double high = 0.6 * metrics.height();
       QRectF bar(x, room.center().y() - 0.5 * high, detail.bar, high);
       if (!hasShades(line)) bar.adjust(0.0, 0.35 * high, 0.0, -0.35 * high);
+      painter.setOpacity(line.opacity);
       painter.fillRect(bar, hasShades(line) ? QBrush(shadeGradient(line.shades, line.color, theme.dark,
                                                                    bar.topLeft(), bar.topRight()))
                                             : QBrush(line.color));
+      painter.setOpacity(1.0);
       x += detail.bar + theme.gap;
     }
     const double base = room.center().y() + 0.5 * (metrics.ascent() - metrics.descent());
@@ -109,8 +110,8 @@ private:
 /// The line that matters least. \param ground text of the line of the ground
 void leaveOut(std::vector<LegendLine>& lines, QString const& ground)
 {
-  auto const note = std::find_if(lines.begin(), lines.end(),
-                                 [](LegendLine const& line) { return !line.color.isValid(); });
+  auto const note =
+      std::find_if(lines.begin(), lines.end(), [](LegendLine const& line) { return !line.color.isValid(); });
   if (note != lines.end())
     lines.erase(note);
   else if (lines.size() > 1 && lines.front().text == ground)

@@ -19,6 +19,7 @@ struct LegendLine
   QString text;
   QColor color;
   DensityScale shades = {}; ///< that of an empty picture: one colour
+  double opacity = 1.0;     ///< of the colour, as in the chart
 };
 
 /// What a line says in words: its text, and the numbers of runs of its shades.

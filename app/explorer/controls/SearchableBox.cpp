@@ -15,13 +15,28 @@ SearchableBox::SearchableBox(QWidget* parent) : QComboBox(parent)
   constexpr int characters = 14;
   setMinimumContentsLength(characters);
   setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  connect(lineEdit(), &QLineEdit::returnPressed, this, &SearchableBox::takeTyped);
+}
+
+void SearchableBox::takeTyped()
+{
+  const QString typed = lineEdit()->text();
+  if (findText(typed, Qt::MatchFixedString | Qt::MatchCaseSensitive) >= 0) return; // the box takes it
+  const int found = typed.trimmed().isEmpty() ? -1 : findText(typed.trimmed(), Qt::MatchContains);
+  if (found < 0) return restore();
+  setCurrentIndex(found);
+  Q_EMIT activated(found);
+}
+
+void SearchableBox::restore()
+{
+  if (currentIndex() >= 0) lineEdit()->setText(itemText(currentIndex()));
 }
 
 void SearchableBox::focusOutEvent(QFocusEvent* event)
 {
   QComboBox::focusOutEvent(event);
-  if (currentIndex() >= 0 && !completer()->popup()->isVisible())
-    lineEdit()->setText(itemText(currentIndex()));
+  if (!completer()->popup()->isVisible()) restore();
 }
 
 } // namespace runsieve::app

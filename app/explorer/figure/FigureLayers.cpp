@@ -28,12 +28,12 @@ QString othersText(FigureContent const& content, FigureOptions const& options)
   const bool isTold = content.focus != Focus::Hidden && bandsKindOf(options.runsLook);
   if (!content.sieves || isTold) return {};
   const QString text = "parameters: dark are the other runs";
-  return options.counts ? text + QString(" (%1)").arg(content.passing.complement().count()) : text;
+  return options.counts ? text + QString(" (%L1)").arg(content.passing.complement().count()) : text;
 }
 
 QString legendText(FigureLayer const& layer, FigureOptions const& options)
 {
-  return options.counts ? QString("%1 (%2)").arg(layer.name, QString::number(layer.runs.count()))
+  return options.counts ? QString("%1 (%2)").arg(layer.name, QString("%L1").arg(layer.runs.count()))
                         : layer.name;
 }
 

@@ -56,8 +56,8 @@ QSizeF ParameterFigure::leastSize(FigureContent const& content, std::vector<std:
   const QFontMetricsF metrics(theme.font);
   double widest = 8.8 * metrics.height();
   for (std::size_t const parameter : parameters)
-    widest = std::max(widest,
-                      metrics.horizontalAdvance(differenceOf(content, parameter, true)) + 2.5 * theme.gap);
+    widest =
+        std::max(widest, metrics.horizontalAdvance(differenceOf(content, parameter, true)) + 2.5 * theme.gap);
   return {widest, 6.2 * metrics.height()};
 }
 

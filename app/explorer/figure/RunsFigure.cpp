@@ -148,20 +148,22 @@ void RunsFigure::paintBars(QPainter& painter, RunsRenderer::Images const& images
   const double height = room.height() / static_cast<double>(std::max<std::size_t>(bars.size(), 1));
   for (std::size_t i = 0; i < bars.size(); ++i) {
     const std::size_t layer = bars[bars.size() - 1 - i];
-    paintBar(painter, images[layer].scale, layers[layer].color,
+    paintBar(painter, images[layer].scale, layers[layer],
              QRectF(room.left(), room.top() + static_cast<double>(i) * height, room.width(), height));
   }
 }
 
-void RunsFigure::paintBar(QPainter& painter, DensityScale const& scale, QColor const& color,
+void RunsFigure::paintBar(QPainter& painter, DensityScale const& scale, FigureLayer const& layer,
                           QRectF const& place) const
 {
   const QFontMetricsF metrics(theme.font);
   const QRectF bar(place.left(), place.top() + 0.6 * metrics.height(), metrics.averageCharWidth(),
                    std::max(1.0, place.height() - 1.2 * metrics.height()));
   painter.setPen(Qt::NoPen);
-  painter.setBrush(shadeGradient(scale, color, theme.dark, bar.bottomLeft(), bar.topLeft()));
+  painter.setBrush(shadeGradient(scale, layer.color, theme.dark, bar.bottomLeft(), bar.topLeft()));
+  painter.setOpacity(layer.opacity);
   painter.drawRect(bar);
+  painter.setOpacity(1.0);
   painter.setPen(theme.ink);
   auto const write = [&](QString const& runs, double middle) {
     painter.drawText(QPointF(bar.right() + theme.gap, middle + 0.5 * (metrics.ascent() - metrics.descent())),

@@ -34,7 +34,8 @@ void paintChartNumbers(QPainter& painter, QRectF const& area, ParameterNumbers c
   const QString difference = headline(numbers);
   painter.setPen(numbers.isCurrent && numbers.leftOut.isEmpty() ? theme.ink : theme.faint);
   const double differenceWidth = metrics.horizontalAdvance(difference);
-  painter.drawText(QPointF(area.left(), line), QFontMetricsF(theme.font).elidedText(difference, Qt::ElideRight, area.width()));
+  painter.drawText(QPointF(area.left(), line),
+                   QFontMetricsF(theme.font).elidedText(difference, Qt::ElideRight, area.width()));
   if (numbers.significant && numbers.isCurrent) { // the star once more, in the colour of what it tells of
     const QString star = QString::fromUtf8("\u2605");
     painter.setPen(theme.passing);

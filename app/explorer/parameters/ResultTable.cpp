@@ -20,7 +20,8 @@ public:
       : QObject(&ofTable), table(ofTable), columns(std::move(wide))
   {
     table.viewport()->installEventFilter(this);
-    connect(table.model(), &QAbstractItemModel::modelReset, this, [this] { fit(); }, Qt::QueuedConnection);
+    connect(
+        table.model(), &QAbstractItemModel::modelReset, this, [this] { fit(); }, Qt::QueuedConnection);
   }
 
   bool eventFilter(QObject* watched, QEvent* event) override

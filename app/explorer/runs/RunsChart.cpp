@@ -68,6 +68,7 @@ void RunsChart::choose(int index)
   if (index < 0) return;
   document.change("Show output",
                   [&](State& state) { state.view.outputs[place] = static_cast<std::size_t>(index); });
+  chart->setFocus(); // keys are for the chart again
 }
 
 void RunsChart::close()

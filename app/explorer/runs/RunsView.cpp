@@ -145,6 +145,7 @@ std::vector<LegendLine> RunsView::legend() const
   auto const& images = picture.images();
   for (RunGroup const& group : groups()) {
     LegendLine line{group.name, group.color};
+    if (!group.runs) line.opacity = othersOpacity();
     if (look == RunsLook::Density && lines.size() < images.size()) line.shades = images[lines.size()].scale;
     if (bandsKindOf(look)) {
       if (!group.runs && document.sieves()) line.text = "the others";

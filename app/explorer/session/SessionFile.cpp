@@ -4,6 +4,7 @@
 
 #include <runsieve/core/scan/ScanError.h>
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -128,6 +129,13 @@ QString dataOf(Session const& session, QString const& path)
   for (QString const& place : places)
     if (QFileInfo::exists(place)) return place;
   return {};
+}
+
+QByteArray sessionDigest(QString const& path)
+{
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha1);
 }
 
 } // namespace runsieve::app

@@ -2,6 +2,7 @@
 
 #include "app/explorer/session/Session.h"
 
+#include <QByteArray>
 #include <QString>
 
 namespace runsieve::app {
@@ -20,5 +21,8 @@ void writeSession(QString const& path, Session const& session);
 /// Where the data of a session are: beside the file as they were, else where they were, else beside it under
 /// their name. Empty if they are at none of these places.
 [[nodiscard]] QString dataOf(Session const& session, QString const& path);
+
+/// A digest of a file of a session, to tell whether it has changed; empty if it cannot be read.
+[[nodiscard]] QByteArray sessionDigest(QString const& path);
 
 } // namespace runsieve::app

@@ -69,6 +69,7 @@ void SessionLoader::take(std::shared_ptr<Scan const> const& scan, ScanSource con
   if (!wanted) return;
   const Session session = *std::exchange(wanted, std::nullopt);
   const QString path = file;
+  if (sameDataExpected && mayTake && !mayTake()) return;
   const QStringList notes = applySession(document, session, scan, source);
   if (sameDataExpected) {
     SieveFile sieve;

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace runsieve::app {
 
@@ -20,6 +21,9 @@ class SessionLoader : public QObject
 public:
   explicit SessionLoader(Document& document, QObject* parent = nullptr);
 
+  /// \param may asked when data have been read, before they take the place of what is open: false gives them
+  /// up. Not for data that are read again
+  void askBeforeTaking(std::function<bool()> may) { mayTake = std::move(may); }
   /// Opens the session in a file. Without its data dataMissing() is told, and useData() goes on.
   void open(QString const& path);
   /// Goes on with data at another place.
@@ -57,6 +61,7 @@ private:
   std::optional<Session> wanted; ///< whose data are missing or being read
   QString file;                  ///< of `wanted`
   bool sameDataExpected = true;
+  std::function<bool()> mayTake;
 };
 
 } // namespace runsieve::app

@@ -133,7 +133,8 @@ void SetsPane::takeClusters(ClusterRequest const& request, std::vector<int> cons
   for (int number = 0; number < count; ++number) {
     RunSet runs(labels.size());
     for (std::size_t run = 0; run < labels.size(); ++run) runs.set(run, labels[run] == number);
-    sets.push_back({"Cluster " + std::to_string(number) + " of " + output, std::move(runs),
+    // The number at the end, where names that are cut keep it.
+    sets.push_back({output + ", cluster " + std::to_string(number), std::move(runs),
                     clusterOrigin(number, count, output, modeName(request.mode))});
   }
   addSets(document, "Group runs", sets);

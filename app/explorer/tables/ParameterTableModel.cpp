@@ -134,7 +134,8 @@ QVariant ParameterTableModel::data(QModelIndex const& index, int role) const
     return font;
   }
   case Qt::ForegroundRole:
-    if (!document.isCompared() && index.column() > distanceColumn)
+    // While a gate moves d follows at once.
+    if (!document.isCompared() && index.column() >= distanceColumn + (document.previewedGate() ? 1 : 0))
       return QApplication::palette().brush(QPalette::Disabled, QPalette::Text);
     return {};
   default:

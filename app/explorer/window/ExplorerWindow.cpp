@@ -160,7 +160,8 @@ void ExplorerWindow::open(QString const& path, ReadOptions const& options)
 
 void ExplorerWindow::refresh()
 {
-  const QString title = disk->title();
+  QString title = disk->title();
+  if (const QString folder = disk->folder(); !folder.isEmpty()) title += QString(" (%1)").arg(folder);
   setWindowTitle(title.isEmpty() ? QString("Runsieve") : title + " - Runsieve");
   if (!content.isOpen()) start->setRecent(RecentFiles::list());
   refreshActions();

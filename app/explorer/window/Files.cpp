@@ -1,11 +1,11 @@
 #include "app/explorer/window/Files.h"
 
 #include "app/explorer/controls/PlainText.h"
-#include "app/explorer/document/ReadFiles.h"
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/SessionFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -39,8 +39,10 @@ void Files::connectReader()
 {
   connect(&reader, &Opening::finished, this,
           [this](std::shared_ptr<Scan const> const& scan, ScanSource const& source, State const& state) {
+            if (!mayReplace()) return;
             document.open(scan, source, state);
             session.clear();
+            givenUp.reset();
             name = QFileInfo(reader.path()).fileName();
             if (!source.path.empty()) RecentFiles::add(reader.path());
           });
@@ -56,8 +58,14 @@ void Files::connectReader()
 
 void Files::connectSessions()
 {
+  loader.askBeforeTaking([this] {
+    if (mayReplace()) return true;
+    origin = Origin::File;
+    return false;
+  });
   connect(&loader, &SessionLoader::opened, this,
           [this](Session const& opened, QString const& path, QStringList const& notes) {
+            givenUp.reset();
             view.show(opened);
             QStringList lines = notes;
             if (origin == Origin::Reread && hadSteps)
@@ -89,6 +97,7 @@ void Files::take(Session const& opened, QString const& path)
   switch (std::exchange(origin, Origin::File)) {
   case Origin::File:
     session = path;
+    digest = sessionDigest(path);
     name = QFileInfo(path).fileName();
     RecentFiles::add(path);
     document.undoStack().setClean();
@@ -122,6 +131,7 @@ void Files::findData(QString const& path, QString const& data)
 
 void Files::open(QString const& path, ReadOptions const& options)
 {
+  if (!mayReplace()) return;
   cancel();
   if (isSessionFile(path))
     loader.open(path);
@@ -131,6 +141,7 @@ void Files::open(QString const& path, ReadOptions const& options)
 
 void Files::openExample()
 {
+  if (!mayReplace()) return;
   cancel();
   reader.startExample();
 }
@@ -152,45 +163,7 @@ void Files::cancel()
   loader.opening().cancel();
 }
 
-bool Files::save()
-{
-  return session.isEmpty() ? saveAs() : saveTo(session);
-}
-
-bool Files::saveAs()
-{
-  if (!document.isOpen()) return false;
-  const QString proposed = !session.isEmpty() ? session : QFileInfo(name).completeBaseName() + ".sieve";
-  QString path =
-      QFileDialog::getSaveFileName(&window, "Save session", proposed, "Sieve file (*.sieve *.json)");
-  if (path.isEmpty()) return false;
-  if (QFileInfo(path).suffix().isEmpty()) path += ".sieve";
-  return saveTo(path);
-}
-
-bool Files::saveTo(QString const& path)
-{
-  try {
-    requireOtherFile(document.source(), path);
-    Session kept =
-        autosave.fingerprint().empty() ? sessionOf(document) : sessionOf(document, autosave.fingerprint());
-    view.keep(kept);
-    writeSession(path, kept);
-  } catch (std::exception const& error) {
-    ErrorDialog::tell(&window, "The session could not be saved", QString::fromUtf8(error.what()),
-                      FileUse::Writing);
-    return false;
-  }
-  session = path;
-  name = QFileInfo(path).fileName();
-  RecentFiles::add(path);
-  document.undoStack().setClean();
-  Q_EMIT changed();
-  Q_EMIT told(QString("Saved: %1").arg(path));
-  return true;
-}
-
-bool Files::recover()
+std::optional<QString> Files::recover()
 {
   for (RecoverableSession const& crashed : recoverableSessions()) {
     QMessageBox box(QMessageBox::Question, "Runsieve", QString(),
@@ -200,7 +173,7 @@ bool Files::recover()
     box.setInformativeText(
         toolTipText(QString("%1, %2").arg(crashed.data, crashed.savedAt.toString("yyyy-MM-dd hh:mm"))));
     const int answer = box.exec();
-    if (answer == QMessageBox::Cancel) return false; // asked again at the next start
+    if (answer == QMessageBox::Cancel) return std::nullopt; // asked again at the next start
     if (answer == QMessageBox::Discard) {
       discardRecoverable(crashed);
       continue;
@@ -211,38 +184,25 @@ bool Files::recover()
       origin = Origin::Crash;
       left = crashed.path;
       loader.open(found, crashed.data);
-      return true;
+      return crashed.data;
     } catch (std::exception const& error) {
       ErrorDialog::tell(&window, "The session could not be recovered", QString::fromUtf8(error.what()));
-      return false;
+      return std::nullopt;
     }
   }
-  return false;
-}
-
-bool Files::mayClose()
-{
-  State const& state = document.state();
-  const bool isWorth = document.isOpen() && !(state.gates.empty() && state.sets.empty());
-  if (!isWorth || document.undoStack().isClean()) return true;
-  QMessageBox box(QMessageBox::Question, "Runsieve", QString(),
-                  QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, &window);
-  box.setTextFormat(Qt::PlainText);
-  box.setText("Do you want to save gates, sets and view?");
-  box.setInformativeText(toolTipText(title()));
-  switch (box.exec()) {
-  case QMessageBox::Save:
-    return save();
-  case QMessageBox::Discard:
-    return true;
-  default:
-    return false;
-  }
+  return std::nullopt;
 }
 
 QString Files::title() const
 {
   return document.isOpen() ? name : QString();
+}
+
+QString Files::folder() const
+{
+  if (!document.isOpen()) return {};
+  const QString file = session.isEmpty() ? QFile::decodeName(document.source().path.c_str()) : session;
+  return file.isEmpty() ? QString() : QFileInfo(file).absoluteDir().dirName();
 }
 
 void Files::chooseFile()

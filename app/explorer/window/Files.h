@@ -6,10 +6,12 @@
 #include "app/explorer/session/FileWatch.h"
 #include "app/explorer/session/SessionLoader.h"
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace runsieve::app {
 
@@ -29,7 +31,8 @@ class Files : public QObject
 public:
   Files(Document& document, WindowView view, QWidget& window);
 
-  /// Begins to open a scan, a stored plot or a session; what is open stays until all is read.
+  /// Begins to open a scan, a stored plot or a session; what is open stays until all is read. Asks before
+  /// that, and once more if there is new work by then, if something would be lost.
   void open(QString const& path, ReadOptions const& options = {});
   void openExample();
   /// Begins to read the data of the document again; gates, sets and view stay.
@@ -39,9 +42,10 @@ public:
   bool save();
   bool saveAs();
   bool saveTo(QString const& path);
-  /// Opens what a window that ended unexpectedly has left, if the user wants to. \return whether he does
-  bool recover();
-  /// Whether the window may close: asks if something would be lost.
+  /// Opens what a window that ended unexpectedly has left, if the user wants to. \return the path of its
+  /// data; nothing if he does not, or there is nothing
+  std::optional<QString> recover();
+  /// Whether the window may close: asks if something would be lost. What is being read is given up.
   [[nodiscard]] bool mayClose();
 
   /// Whether a file is being read.
@@ -50,6 +54,8 @@ public:
   [[nodiscard]] bool isBusy() const { return reader.isBusy() || loader.isBusy(); }
   /// What is open, for a title: "scan.csv"; empty if nothing is.
   [[nodiscard]] QString title() const;
+  /// The folder that it is in, without those above; empty if it is in none.
+  [[nodiscard]] QString folder() const;
   [[nodiscard]] Opening& opening() { return reader; }
   [[nodiscard]] SessionLoader& sessions() { return loader; }
 
@@ -80,6 +86,13 @@ private:
     Reread ///< what was open
   };
 
+  [[nodiscard]] bool hasUnsavedWork() const;
+  /// Asks whether work is to be saved. \return false if the user thought better of what he began
+  [[nodiscard]] bool askToSave();
+  /// Whether another scan may take the place of this one.
+  [[nodiscard]] bool mayReplace();
+  /// Whether the file of the session is as it was left here, or the user wants to replace it all the same.
+  [[nodiscard]] bool mayWriteOver(QString const& path);
   void connectReader();
   void connectSessions();
   void take(Session const& opened, QString const& path);
@@ -93,11 +106,13 @@ private:
   Autosave autosave;
   FileWatch watch;
   Origin origin = Origin::File;
-  QString left;          ///< of Origin::Crash: the file
-  bool unsaved = false;  ///< of Origin::Reread: whether work would have been lost
-  bool hadSteps = false; ///< of Origin::Reread: whether there was something to undo
-  QString name;          ///< of what is open
-  QString session;       ///< where it was saved, or read from; empty if it was not
+  QString left;               ///< of Origin::Crash: the file
+  bool unsaved = false;       ///< of Origin::Reread: whether work would have been lost
+  bool hadSteps = false;      ///< of Origin::Reread: whether there was something to undo
+  QString name;               ///< of what is open
+  QString session;            ///< where it was saved, or read from; empty if it was not
+  QByteArray digest;          ///< of that file as it was read or written here
+  std::optional<int> givenUp; ///< step of the work that the user agreed to lose
 };
 
 } // namespace runsieve::app
