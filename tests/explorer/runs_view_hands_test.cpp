@@ -1,4 +1,5 @@
 #include "Mouse.h"
+#include "PaintRecorder.h"
 #include "RunsScene.h"
 
 #include "app/explorer/controls/SearchableBox.h"
@@ -450,6 +451,25 @@ TEST_F(RunsHands, AnotherPaletteReachesTheChart)
   pane.setPalette(dark);
   ASSERT_TRUE(settlePane());
   EXPECT_LT(shot().pixelColor(3, 3).lightness(), 60);
+}
+
+TEST_F(RunsHands, KeysThatLeadToTheChartAreSeenThere)
+{
+  auto const frames = [this](Qt::FocusReason reason) {
+    QFocusEvent in(QEvent::FocusIn, reason);
+    QApplication::sendEvent(&view(), &in);
+    PaintRecorder paper(view().size());
+    view().render(&paper, QPoint(), QRegion(), QWidget::RenderFlags());
+    int count = 0;
+    for (Drawn const& each : paper.painting().of(Drawn::Kind::Rectangle))
+      count += each.pen.style() == Qt::SolidLine && each.box().width() > view().width() - 3.0 ? 1 : 0;
+    QFocusEvent out(QEvent::FocusOut, reason);
+    QApplication::sendEvent(&view(), &out);
+    return count;
+  };
+  EXPECT_EQ(frames(Qt::TabFocusReason), 1);
+  EXPECT_EQ(frames(Qt::BacktabFocusReason), 1);
+  EXPECT_EQ(frames(Qt::MouseFocusReason), 0) << "the pointer shows where it is";
 }
 
 TEST_F(RunsHands, FadedOthersArePaleAndHiddenOnesAreGone)

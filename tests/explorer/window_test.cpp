@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QDropEvent>
 #include <QFile>
 #include <QLineEdit>
@@ -20,6 +21,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QSet>
 #include <QTimer>
 
 #include <map>
@@ -452,6 +454,28 @@ TEST_F(WindowScene, AGateThatDoesNotFitTheDataIsToldInTheStatus)
   });
   ASSERT_TRUE(settle());
   EXPECT_EQ(window->statusText(), "40 runs, 11 times");
+}
+
+TEST_F(WindowScene, TabLeadsOnlyToWhatIsSeenAndBackToWhereItBegan)
+{
+  ASSERT_TRUE(openLines());
+  view().setFocus();
+  QSet<QString> passed;
+  bool isBack = false;
+  constexpr int enough = 200;
+  for (int i = 0; i < enough && !isBack; ++i) {
+    QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+    QWidget* here = window->focusWidget();
+    ASSERT_NE(here, nullptr);
+    isBack = here == &view();
+    for (QWidget* widget = here; widget; widget = widget->parentWidget())
+      if (auto* dock = qobject_cast<QDockWidget*>(widget)) {
+        passed << dock->objectName();
+        EXPECT_FALSE(dock->visibleRegion().isEmpty()) << dock->objectName().toStdString();
+      }
+  }
+  EXPECT_TRUE(isBack);
+  EXPECT_EQ(passed, (QSet<QString>{"parameters", "gates"}));
 }
 
 } // namespace

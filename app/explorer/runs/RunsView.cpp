@@ -227,6 +227,11 @@ void RunsView::paintEvent(QPaintEvent*)
     painter.drawRect(QRectF(drag->from, pointer).normalized());
   }
   if (found && !drag) overlay.paintHover(painter, *found);
+  if (showsFocus) {
+    painter.setPen(QPen(theme.gate, 1.0));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+  }
 }
 
 void RunsView::resizeEvent(QResizeEvent*)

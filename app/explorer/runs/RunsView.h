@@ -65,6 +65,8 @@ protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -127,6 +129,7 @@ private:
   std::size_t output;
   RunsTool tool = RunsTool::Gate;
   bool timeNumbers = true;
+  bool showsFocus = false; ///< whether keys have led here
   double leastLeft = 0.0;
   static constexpr double leastPlot = 48.0;
   double aroundPlot = 8.0; ///< height of numbers and margins

@@ -64,6 +64,18 @@ Gate RunsView::finished(Gate gate) const
   return gate;
 }
 
+void RunsView::focusInEvent(QFocusEvent* event)
+{
+  showsFocus = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+  QWidget::focusInEvent(event);
+}
+
+void RunsView::focusOutEvent(QFocusEvent* event)
+{
+  showsFocus = false;
+  QWidget::focusOutEvent(event);
+}
+
 void RunsView::mousePressEvent(QMouseEvent* event)
 {
   if (!document.isOpen() || drag) return;

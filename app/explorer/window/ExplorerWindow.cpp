@@ -178,6 +178,21 @@ QString ExplorerWindow::statusText() const
   return status->text();
 }
 
+bool ExplorerWindow::focusNextPrevChild(bool next)
+{
+  // Panes behind others are not hidden, only out of sight: keys must not go there.
+  auto const isBehind = [](QWidget const* widget) {
+    for (; widget; widget = widget->parentWidget())
+      if (qobject_cast<QDockWidget const*>(widget)) return widget->visibleRegion().isEmpty();
+    return false;
+  };
+  QWidget const* const first = focusWidget();
+  bool moved = QMainWindow::focusNextPrevChild(next);
+  while (moved && focusWidget() != first && isBehind(focusWidget()))
+    moved = QMainWindow::focusNextPrevChild(next);
+  return moved;
+}
+
 void ExplorerWindow::dragEnterEvent(QDragEnterEvent* event)
 {
   if (event->mimeData()->hasUrls()) event->acceptProposedAction();
