@@ -37,6 +37,7 @@ int openExplorer(ExploreArguments const& arguments)
   char name[] = "runsieve";
   char* argv[] = {name, nullptr};
   QApplication application(argc, argv);
+  QApplication::setOrganizationName("runsieve"); // one file of settings
   QApplication::setApplicationName("runsieve");
   QApplication::setApplicationDisplayName("Runsieve");
   QApplication::setDesktopFileName("org.runsieve.Runsieve");
