@@ -180,6 +180,7 @@ int renderFigure(RenderArguments const& arguments)
   if (made.notes.parametersShown < made.notes.parametersAsked)
     std::cerr << "runsieve: there is room for " << made.notes.parametersShown << " of "
               << made.notes.parametersAsked << " parameters\n";
+  if (options.legend && !made.notes.legendShown) std::cerr << "runsieve: there is no room for the legend\n";
   if (content.sieves && content.passing.count() == 0)
     std::cerr << "runsieve: no run passes through all gates\n";
   return 0;

@@ -158,6 +158,60 @@ TEST_F(FigureLayout, ParametersStandBelowTheRunsAndBesideThemInAWideFigure)
   EXPECT_LT(textOf("k0").ink.top(), plot().center().y());
 }
 
+TEST_F(FigureLayout, TheSmallestFiguresShowRunsAndNoLegend)
+{
+  fill(1, 6);
+  options.width = options.height = 20.0;
+  draw();
+  EXPECT_FALSE(notes.legendShown);
+  EXPECT_FALSE(says("all runs (60)"));
+  options.width = 60.0;
+  options.height = 50.0;
+  draw();
+  EXPECT_TRUE(notes.legendShown);
+  EXPECT_TRUE(says("all runs (60)"));
+  options.legend = false;
+  draw();
+  EXPECT_FALSE(notes.legendShown);
+}
+
+TEST_F(FigureLayout, ALongTitleTakesMoreLinesAndATooLongOneIsCut)
+{
+  fill(1, 6);
+  options.title = "Runs";
+  draw();
+  const double top = plot().top();
+  options.title = "Runs that end high in the late phase and what their parameters have in common, "
+                  "seen against all of the others of this scan";
+  draw();
+  QStringList lines;
+  for (FigureText const& text : drawing.texts)
+    if (text.font.bold() && text.ink.bottom() < plot().top()) lines << text.text.trimmed();
+  EXPECT_GE(lines.size(), 2);
+  EXPECT_EQ(lines.join(' '), options.title);
+  EXPECT_GT(plot().top(), top + theme().font.pixelSize()) << "the charts make room";
+  options.title = QString("long ").repeated(200);
+  draw();
+  EXPECT_NEAR(plot().top(), top, 1.0);
+}
+
+TEST_F(FigureLayout, NumbersOfParametersAreNeverCut)
+{
+  fill(3, 6);
+  addGate(gateOnA(0.3, 1.0));
+  ASSERT_TRUE(settle());
+  for (double const width : {180.0, 120.0, 85.0, 60.0}) {
+    options.width = width;
+    options.height = 150.0;
+    draw();
+    for (FigureText const& text : drawing.texts)
+      if (text.text.startsWith("d ")) {
+        EXPECT_FALSE(text.text.contains(QChar(0x2026))) << text.text.toStdString();
+        EXPECT_LE(text.ink.right(), paper().right());
+      }
+  }
+}
+
 TEST_F(FigureLayout, AFigureThatIsTooSmallForParametersShowsTheRunsInAllOfIt)
 {
   fill(1, 6);

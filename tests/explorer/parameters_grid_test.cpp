@@ -269,5 +269,16 @@ TEST_F(ParameterCharts, OfManyRunsTakeEachMoveOfAGate)
   }
 }
 
+TEST(DifferenceText, IsNotRoundedAcrossTheThreshold)
+{
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(app::differenceText(0.0984, none, 0.1), "d +0.098");
+  EXPECT_EQ(app::differenceText(-0.0996, none, 0.1), "d -0.0996");
+  EXPECT_EQ(app::differenceText(-0.1001, none, 0.1), "d -0.10");
+  EXPECT_EQ(app::differenceText(0.25, none, 0.1), "d +0.25");
+  EXPECT_EQ(app::differenceText(0.0, none, 0.1), "d +0.00");
+  EXPECT_EQ(app::differenceText(none, 0.5, 0.1), "");
+}
+
 } // namespace
 } // namespace runsieve::test

@@ -107,6 +107,7 @@ ExportDialog::ExportDialog(FigureContent ofContent, ViewState const& looks, QWid
     if (now.dpi > finestDpi(now)) text += QString(", too many: %1 dpi are the most").arg(finestDpi(now));
     if (notes.parametersShown < notes.parametersAsked)
       text += QString("; room for %1 of %2 parameters").arg(notes.parametersShown).arg(notes.parametersAsked);
+    if (now.legend && !notes.legendShown) text += "; no room for the legend";
     facts->setText(text);
   });
   connect(saving, &QPushButton::clicked, this, &ExportDialog::ask);

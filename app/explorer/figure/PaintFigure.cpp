@@ -67,14 +67,18 @@ public:
     room.setTop(paintTitle(room));
     auto const [charts, small] = divided(room);
     QRectF runs = charts;
-    if (options.legend) {
+    FigureNotes notes;
+    // In the smallest figures the runs matter more than what their colours mean.
+    constexpr double leastLines = 2.0; // of text, that a plot is high
+    notes.legendShown =
+        options.legend && (outputs.empty() || plotHeight(charts.size()) >= leastLines * metrics.height());
+    if (notes.legendShown) {
       const FigureLegend legend(layers, options, small.isEmpty() ? QString() : legendNote(), theme,
                                 charts.width());
       runs.setBottom(runs.bottom() - legend.height());
       legend.paint(painter, runs.bottomLeft());
     }
     paintRuns(runs);
-    FigureNotes notes;
     notes.parametersAsked = parameters.size();
     notes.parametersShown = paintParameters(small);
     return notes;
@@ -90,10 +94,15 @@ private:
     const QFontMetricsF large(font);
     painter.setFont(font);
     painter.setPen(theme.ink);
-    painter.drawText(QPointF(room.left() + theme.gap, room.top() + large.ascent()),
-                     elided(options.title, font, room.width() - 2.0 * theme.gap));
+    constexpr double mostLines = 3.0;
+    QRectF place = room.adjusted(theme.gap, 0.0, -theme.gap, 0.0);
+    const QRectF wrapped = large.boundingRect(place, Qt::TextWordWrap, options.title);
+    const bool fits = wrapped.width() <= place.width() && wrapped.height() <= mostLines * large.lineSpacing();
+    place.setHeight(fits ? wrapped.height() : large.height());
+    painter.drawText(place, Qt::TextWordWrap,
+                     fits ? options.title : elided(options.title, font, place.width()));
     painter.setFont(theme.font);
-    return room.top() + large.height() + theme.gap;
+    return place.bottom() + theme.gap;
   }
 
   [[nodiscard]] QString legendNote() const

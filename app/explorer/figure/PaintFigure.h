@@ -16,6 +16,7 @@ struct FigureNotes
 {
   std::size_t parametersAsked = 0;
   std::size_t parametersShown = 0;
+  bool legendShown = false;
 };
 
 /// Paints a figure: title, charts of the outputs one above the other, legend, and the small charts of the
