@@ -740,6 +740,19 @@ TEST_F(FilesScene, ASessionTakesTheWorkOfAnotherOnlyIfItMay)
   ASSERT_TRUE(waitFor([this] { return !window->files().isBusy() && document().state().gates.size() == 1; }));
 }
 
+TEST_F(FilesScene, ASessionThatIsOpenedTellsNothingOfRereading)
+{
+  ASSERT_TRUE(openLines());
+  ASSERT_TRUE(window->files().saveTo(file("plain.sieve")));
+  document().change("Look", [](app::State& state) { state.view.runsLook = app::RunsLook::Lines; });
+  window->files().reread();
+  ASSERT_TRUE(waitFor([this] { return !window->files().isBusy(); }));
+  EXPECT_THAT(window->statusText().toStdString(), HasSubstr("read again"));
+  window->open(file("plain.sieve"));
+  ASSERT_TRUE(waitFor([this] { return !window->files().isBusy(); }) && settle());
+  EXPECT_THAT(window->statusText().toStdString(), testing::Not(HasSubstr("read again")));
+}
+
 TEST_F(FilesScene, ClosingGivesUpWhatIsBeingRead)
 {
   ASSERT_TRUE(openLines());

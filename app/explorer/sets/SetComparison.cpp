@@ -102,7 +102,12 @@ void SetComparison::fill(Comparison const& comparison)
     }
   }
   rows->resizeColumnsToContents();
-  rows->setColumnWidth(0, std::min(rows->columnWidth(0), 32 * fontMetrics().averageCharWidth()));
+  const int letter = fontMetrics().averageCharWidth();
+  for (int c = 1; c < rows->columnCount(); ++c) { // short titles need room for the edges of the header
+    const int title = fontMetrics().horizontalAdvance(rows->horizontalHeaderItem(c)->text());
+    rows->setColumnWidth(c, std::max(rows->columnWidth(c), title + 4 * letter));
+  }
+  rows->setColumnWidth(0, std::min(rows->columnWidth(0), 32 * letter));
   std::size_t significant = 0;
   for (ParameterComparison const& parameter : comparison.parameters)
     significant += parameter.significant ? 1 : 0;

@@ -53,7 +53,16 @@ StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& ofBar)
   limitTips();
   connect(notes, &QPushButton::clicked, this, &StatusLine::notesWanted);
   connect(cancelling, &QToolButton::clicked, &files, &Files::cancel);
+  forgetting = new QTimer(this);
+  forgetting->setSingleShot(true);
+  constexpr int longEnough = 8000; // ms, to read a line
+  forgetting->setInterval(longEnough);
+  connect(forgetting, &QTimer::timeout, this, [this] {
+    news.clear();
+    refresh();
+  });
   connect(&files, &Files::begun, this, [this](QString const& path) {
+    news.clear();
     status->setText(QString("Reading %1 ...").arg(QFileInfo(path).fileName()));
     progress->setValue(0);
     progress->show();
@@ -66,7 +75,11 @@ StatusLine::StatusLine(Document& ofDocument, Files& ofFiles, QStatusBar& ofBar)
     cancelling->setVisible(files.isReading());
     refresh();
   });
-  connect(&files, &Files::told, this, &StatusLine::tell);
+  connect(&files, &Files::told, this, [this](QString const& text) {
+    news = text;
+    forgetting->start();
+    tell(text);
+  });
   connect(&document, &Document::opened, this, &StatusLine::refreshNotes);
   for (auto changed :
        {&Document::opened, &Document::stateChanged, &Document::passingChanged, &Document::comparisonChanged})
@@ -120,7 +133,8 @@ void StatusLine::refresh()
     return;
   }
   Scan const& scan = document.scan();
-  QString text = QString("%L1 runs, %L2 times").arg(scan.runs.size()).arg(scan.times.size());
+  QString text = news.isEmpty() ? QString() : news + "   |   ";
+  text += QString("%L1 runs, %L2 times").arg(scan.runs.size()).arg(scan.times.size());
   if (document.sieves()) text += "   |   " + plural(document.passing().count(), "run") +
             (document.passing().count() == 1 ? " passes" : " pass");
   const std::vector<std::string> idle = gatesWithoutEffect(document.state().gates, document.outcomes());

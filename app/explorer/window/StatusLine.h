@@ -7,6 +7,7 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 class QStatusBar;
+class QTimer;
 class QToolButton;
 
 namespace runsieve::app {
@@ -39,6 +40,8 @@ private:
   Files& files;
   QStatusBar& bar;
   QLabel* status = nullptr;
+  QString news; ///< told of files a moment ago: beside what is told of the runs, which changes soon
+  QTimer* forgetting = nullptr;
   QPushButton* notes = nullptr;     ///< hidden if there is nothing to tell
   QProgressBar* progress = nullptr; ///< hidden while nothing is read
   QToolButton* cancelling = nullptr;
