@@ -200,6 +200,35 @@ private:
     return told;
   }
 
+  /// How a widget behaves, as far as that is a property of its class.
+  static QString manners(QWidget const& widget)
+  {
+    static const char* const names[] = {"minimum",          "maximum",          "singleStep",
+                                        "decimals",         "keyboardTracking", "wordWrap",
+                                        "textFormat",       "maxLength",        "readOnly",
+                                        "showGrid",         "sortingEnabled",   "alternatingRowColors",
+                                        "textElideMode",    "selectionMode",    "selectionBehavior",
+                                        "tabKeyNavigation", "editTriggers",     "autoDefault",
+                                        "default",          "popupMode",        "autoRaise"};
+    QString told = widget.focusPolicy() == Qt::NoFocus ? "" : " keys";
+    if (widget.testAttribute(Qt::WA_SetCursor)) told += QString(" cursor %1").arg(widget.cursor().shape());
+    for (char const* name : names) {
+      const QVariant value = widget.property(name);
+      if (!value.isValid()) continue;
+      if (value.type() != QVariant::Bool)
+        told += QString(" %1 %2").arg(name, value.canConvert<double>() ? number(value.toDouble())
+                                                                       : QString::number(value.toInt()));
+      else if (value.toBool())
+        told += QString(" ") + name;
+    }
+    if (auto const* table = qobject_cast<QTableView const*>(&widget))
+      told += QString(" header%1%2%3")
+                  .arg(table->horizontalHeader()->highlightSections() ? " highlights" : "",
+                       table->horizontalHeader()->sectionsMovable() ? " moves" : "",
+                       table->verticalHeader()->isVisible() ? " numbered" : "");
+    return told;
+  }
+
   static QString cell(QModelIndex const& index)
   {
     QString told = quoted(index.data().toString());
@@ -254,6 +283,7 @@ private:
     const QString content = contents(widget);
     if (!content.isEmpty()) line += ' ' + content;
     if (!widget.isEnabled()) line += " off";
+    line += manners(widget);
     QString more = told("tip", widget.toolTip()) + told("named", widget.accessibleName()) +
                    told("described", widget.accessibleDescription());
     // Numbers of runs at a point hang on the height of plots.

@@ -63,6 +63,29 @@ TEST_F(FigureSnapshots, OfBandsOfWholeRunsAndScatter)
   EXPECT_TRUE(isAsKept("figure_whole_bands", figure()));
 }
 
+TEST_F(FigureSnapshots, OfColours)
+{
+  QPalette dark;
+  dark.setColor(QPalette::Window, QColor(40, 42, 46));
+  app::FigureOptions colourBlind;
+  colourBlind.palette = app::FigurePalette::ColourBlind;
+  QStringList lines;
+  for (app::Theme const& theme :
+       {app::Theme::ofPalette(QPalette(Qt::white), {}), app::Theme::ofPalette(dark, {}),
+        app::figureTheme(options), app::figureTheme(colourBlind)}) {
+    lines << QString("theme line %1 curve %2 tick %3 gap %4")
+                 .arg(theme.line)
+                 .arg(theme.curve)
+                 .arg(theme.tick)
+                 .arg(theme.gap);
+    for (QColor const& color : {theme.paper, theme.ink, theme.faint, theme.all, theme.passing, theme.gate,
+                                theme.chosen, theme.hover})
+      lines << color.name();
+    for (QColor const& color : theme.sets) lines << "set " + color.name();
+  }
+  EXPECT_TRUE(isAsKept("colours", lines));
+}
+
 TEST_F(FigureSnapshots, OfTheDialog)
 {
   app::ExportDialog dialog(app::figureOf(document(), window->runs().zoom()), document().state().view,
