@@ -352,6 +352,7 @@ TEST_F(WindowScene, TheCompositeViewHasAWindowOfItsOwn)
   app::CompositeWindow* composite = nullptr;
   ASSERT_TRUE(
       waitFor([&] { return (composite = window->findChild<app::CompositeWindow*>()) && composite->plot(); }));
+  EXPECT_TRUE(composite->isVisible());
   EXPECT_THAT(composite->windowTitle().toStdString(), testing::StartsWith("scan.csv"));
   EXPECT_THAT(composite->statusText().toStdString(),
               testing::HasSubstr(std::to_string(document().passing().count()) + " runs pass"));
