@@ -398,17 +398,17 @@ TEST_F(FilesScene, ASessionThatIsDamagedIsTold)
   }
 }
 
-TEST_F(FilesScene, WhatASessionHasAndTheScanHasNotIsToldInTheStatus)
+TEST_F(FilesScene, WhatASessionHasAndTheScanHasNotIsToldInABox)
 {
   ASSERT_TRUE(openLines());
   ASSERT_TRUE(window->files().saveTo(file("a.sieve")));
   app::Session session = app::readSession(file("a.sieve"));
   session.view.outputs.push_back("gone");
   app::writeSession(file("a.sieve"), session);
-  QSignalSpy told(&window->files(), &app::Files::told);
+  NextMessage told(QMessageBox::Ok);
   window->open(file("a.sieve"));
-  ASSERT_TRUE(waitFor([&] { return told.count() > 0; }));
-  EXPECT_THAT(told[0][0].toString().toStdString(), HasSubstr("no output \"gone\""));
+  ASSERT_TRUE(waitFor([&] { return told.seen(); }));
+  EXPECT_THAT(told.more.toStdString(), HasSubstr("no output &quot;gone&quot;"));
 }
 
 TEST_F(FilesScene, AFileAndAFolderAreChosenInDialogs)
@@ -776,6 +776,9 @@ TEST_F(FilesScene, ASessionThatSomebodyElseHasSavedIsNotReplacedUnasked)
   const QString path = file("shared.sieve");
   ASSERT_TRUE(window->files().saveTo(path));
   ASSERT_TRUE(window->files().saveTo(path)) << "its own";
+  window->open(path);
+  ASSERT_TRUE(waitFor([this] { return !window->files().isBusy(); }) && settle());
+  document().selectGate(0);
   QFile theirs(path);
   ASSERT_TRUE(theirs.open(QIODevice::Append));
   theirs.write("\n");

@@ -64,15 +64,13 @@ void Files::connectSessions()
     return false;
   });
   connect(&loader, &SessionLoader::opened, this,
-          [this](Session const& opened, QString const& path, QStringList const& notes) {
+          [this](Session const& opened, QString const& path, QStringList const&) {
             givenUp.reset();
             view.show(opened);
-            QStringList lines = notes;
-            if (origin == Origin::Reread && hadSteps)
-              lines.prepend("The scan was read again; former steps cannot be undone");
+            const bool losesSteps = origin == Origin::Reread && hadSteps;
             take(opened, path);
             Q_EMIT changed();
-            if (!lines.isEmpty()) Q_EMIT told(lines.join("; "));
+            if (losesSteps) Q_EMIT told("The scan was read again; former steps cannot be undone");
           });
   connect(&loader, &SessionLoader::differs, this, [this](QStringList const& lines) {
     QMessageBox box(QMessageBox::Information, "Runsieve", QString(), QMessageBox::Ok, &window);
