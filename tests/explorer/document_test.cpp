@@ -533,6 +533,19 @@ TEST_F(DocumentScene, EachGateTellsWhatItDoesAloneAndWhatIsLeft)
   EXPECT_EQ(found[1].left, 40u);
 }
 
+TEST_F(DocumentScene, RunsOfAClusterAreComparedWhenItIsFound)
+{
+  Gate gate;
+  gate.kind = GateKind::Cluster;
+  gate.column = "B";
+  gate.clusters = 2;
+  addGate(gate);
+  ASSERT_TRUE(settle());
+  ASSERT_NE(document.comparison(), nullptr);
+  EXPECT_EQ(document.comparison()->passing, document.passing().count());
+  EXPECT_LT(document.passing().count(), document.scan().runs.size());
+}
+
 TEST_F(DocumentScene, TwoClustersThatGatesAskForAreBothFound)
 {
   for (std::string const column : {"A", "B"}) {

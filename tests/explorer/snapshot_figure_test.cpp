@@ -63,6 +63,19 @@ TEST_F(FigureSnapshots, OfBandsOfWholeRunsAndScatter)
   EXPECT_TRUE(isAsKept("figure_whole_bands", figure()));
 }
 
+TEST_F(FigureSnapshots, OfAFigureWithoutGates)
+{
+  document().change("None", [](app::State& state) {
+    state.gates.clear();
+    state.sets.clear();
+    state.view.outputs = {2};
+    state.view.logOutputs[2] = true;
+  });
+  document().pin({});
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(isAsKept("figure_without_gates", figure()));
+}
+
 TEST_F(FigureSnapshots, OfColours)
 {
   QPalette dark;

@@ -776,9 +776,6 @@ TEST_F(FilesScene, ASessionThatSomebodyElseHasSavedIsNotReplacedUnasked)
   const QString path = file("shared.sieve");
   ASSERT_TRUE(window->files().saveTo(path));
   ASSERT_TRUE(window->files().saveTo(path)) << "its own";
-  window->open(path);
-  ASSERT_TRUE(waitFor([this] { return !window->files().isBusy(); }) && settle());
-  document().selectGate(0);
   QFile theirs(path);
   ASSERT_TRUE(theirs.open(QIODevice::Append));
   theirs.write("\n");
@@ -795,6 +792,16 @@ TEST_F(FilesScene, ASessionThatSomebodyElseHasSavedIsNotReplacedUnasked)
     EXPECT_TRUE(asked.seen());
   }
   EXPECT_TRUE(window->files().saveTo(path)) << "nobody is asked again";
+  const QString copy = file("copy.sieve");
+  ASSERT_TRUE(QFile::copy(path, copy));
+  window->open(copy);
+  ASSERT_TRUE(waitFor([&] { return title() == "copy.sieve - Runsieve" && !window->files().isBusy(); }));
+  ASSERT_TRUE(QFile::resize(copy, QFile(copy).size() - 1));
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    EXPECT_FALSE(window->files().saveTo(copy));
+    EXPECT_TRUE(asked.seen()) << "also one that was only opened";
+  }
   ASSERT_TRUE(QFile::remove(path));
   EXPECT_TRUE(window->files().saveTo(path)) << "one that is gone is written anew";
 }
