@@ -203,13 +203,32 @@ private:
   /// How a widget behaves, as far as that is a property of its class.
   static QString manners(QWidget const& widget)
   {
-    static const char* const names[] = {"minimum",          "maximum",          "singleStep",
-                                        "decimals",         "keyboardTracking", "wordWrap",
-                                        "textFormat",       "maxLength",        "readOnly",
-                                        "showGrid",         "sortingEnabled",   "alternatingRowColors",
-                                        "textElideMode",    "selectionMode",    "selectionBehavior",
-                                        "tabKeyNavigation", "editTriggers",     "autoDefault",
-                                        "default",          "popupMode",        "autoRaise"};
+    static const char* const names[] = {"minimum",
+                                        "maximum",
+                                        "singleStep",
+                                        "decimals",
+                                        "keyboardTracking",
+                                        "wordWrap",
+                                        "textFormat",
+                                        "maxLength",
+                                        "readOnly",
+                                        "showGrid",
+                                        "sortingEnabled",
+                                        "alternatingRowColors",
+                                        "textElideMode",
+                                        "selectionMode",
+                                        "selectionBehavior",
+                                        "tabKeyNavigation",
+                                        "editTriggers",
+                                        "autoDefault",
+                                        "default",
+                                        "popupMode",
+                                        "autoRaise",
+                                        "alignment",
+                                        "textInteractionFlags",
+                                        "margin",
+                                        "indent",
+                                        "frameShape"};
     QString told = widget.focusPolicy() == Qt::NoFocus ? "" : " keys";
     if (widget.testAttribute(Qt::WA_SetCursor)) told += QString(" cursor %1").arg(widget.cursor().shape());
     for (char const* name : names) {

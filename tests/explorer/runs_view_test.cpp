@@ -410,6 +410,10 @@ TEST_F(RunsViewScene, ManyChartsScrollInASmallWindowAndKeepPlotsOfOneHeight)
   EXPECT_NEAR(first, second, 1.5);
   auto* scroll = pane.findChild<QScrollArea*>();
   EXPECT_GT(scroll->verticalScrollBar()->maximum(), 0);
+  document.change("One", [](app::State& state) { state.view.outputs = {0}; });
+  ASSERT_TRUE(settlePane());
+  ASSERT_TRUE(pane.addOutput());
+  ASSERT_TRUE(waitFor([&] { return scroll->verticalScrollBar()->value() > 0; })) << "a new one is seen";
   pane.resize(500, 700);
   ASSERT_TRUE(settlePane());
   EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0);

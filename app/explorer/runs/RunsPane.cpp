@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QScrollArea>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -15,7 +16,7 @@ RunsPane::RunsPane(Document& ofDocument, QWidget* parent)
   setAccessibleName("Charts of the runs");
   page = new QWidget;
   page->installEventFilter(this);
-  auto* scroll = new QScrollArea;
+  scroll = new QScrollArea;
   scroll->setWidget(page);
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
@@ -70,6 +71,7 @@ void RunsPane::rebuild()
     align();
     return;
   }
+  const bool isAdded = document.sharedScan() == scan && wanted > charts.size();
   // A chart that goes may be the one whose button has just been pressed.
   for (RunsChart* chart : charts) {
     chart->hide();
@@ -88,6 +90,11 @@ void RunsPane::rebuild()
     charts.push_back(chart);
   }
   align();
+  if (!isAdded) return;
+  // The new one is to be seen. It gets its place in some rounds of events, since its axes say how high it is.
+  constexpr int placed = 50; // ms
+  QTimer::singleShot(placed, charts.back(),
+                     [this, last = charts.back()] { scroll->ensureWidgetVisible(last); });
 }
 
 void RunsPane::align()

@@ -8,6 +8,7 @@
 
 #include <vector>
 
+class QScrollArea;
 class QVBoxLayout;
 
 namespace runsieve::app {
@@ -45,7 +46,8 @@ private:
   Document& document;
   RunsZoom shown;
   RunsTool tool = RunsTool::Gate;
-  QWidget* page = nullptr; ///< scrolls if the charts would be too low
+  QScrollArea* scroll = nullptr;
+  QWidget* page = nullptr; ///< of it; scrolls if the charts would be too low
   QVBoxLayout* column = nullptr;
   std::shared_ptr<Scan const> scan; ///< that the charts were made for
   std::vector<RunsChart*> charts;
