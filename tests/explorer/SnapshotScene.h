@@ -148,14 +148,26 @@ struct SnapshotScene : WindowScene
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&pane));
     ASSERT_TRUE(settle());
   }
-  [[nodiscard]] static QStringList shown(QWidget& widget)
-  {
-    QApplication::processEvents();
-    QApplication::processEvents();
-    return Snapshot::of(widget);
-  }
+  /// What a widget shows when it has come to rest.
+  [[nodiscard]] static QStringList shown(QWidget& widget) { return atRest(widget, Snapshot::of); }
+  /// The same without what it paints.
+  [[nodiscard]] static QStringList layoutOf(QWidget& widget) { return atRest(widget, Snapshot::layoutOf); }
 
 private:
+  [[nodiscard]] static QStringList atRest(QWidget& widget, QStringList (*look)(QWidget&))
+  {
+    constexpr int pause = 30; // ms
+    constexpr int mostLooks = 100;
+    QStringList former = look(widget);
+    for (int i = 0; i < mostLooks; ++i) {
+      QTest::qWait(pause);
+      QStringList now = look(widget);
+      if (now == former) break;
+      former = std::move(now);
+    }
+    return former;
+  }
+
   std::vector<QWidget*> alone;
   QString style;
   QPalette palette;

@@ -3,6 +3,7 @@
 #include "SnapshotScene.h"
 
 #include "app/explorer/figure/ExportDialog.h"
+#include "app/explorer/figure/FigurePreview.h"
 #include "app/explorer/figure/PaintFigure.h"
 #include "app/explorer/window/FigureOf.h"
 
@@ -105,7 +106,8 @@ TEST_F(FigureSnapshots, OfTheDialog)
                            window.get());
   dialog.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
-  QTest::qWait(800);
+  QTest::qWait(500); // until the preview begins
+  ASSERT_TRUE(waitFor([&] { return dialog.preview().isSettled(); }));
   EXPECT_TRUE(isAsKept("figure_dialog", shown(dialog), nearInWindow));
   dialog.reject();
 }

@@ -35,12 +35,7 @@ struct WindowSnapshots : SnapshotScene
     EXPECT_TRUE(next.seen());
     return lines;
   }
-  [[nodiscard]] QStringList layout()
-  {
-    QApplication::processEvents();
-    QApplication::processEvents();
-    return Snapshot::layoutOf(*window);
-  }
+  [[nodiscard]] QStringList layout() { return layoutOf(*window); }
   template <class Dialog> [[nodiscard]] static QStringList ofShown(Dialog& dialog)
   {
     dialog.show();

@@ -22,6 +22,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QSet>
+#include <QTableView>
 #include <QTimer>
 
 #include <map>
@@ -455,6 +456,23 @@ TEST_F(WindowScene, AGateThatDoesNotFitTheDataIsToldInTheStatus)
   });
   ASSERT_TRUE(settle());
   EXPECT_EQ(window->statusText(), "40 runs, 11 times");
+}
+
+TEST_F(WindowScene, TablesHaveNothingWhereThereAreNoColumnsOrRows)
+{
+  ASSERT_TRUE(openLines());
+  int tables = 0;
+  for (auto* table : window->findChildren<QTableView*>()) {
+    QAbstractItemModel const& model = *table->model();
+    ++tables;
+    for (int const section : {-1, model.columnCount(), 1000})
+      for (Qt::ItemDataRole const role : {Qt::DisplayRole, Qt::ToolTipRole})
+        EXPECT_FALSE(model.headerData(section, Qt::Horizontal, role).isValid())
+            << table->accessibleName().toStdString() << " " << section;
+    EXPECT_FALSE(model.data(QModelIndex()).isValid());
+    EXPECT_EQ(model.rowCount(model.index(0, 0)), 0);
+  }
+  EXPECT_GE(tables, 4);
 }
 
 TEST_F(WindowScene, TabLeadsOnlyToWhatIsSeenAndBackToWhereItBegan)
