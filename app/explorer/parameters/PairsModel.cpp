@@ -104,7 +104,7 @@ QVariant PairsModel::data(QModelIndex const& index, int role) const
 
 QVariant PairsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-  if (orientation != Qt::Horizontal) return {};
+  if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
   static const char* const titles[] = {"First", "Second", "r", "r others", "p adj."};
   if (role == Qt::DisplayRole) return titles[section];
   if (role == Qt::ToolTipRole) return columnTip(section);

@@ -126,7 +126,7 @@ QString StabilityModel::columnTip(int column) const
 
 QVariant StabilityModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-  if (orientation != Qt::Horizontal) return {};
+  if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
   static const char* const titles[] = {"Parameter", "d", "|d| 95 %", "Top", "Settled at"};
   if (role == Qt::DisplayRole) return titles[section];
   if (role == Qt::ToolTipRole) return columnTip(section);
