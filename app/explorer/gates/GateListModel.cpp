@@ -124,7 +124,7 @@ QVariant GateListModel::data(QModelIndex const& index, int role) const
 
 QVariant GateListModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-  if (orientation != Qt::Horizontal || section >= Columns) return {};
+  if (orientation != Qt::Horizontal || section < 0 || section >= Columns) return {};
   if (role == Qt::TextAlignmentRole)
     return static_cast<int>(Qt::AlignVCenter | (section == Left ? Qt::AlignRight : Qt::AlignLeft));
   char const* const titles[] = {"Gate", "Asks for", "Left"};
