@@ -228,7 +228,23 @@ private:
                                         "textInteractionFlags",
                                         "margin",
                                         "indent",
-                                        "frameShape"};
+                                        "frameShape",
+                                        "clearButtonEnabled",
+                                        "flat",
+                                        "checkable",
+                                        "toolButtonStyle",
+                                        "sizeGripEnabled",
+                                        "modal",
+                                        "acceptDrops",
+                                        "mouseTracking",
+                                        "dragDropMode",
+                                        "horizontalScrollMode",
+                                        "horizontalScrollBarPolicy",
+                                        "widgetResizable",
+                                        "editable",
+                                        "minimumContentsLength",
+                                        "insertPolicy",
+                                        "openExternalLinks"};
     QString told = widget.focusPolicy() == Qt::NoFocus ? "" : " keys";
     if (widget.testAttribute(Qt::WA_SetCursor)) told += QString(" cursor %1").arg(widget.cursor().shape());
     for (char const* name : names) {
