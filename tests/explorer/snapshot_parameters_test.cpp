@@ -101,6 +101,21 @@ TEST_F(ParameterSnapshots, OfParallelCoordinates)
   EXPECT_TRUE(isAsKept("page_parallel", shown(pane())));
 }
 
+TEST_F(ParameterSnapshots, OfTheParameterThatKeysActOn)
+{
+  QApplication::setActiveWindow(&pane());
+  pane().grid()->setFocus();
+  pane().grid()->setCurrent(2);
+  ASSERT_TRUE(pane().grid()->hasFocus());
+  EXPECT_TRUE(isAsKept("parameters_current", shown(*pane().grid())));
+  pane().showPage(ParametersPage::Parallel);
+  ASSERT_TRUE(waitFor([this] { return pane().parallel()->isSettled(); }));
+  pane().parallel()->setFocus();
+  pane().parallel()->setCurrent(2);
+  ASSERT_TRUE(pane().parallel()->hasFocus());
+  EXPECT_TRUE(isAsKept("page_parallel_current", shown(*pane().parallel())));
+}
+
 TEST_F(ParameterSnapshots, OfEnoughRuns)
 {
   pane().showPage(ParametersPage::Stability);
