@@ -250,9 +250,10 @@ private:
     for (char const* name : names) {
       const QVariant value = widget.property(name);
       if (!value.isValid()) continue;
-      if (value.type() != QVariant::Bool)
-        told += QString(" %1 %2").arg(name, value.canConvert<double>() ? number(value.toDouble())
-                                                                       : QString::number(value.toInt()));
+      if (value.type() == QVariant::UserType) // an enumeration or flags, which not all builds can convert
+        told += QString(" %1 %2").arg(name).arg(*static_cast<int const*>(value.constData()));
+      else if (value.type() != QVariant::Bool)
+        told += QString(" %1 %2").arg(name, number(value.toDouble()));
       else if (value.toBool())
         told += QString(" ") + name;
     }
