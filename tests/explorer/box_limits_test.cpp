@@ -5,6 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QHelpEvent>
+#include <QToolTip>
+
 namespace runsieve::test {
 namespace {
 
@@ -68,6 +71,24 @@ TEST_F(PaintedLimits, AreSaidAtTheRightOfTheName)
     EXPECT_GT(place.left(), placeOf(picture, name).right());
     EXPECT_NEAR(place.bottom(), placeOf(picture, name).bottom(), 1.0);
     EXPECT_LE(place.right(), 300.0);
+  }
+}
+
+TEST_F(PaintedLimits, TellMoreOfTheRowUnderThePointerAndNothingBelowTheLastOne)
+{
+  auto const tipOver = [this](int y) {
+    QToolTip::hideText();
+    QHelpEvent help(QEvent::ToolTip, QPoint(100, y), limits.viewport()->mapToGlobal(QPoint(100, y)));
+    QApplication::sendEvent(limits.viewport(), &help);
+    return QToolTip::text().toStdString();
+  };
+  const int row = static_cast<int>(placeOf(painted(), "k0").bottom() - placeOf(painted(), "k2").bottom());
+  EXPECT_THAT(tipOver(row / 2), testing::HasSubstr("k2: at most 0.75"));
+  EXPECT_THAT(tipOver(row + row / 2), testing::HasSubstr("k0: at least 0.25"));
+  auto const isGone = [] { return waitFor([] { return QToolTip::text().isEmpty(); }, 2000); };
+  for (int const below : {2, 3}) {
+    static_cast<void>(tipOver(below * row + row / 2));
+    EXPECT_TRUE(isGone()) << below;
   }
 }
 

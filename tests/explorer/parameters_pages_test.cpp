@@ -1,3 +1,4 @@
+#include "PaintRecorder.h"
 #include "ParametersScene.h"
 
 #include <gmock/gmock.h>
@@ -136,6 +137,20 @@ TEST_F(ParameterPages, OfParallelCoordinatesShowAllRunsAndThePassingOnesAbove)
   addGate(gateOnA(0.4, 1.0));
   ASSERT_TRUE(settle());
   ASSERT_TRUE(waitFor([&] { return pane->parallel()->isSettled() && shown() > before + 50; }));
+}
+
+TEST_F(ParameterPages, OfParallelCoordinatesNeedTwoParametersAndNoMore)
+{
+  pane->showPage(ParametersPane::Page::Parallel);
+  auto const texts = [this](std::size_t parameters) {
+    openScan(lineScan(20, parameters));
+    EXPECT_TRUE(waitFor([this] { return pane->parallel()->isSettled(); }));
+    PaintRecorder paper(pane->parallel()->viewport()->size());
+    pane->parallel()->viewport()->render(&paper, QPoint(), QRegion(), QWidget::RenderFlags());
+    return wordsOf(paper.painting());
+  };
+  EXPECT_THAT(texts(2), testing::IsSupersetOf({"k0", "k1"}));
+  EXPECT_THAT(texts(1), testing::Each(testing::HasSubstr("two parameters")));
 }
 
 TEST_F(ParameterPages, OfParallelCoordinatesPinTheRunThatIsClicked)
