@@ -1,3 +1,4 @@
+#include "DocumentScene.h"
 #include "PaintRecorder.h"
 
 #include "app/explorer/charts/BandsPicture.h"
@@ -428,6 +429,27 @@ TEST_F(PaintedLabels, OfRectanglesStandInTheirOwnIfTheNextOneIsAbove)
   EXPECT_TRUE(lower.contains(apart.text("lower")->box().center()));
   const Painting alone = named({});
   EXPECT_LT(alone.text("lower")->box().bottom(), lower.top()) << "above it, if nothing is there";
+}
+
+TEST_F(PaintedCharts, BandsOfAnotherOutputOrKindAreNotThoseThatWereShown)
+{
+  const std::shared_ptr<Scan const> scan = lineScan(20);
+  const ChartFrame frame({0, 0, 500, 300}, {AxisMap(0, 10), "x"}, {AxisMap(0, 1), "y"}, theme);
+  app::BandsPicture bands;
+  const app::BandsPicture::Group all{std::vector<std::uint8_t>(20, 1), Qt::black, 1.0};
+  auto const strokes = [&] {
+    return painting({600, 400}, [&](QPainter& painter) { bands.paint(painter, frame, theme); }).all.size();
+  };
+  auto const begin = [&](std::size_t output, app::BandsKind kind) {
+    bands.request(scan, output, kind, {all});
+  };
+  begin(0, app::BandsKind::Quantiles);
+  ASSERT_TRUE(waitFor([&] { return bands.isSettled() && strokes() > 0; }));
+  begin(1, app::BandsKind::Quantiles);
+  EXPECT_EQ(strokes(), 0u) << "those of another output";
+  ASSERT_TRUE(waitFor([&] { return bands.isSettled() && strokes() > 0; }));
+  begin(1, app::BandsKind::WholeRuns);
+  EXPECT_EQ(strokes(), 0u) << "those of another kind";
 }
 
 TEST_F(PaintedCharts, PinnedRunsHaveColoursThatNoShownSetHas)

@@ -326,6 +326,17 @@ TEST_F(FigureFile, CurvesEndAtAllRunsAndTheTableHasAllParameters)
   for (int i = 0; i < 6; ++i) EXPECT_TRUE(table.contains(QString("k%1").arg(i)));
 }
 
+TEST_F(FigureFile, CurvesHaveEqualValuesAtTheirEndsOnceToo)
+{
+  auto scan = lineScan(4, 1);
+  const_cast<Scan&>(*scan).parameters[0].values = {1.0, 1.0, 2.0, 2.0};
+  document.open(scan, {});
+  const QStringList rows = QString::fromStdString(app::figureCurvesCsv(content(), options)).split('\n');
+  EXPECT_EQ(rows.filter("\"k0\"").size(), 2);
+  EXPECT_EQ(rows.filter(",1,0.5").size(), 1);
+  EXPECT_EQ(rows.filter(",2,1").size(), 1);
+}
+
 TEST_F(FigureFile, CurvesHaveEachDifferentValueOnceWithTheShareUpToIt)
 {
   auto scan = std::make_shared<Scan>();
