@@ -12,6 +12,16 @@ namespace {
 using app::Document;
 using testing::ElementsAre;
 
+/// The runs of the first of two clusters of output B.
+Gate clusterGate()
+{
+  Gate gate;
+  gate.kind = GateKind::Cluster;
+  gate.column = "B";
+  gate.clusters = 2;
+  return gate;
+}
+
 TEST_F(DocumentScene, WithoutGatesAllRunsPassAndNothingIsCompared)
 {
   EXPECT_FALSE(document.sieves());
@@ -169,12 +179,7 @@ TEST_F(DocumentScene, TheNumbersAreThoseOfTheCore)
 
 TEST_F(DocumentScene, AGateOnAClusterIsGroupedBesideTheInterfaceAndThenAsks)
 {
-  Gate gate;
-  gate.kind = GateKind::Cluster;
-  gate.column = "B";
-  gate.cluster = 0;
-  gate.clusters = 2;
-  addGate(gate);
+  addGate(clusterGate());
   EXPECT_THAT(document.outcomes()[0].error, testing::HasSubstr("grouped"));
   EXPECT_EQ(document.passing().count(), 40u);
   ASSERT_TRUE(settle());
@@ -535,11 +540,7 @@ TEST_F(DocumentScene, EachGateTellsWhatItDoesAloneAndWhatIsLeft)
 
 TEST_F(DocumentScene, RunsOfAClusterAreComparedWhenItIsFound)
 {
-  Gate gate;
-  gate.kind = GateKind::Cluster;
-  gate.column = "B";
-  gate.clusters = 2;
-  addGate(gate);
+  addGate(clusterGate());
   ASSERT_TRUE(settle());
   ASSERT_NE(document.comparison(), nullptr);
   EXPECT_EQ(document.comparison()->passing, document.passing().count());
@@ -566,11 +567,7 @@ TEST_F(DocumentScene, TwoClustersThatGatesAskForAreBothFound)
 
 TEST_F(DocumentScene, ClustersOfAnotherScanAreFoundAnew)
 {
-  Gate gate;
-  gate.kind = GateKind::Cluster;
-  gate.column = "B";
-  gate.clusters = 2;
-  addGate(gate);
+  addGate(clusterGate());
   ASSERT_TRUE(settle());
   app::State const before = document.state();
   document.open(lineScan(25), {}, before);
