@@ -43,9 +43,8 @@ inline bool isLikeLine(QString const& line, QString const& kept, double nearby)
   const QStringList words = line.split(' ');
   const QStringList keptWords = kept.split(' ');
   return words.size() == keptWords.size() &&
-         std::equal(words.begin(), words.end(), keptWords.begin(), [nearby](auto const& a, auto const& b) {
-           return isLike(a, b, nearby);
-         });
+         std::equal(words.begin(), words.end(), keptWords.begin(),
+                    [nearby](auto const& a, auto const& b) { return isLike(a, b, nearby); });
 }
 
 /// Whether lines are those of tests/explorer/snapshots/NAME.txt. With RUNSIEVE_RENEW_SNAPSHOTS set the file

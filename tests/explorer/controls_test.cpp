@@ -4,6 +4,7 @@
 #include "app/explorer/controls/PlainText.h"
 #include "app/explorer/controls/SearchableBox.h"
 #include "app/explorer/controls/TableColumns.h"
+#include "app/explorer/parameters/ResultTable.h"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +16,8 @@
 #include <QTableView>
 #include <QTableWidget>
 #include <QTest>
+
+#include <memory>
 
 namespace runsieve::test {
 namespace {
@@ -211,6 +214,27 @@ TEST_F(TableScene, TablesSelectWholeRowsAndAreNotTypedInto)
   EXPECT_FALSE(table.tabKeyNavigation()) << "the tabulator leaves the table";
   EXPECT_TRUE(table.verticalHeader()->isHidden());
   EXPECT_GT(table.rowHeight(0), table.fontMetrics().height());
+}
+
+TEST(ResultTable, GivesNamesTheRoomThatIsLeftAndNeverTooLittle)
+{
+  QStandardItemModel model(2, 3);
+  for (int row = 0; row < 2; ++row) {
+    model.setItem(row, 0, new QStandardItem("a parameter with a rather long name"));
+    for (int column : {1, 2}) model.setItem(row, column, new QStandardItem("-0.1234..0.5678"));
+  }
+  const std::unique_ptr<QTableView> table(app::resultTable(model, "Results", {0}));
+  auto const nameAt = [&](int width) {
+    table->resize(width, 200);
+    table->show();
+    QApplication::processEvents();
+    return table->columnWidth(0);
+  };
+  const int letter = table->fontMetrics().averageCharWidth();
+  const int wide = nameAt(900);
+  EXPECT_EQ(wide + table->columnWidth(1) + table->columnWidth(2), table->viewport()->width());
+  EXPECT_EQ(nameAt(200), 14 * letter) << "the table scrolls";
+  EXPECT_EQ(nameAt(900), wide);
 }
 
 } // namespace

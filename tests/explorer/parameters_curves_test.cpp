@@ -1,6 +1,10 @@
+#include "PaintRecorder.h"
 #include "ParametersScene.h"
 
+#include "app/explorer/parameters/GroupLegend.h"
 #include "app/explorer/parameters/ThinnedLine.h"
+
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <cmath>
@@ -116,6 +120,25 @@ TEST(ThinnedLine, OfPointsInARowIsItsEnds)
   EXPECT_EQ(app::thinned(row, 0.1).size(), 2);
   EXPECT_EQ(app::thinned(QPolygonF(), 0.1).size(), 0);
   EXPECT_EQ(app::thinned(QPolygonF({{1.0, 2.0}}), 0.1).size(), 1);
+}
+
+TEST_F(ParameterCurves, LegendOfGroupsHasShortSamplesBeforeItLeavesOneOut)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  app::GroupLegend legend(document);
+  auto const texts = [&](int width) {
+    legend.resize(width, 20);
+    PaintRecorder paper(legend.size());
+    legend.render(&paper, QPoint(), QRegion(), QWidget::RenderFlags());
+    return wordsOf(paper.painting());
+  };
+  const int whole = legend.sizeHint().width();
+  EXPECT_THAT(texts(whole), testing::ElementsAre("passing", "others", "noise floor"));
+  EXPECT_THAT(texts(whole - 30), testing::ElementsAre("passing", "others", "noise floor"));
+  const QFontMetrics metrics(legend.font());
+  const int two = metrics.horizontalAdvance("passing") + metrics.horizontalAdvance("others");
+  EXPECT_THAT(texts(two + 32), testing::ElementsAre("passing", "others"));
 }
 
 } // namespace

@@ -295,6 +295,18 @@ TEST_F(ParameterTableScene, SignificantParametersStandOutByNameAndDistance)
   EXPECT_FALSE(isBold(5, 0)) << "it does not differ";
 }
 
+TEST_F(ParameterTableScene, AllNumbersOfFormerGatesArePaleUntilTheNewOnesAreThere)
+{
+  addGate(gateOnA(0.5, 1.0));
+  ASSERT_TRUE(settle());
+  document.change("Move gate", [](app::State& state) { state.gates[0].gate.range.low = 0.3; });
+  ASSERT_FALSE(document.isCompared());
+  for (char const* title : {"d", "p adj", "p"})
+    EXPECT_TRUE(model().index(0, column(title)).data(Qt::ForegroundRole).isValid()) << title;
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(model().index(0, column("d")).data(Qt::ForegroundRole).isValid());
+}
+
 TEST_F(ParameterTableScene, WhileAGateIsMovedOnlyItsDistancesAreNotPale)
 {
   addGate(gateOnA(0.5, 1.0));

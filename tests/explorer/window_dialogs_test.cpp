@@ -181,6 +181,24 @@ TEST(Appearance, BoxesToTickHaveSidesThatAreSeenInTheDark)
   app::chooseAppearance(before);
 }
 
+TEST(Appearance, TheButtonForMoreToolsIsSeenInTheDark)
+{
+  useTestSettings();
+  const app::Appearance before = app::chosenAppearance();
+  app::chooseAppearance(app::Appearance::Dark);
+  const QImage arrow = QApplication::style()
+                           ->standardIcon(QStyle::SP_ToolBarHorizontalExtensionButton)
+                           .pixmap(32, 32)
+                           .toImage();
+  int lightest = 0;
+  for (int y = 0; y < arrow.height(); ++y)
+    for (int x = 0; x < arrow.width(); ++x)
+      if (arrow.pixelColor(x, y).alpha() > 200)
+        lightest = std::max(lightest, arrow.pixelColor(x, y).lightness());
+  EXPECT_GT(lightest, QApplication::palette().color(QPalette::Window).lightness() + 60);
+  app::chooseAppearance(before);
+}
+
 TEST_F(DialogScene, ResetClearsAllLimits)
 {
   document.change("Limits", [](app::State& state) {

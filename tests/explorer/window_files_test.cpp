@@ -704,7 +704,8 @@ TEST_F(FilesScene, WorkIsAskedForBeforeAnotherScanTakesItsPlace)
   }
   NextMessage asked(QMessageBox::Discard);
   window->open(other);
-  ASSERT_TRUE(waitFor([this] { return !window->files().isReading() && document().scan().runs.size() == 20; }));
+  ASSERT_TRUE(
+      waitFor([this] { return !window->files().isReading() && document().scan().runs.size() == 20; }));
   EXPECT_TRUE(asked.seen());
   EXPECT_TRUE(document().state().gates.empty());
 }

@@ -20,8 +20,8 @@ struct GateOutcome
   std::size_t left = 0;                 ///< runs that pass it and those before it that are on, joined
 };
 
-/// Names of the gates that are on and ask for something that the scan does not have. Those for clusters, which
-/// take a while, don't count. \param outcomes one per gate
+/// Names of the gates that are on and ask for something that the scan does not have. Those for clusters,
+/// which take a while, don't count. \param outcomes one per gate
 [[nodiscard]] std::vector<std::string> gatesWithoutEffect(std::vector<NamedGate> const& gates,
                                                           std::vector<GateOutcome> const& outcomes);
 

@@ -39,8 +39,9 @@ void paintFigureGates(QPainter& painter, FigureContent const& content, std::size
     painter.setBrush(fill);
     painter.drawRect(inside);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(theme.gate, 1.4 * theme.line, excludesInside(named->gate) ? Qt::DashLine : Qt::SolidLine,
-                        Qt::FlatCap, Qt::MiterJoin));
+    painter.setPen(QPen(theme.gate, 1.4 * theme.line,
+                        excludesInside(named->gate) ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap,
+                        Qt::MiterJoin));
     for (QPolygonF const& part : clippedLine(QPolygonF(shape), plot)) painter.drawPolyline(part);
     names.paintAtShape(painter, QString::fromStdString(named->name), theme.gate, shape, theme.line);
   }

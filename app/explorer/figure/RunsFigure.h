@@ -42,7 +42,8 @@ private:
   void paintBars(QPainter& painter, RunsRenderer::Images const& images) const;
   void paintBands(QPainter& painter, BandsKind kind) const;
   void paintPinned(QPainter& painter, PlotNames& names) const;
-  void paintBar(QPainter& painter, DensityScale const& scale, FigureLayer const& layer, QRectF const& place) const;
+  void paintBar(QPainter& painter, DensityScale const& scale, FigureLayer const& layer,
+                QRectF const& place) const;
 
   FigureContent const& content;
   FigureOptions const& options;

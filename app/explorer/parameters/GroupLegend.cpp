@@ -71,8 +71,8 @@ void GroupLegend::paintEvent(QPaintEvent*)
     const double half = entry.isBand ? 4.0 : 1.2;
     painter.fillRect(QRectF(x, middle - half, length, 2.0 * half), entry.color);
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(
-        QPointF(x + length + part * gap, middle + 0.5 * (metrics.ascent() - metrics.descent())), entry.text);
+    painter.drawText(QPointF(x + length + part * gap, middle + 0.5 * (metrics.ascent() - metrics.descent())),
+                     entry.text);
     x += width + part * between;
   }
 }

@@ -128,7 +128,9 @@ QString parameterWords(Document const& document, std::size_t parameter, std::siz
   const ParameterNumbers numbers = numbersOf(document, parameter);
   if (!numbers.leftOut.isEmpty()) return words + "It is not compared: it " + numbers.leftOut + ".";
   if (document.previewedGate() || !numbers.isCurrent)
-    return words + (std::isnan(numbers.d) ? QString() : QString("d is %1.").arg(signedText(numbers.d, numbers.smallestD)));
+    return words + (std::isnan(numbers.d)
+                        ? QString()
+                        : QString("d is %1.").arg(signedText(numbers.d, numbers.smallestD)));
   ParameterComparison const* found = numbers.compared;
   if (!found || std::isnan(found->d)) return words + "There is nothing to compare.";
   if (found->isText && !found->text.empty())

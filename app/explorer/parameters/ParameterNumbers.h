@@ -24,7 +24,8 @@ struct ParameterNumbers
 
 [[nodiscard]] ParameterNumbers numbersOf(Document const& document, std::size_t parameter);
 
-/// "d +0.43, p 0.002"; NaNs are left out. \param smallest the |d| that a star asks for: d is not rounded across it
+/// "d +0.43, p 0.002"; NaNs are left out. \param smallest the |d| that a star asks for: d is not rounded
+/// across it
 [[nodiscard]] QString differenceText(double d, double p, double smallest);
 
 /// "d +0.43, p 0.002 ★", "d +0.05, p 0.9 n.s.", while a gate moves "d +0.43"; empty without a gate.

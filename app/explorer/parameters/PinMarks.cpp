@@ -112,8 +112,7 @@ void paintPins(QPainter& painter, Document const& document, std::size_t paramete
   for (std::size_t const run : pinsOf(document)) {
     places.push_back(frame.xAt(values[run]));
     names << nameOf(document, run);
-    if (std::isfinite(places.back()))
-      paintMark(painter, frame, places.back(), colors.of(places.size() - 1));
+    if (std::isfinite(places.back())) paintMark(painter, frame, places.back(), colors.of(places.size() - 1));
   }
   painter.setFont(theme.font);
   for (PinLabel const& label : pinLabels(places, names, frame.plot(), theme))

@@ -84,10 +84,11 @@ QVariant SetListModel::data(QModelIndex const& index, int role) const
     return QString::fromStdString(set.name);
   case Qt::ToolTipRole:
     return toolTipText(shownText(set.name) + (set.origin.empty() ? QString() : "\n" + shownText(set.origin)) +
-                       (set.absent.empty() ? QString()
-                                           : QString("\nRuns that the data don't have: %L1. They are kept for "
-                                                     "data that have them.")
-                                                 .arg(countOf(set.absent))));
+                       (set.absent.empty()
+                            ? QString()
+                            : QString("\nRuns that the data don't have: %L1. They are kept for "
+                                      "data that have them.")
+                                  .arg(countOf(set.absent))));
   case Qt::CheckStateRole:
     if (index.column() != Name) return {};
     return set.shown ? Qt::Checked : Qt::Unchecked;

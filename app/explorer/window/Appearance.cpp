@@ -57,8 +57,7 @@ public:
   /// The button for what has no room in a toolbar, in the colour of texts.
   QIcon standardIcon(StandardPixmap which, QStyleOption const* option, QWidget const* widget) const override
   {
-    if (which != SP_ToolBarHorizontalExtensionButton)
-      return QProxyStyle::standardIcon(which, option, widget);
+    if (which != SP_ToolBarHorizontalExtensionButton) return QProxyStyle::standardIcon(which, option, widget);
     constexpr int side = 32;
     QPixmap pixmap(side, side);
     pixmap.fill(Qt::transparent);

@@ -135,7 +135,8 @@ void StatusLine::refresh()
   Scan const& scan = document.scan();
   QString text = news.isEmpty() ? QString() : news + "   |   ";
   text += QString("%L1 runs, %L2 times").arg(scan.runs.size()).arg(scan.times.size());
-  if (document.sieves()) text += "   |   " + plural(document.passing().count(), "run") +
+  if (document.sieves())
+    text += "   |   " + plural(document.passing().count(), "run") +
             (document.passing().count() == 1 ? " passes" : " pass");
   const std::vector<std::string> idle = gatesWithoutEffect(document.state().gates, document.outcomes());
   if (!idle.empty())

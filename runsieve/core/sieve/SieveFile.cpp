@@ -356,9 +356,9 @@ void compareCounts(std::vector<std::string>& lines, SieveFile const& sieve, Gate
   if (!wasCounted(sieve)) return;
   for (std::size_t i = 0; i < result.gates.size() && i < sieve.counts.afterGate.size(); ++i)
     if (sieve.counts.afterGate[i] != result.gates[i].left)
-      lines.push_back("after " + (i < names.size() ? names[i] : "gate " + std::to_string(i + 1)) + ", " + formatGate(sieve.gates[i]) + ", " +
-                      std::to_string(result.gates[i].left) + " runs are left; there were " +
-                      std::to_string(sieve.counts.afterGate[i]));
+      lines.push_back("after " + (i < names.size() ? names[i] : "gate " + std::to_string(i + 1)) + ", " +
+                      formatGate(sieve.gates[i]) + ", " + std::to_string(result.gates[i].left) +
+                      " runs are left; there were " + std::to_string(sieve.counts.afterGate[i]));
   if (sieve.counts.passing && *sieve.counts.passing != result.runs.count())
     lines.push_back(std::to_string(result.runs.count()) + " runs pass; " +
                     std::to_string(*sieve.counts.passing) + " did");
