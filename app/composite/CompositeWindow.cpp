@@ -5,6 +5,7 @@
 #include "app/scan/ColumnName.h"
 #include "app/scan/ReadingText.h"
 #include "app/scan/ScanLayout.h"
+#include "app/view/SaveName.h"
 #include "app/view/SmallCharts.h"
 
 #include <runsieve/adapters/ScanTable.h>
@@ -396,19 +397,17 @@ void CompositeWindow::showReading()
 
 void CompositeWindow::choosePicture()
 {
-  QString path =
-      QFileDialog::getSaveFileName(this, "Save picture", "view.png", "PNG picture (*.png);;PDF (*.pdf)");
+  const QString path =
+      askForSaveName(this, "Save picture", "view.png", "PNG picture (*.png);;PDF (*.pdf)", "png");
   if (path.isEmpty()) return;
-  if (QFileInfo(path).suffix().isEmpty()) path += ".png";
   QString error;
   if (!savePicture(path, error)) warn(this, error);
 }
 
 void CompositeWindow::choosePlotFile()
 {
-  QString path = QFileDialog::getSaveFileName(this, "Save plot", "plot.rsd", "Stored plot (*.rsd)");
+  const QString path = askForSaveName(this, "Save plot", "plot.rsd", "Stored plot (*.rsd)", "rsd");
   if (path.isEmpty()) return;
-  if (QFileInfo(path).suffix().isEmpty()) path += ".rsd";
   QString error;
   if (!savePlot(path, error)) warn(this, error);
 }

@@ -1,18 +1,15 @@
 #include "app/desk/DeskCommands.h"
 
 #include "app/explorer/window/Appearance.h"
-#include "app/explorer/window/ExplorerWindow.h"
+#include "app/explorer/window/OpenWindows.h"
 
 #include <QApplication>
 #include <QFile>
-#include <QFileInfo>
 #include <QSurfaceFormat>
 #include <QVTKOpenGLNativeWidget.h>
 
 #include <cstdlib>
-#include <optional>
 #include <stdexcept>
-#include <utility>
 
 namespace runsieve::app {
 
@@ -42,17 +39,10 @@ int openExplorer(ExploreArguments const& arguments)
   QApplication::setApplicationDisplayName("Runsieve");
   QApplication::setDesktopFileName("org.runsieve.Runsieve");
   applyChosenAppearance();
-  std::vector<std::string> files = arguments.more;
-  files.insert(files.begin(), arguments.file);
-  bool isFirst = true;
-  for (std::string const& file : files) {
-    ExplorerWindow* window = newExplorerWindow();
-    const QString path = QFile::decodeName(file.c_str());
-    const auto recovered = std::exchange(isFirst, false) ? window->files().recover() : std::nullopt;
-    if (path.isEmpty() || (recovered && QFileInfo(*recovered) == QFileInfo(path))) continue;
-    // Recovered work has a window of its own.
-    (recovered ? newExplorerWindow() : window)->open(path, arguments.read);
-  }
+  QStringList files;
+  if (!arguments.file.empty()) files << QFile::decodeName(arguments.file.c_str());
+  for (std::string const& file : arguments.more) files << QFile::decodeName(file.c_str());
+  openWindows(files, arguments.read);
   return QApplication::exec();
 }
 

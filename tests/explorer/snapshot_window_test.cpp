@@ -4,10 +4,15 @@
 #include "SnapshotScene.h"
 
 #include "app/explorer/gates/GateForm.h"
+#include "app/explorer/gates/GatesPane.h"
+#include "app/explorer/parameters/ParameterArea.h"
 #include "app/explorer/session/ChangedFileBar.h"
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/sets/ClusterForm.h"
+#include "app/explorer/sets/SetsPane.h"
 #include "app/explorer/sets/TypeRunsForm.h"
+#include "app/explorer/tables/ParameterTable.h"
+#include "app/explorer/tables/RunTable.h"
 #include "app/explorer/window/ActionTable.h"
 #include "app/explorer/window/CommandSearch.h"
 #include "app/explorer/window/HelpDialogs.h"
@@ -16,7 +21,11 @@
 #include "app/explorer/window/MethodDialog.h"
 #include "app/explorer/window/StartPage.h"
 
+#include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QMenuBar>
+#include <QTableView>
+#include <QToolButton>
 
 namespace runsieve::test {
 namespace {
@@ -59,6 +68,48 @@ TEST_F(WindowSnapshots, OfMenusWithAGateSelected)
 {
   fill();
   EXPECT_TRUE(isAsKept("menus", Snapshot::of(window->menuBar()->actions())));
+}
+
+TEST_F(WindowSnapshots, OfMenusOnThings)
+{
+  fill();
+  QStringList lines;
+  auto const look = [&](QString const& name, std::function<void()> const& open) {
+    withMenu(open, [&](QMenu& menu) {
+      menu.ensurePolished();
+      lines << name << Snapshot::of(menu.actions());
+    });
+  };
+  auto const lookAtTable = [&](QString const& name, QWidget* pane) {
+    ASSERT_NE(pane, nullptr);
+    auto* rows = pane->findChild<QAbstractItemView*>();
+    look(name, [=] { Q_EMIT rows->customContextMenuRequested({5, 5}); });
+    rows->selectionModel()->select(rows->model()->index(1, 0),
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    look(name + ", second row", [=] { Q_EMIT rows->customContextMenuRequested({5, 5}); });
+    if (auto* table = qobject_cast<QTableView*>(rows))
+      if (QHeaderView* header = table->horizontalHeader();
+          header->contextMenuPolicy() == Qt::CustomContextMenu)
+        look(name + ", head", [=] { Q_EMIT header->customContextMenuRequested({header->width() / 2, 5}); });
+  };
+  lookAtTable("gates", &window->gates());
+  lookAtTable("sets", &window->sets());
+  lookAtTable("runs", window->findChild<app::RunTable*>());
+  lookAtTable("parameters", window->findChild<app::ParameterTable*>());
+  look("a gate", [this] { Q_EMIT window->runs().gateMenuWanted({9, 9}); });
+  auto* area = window->findChild<app::ParameterArea*>();
+  ASSERT_NE(area, nullptr);
+  area->setFocus();
+  look("a parameter", [=] {
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, {});
+    QApplication::sendEvent(area->viewport(), &event);
+  });
+  for (auto* button : window->findChildren<QToolButton*>())
+    if (QMenu* menu = button->menu(); menu && !button->text().isEmpty()) {
+      Q_EMIT menu->aboutToShow();
+      lines << "button " + button->text() << Snapshot::of(menu->actions());
+    }
+  EXPECT_TRUE(isAsKept("menus_of_things", lines));
 }
 
 TEST_F(WindowSnapshots, OfAllPanes)

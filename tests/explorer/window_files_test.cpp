@@ -1,5 +1,4 @@
-#include "Dialogs.h"
-#include "WindowScene.h"
+#include "FilesScene.h"
 
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/session/Autosave.h"
@@ -34,19 +33,12 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-struct FilesScene : WindowScene
+QByteArray bytesOf(QString const& path)
 {
-  void drawGate() { Mouse(view()).drag(at(2.0, 0.5), at(4.0, 0.9)); }
-  /// Of the window, without the folder.
-  [[nodiscard]] std::string title() const
-  {
-    return window->windowTitle().remove(QString(" (%1)").arg(QDir(folder.path()).dirName())).toStdString();
-  }
-  void keepSomething()
-  {
-    document().change("Gate", [](app::State& state) { state.gates = {{"Gate 1", gateOnA(0.2, 0.9), true}}; });
-  }
-};
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+  return file.readAll();
+}
 
 TEST_F(FilesScene, TheFirstSaveAsksForAPlaceAndTheNextOnesDoNot)
 {
@@ -66,6 +58,25 @@ TEST_F(FilesScene, TheFirstSaveAsksForAPlaceAndTheNextOnesDoNot)
   trigger("gate.delete");
   trigger("file.save");
   EXPECT_TRUE(app::readSession(file("work.sieve")).gates.empty());
+}
+
+TEST_F(FilesScene, ANameThatGetsAnEndingIsNoWayToWriteOverAFileUnasked)
+{
+  ASSERT_TRUE(openLines());
+  QFile other(file("work.sieve"));
+  ASSERT_TRUE(other.open(QIODevice::WriteOnly) && other.write("of somebody else") > 0);
+  other.close();
+  NextDialogOf<QFileDialog> place([this](QFileDialog& dialog) {
+    dialog.selectFile(file("work"));
+    NextMessage asked(QMessageBox::No);
+    QMetaObject::invokeMethod(&dialog, "accept");
+    EXPECT_TRUE(asked.seen());
+    EXPECT_TRUE(dialog.isVisible()) << "for another name";
+    dialog.reject();
+  });
+  trigger("file.saveas");
+  EXPECT_TRUE(place.seen());
+  EXPECT_EQ(bytesOf(other.fileName()), "of somebody else");
 }
 
 TEST_F(FilesScene, SaveAsAsksAgainAndProposesTheFormerPlace)
@@ -111,13 +122,6 @@ TEST_F(FilesScene, ASessionThatCannotBeWrittenIsTold)
   EXPECT_THAT(told.toStdString(), testing::Not(HasSubstr("moved or renamed")));
   EXPECT_EQ(title(), "scan.csv - Runsieve");
   EXPECT_FALSE(document().undoStack().isClean());
-}
-
-QByteArray bytesOf(QString const& path)
-{
-  QFile file(path);
-  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-  return file.readAll();
 }
 
 /// A scan that is open, and what nobody may write over.
@@ -253,95 +257,6 @@ TEST_F(FilesScene, AWindowWhoseSavingIsGivenUpStaysOpen)
   EXPECT_TRUE(place.seen());
 }
 
-/// What a window that crashed has left.
-struct RecoveryScene : FilesScene
-{
-  QString left;
-
-  void SetUp() override
-  {
-    FilesScene::SetUp();
-    for (auto const& former : app::recoverableSessions()) app::discardRecoverable(former);
-    ASSERT_TRUE(openLines());
-    drawGate();
-    const QString place = QFileInfo(app::Autosave(document()).path()).absolutePath();
-    QDir().mkpath(place);
-    left = place + "/left.sieve";
-    ASSERT_TRUE(window->files().saveTo(left));
-    document().close();
-  }
-  void TearDown() override
-  {
-    for (auto const& former : app::recoverableSessions()) app::discardRecoverable(former);
-  }
-};
-
-TEST_F(RecoveryScene, WhatACrashHasLeftOpensIfTheUserWantsIt)
-{
-  NextMessage asked(QMessageBox::Open);
-  EXPECT_TRUE(window->files().recover());
-  EXPECT_THAT(asked.more.toStdString(), HasSubstr(file("scan.csv").toStdString()));
-  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
-  EXPECT_EQ(document().state().gates.size(), 1u);
-  EXPECT_EQ(title(), "scan.csv - Runsieve");
-}
-
-TEST_F(RecoveryScene, WhatIsOpenAgainIsLostNeitherByClosingNorByAnotherCrash)
-{
-  {
-    NextMessage asked(QMessageBox::Open);
-    ASSERT_TRUE(window->files().recover());
-  }
-  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }) && settle());
-  EXPECT_TRUE(QFileInfo::exists(left)) << "a crash now would lose it";
-  EXPECT_TRUE(app::recoverableSessions().empty()) << "its window lives";
-  {
-    NextMessage asked(QMessageBox::Cancel);
-    EXPECT_FALSE(window->close());
-    EXPECT_TRUE(asked.seen()) << "it is saved nowhere";
-    NextFile place("");
-    EXPECT_FALSE(window->files().save());
-    EXPECT_TRUE(place.seen()) << "nor has it a place";
-  }
-  NextMessage asked(QMessageBox::Discard);
-  EXPECT_TRUE(window->close());
-  EXPECT_TRUE(asked.seen());
-  window.reset();
-  EXPECT_FALSE(QFileInfo::exists(left));
-}
-
-TEST_F(RecoveryScene, WhatCannotBeOpenedIsOfferedAgain)
-{
-  ASSERT_TRUE(QFile::remove(file("scan.csv")));
-  NextMessage asked(QMessageBox::Open);
-  NextDialogOf<app::ErrorDialog> told([](app::ErrorDialog& dialog) { dialog.accept(); });
-  ASSERT_TRUE(window->files().recover());
-  ASSERT_TRUE(waitFor([&] { return told.seen(); }));
-  EXPECT_EQ(app::recoverableSessions().size(), 1u);
-}
-
-TEST_F(RecoveryScene, WhatIsDiscardedIsGone)
-{
-  NextMessage asked(QMessageBox::Discard);
-  EXPECT_FALSE(window->files().recover());
-  EXPECT_FALSE(QFileInfo::exists(left));
-  EXPECT_FALSE(window->files().isBusy());
-}
-
-TEST_F(RecoveryScene, WithoutADecisionItIsAskedAgain)
-{
-  {
-    NextMessage asked(QMessageBox::Cancel);
-    EXPECT_FALSE(window->files().recover());
-    EXPECT_TRUE(asked.seen());
-  }
-  EXPECT_TRUE(QFileInfo::exists(left));
-  NextMessage asked(QMessageBox::Discard);
-  EXPECT_FALSE(window->files().recover());
-  EXPECT_TRUE(asked.seen());
-  EXPECT_FALSE(window->files().recover()) << "nothing is left, and nothing is asked";
-}
-
 TEST_F(FilesScene, DataThatAreGoneAreLookedFor)
 {
   ASSERT_TRUE(openLines());
@@ -432,17 +347,6 @@ TEST_F(FilesScene, AFileAndAFolderAreChosenInDialogs)
   EXPECT_TRUE(asked.seen());
 }
 
-TEST_F(FilesScene, OpenedFilesAreRecentAndTheExampleIsNot)
-{
-  app::RecentFiles::clear();
-  ASSERT_TRUE(openLines());
-  EXPECT_EQ(app::RecentFiles::list(), QStringList{file("scan.csv")});
-  trigger("file.example");
-  ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 1000u; }, 60'000));
-  EXPECT_EQ(app::RecentFiles::list(), QStringList{file("scan.csv")});
-  EXPECT_EQ(title(), "Example - Runsieve");
-}
-
 TEST_F(FilesScene, AnotherScanIsNoMoreTheSessionOfTheFormer)
 {
   ASSERT_TRUE(openLines());
@@ -467,6 +371,24 @@ TEST_F(FilesScene, RereadingKeepsGatesAndZoom)
   ASSERT_TRUE(settle());
   EXPECT_EQ(told.last()[0], "The scan was read again; former steps cannot be undone");
   EXPECT_EQ(title(), "scan.csv - Runsieve");
+}
+
+TEST_F(FilesScene, WhatIsChangedWhileAScanIsReadAgainIsKept)
+{
+  ASSERT_TRUE(openLines());
+  writeScan(*lineScan(50), file("scan.csv").toStdString());
+  QSignalSpy told(&window->files(), &app::Files::told);
+  trigger("file.reread");
+  ASSERT_TRUE(window->files().isReading());
+  keepSomething();
+  window->runs().zoom().show(app::AxisMap(2.0, 5.0), 0, std::nullopt);
+  ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 50u; }));
+  ASSERT_EQ(document().state().gates.size(), 1u);
+  EXPECT_EQ(document().state().gates[0].name, "Gate 1");
+  EXPECT_EQ(window->runs().zoom().time(), app::AxisMap(2.0, 5.0));
+  EXPECT_FALSE(document().undoStack().isClean()) << "it is saved nowhere";
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(told.last()[0], "The scan was read again; former steps cannot be undone");
 }
 
 TEST_F(FilesScene, AScanThatIsGoneCannotBeReadAgainAndStaysOpen)
@@ -665,21 +587,6 @@ TEST_F(FilesScene, NotesOnReadingAreOfferedWhereThereAreSome)
   EXPECT_FALSE(told.text.isEmpty());
   document().close();
   EXPECT_EQ(noted(), nullptr);
-}
-
-TEST_F(FilesScene, OnlyFilesAreTakenFromADrop)
-{
-  QMimeData text;
-  text.setText("no file");
-  QDragEnterEvent enter(QPoint(100, 100), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
-  enter.ignore();
-  QApplication::sendEvent(window.get(), &enter);
-  EXPECT_FALSE(enter.isAccepted());
-  QMimeData link;
-  link.setUrls({QUrl("https://example.org/scan.csv")});
-  QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &link, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(window.get(), &drop);
-  EXPECT_FALSE(window->files().isBusy());
 }
 
 TEST_F(FilesScene, WorkIsAskedForBeforeAnotherScanTakesItsPlace)

@@ -1,6 +1,7 @@
 #include "app/explorer/session/RecentFiles.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QSettings>
 
 namespace runsieve::app {
@@ -11,7 +12,7 @@ constexpr char key[] = "recent/files";
 
 QStringList kept()
 {
-  return QSettings("runsieve", "runsieve").value(key).toStringList();
+  return QSettings().value(key).toStringList();
 }
 
 } // namespace
@@ -31,12 +32,25 @@ void RecentFiles::add(QString const& path)
   files.removeAll(file);
   files.prepend(file);
   while (files.size() > 2 * most) files.removeLast();
-  QSettings("runsieve", "runsieve").setValue(key, files);
+  QSettings().setValue(key, files);
+}
+
+QStringList RecentFiles::namesOf(QStringList const& files)
+{
+  QHash<QString, int> count;
+  for (QString const& file : files) ++count[QFileInfo(file).fileName()];
+  QStringList names;
+  for (QString const& file : files) {
+    const QFileInfo info(file);
+    const bool isAlone = count[info.fileName()] == 1;
+    names << (isAlone ? info.fileName() : QString("%1 (%2)").arg(info.fileName(), info.absolutePath()));
+  }
+  return names;
 }
 
 void RecentFiles::clear()
 {
-  QSettings("runsieve", "runsieve").remove(key);
+  QSettings().remove(key);
 }
 
 } // namespace runsieve::app

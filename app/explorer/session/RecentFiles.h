@@ -16,6 +16,8 @@ public:
   /// Puts a file in front.
   static void add(QString const& path);
   static void clear();
+  /// What files are called in a list of them: their names, with the folder where two have the same.
+  [[nodiscard]] static QStringList namesOf(QStringList const& files);
 };
 
 } // namespace runsieve::app

@@ -58,16 +58,24 @@ void SessionLoader::open(Session session, QString const& data, QString const& pa
 void SessionLoader::reread(std::function<void(Session&)> const& complete)
 {
   if (!document.isOpen() || document.source().path.empty()) return;
-  Session session = sessionOf(document, std::string()); // other data are expected: theirs tells nothing
-  if (complete) complete(session);
-  open(std::move(session), QFile::decodeName(document.source().path.c_str()));
+  completing = complete;
+  open(shownSession(), QFile::decodeName(document.source().path.c_str()));
   sameDataExpected = false;
+}
+
+Session SessionLoader::shownSession() const
+{
+  Session session = sessionOf(document, std::string()); // other data are expected: theirs tells nothing
+  if (completing) completing(session);
+  return session;
 }
 
 void SessionLoader::take(std::shared_ptr<Scan const> const& scan, ScanSource const& source)
 {
   if (!wanted) return;
-  const Session session = *std::exchange(wanted, std::nullopt);
+  // What was changed while the data were read is kept as well.
+  const Session asked = *std::exchange(wanted, std::nullopt);
+  const Session session = sameDataExpected ? asked : shownSession();
   const QString path = file;
   if (sameDataExpected && mayTake && !mayTake()) return;
   const QStringList notes = applySession(document, session, scan, source);

@@ -31,8 +31,8 @@ public:
   /// Opens a session whose data are at a place. \param path of the file of the session, for messages; may be
   /// empty
   void open(Session session, QString const& data, QString const& path = {});
-  /// Reads the data of the document again and keeps gates, sets and view. \param complete adds what the
-  /// document does not know, such as the zoom
+  /// Reads the data of the document again and keeps gates, sets and view as they are by then. \param complete
+  /// adds what the document does not know, such as the zoom, when the data have been read
   void reread(std::function<void(Session&)> const& complete = {});
 
   /// What reads the data: its progress can be shown, and it can be given up.
@@ -54,6 +54,7 @@ Q_SIGNALS:
 
 private:
   void take(std::shared_ptr<Scan const> const& scan, ScanSource const& source);
+  [[nodiscard]] Session shownSession() const;
 
   Document& document;
   Opening reader;
@@ -61,6 +62,7 @@ private:
   std::optional<Session> wanted; ///< whose data are missing or being read
   QString file;                  ///< of `wanted`
   bool sameDataExpected = true;
+  std::function<void(Session&)> completing; ///< what is read again
   std::function<bool()> mayTake;
 };
 

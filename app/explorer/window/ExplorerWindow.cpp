@@ -200,11 +200,13 @@ void ExplorerWindow::dragEnterEvent(QDragEnterEvent* event)
 
 void ExplorerWindow::dropEvent(QDropEvent* event)
 {
-  for (QUrl const& url : event->mimeData()->urls())
-    if (url.isLocalFile()) {
-      open(url.toLocalFile());
-      return;
-    }
+  ExplorerWindow* window = this;
+  for (QUrl const& url : event->mimeData()->urls()) {
+    if (!url.isLocalFile()) continue;
+    if (!window) window = newExplorerWindow(); // a window holds one scan
+    window->open(url.toLocalFile());
+    window = nullptr;
+  }
 }
 
 void ExplorerWindow::closeEvent(QCloseEvent* event)

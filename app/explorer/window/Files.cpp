@@ -149,9 +149,11 @@ void Files::reread()
   if (!document.isOpen() || document.source().path.empty()) return;
   cancel();
   origin = Origin::Reread;
-  unsaved = !document.undoStack().isClean();
-  hadSteps = document.undoStack().count() > 0;
-  loader.reread(view.keep);
+  loader.reread([this](Session& shown) {
+    unsaved = !document.undoStack().isClean();
+    hadSteps = document.undoStack().count() > 0;
+    view.keep(shown);
+  });
 }
 
 void Files::cancel()

@@ -5,9 +5,9 @@
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/SessionFile.h"
+#include "app/view/SaveName.h"
 
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
@@ -25,11 +25,9 @@ bool Files::saveAs()
 {
   if (!document.isOpen()) return false;
   const QString proposed = !session.isEmpty() ? session : QFileInfo(name).completeBaseName() + ".sieve";
-  QString path =
-      QFileDialog::getSaveFileName(&window, "Save session", proposed, "Sieve file (*.sieve *.json)");
-  if (path.isEmpty()) return false;
-  if (QFileInfo(path).suffix().isEmpty()) path += ".sieve";
-  return saveTo(path);
+  const QString path =
+      askForSaveName(&window, "Save session", proposed, "Sieve file (*.sieve *.json)", "sieve");
+  return !path.isEmpty() && saveTo(path);
 }
 
 bool Files::mayWriteOver(QString const& path)

@@ -4,13 +4,13 @@
 #include "app/explorer/charts/RunBands.h"
 #include "app/explorer/document/ReadFiles.h"
 #include "app/explorer/session/ErrorDialog.h"
+#include "app/view/SaveName.h"
 
 #include <runsieve/adapters/ScanTable.h>
 #include <runsieve/core/gate/GateRows.h>
 #include <runsieve/core/scan/ScanError.h>
 
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 
@@ -113,10 +113,8 @@ void Plots::showComposite(QString const& path)
 
 void Plots::save()
 {
-  QString path = QFileDialog::getSaveFileName(&window, "Save plot", "plot.rsd", "Stored plot (*.rsd)");
-  if (path.isEmpty()) return;
-  if (QFileInfo(path).suffix().isEmpty()) path += ".rsd";
-  write(path);
+  const QString path = askForSaveName(&window, "Save plot", "plot.rsd", "Stored plot (*.rsd)", "rsd");
+  if (!path.isEmpty()) write(path);
 }
 
 void Plots::write(QString const& path)

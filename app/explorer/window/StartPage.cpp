@@ -1,6 +1,7 @@
 #include "app/explorer/window/StartPage.h"
 
 #include "app/explorer/controls/PlainText.h"
+#include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/window/Icons.h"
 
 #include <QFileInfo>
@@ -70,9 +71,11 @@ void StartPage::setRecent(QStringList const& files)
   }
   if (files.isEmpty()) return;
   recent->addWidget(new QLabel("<b>Recent files</b>"));
-  for (QString const& file : files) {
+  const QStringList names = RecentFiles::namesOf(files);
+  for (int i = 0; i < files.size(); ++i) {
+    const QString file = files[i];
     const QFileInfo info(file);
-    auto* link = new QPushButton(menuText(info.fileName()));
+    auto* link = new QPushButton(menuText(names[i]));
     link->setFlat(true);
     link->setStyleSheet("text-align: left");
     link->setToolTip(toolTipText(info.absoluteFilePath()));

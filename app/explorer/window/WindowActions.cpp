@@ -16,6 +16,7 @@
 #include "app/explorer/window/LimitsDialog.h"
 #include "app/explorer/window/MethodDialog.h"
 #include "app/explorer/window/Plots.h"
+#include "app/explorer/window/RecentMenu.h"
 #include "app/explorer/window/StatusLine.h"
 #include "app/scan/ReadingText.h"
 
@@ -55,6 +56,9 @@ void ExplorerWindow::connectFileActions()
 {
   table->on("file.open", [this] { disk->chooseFile(); });
   table->on("file.folder", [this] { disk->chooseFolder(); });
+  auto* recent = new RecentMenu(this);
+  connect(recent, &RecentMenu::fileWanted, this, [this](QString const& path) { open(path); });
+  table->menu("&File")->insertMenu(table->at("file.example"), recent);
   table->on("file.example", [this] { disk->openExample(); });
   table->on("file.reread", [this] { disk->reread(); });
   table->on("file.reading", [this] { showReading(); });
