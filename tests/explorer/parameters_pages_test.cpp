@@ -50,6 +50,27 @@ TEST_F(ParameterPages, OfPairsAreComputedOnlyWhenTheyAreSeen)
   EXPECT_EQ(pane->box()->work().stage(), Stage::Waiting);
 }
 
+TEST_F(ParameterPages, ThatWereLeftAreComputedNoMore)
+{
+  openScan(productScan());
+  addGate(gateOnA(0.4, 1.0));
+  ASSERT_TRUE(settle());
+  const std::pair<ParametersPane::Page, app::PassingWork*> pages[] = {
+      {ParametersPane::Page::Pairs, &pane->pairs()->work()},
+      {ParametersPane::Page::Box, &pane->box()->work()},
+      {ParametersPane::Page::Stability, &pane->stability()->work()}};
+  double low = 0.4;
+  for (auto const& [page, work] : pages) {
+    pane->showPage(page);
+    ASSERT_TRUE(settleWork(*work));
+    pane->showPage(ParametersPane::Page::Charts);
+    low -= 0.05;
+    document.change("Move gate", [&](app::State& state) { state.gates[0].gate.range.low = low; });
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(work->stage(), Stage::Waiting);
+  }
+}
+
 TEST_F(ParameterPages, ListTheStrongestPairFirstAndShowChartsOfThePairs)
 {
   openScan(productScan(1000));
