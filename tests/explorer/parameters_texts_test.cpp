@@ -175,6 +175,60 @@ TEST_F(TextGates, AreMadeInTheLargeChartToo)
   EXPECT_THAT(gate().texts, ElementsAre("wild type", "mutant A"));
 }
 
+struct ParallelTextGates : TextGates
+{
+  void SetUp() override
+  {
+    TextGates::SetUp();
+    pane->showPage(app::ParametersPane::Page::Parallel);
+    QCoreApplication::processEvents();
+  }
+  /// The place of one of the four texts on its axis, the first at the bottom.
+  [[nodiscard]] QPointF on(std::size_t text, double across = 0.0) const
+  {
+    return pane->parallel()->axisLine(2).pointAt((static_cast<double>(text) + 0.5) / 4.0) +
+           QPointF(across, 0.0);
+  }
+  [[nodiscard]] Mouse mouse() const { return Mouse(*pane->parallel()->viewport()); }
+};
+
+TEST_F(ParallelTextGates, AreDraggedOverTheTextsOfAnAxis)
+{
+  mouse().drag(on(1), on(2));
+  ASSERT_EQ(document.state().gates.size(), 1u);
+  EXPECT_EQ(gate().kind, GateKind::Is);
+  EXPECT_EQ(gate().column, "k2");
+  EXPECT_THAT(gate().texts, ElementsAre("mutant A", "mutant B"));
+  EXPECT_EQ(document.passing().count(), 20u);
+}
+
+TEST_F(ParallelTextGates, TakeTheLowestTextAtTheLowEndAndTheHighestAtTheOther)
+{
+  mouse().click(on(0), Qt::LeftButton);
+  EXPECT_THAT(gate().texts, ElementsAre("wild type"));
+  mouse().click(on(3), Qt::LeftButton);
+  ASSERT_EQ(document.state().gates.size(), 2u);
+  EXPECT_THAT(gate(1).texts, ElementsAre("deletion"));
+}
+
+TEST_F(ParallelTextGates, LeaveTheNameOverTheAxis)
+{
+  const QLineF axis = pane->parallel()->axisLine(2);
+  mouse().click(axis.p2() - QPointF(0.0, 8.0), Qt::LeftButton);
+  EXPECT_TRUE(document.state().gates.empty());
+  EXPECT_NE(pane->large(), nullptr);
+}
+
+TEST_F(ParallelTextGates, AreFramesBesideTheTexts)
+{
+  mouse().drag(on(1), on(2));
+  const QImage shot = pane->parallel()->viewport()->grab().toImage();
+  const QRect left(on(2, -12.0).toPoint(), on(1, 0.0).toPoint());
+  const QRect right(on(2, 6.0).toPoint(), on(1, 40.0).toPoint());
+  EXPECT_GT(pixelsOf(shot.copy(left), theme().gate), 20);
+  EXPECT_EQ(pixelsOf(shot.copy(right), theme().gate), 0);
+}
+
 TEST_F(TextGates, AreSeenAsFramesAroundTheirBars)
 {
   const int before = pixelsOf(shot(), theme().gate);

@@ -94,6 +94,20 @@ TextBarRows::TextBarRows(QRectF const& inArea, ScanParameter const& parameter, T
   if (!rows.empty()) slot = std::min(area.height() / static_cast<double>(rows.size()), 3.2 * text);
 }
 
+TextBarRows TextBarRows::upwards(QRectF const& area, ScanParameter const& parameter)
+{
+  TextBarRows made;
+  made.area = area;
+  for (std::size_t text = parameter.texts.size(); text-- > 0;) {
+    TextRow row;
+    row.text = QString::fromStdString(parameter.texts[text]);
+    row.texts = {text};
+    made.rows.push_back(row);
+  }
+  if (!made.rows.empty()) made.slot = area.height() / static_cast<double>(made.rows.size());
+  return made;
+}
+
 std::size_t TextBarRows::rowOf(std::size_t text) const
 {
   auto const has = [&](TextRow const& row) {

@@ -65,6 +65,9 @@ public:
   TextBarRows(QRectF const& area, ScanParameter const& parameter, TextGroups const& groups,
               Theme const& theme);
 
+  /// All texts of a parameter without their shares, the first at the bottom, over the whole height.
+  [[nodiscard]] static TextBarRows upwards(QRectF const& area, ScanParameter const& parameter);
+
   [[nodiscard]] std::size_t size() const { return rows.size(); }
   [[nodiscard]] TextRow const& at(std::size_t row) const { return rows[row]; }
   /// The row with a text.

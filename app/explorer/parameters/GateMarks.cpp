@@ -72,7 +72,8 @@ void paintTextGates(QPainter& painter, std::vector<ParameterSpan> const& spans, 
       QPen pen = penOf(span, theme);
       if (share == TextRow::Share::Some) pen.setStyle(Qt::DotLine);
       painter.setPen(pen);
-      painter.drawRect(frame.adjusted(-4.0, 1.0, 4.0, -1.0));
+      const double inset = frame.height() > 4.0 ? 1.0 : 0.0; // rows of many texts are low
+      painter.drawRect(frame.adjusted(-4.0, inset, 4.0, -inset));
     }
   }
   painter.restore();

@@ -2,6 +2,7 @@
 #include "app/explorer/parameters/ParallelView.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/parameters/SpanHold.h"
+#include "app/explorer/parameters/TextHold.h"
 
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -72,7 +73,12 @@ QString ParallelView::tipAt(QPointF const& at)
 std::unique_ptr<GateHold> ParallelView::holdAt(QPointF const& at, std::size_t parameter,
                                                Qt::KeyboardModifiers modifiers)
 {
-  if (document.scan().parameters[parameter].isText()) return nullptr;
+  if (document.scan().parameters[parameter].isText()) {
+    const TextBarRows rows = textRowsOf(parameter);
+    const QRectF place = rows.place();
+    if (at.y() < place.top() || at.y() > place.bottom()) return nullptr; // its name
+    return std::make_unique<TextHold>(document, spans, parameter, rows, at, modifiers);
+  }
   return std::make_unique<SpanHold>(document, spans, spanAxis(parameter), false, at,
                                     modifiers.testFlag(Qt::ShiftModifier));
 }

@@ -66,10 +66,12 @@ void ParallelView::paintAxis(QPainter& painter, std::size_t place) const
   painter.setPen(QPen(isCurrent ? theme.gate : theme.ink, isCurrent ? 2.0 : theme.line));
   painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
   painter.setPen(theme.faint);
+  auto const here = spans.find(parameter);
   if (values.isText()) {
     centred(QString("%L1 texts").arg(values.texts.size()), area.bottom() + metrics.ascent() + 4.0,
             theme.font);
-    paintTextsOf(painter, values, x);
+    paintTextsOf(painter, parameter);
+    if (here != spans.end()) paintTextGates(painter, here->second, textRowsOf(parameter), theme);
     return;
   }
   const AxisMap axis = runs.axis(parameter);
@@ -80,24 +82,23 @@ void ParallelView::paintAxis(QPainter& painter, std::size_t place) const
     const double length = tick.label.isEmpty() ? 2.0 : 4.0;
     painter.drawLine(QPointF(x - length, y), QPointF(x + length, y));
   }
-  auto const here = spans.find(parameter);
   if (here != spans.end())
     paintSpans(painter, here->second, spanAxis(parameter),
                QRectF(x - halfBand, area.top(), 2.0 * halfBand, area.height()), false, theme);
 }
 
-void ParallelView::paintTextsOf(QPainter& painter, ScanParameter const& parameter, double x) const
+void ParallelView::paintTextsOf(QPainter& painter, std::size_t parameter) const
 {
-  const QRectF area = band();
   const QFontMetricsF metrics(theme.font);
-  const double slot = area.height() / static_cast<double>(parameter.texts.size());
-  if (slot < metrics.height()) return;
+  const TextBarRows rows = textRowsOf(parameter);
+  if (rows.place(0).height() < metrics.height()) return;
   QColor ground = theme.paper;
   ground.setAlphaF(0.8);
-  for (std::size_t i = 0; i < parameter.texts.size(); ++i) {
-    const QString text = elided(QString::fromStdString(parameter.texts[i]), theme.font, step - 18.0);
-    const double middle = area.bottom() - (static_cast<double>(i) + 0.5) * slot;
-    const QRectF place(x + 4.0, middle - 0.5 * metrics.height(), metrics.horizontalAdvance(text) + 4.0,
+  const double left = std::floor(xOf(placeInOrder(parameter))) + 4.5;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const QString text = elided(rows.at(i).text, theme.font, step - 18.0);
+    const double middle = rows.place(i).center().y();
+    const QRectF place(left, middle - 0.5 * metrics.height(), metrics.horizontalAdvance(text) + 4.0,
                        metrics.height());
     painter.fillRect(place, ground);
     painter.setPen(theme.ink);

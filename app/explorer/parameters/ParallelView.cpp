@@ -79,6 +79,14 @@ SpanAxis ParallelView::spanAxis(std::size_t parameter) const
   return {parameter, runs.axis(parameter), band().bottom(), band().top()};
 }
 
+TextBarRows ParallelView::textRowsOf(std::size_t parameter) const
+{
+  constexpr double left = 8.0; // gates on texts must not cover them, which stand to the right
+  const QRectF area = band();
+  return TextBarRows::upwards({xOf(placeInOrder(parameter)) - left, area.top(), left - 1.0, area.height()},
+                              document.scan().parameters[parameter]);
+}
+
 void ParallelView::requestPicture()
 {
   auto const& order = runs.order();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/explorer/charts/RunsPicture.h"
+#include "app/explorer/charts/TextBars.h"
 #include "app/explorer/parameters/ParameterArea.h"
 
 #include <cstddef>
@@ -46,11 +47,13 @@ protected:
 private:
   void requestPicture();
   void paintAxis(QPainter& painter, std::size_t place) const;
-  void paintTextsOf(QPainter& painter, ScanParameter const& parameter, double x) const;
+  void paintTextsOf(QPainter& painter, std::size_t parameter) const;
   void paintRun(QPainter& painter, std::size_t run, QColor const& color) const;
   [[nodiscard]] QRectF band() const; ///< of the axes, from top to bottom
   [[nodiscard]] double xOf(std::size_t place) const;
   [[nodiscard]] SpanAxis spanAxis(std::size_t parameter) const;
+  /// Where the texts of a parameter stand on its axis, and the gates on them beside it.
+  [[nodiscard]] TextBarRows textRowsOf(std::size_t parameter) const;
   /// The run near a place; nothing if there is none.
   [[nodiscard]] std::optional<std::size_t> runAt(QPointF const& at) const;
 
