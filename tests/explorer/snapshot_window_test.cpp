@@ -118,6 +118,26 @@ TEST_F(WindowSnapshots, OfAllPanes)
   EXPECT_TRUE(isAsKept("window", layout(), nearInWindow));
 }
 
+TEST_F(WindowSnapshots, OfWhatAllControlsAreCalledAlsoThoseThatAreHidden)
+{
+  fill();
+  QStringList lines;
+  for (QWidget const* widget : window->findChildren<QWidget*>()) {
+    QString line;
+    if (!widget->accessibleName().isEmpty()) line += " called \"" + widget->accessibleName() + '"';
+    if (!widget->toolTip().isEmpty()) line += " tip \"" + widget->toolTip() + '"';
+    if (!widget->statusTip().isEmpty()) line += " status \"" + widget->statusTip() + '"';
+    const QString kind = widget->metaObject()->className();
+    if (kind.startsWith("QDock") || kind == "QWidget") continue; // of the style
+    if (widget->minimumSize() != QSize(0, 0))
+      line += QString(" at least %1 x %2").arg(widget->minimumWidth()).arg(widget->minimumHeight());
+    if (widget->maximumWidth() < QWIDGETSIZE_MAX)
+      line += QString(" at most %1 wide").arg(widget->maximumWidth());
+    if (!line.isEmpty()) lines << kind + line.replace('\n', " / ");
+  }
+  EXPECT_TRUE(isAsKept("controls", lines));
+}
+
 TEST_F(WindowSnapshots, OfASmallWindow)
 {
   fill();
