@@ -10,6 +10,7 @@
 #include <QDialog>
 #include <QFocusEvent>
 #include <QImage>
+#include <QSignalSpy>
 #include <QToolButton>
 
 namespace runsieve::test {
@@ -59,6 +60,26 @@ struct RunsViewScene : RunsScene
     return shot.pixelColor((place * shot.devicePixelRatio()).toPoint());
   }
 };
+
+TEST_F(RunsViewScene, RoomForTheNumbersOfOtherChartsIsMadeAtOnce)
+{
+  const double own = view().frame().plot().left();
+  view().setLeastLeft(own + 60.0);
+  EXPECT_GT(view().frame().plot().left(), own + 50.0);
+}
+
+TEST_F(RunsViewScene, TheLegendFollowsANameThatChangesNoCurve)
+{
+  document.change("Set", [](app::State& state) {
+    RunSet some(40);
+    some.set(3, true);
+    state.sets = {{"some", some, 0, true, "typed"}};
+  });
+  ASSERT_TRUE(settlePane());
+  QSignalSpy told(&view(), &RunsView::legendChanged);
+  document.change("Rename", [](app::State& state) { state.sets[0].name = "others"; });
+  EXPECT_GE(told.count(), 1);
+}
 
 TEST_F(RunsViewScene, ADragDrawsAGateThatRunsMustPass)
 {
