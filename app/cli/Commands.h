@@ -109,6 +109,7 @@ struct FigureArguments
   bool noThresholds = false;
   bool noScaleBar = false;
   bool transparent = false;
+  bool data = false;                    ///< writes what is behind it as CSV files beside it
   bool wholeBands = false;              ///< runs as bands of whole runs
   bool scatter = false;                 ///< of the parameters against the last value of the first output
   std::string palette;                  ///< "standard" or "colour-blind"

@@ -83,6 +83,7 @@ void addFigureSwitches(CLI::App& command, FigureArguments& figure, CLI::Option* 
       "Runs as bands of whole runs: the deepest run, the deeper half, all but outlying runs");
   add("--scatter", figure.scatter, "Parameters against the last value of the first output");
   add("--transparent", figure.transparent, "Without a white ground");
+  add("--data", figure.data, "Write the data behind it as CSV files beside the picture");
 }
 
 } // namespace

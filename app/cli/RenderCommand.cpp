@@ -1,5 +1,6 @@
 #include "app/cli/Commands.h"
 
+#include "app/cli/FigureDataFiles.h"
 #include "app/cli/OutputFiles.h"
 #include "app/desk/Desk.h"
 
@@ -11,7 +12,10 @@ int runRender(RenderArguments const& arguments)
     checkFigureName("render", arguments.output);
   else
     checkPictureName("render", arguments.output);
-  checkOutputs("render", arguments, {arguments.output});
+  std::vector<std::string> outputs = {arguments.output};
+  if (arguments.figure.data)
+    for (std::string const& file : figureDataFiles(arguments.output, {true, true})) outputs.push_back(file);
+  checkOutputs("render", arguments, outputs);
   return desk().render(arguments);
 }
 

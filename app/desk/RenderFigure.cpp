@@ -4,6 +4,7 @@
 #include "app/cli/GatedScan.h"
 #include "app/cli/GateReport.h"
 #include "app/desk/OffscreenApplication.h"
+#include "app/explorer/figure/FigureData.h"
 #include "app/explorer/figure/WriteFigure.h"
 #include "app/explorer/runs/Extents.h"
 #include "app/explorer/session/SessionFile.h"
@@ -174,7 +175,9 @@ int renderFigure(RenderArguments const& arguments)
     content.comparison = std::make_shared<Comparison const>(
         compareParameters(*content.scan, content.passing, content.eligible, gated->method));
   auto const application = offscreenApplication();
-  const FigureBytes made = writeFigure(content, options, QFile::decodeName(arguments.output.c_str()));
+  const QString picture = QFile::decodeName(arguments.output.c_str());
+  const FigureBytes made = writeFigure(content, options, picture);
+  if (arguments.figure.data) writeFigureData(content, options, picture);
   saveSieve(*gated, arguments);
   printNotes(*gated);
   if (made.notes.parametersShown < made.notes.parametersAsked)

@@ -130,6 +130,29 @@ TEST_F(FigureCommand, BandsAreThoseOfThePassingAndOfTheOtherRuns)
   EXPECT_TRUE(texts("f.svg").filter("all runs").isEmpty());
 }
 
+TEST_F(FigureCommand, TheDataBehindItStandBesideItIfTheyAreWanted)
+{
+  EXPECT_EQ(figure({"-g", "cI @ 30 in 3000..", "--quantiles"}, "f.svg").status, 0);
+  EXPECT_FALSE(QFile::exists(folder.filePath("f_runs.csv")));
+  EXPECT_EQ(figure({"-g", "cI @ 30 in 3000..", "--quantiles", "--data"}, "f.svg").status, 0);
+  for (char const* name : {"f_runs.csv", "f_curves.csv", "f_parameters.csv", "f_bands.csv"})
+    EXPECT_TRUE(QFile::exists(folder.filePath(name))) << name;
+  const Ended table = runProgram({"rank", scan, "-g", "cI @ 30 in 3000..", "--format", "csv"});
+  QFile kept(folder.filePath("f_parameters.csv"));
+  ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+  EXPECT_EQ(kept.readAll().toStdString(), table.out) << "the same table as that of rank";
+}
+
+TEST_F(FigureCommand, TheDataBehindItAreNotWrittenOverWhatIsRead)
+{
+  const std::string copy = path("f_bands.csv");
+  ASSERT_TRUE(QFile::copy(QString::fromStdString(scan), QString::fromStdString(copy)));
+  const Ended ended = runProgram({"render", copy, "--figure", "--data", "-o", path("f.svg")});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, HasSubstr("f_bands.csv"));
+  EXPECT_FALSE(QFile::exists(folder.filePath("f.svg")));
+}
+
 TEST_F(FigureCommand, TheLegendSaysThatDarkAreTheOtherRunsInTheChartsOfParameters)
 {
   EXPECT_EQ(figure({"-g", "cI @ 30 in 3000.."}, "f.svg").status, 0);

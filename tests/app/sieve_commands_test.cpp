@@ -171,7 +171,7 @@ TEST_F(SieveCommands, GatesTriedAreNotToldOfAPThatTheyDoNotAdjust)
 
 TEST_F(SieveCommands, JsonTellsAtLeastAsManyMostPermutationsAsWereAskedFor)
 {
-  folder.write(R"({"format": "runsieve sieve", "version": 1, "gates": [{"text": "A @ 2 in 0.5..1"}],
+  (void)folder.write(R"({"format": "runsieve sieve", "version": 1, "gates": [{"text": "A @ 2 in 0.5..1"}],
                    "method": {"permutations": 2000, "most_permutations": 500}})",
                "sieve.json");
   RankArguments arguments;

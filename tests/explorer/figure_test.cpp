@@ -1,7 +1,6 @@
 #include "FigureScene.h"
 
 #include "app/explorer/charts/ClippedLine.h"
-#include "app/explorer/figure/FigureData.h"
 #include "app/explorer/figure/WriteFigure.h"
 
 #include <gmock/gmock.h>
@@ -296,76 +295,6 @@ TEST_F(FigureFile, TheNameSaysTheFormat)
   EXPECT_EQ(app::figureFormatOf("a.b/c.PDF"), FigureFormat::Pdf);
   EXPECT_EQ(app::figureFormatOf("c.svg"), FigureFormat::Svg);
   EXPECT_THROW((void)app::figureFormatOf("c.gif"), std::runtime_error);
-}
-
-TEST_F(FigureFile, TheDataBehindItAreTheRunsAndTimesThatAreShown)
-{
-  addGate(gateOnA(0.5, 1.0));
-  ASSERT_TRUE(settle());
-  app::FigureContent zoomed = content();
-  zoomed.time = {2.0, 4.0};
-  const QStringList rows = QString::fromStdString(app::figureRunsCsv(zoomed, options)).split('\n');
-  EXPECT_EQ(rows[0], "\"run\",\"group\",\"Time\",\"A\"");
-  EXPECT_EQ(rows.size(), 1 + 3 * 40 + 1);
-  EXPECT_EQ(rows.filter(",passing,").size(), 3 * static_cast<int>(document.passing().count()));
-  zoomed.focus = app::Focus::Hidden;
-  EXPECT_TRUE(
-      QString::fromStdString(app::figureRunsCsv(zoomed, options)).split('\n').filter(",other,").isEmpty());
-}
-
-TEST_F(FigureFile, CurvesEndAtAllRunsAndTheTableHasAllParameters)
-{
-  addGate(gateOnA(0.5, 1.0));
-  ASSERT_TRUE(settle());
-  options.strongest = 1;
-  const QStringList rows = QString::fromStdString(app::figureCurvesCsv(content(), options)).split('\n');
-  EXPECT_EQ(rows[0], "parameter,group,value,share");
-  EXPECT_EQ(rows.filter("\"k0\",passing,").size(), static_cast<int>(document.passing().count()));
-  EXPECT_TRUE(rows.filter("\"k0\",passing,").last().endsWith(",1"));
-  const QString table = QString::fromStdString(app::figureParametersCsv(content()));
-  for (int i = 0; i < 6; ++i) EXPECT_TRUE(table.contains(QString("k%1").arg(i)));
-}
-
-TEST_F(FigureFile, CurvesHaveEqualValuesAtTheirEndsOnceToo)
-{
-  auto scan = lineScan(4, 1);
-  const_cast<Scan&>(*scan).parameters[0].values = {1.0, 1.0, 2.0, 2.0};
-  document.open(scan, {});
-  const QStringList rows = QString::fromStdString(app::figureCurvesCsv(content(), options)).split('\n');
-  EXPECT_EQ(rows.filter("\"k0\"").size(), 2);
-  EXPECT_EQ(rows.filter(",1,0.5").size(), 1);
-  EXPECT_EQ(rows.filter(",2,1").size(), 1);
-}
-
-TEST_F(FigureFile, CurvesHaveEachDifferentValueOnceWithTheShareUpToIt)
-{
-  auto scan = std::make_shared<Scan>();
-  scan->times = {0.0, 1.0};
-  for (int run = 0; run < 5; ++run) scan->runs.push_back({std::to_string(run), RunStatus::Complete, 2});
-  double* value = scan->addOutput({"A", "", "", ""});
-  for (int i = 0; i < 10; ++i) value[i] = i;
-  ScanParameter parameter;
-  parameter.label.name = "k";
-  parameter.values = {2.0, 1.0, 2.0, 4.0, 2.0};
-  ScanParameter strain;
-  strain.label.name = "strain";
-  strain.texts = {"WT", "mutant"};
-  strain.values = {0.0, 1.0, 1.0, nan, 1.0};
-  scan->parameters = {parameter, strain};
-  document.open(scan, {});
-  EXPECT_EQ(app::figureCurvesCsv(content(), options),
-            "parameter,group,value,share\n"
-            "\"k\",other,1,0.2\n\"k\",other,2,0.8\n\"k\",other,4,1\n"
-            "\"strain\",other,\"WT\",0.25\n\"strain\",other,\"mutant\",0.75\n");
-}
-
-TEST_F(FigureFile, WithoutGatesThereIsNoTableAndAllRunsAreOthers)
-{
-  EXPECT_TRUE(app::figureParametersCsv(content()).empty());
-  const QStringList rows = QString::fromStdString(app::figureRunsCsv(content(), options)).split('\n');
-  EXPECT_EQ(rows.size(), 1 + 11 * 40 + 1);
-  EXPECT_EQ(rows.filter(",other,").size(), 11 * 40);
-  EXPECT_TRUE(rows[1].startsWith("\"1\",other,0,0.41421"));
 }
 
 TEST_F(FigureFile, APdfHasAtMost300DotsPerInchInItsImagesAndAPngThoseAskedFor)

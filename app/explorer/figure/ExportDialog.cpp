@@ -187,7 +187,7 @@ void ExportDialog::save(QString const& asked)
   const bool completed = QFileInfo(asked).suffix().isEmpty();
   const QString path = completed ? asked + ".pdf" : asked;
   const FigureOptions now = options->options();
-  QStringList unasked = data->isChecked() ? figureDataFiles(content, path) : QStringList();
+  QStringList unasked = data->isChecked() ? figureDataFiles(content, now, path) : QStringList();
   if (completed) unasked.prepend(path); // who was asked was asked for another name
   if (!mayWrite(path, unasked)) return;
   keepFigureOptions(now);

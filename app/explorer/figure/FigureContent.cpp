@@ -13,6 +13,13 @@ RunSet FigureContent::selected() const
   return sieves ? passing : RunSet(scan->runs.size());
 }
 
+bool FigureContent::showsTime(double at) const
+{
+  constexpr double rounding = 1e-9;
+  const double place = time.place(at);
+  return place >= -rounding && place <= 1.0 + rounding;
+}
+
 AxisMap FigureContent::valueAxis(std::size_t output) const
 {
   auto const known = values.find(output);

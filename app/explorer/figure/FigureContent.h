@@ -36,6 +36,8 @@ struct FigureContent
 
   /// The passing runs; none without gates.
   [[nodiscard]] RunSet selected() const;
+  /// Whether a time is in the part of the times that is shown.
+  [[nodiscard]] bool showsTime(double at) const;
   /// The axis of an output.
   [[nodiscard]] AxisMap valueAxis(std::size_t output) const;
   /// Outputs that the options ask for; those that the content does not have are left out.

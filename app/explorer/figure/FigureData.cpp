@@ -1,26 +1,21 @@
 #include "app/explorer/figure/FigureData.h"
 
+#include "app/cli/FigureDataFiles.h"
 #include "app/cli/RankReport.h"
+#include "app/explorer/charts/RunBands.h"
+#include "app/explorer/figure/FigureBandsData.h"
 #include "app/explorer/figure/ParameterSamples.h"
 
 #include <runsieve/core/files/SafeFile.h>
 #include <runsieve/core/write/RowWriter.h>
 
 #include <QFile>
-#include <QFileInfo>
 
-#include <cmath>
 #include <sstream>
 
 namespace runsieve::app {
 
 namespace {
-
-bool isShown(AxisMap const& axis, double time)
-{
-  const double place = axis.place(time);
-  return place >= -1e-9 && place <= 1.0 + 1e-9;
-}
 
 /// Each different value with the share of the values up to it.
 void addCurve(std::string& csv, std::string const& parameter, char const* group,
@@ -57,7 +52,7 @@ std::string figureRunsCsv(FigureContent const& content, FigureOptions const& opt
     if (content.sieves && !passes && content.focus == Focus::Hidden) continue;
     const std::string begin = quotedField(scan.runs[run].key) + (passes ? ",passing," : ",other,");
     for (std::size_t time = 0; time < scan.times.size(); ++time) {
-      if (!isShown(content.time, scan.times[time])) continue;
+      if (!content.showsTime(scan.times[time])) continue;
       csv += begin + exact(scan.times[time]);
       for (std::size_t const output : outputs) csv += ',' + exact(scan.valuesOf(output, run)[time]);
       csv += '\n';
@@ -92,26 +87,29 @@ std::string figureParametersCsv(FigureContent const& content)
   return csv.str();
 }
 
-QStringList figureDataFiles(FigureContent const& content, QString const& figure)
+QStringList figureDataFiles(FigureContent const& content, FigureOptions const& options, QString const& figure)
 {
-  const QFileInfo info(figure);
-  const QString begin = info.absolutePath() + '/' + info.completeBaseName();
-  QStringList files = {begin + "_runs.csv", begin + "_curves.csv"};
-  if (content.comparison) files << begin + "_parameters.csv";
+  QStringList files;
+  for (std::string const& file :
+       figureDataFiles(QFile::encodeName(figure).toStdString(),
+                       {content.comparison != nullptr, bandsKindOf(options.runsLook).has_value()}))
+    files << QFile::decodeName(file.c_str());
   return files;
 }
 
 QStringList writeFigureData(FigureContent const& content, FigureOptions const& options, QString const& figure)
 {
-  const QStringList files = figureDataFiles(content, figure);
-  auto const write = [](QString const& path, std::string const& text) {
-    SafeFile file(QFile::encodeName(path).toStdString());
+  const QStringList files = figureDataFiles(content, options, figure);
+  auto next = files.begin();
+  auto const write = [&](std::string const& text) {
+    SafeFile file(QFile::encodeName(*next++).toStdString());
     file.write(text);
     file.commit();
   };
-  write(files[0], figureRunsCsv(content, options));
-  write(files[1], figureCurvesCsv(content, options));
-  if (content.comparison) write(files[2], figureParametersCsv(content));
+  write(figureRunsCsv(content, options));
+  write(figureCurvesCsv(content, options));
+  if (content.comparison) write(figureParametersCsv(content));
+  if (next != files.end()) write(figureBandsCsv(content, options));
   return files;
 }
 

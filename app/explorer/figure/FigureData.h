@@ -21,9 +21,9 @@ namespace runsieve::app {
 /// The table of all parameters, as `runsieve rank --format csv` prints it; empty without a comparison.
 [[nodiscard]] std::string figureParametersCsv(FigureContent const& content);
 
-/// Where they stand beside a figure: "figure.pdf" gets "figure_runs.csv", "figure_curves.csv" and, with a
-/// comparison, "figure_parameters.csv".
-[[nodiscard]] QStringList figureDataFiles(FigureContent const& content, QString const& figure);
+/// Where they stand beside a figure, with the bands of runs if it has such.
+[[nodiscard]] QStringList figureDataFiles(FigureContent const& content, FigureOptions const& options,
+                                          QString const& figure);
 
 /// Writes them there. \return the files \throw ScanError
 QStringList writeFigureData(FigureContent const& content, FigureOptions const& options,
