@@ -173,7 +173,7 @@ TEST_F(SieveCommands, JsonTellsAtLeastAsManyMostPermutationsAsWereAskedFor)
 {
   (void)folder.write(R"({"format": "runsieve sieve", "version": 1, "gates": [{"text": "A @ 2 in 0.5..1"}],
                    "method": {"permutations": 2000, "most_permutations": 500}})",
-               "sieve.json");
+                     "sieve.json");
   RankArguments arguments;
   arguments.file = scan;
   arguments.format = "json";
