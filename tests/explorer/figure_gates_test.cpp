@@ -249,6 +249,29 @@ TEST_F(FigureGates, PinnedRunsAreLinesInColoursOfTheirOwnWithTheirKeys)
   EXPECT_THAT(lines(theme().paper), SizeIs(2)) << "each on a pale line";
 }
 
+TEST_F(FigureGates, PinnedRunsHaveNoMorePointsThanCanBeSeen)
+{
+  auto scan = std::make_shared<Scan>();
+  constexpr int times = 20'001;
+  for (int time = 0; time < times; ++time) scan->times.push_back(1e-3 * time);
+  for (char const* key : {"1", "2"}) scan->runs.push_back({key, RunStatus::Complete, times});
+  double* value = scan->addOutput({"A", "", "", ""});
+  for (int run = 0; run < 2; ++run)
+    for (double const time : scan->times) *value++ = (1.0 + run) * time;
+  document.open(scan, {});
+  document.togglePin(0);
+  drawGates();
+  std::size_t points = 0;
+  double length = 0.0;
+  for (FigureShape const& part : lines(theme().sets[0])) {
+    points += static_cast<std::size_t>(part.points.size());
+    length += QLineF(part.points.first(), part.points.last()).length();
+  }
+  EXPECT_GT(points, 50u);
+  constexpr double third = 0.3 * app::figureUnitsPerPoint;
+  EXPECT_LE(static_cast<double>(points), length / third + 3.0);
+}
+
 TEST_F(FigureGates, KeysOfPinnedRunsKeepClearOfOneAnotherAndOfNamesOfGates)
 {
   for (std::size_t run = 0; run < 8; ++run) document.togglePin(run);

@@ -71,6 +71,18 @@ TEST_F(ParameterPages, ThatWereLeftAreComputedNoMore)
   }
 }
 
+TEST(BoxWords, TellOfHalvesOnlyIfBothNumbersAreKnown)
+{
+  BoxOfRuns box;
+  box.restricted = 1;
+  box.density.count = 5;
+  EXPECT_FALSE(app::boxWords(box).contains("halves"));
+  box.coverage.count = 5;
+  EXPECT_TRUE(app::boxWords(box).contains("halves"));
+  box.density.count = 0;
+  EXPECT_FALSE(app::boxWords(box).contains("halves"));
+}
+
 TEST_F(ParameterPages, ListTheStrongestPairFirstAndShowChartsOfThePairs)
 {
   openScan(productScan(1000));

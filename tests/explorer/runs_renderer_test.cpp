@@ -1,4 +1,5 @@
 #include "DocumentScene.h"
+#include "PaintRecorder.h"
 
 #include "app/explorer/charts/RunBands.h"
 #include "app/explorer/charts/RunsPicture.h"
@@ -157,6 +158,18 @@ TEST(RunsPicture, LeavesThePainterAsItWasAndStaysWithinThePlot)
       within += isIn && isInk ? 1 : 0;
     }
   EXPECT_GT(within, 1000);
+}
+
+TEST(RunsPicture, StandsWhereItsValuesAreUntilThoseOfOtherAxesAreMade)
+{
+  app::RunsPicture picture;
+  picture.request(request());
+  ASSERT_TRUE(waitFor([&] { return picture.isSettled(); }));
+  const Painting painted = painting({300, 300}, [&](QPainter& painter) {
+    picture.paint(painter, QRectF(40, 40, 200, 120), AxisMap(-10.0, 10.0), AxisMap(-1.0, 2.0), {1.0});
+  });
+  ASSERT_EQ(painted.of(Drawn::Kind::Image).size(), 1u);
+  EXPECT_EQ(painted.of(Drawn::Kind::Image)[0].box(), QRectF(140, 80, 100, 40));
 }
 
 // R 4.2: quantile(c(3, 1, 4, 1, 5, 9, 2, 6), c(.05, .25, .5, .75, .95)) gives 1.00 1.75 3.50 5.25 7.95

@@ -1,6 +1,8 @@
 #include "Mouse.h"
 #include "RunsScene.h"
 
+#include "app/explorer/charts/RoundedValue.h"
+
 #include <gmock/gmock.h>
 
 #include <QScrollArea>
@@ -66,6 +68,14 @@ TEST_F(RunsViewScene, RoomForTheNumbersOfOtherChartsIsMadeAtOnce)
   const double own = view().frame().plot().left();
   view().setLeastLeft(own + 60.0);
   EXPECT_GT(view().frame().plot().left(), own + 50.0);
+}
+
+TEST_F(RunsViewScene, NumbersOfADrawnGateHaveTheDigitsThatPixelsTell)
+{
+  drawGate(2.0, 0.512345678, 4.0, 0.912345678);
+  const double pixel = view().frame().yValue(10.0) - view().frame().yValue(11.0);
+  for (double const value : {gate().range.low, gate().range.high})
+    EXPECT_EQ(value, app::roundedValue(value, pixel)) << value;
 }
 
 TEST_F(RunsViewScene, TheLegendFollowsANameThatChangesNoCurve)

@@ -189,10 +189,8 @@ void GateForm::accept()
     document.change("New gate", [&](State& state) { state.gates.push_back(gate); });
     document.selectGate(document.state().gates.size() - 1);
   } else {
-    NamedGate const& before = document.state().gates[*index];
-    gate.on = before.on;
-    if (before.name != gate.name || before.gate != gate.gate)
-      document.change("Edit gate", [&](State& state) { state.gates[*index] = gate; });
+    gate.on = document.state().gates[*index].on;
+    document.change("Edit gate", [&](State& state) { state.gates[*index] = gate; });
     document.selectGate(*index);
   }
   QDialog::accept();
