@@ -48,6 +48,9 @@ public:
       : next([this, button](QMessageBox& box) {
           text = box.text();
           more = box.informativeText();
+          if (QPushButton const* first = box.defaultButton()) usual = first->text();
+          const bool isOfFiles = !qobject_cast<QFileDialog*>(box.parentWidget()) && !text.startsWith('<');
+          EXPECT_TRUE(!isOfFiles || box.textFormat() == Qt::PlainText) << "names are no markup";
           box.button(button)->click();
         })
   {}
@@ -56,6 +59,7 @@ public:
 
   QString text;
   QString more;
+  QString usual; ///< on the button that Return presses
 
 private:
   NextDialogOf<QMessageBox> next;

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "DocumentScene.h"
+#include "TestSettings.h"
 
 #include "app/explorer/session/SessionFile.h"
 #include "app/explorer/session/SessionLoader.h"
 
 #include <QDir>
 #include <QFile>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <fstream>
@@ -43,7 +43,7 @@ struct SessionScene : testing::Test
 
   SessionScene()
   {
-    QStandardPaths::setTestModeEnabled(true);
+    useTestSettings();
     write(data, lineScanText());
     QObject::connect(&loader, &app::SessionLoader::opened, &document,
                      [this](app::Session const&, QString const&, QStringList const& told) {
@@ -57,7 +57,6 @@ struct SessionScene : testing::Test
     QObject::connect(&loader, &app::SessionLoader::dataMissing, &document,
                      [this](QString const&, QString const& where) { missing << where; });
   }
-  ~SessionScene() override { QStandardPaths::setTestModeEnabled(false); }
 
   static void write(QString const& path, QByteArray const& text)
   {

@@ -55,6 +55,71 @@ public:
     return snapshot.lines;
   }
 
+  /// How a widget behaves, as far as that is a property of its class.
+  static QString manners(QWidget const& widget)
+  {
+    static const char* const names[] = {"minimum",
+                                        "maximum",
+                                        "singleStep",
+                                        "decimals",
+                                        "keyboardTracking",
+                                        "wordWrap",
+                                        "textFormat",
+                                        "maxLength",
+                                        "readOnly",
+                                        "showGrid",
+                                        "sortingEnabled",
+                                        "alternatingRowColors",
+                                        "textElideMode",
+                                        "selectionMode",
+                                        "selectionBehavior",
+                                        "tabKeyNavigation",
+                                        "editTriggers",
+                                        "autoDefault",
+                                        "default",
+                                        "popupMode",
+                                        "autoRaise",
+                                        "alignment",
+                                        "textInteractionFlags",
+                                        "margin",
+                                        "indent",
+                                        "frameShape",
+                                        "clearButtonEnabled",
+                                        "flat",
+                                        "checkable",
+                                        "toolButtonStyle",
+                                        "sizeGripEnabled",
+                                        "modal",
+                                        "acceptDrops",
+                                        "mouseTracking",
+                                        "dragDropMode",
+                                        "horizontalScrollMode",
+                                        "horizontalScrollBarPolicy",
+                                        "widgetResizable",
+                                        "editable",
+                                        "minimumContentsLength",
+                                        "insertPolicy",
+                                        "openExternalLinks"};
+    QString told = widget.focusPolicy() == Qt::NoFocus ? "" : " keys";
+    if (widget.testAttribute(Qt::WA_SetCursor)) told += QString(" cursor %1").arg(widget.cursor().shape());
+    for (char const* name : names) {
+      const QVariant value = widget.property(name);
+      if (!value.isValid()) continue;
+      if (value.type() == QVariant::UserType) // an enumeration or flags, which not all builds can convert
+        told += QString(" %1 %2").arg(name).arg(*static_cast<int const*>(value.constData()));
+      else if (value.type() != QVariant::Bool)
+        told += QString(" %1 %2").arg(name, number(value.toDouble()));
+      else if (value.toBool())
+        told += QString(" ") + name;
+    }
+    if (auto const* table = qobject_cast<QTableView const*>(&widget))
+      told += QString(" header%1%2%3")
+                  .arg(table->horizontalHeader()->highlightSections() ? " highlights" : "",
+                       table->horizontalHeader()->sectionsMovable() ? " moves" : "",
+                       table->verticalHeader()->isVisible() ? " numbered" : "");
+    return told;
+  }
+
 private:
   static constexpr double fine = 10.0; ///< numbers are told in tenths
 
@@ -197,71 +262,6 @@ private:
         told += (i == tabs->currentIndex() ? " front " : " ") + quoted(tabs->tabText(i)) +
                 Snapshot::told("tip", tabs->tabToolTip(i));
     if (widget.isWindow()) told += Snapshot::told("title", widget.windowTitle());
-    return told;
-  }
-
-  /// How a widget behaves, as far as that is a property of its class.
-  static QString manners(QWidget const& widget)
-  {
-    static const char* const names[] = {"minimum",
-                                        "maximum",
-                                        "singleStep",
-                                        "decimals",
-                                        "keyboardTracking",
-                                        "wordWrap",
-                                        "textFormat",
-                                        "maxLength",
-                                        "readOnly",
-                                        "showGrid",
-                                        "sortingEnabled",
-                                        "alternatingRowColors",
-                                        "textElideMode",
-                                        "selectionMode",
-                                        "selectionBehavior",
-                                        "tabKeyNavigation",
-                                        "editTriggers",
-                                        "autoDefault",
-                                        "default",
-                                        "popupMode",
-                                        "autoRaise",
-                                        "alignment",
-                                        "textInteractionFlags",
-                                        "margin",
-                                        "indent",
-                                        "frameShape",
-                                        "clearButtonEnabled",
-                                        "flat",
-                                        "checkable",
-                                        "toolButtonStyle",
-                                        "sizeGripEnabled",
-                                        "modal",
-                                        "acceptDrops",
-                                        "mouseTracking",
-                                        "dragDropMode",
-                                        "horizontalScrollMode",
-                                        "horizontalScrollBarPolicy",
-                                        "widgetResizable",
-                                        "editable",
-                                        "minimumContentsLength",
-                                        "insertPolicy",
-                                        "openExternalLinks"};
-    QString told = widget.focusPolicy() == Qt::NoFocus ? "" : " keys";
-    if (widget.testAttribute(Qt::WA_SetCursor)) told += QString(" cursor %1").arg(widget.cursor().shape());
-    for (char const* name : names) {
-      const QVariant value = widget.property(name);
-      if (!value.isValid()) continue;
-      if (value.type() == QVariant::UserType) // an enumeration or flags, which not all builds can convert
-        told += QString(" %1 %2").arg(name).arg(*static_cast<int const*>(value.constData()));
-      else if (value.type() != QVariant::Bool)
-        told += QString(" %1 %2").arg(name, number(value.toDouble()));
-      else if (value.toBool())
-        told += QString(" ") + name;
-    }
-    if (auto const* table = qobject_cast<QTableView const*>(&widget))
-      told += QString(" header%1%2%3")
-                  .arg(table->horizontalHeader()->highlightSections() ? " highlights" : "",
-                       table->horizontalHeader()->sectionsMovable() ? " moves" : "",
-                       table->verticalHeader()->isVisible() ? " numbered" : "");
     return told;
   }
 

@@ -2,6 +2,7 @@
 
 #include "DocumentScene.h"
 #include "Mouse.h"
+#include "TestSettings.h"
 
 #include "app/explorer/runs/RunsPane.h"
 #include "app/explorer/window/Actions.h"
@@ -12,21 +13,11 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
-#include <QSettings>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <string>
 
 namespace runsieve::test {
-
-/// Settings and files of the tests lie apart from those of the user.
-inline void useTestSettings()
-{
-  QStandardPaths::setTestModeEnabled(true);
-  QCoreApplication::setOrganizationName("runsieve-tests");
-  QSettings().clear();
-}
 
 /// The explorer's window, with nothing open.
 struct WindowScene : testing::Test

@@ -693,6 +693,7 @@ TEST_F(FilesScene, ASessionThatSomebodyElseHasSavedIsNotReplacedUnasked)
     EXPECT_FALSE(window->files().saveTo(path));
     EXPECT_TRUE(asked.seen());
     EXPECT_THAT(asked.text.toStdString(), StartsWith("shared.sieve has changed since"));
+    EXPECT_EQ(asked.usual, "Cancel");
   }
   {
     NextMessage asked(QMessageBox::Save);
