@@ -427,6 +427,13 @@ TEST_F(RunsOverlayScene, ASmallChartTellsTheFirstLinesOnly)
   EXPECT_EQ(told.last(), QString::fromUtf8("\u2026"));
 }
 
+TEST_F(RunsOverlayScene, HoweverSmallTheChartIsTheBoxTellsRunAndValue)
+{
+  frame = ChartFrame({0, 0, 200, 60}, {AxisMap(0, 10), "time"}, {AxisMap(0, 1), "A"}, theme);
+  EXPECT_THAT(hover({4, 5.0, 0.5}).texts(),
+              testing::ElementsAre("Run 5", "A at 5 = 0.5", QString::fromUtf8("\u2026")));
+}
+
 TEST_F(RunsOverlayScene, ARunWithoutAValueThereHasNoBox)
 {
   EXPECT_TRUE(hover({4, 5.0, std::nan("")}).all.empty());
