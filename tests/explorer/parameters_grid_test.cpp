@@ -1,5 +1,6 @@
 #include "ParametersScene.h"
 
+#include "app/explorer/parameters/LargeChart.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 
 #include <gmock/gmock.h>
@@ -221,6 +222,19 @@ TEST_F(ParameterCharts, AxisIsChosenInTheContextMenu)
   EXPECT_EQ(document.undoStack().undoText(), "Logarithmic axis");
   document.undoStack().undo();
   EXPECT_FALSE(pane->runs().isLogarithmic(2));
+}
+
+TEST_F(ParameterCharts, LargeOneOfAParameterThatIsGoneIsEmpty)
+{
+  app::LargeChartView view(pane->runs(), 5);
+  view.resize(400, 300);
+  EXPECT_FALSE(view.plot().isEmpty());
+  openScan(lineScan(40, 5));
+  EXPECT_TRUE(view.plot().isEmpty());
+  const QImage shot = view.grab().toImage();
+  EXPECT_EQ(pixelsOf(shot, theme().paper), shot.width() * shot.height());
+  Mouse(view).drag({100.0, 100.0}, {200.0, 100.0});
+  EXPECT_TRUE(document.state().gates.empty());
 }
 
 TEST_F(ParameterCharts, OfTextsAreBarsWithTheTexts)
