@@ -7,6 +7,7 @@
 #include "app/explorer/charts/PinColors.h"
 #include "app/explorer/charts/PlotNames.h"
 #include "app/explorer/charts/RoundedValue.h"
+#include "app/explorer/charts/TextBars.h"
 
 #include <runsieve/core/coverage/ColorRamp.h>
 #include <runsieve/core/coverage/DensityScale.h>
@@ -599,6 +600,63 @@ TEST(RoundedValue, KeepsAsManyDigitsAsAPixelTells)
   EXPECT_EQ(app::roundedValue(1.23456, 0.0), 1.23456);
   EXPECT_TRUE(std::isinf(app::roundedValue(std::numeric_limits<double>::infinity(), 0.1)));
   EXPECT_TRUE(std::isnan(app::roundedValue(nan, 0.1)));
+}
+
+/// Texts a to f; of the passing runs 4 have a, 2 b, 1 each c and d, of the others 1 has a, 3 b, none the
+/// rest.
+struct RowsOfTexts : testing::Test
+{
+  ScanParameter parameter;
+  app::TextGroups groups{{4, 2, 1, 1, 0, 0}, {1, 3, 0, 0, 0, 0}, 8, 4};
+
+  RowsOfTexts() { parameter.texts = {"a", "b", "c", "d", "e", "f"}; }
+};
+
+TEST_F(RowsOfTexts, AreAllTextsInTheirOrderIfThereIsRoom)
+{
+  const auto rows = app::textRows(parameter, groups, 6);
+  ASSERT_EQ(rows.size(), 6u);
+  EXPECT_EQ(rows[1].text, "b");
+  EXPECT_EQ(rows[1].passing, 0.25);
+  EXPECT_EQ(rows[1].others, 0.75);
+  EXPECT_FALSE(rows[5].isRest);
+}
+
+TEST_F(RowsOfTexts, AreTheMostFrequentOnesAndTheRestIfThereIsNot)
+{
+  const auto rows = app::textRows(parameter, groups, 3);
+  ASSERT_EQ(rows.size(), 3u);
+  EXPECT_EQ(rows[0].text, "a");
+  EXPECT_EQ(rows[1].text, "b");
+  EXPECT_TRUE(rows[2].isRest);
+  EXPECT_EQ(rows[2].text, "4 others");
+  EXPECT_EQ(rows[2].texts, (std::vector<std::size_t>{2, 3, 4, 5}));
+  EXPECT_EQ(rows[2].passing, 0.25);
+  EXPECT_EQ(rows[2].others, 0.0);
+}
+
+TEST_F(RowsOfTexts, OfAGroupWithoutRunsHaveNoShares)
+{
+  groups.others.assign(6, 0);
+  groups.allOthers = 0;
+  const auto rows = app::textRows(parameter, groups, 2);
+  ASSERT_EQ(rows.size(), 2u);
+  EXPECT_EQ(rows[0].others, 0.0);
+  EXPECT_EQ(rows[1].passing, 0.5);
+  EXPECT_EQ(rows[1].others, 0.0);
+}
+
+TEST_F(RowsOfTexts, OfAnAxisRiseOverItsWholeHeight)
+{
+  const auto rows = app::TextBarRows::upwards({10.0, 20.0, 5.0, 60.0}, parameter);
+  ASSERT_EQ(rows.size(), 6u);
+  EXPECT_EQ(rows.place(), QRectF(10.0, 20.0, 5.0, 60.0));
+  EXPECT_EQ(rows.place(rows.rowOf(0)), QRectF(10.0, 70.0, 5.0, 10.0));
+  EXPECT_EQ(rows.place(rows.rowOf(5)), QRectF(10.0, 20.0, 5.0, 10.0));
+  EXPECT_EQ(rows.at(rows.nearest({12.0, 69.9})).text, "b");
+  EXPECT_EQ(rows.at(rows.nearest({12.0, 70.0})).text, "a");
+  EXPECT_EQ(rows.at(rows.nearest({12.0, 500.0})).text, "a");
+  EXPECT_EQ(rows.at(rows.nearest({12.0, -500.0})).text, "f");
 }
 
 } // namespace
