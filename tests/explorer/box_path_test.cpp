@@ -113,6 +113,27 @@ TEST_F(PaintedPath, NumbersKeepClearOfEachOtherAndOfTheSigns)
     }
 }
 
+TEST_F(PaintedPath, NumbersKeepClearOfTheRing)
+{
+  box.quality.coverage = 0.2; // its sign is elsewhere
+  auto const ring = [this] {
+    const auto circles = painted().of(Drawn::Kind::Ellipse);
+    return circles.back().points.boundingRect();
+  };
+  const QRectF place = ring();
+  for (double across = -20.0; across <= 20.0; across += 2.0)
+    for (double down = -20.0; down <= 20.0; down += 2.0) {
+      app::ChartFrame const frame = picture().frame();
+      const QPointF at = place.center() + QPointF(across, down);
+      box.path[1].quality.coverage = frame.xValue(at.x());
+      box.path[1].quality.density = frame.yValue(at.y());
+      const Painting record = painted();
+      if (Drawn const* number = record.text("11")) {
+        EXPECT_LT((number->ink & ring()).height(), 4.0) << across << ' ' << down;
+      }
+    }
+}
+
 TEST_F(PaintedPath, HalvesAreACrossIfThereAreSome)
 {
   auto const crosses = [this] {
