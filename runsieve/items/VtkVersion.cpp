@@ -14,6 +14,8 @@
 #include <vtkUnsignedCharArray.h>
 #include <vtkVersionMacros.h>
 
+#include <vector>
+
 namespace runsieve {
 
 #if VTK_VERSION_NUMBER >= VTK_VERSION_CHECK(9, 2, 0)
@@ -37,15 +39,34 @@ public:
   }
 };
 
-/// VTK 9.3 gives the large chart the axes of the columns in whose cell it stands, at every layout but the
-/// first. This matrix gives it those of the active plot again.
+/// What is wrong with the matrix of VTK 9.3 is right in this one:
+///
+/// - At every layout but the first the large chart gets the axes of the columns in whose cell it stands. Here
+///   it gets those of the active plot again.
+/// - The phase of the animation is not initialised. Where the memory happens to hold that of the rotation,
+///   nothing is ever painted; paints() tells.
 class ScatterPlotMatrix : public vtkScatterPlotMatrix
 {
 public:
   static ScatterPlotMatrix* New() { VTK_STANDARD_NEW_BODY(ScatterPlotMatrix); }
 
+  /// Whether it paints itself while nothing is animated.
+  [[nodiscard]] bool paints()
+  {
+    isAsked = true;
+    bool begins = false;
+    try {
+      this->Paint(nullptr);
+    } catch (Begun const&) {
+      begins = true;
+    }
+    isAsked = false;
+    return begins;
+  }
+
   void Update() override
   {
+    if (isAsked) throw Begun(); // a matrix that paints comes here first, and must not go on
     const bool isLaidOut = this->GetMTime() <= laidOut;
     this->vtkScatterPlotMatrix::Update();
     laidOut = this->GetMTime();
@@ -53,6 +74,9 @@ public:
   }
 
 private:
+  struct Begun
+  {};
+
   void showActivePlot()
   {
     vtkChart* active = this->GetChart(this->ActivePlot);
@@ -67,6 +91,7 @@ private:
   }
 
   vtkMTimeType laidOut = 0;
+  bool isAsked = false; ///< whether it paints
 };
 
 } // namespace
@@ -78,7 +103,15 @@ void rebuildPoints(vtkPlotPoints* plot, vtkTable*)
 
 vtkSmartPointer<vtkScatterPlotMatrix> makeScatterPlotMatrix()
 {
-  return vtkSmartPointer<ScatterPlotMatrix>::New();
+  // Those that never paint keep their memory until another one has been made elsewhere.
+  constexpr std::size_t mostTries = 1000;
+  std::vector<vtkSmartPointer<ScatterPlotMatrix>> useless;
+  auto made = vtkSmartPointer<ScatterPlotMatrix>::New();
+  while (!made->paints() && useless.size() < mostTries) {
+    useless.push_back(made);
+    made = vtkSmartPointer<ScatterPlotMatrix>::New();
+  }
+  return made;
 }
 
 void makePrintable(vtkContextView* view)

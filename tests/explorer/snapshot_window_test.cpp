@@ -125,11 +125,13 @@ TEST_F(WindowSnapshots, OfWhatAllControlsAreCalledAlsoThoseThatAreHidden)
   for (QWidget const* widget : window->findChildren<QWidget*>()) {
     QString line;
     if (!widget->accessibleName().isEmpty()) line += " called \"" + widget->accessibleName() + '"';
-    if (!widget->toolTip().isEmpty()) line += " tip \"" + widget->toolTip() + '"';
+    if (!widget->toolTip().isEmpty())
+      line += " tip \"" + widget->toolTip().replace(QRegularExpression("\\d+"), "#") + '"'; // runs at a point
     if (!widget->statusTip().isEmpty()) line += " status \"" + widget->statusTip() + '"';
     const QString kind = widget->metaObject()->className();
-    if (kind.startsWith("QDock") || kind == "QWidget") continue; // of the style
-    if (widget->minimumSize() != QSize(0, 0))
+    if (kind.startsWith("QDock") || kind == "QWidget") continue;  // of the style
+    const bool isTable = qobject_cast<QTableView const*>(widget); // as high as its rows
+    if (!isTable && widget->minimumSize() != QSize(0, 0))
       line += QString(" at least %1 x %2").arg(widget->minimumWidth()).arg(widget->minimumHeight());
     if (widget->maximumWidth() < QWIDGETSIZE_MAX)
       line += QString(" at most %1 wide").arg(widget->maximumWidth());

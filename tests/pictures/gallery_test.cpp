@@ -8,9 +8,11 @@
 
 #include <QTemporaryDir>
 
+#include <functional>
 #include <ostream>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace gallery {
 
@@ -36,9 +38,11 @@ struct GalleryPage : testing::TestWithParam<gallery::Page>
     qputenv("GALLIUM_DRIVER", "llvmpipe");
   }
 
-  static QImage picture()
+  /// \param prepare what is done before the plot is made
+  static QImage picture(std::function<void()> const& prepare = [] {})
   {
     app::OffscreenView view(600, 450, 0);
+    prepare();
     PlotContainer plot(nullptr);
     gallery::showPage(GetParam(), plot, view.scene(), 1.0);
     const QTemporaryDir folder;
@@ -89,6 +93,25 @@ TEST_P(GalleryPage, DrawnTwiceIsTheSame)
 {
   const QImage first = picture();
   EXPECT_EQ(first, picture());
+}
+
+/// Leaves memory of many sizes that holds small numbers, where objects that do not initialise all that they
+/// have find them.
+void leaveNumbersInMemory(int number)
+{
+  constexpr std::size_t smallest = 16;
+  constexpr std::size_t largest = 2048;
+  constexpr int each = 64;
+  std::vector<std::vector<int>> blocks;
+  for (std::size_t bytes = smallest; bytes <= largest; bytes += smallest)
+    for (int i = 0; i < each; ++i) blocks.emplace_back(bytes / sizeof(int), number);
+}
+
+TEST_P(GalleryPage, IsDrawnWhateverTheMemoryHeldBefore)
+{
+  for (int number = 1; number <= 4; ++number) {
+    EXPECT_GT(drawnShare(picture([number] { leaveNumbersInMemory(number); })), 0.01) << number;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(All, GalleryPage, testing::ValuesIn(gallery::allPages()),
