@@ -412,6 +412,12 @@ TEST_F(SetsScene, TwoSetsAreComparedByTheirRunsAlone)
     EXPECT_EQ(table->item(row, 2)->text().toStdString(), app::pText(parameter.pPermutation));
   }
   EXPECT_EQ(table->item(0, 0)->text(), "k2");
+  const QFontMetrics metrics = comparison.fontMetrics();
+  for (int column = 1; column < table->columnCount(); ++column)
+    EXPECT_GE(table->columnWidth(column),
+              metrics.horizontalAdvance(table->horizontalHeaderItem(column)->text()) +
+                  4 * metrics.averageCharWidth())
+        << column;
   EXPECT_TRUE(comparison.summary().contains("b & <i>"));
   EXPECT_TRUE(comparison.summary().contains("In both, and counted with A: 1 run"));
   QTest::keyClick(table, Qt::Key_C, Qt::ControlModifier);

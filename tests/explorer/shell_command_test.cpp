@@ -146,6 +146,55 @@ TEST(ShellCommand, ThePictureIsThatOfTheSession)
   EXPECT_EQ(app::keysOfRuns(figure.pins).size(), 2u);
 }
 
+/// The options of a figure that those of the usual one do not have.
+std::vector<std::string> optionsBeside(std::function<void(app::FigureOptions&)> const& edit)
+{
+  app::FigureOptions options;
+  const std::vector<std::string> usual = app::figureCommand({}, options, *lineScan(), "f.pdf");
+  edit(options);
+  std::vector<std::string> more;
+  for (std::string const& word : app::figureCommand({}, options, *lineScan(), "f.pdf"))
+    if (std::find(usual.begin(), usual.end(), word) == usual.end()) more.push_back(word);
+  return more;
+}
+
+TEST(ShellCommand, WhatIsUsualInAFigureIsLeftOut)
+{
+  const std::vector<std::string> words = app::figureCommand({}, {}, *lineScan(), "f.pdf");
+  for (char const* word :
+       {"--dpi",         "--font",        "--font-size",     "--line-width",   "--title",       "--no-gates",
+        "--no-legend",   "--no-counts",   "--no-thresholds", "--no-scale-bar", "--transparent", "--quantiles",
+        "--whole-bands", "--plain-lines", "--density",       "--scatter",      "--palette",     "--pin",
+        "--focus",       "--time-range",  "--value-range"})
+    EXPECT_EQ(std::count(words.begin(), words.end(), word), 0) << word;
+}
+
+TEST(ShellCommand, EachLookAndPartOfAFigureHasItsOption)
+{
+  using Options = app::FigureOptions;
+  using app::ParameterLook;
+  using app::RunsLook;
+  const std::pair<std::function<void(Options&)>, std::vector<std::string>> all[] = {
+      {[](Options& o) { o.runsLook = RunsLook::Bands; }, {"--quantiles"}},
+      {[](Options& o) { o.runsLook = RunsLook::WholeBands; }, {"--whole-bands"}},
+      {[](Options& o) { o.runsLook = RunsLook::Lines; }, {"--plain-lines"}},
+      {[](Options& o) { o.parameterLook = ParameterLook::Densities; }, {"--density"}},
+      {[](Options& o) { o.parameterLook = ParameterLook::Scatter; }, {"--scatter"}},
+      {[](Options& o) { o.gates = false; }, {"--no-gates"}},
+      {[](Options& o) { o.legend = false; }, {"--no-legend"}},
+      {[](Options& o) { o.counts = false; }, {"--no-counts"}},
+      {[](Options& o) { o.thresholds = false; }, {"--no-thresholds"}},
+      {[](Options& o) { o.scaleBar = false; }, {"--no-scale-bar"}},
+      {[](Options& o) { o.ground = false; }, {"--transparent"}},
+      {[](Options& o) { o.palette = app::FigurePalette::ColourBlind; }, {"--palette", "colour-blind"}},
+      {[](Options& o) { o.dpi = 72; }, {"--dpi", "72"}},
+      {[](Options& o) { o.family = "Serif"; }, {"--font", "Serif"}},
+      {[](Options& o) { o.fontSize = 9.5; }, {"--font-size", "9.5"}},
+      {[](Options& o) { o.lineWidth = 1.5; }, {"--line-width", "1.5"}},
+      {[](Options& o) { o.title = "T"; }, {"--title", "T"}}};
+  for (auto const& [edit, wanted] : all) EXPECT_EQ(optionsBeside(edit), wanted) << wanted[0];
+}
+
 TEST(ShellCommand, NamesThatAFigureGivesByItselfAreLeftOut)
 {
   app::Session session;
