@@ -659,5 +659,44 @@ TEST_F(RowsOfTexts, OfAnAxisRiseOverItsWholeHeight)
   EXPECT_EQ(rows.at(rows.nearest({12.0, -500.0})).text, "f");
 }
 
+TEST(PlotNames, StayWithinThePlotHoweverManyTheyAre)
+{
+  const app::Theme theme = app::Theme::ofPaper(QFont());
+  const double line = QFontMetricsF(theme.font).height();
+  const QRectF plot(50.0, 40.0, 60.0, 3.5 * line);
+  const Painting painted = painting({300, 300}, [&](QPainter& painter) {
+    painter.setFont(theme.font);
+    app::PlotNames names(plot, theme);
+    for (int i = 0; i < 12; ++i)
+      names.paintAtShape(painter, QString("gate %1").arg(i), Qt::black, plot.adjusted(5, 5, -5, -5), 2.0);
+  });
+  const auto texts = painted.of(Drawn::Kind::Text);
+  ASSERT_EQ(texts.size(), 12u);
+  for (Drawn const& text : texts) {
+    const double base = text.points.first().y();
+    EXPECT_GE(base, plot.top() + 0.5 * line) << text.text.toStdString();
+    EXPECT_LE(base, plot.bottom()) << text.text.toStdString();
+    EXPECT_GE(text.points.first().x(), plot.left());
+  }
+}
+
+TEST(PlotNames, TakeAnotherPlaceWhereOneStands)
+{
+  const app::Theme theme = app::Theme::ofPaper(QFont());
+  const QRectF plot(0.0, 0.0, 400.0, 300.0);
+  const QRectF shape(100.0, 100.0, 80.0, 60.0);
+  const Painting painted = painting({400, 300}, [&](QPainter& painter) {
+    painter.setFont(theme.font);
+    app::PlotNames names(plot, theme);
+    for (char const* name : {"first", "second", "third"})
+      names.paintAtShape(painter, name, Qt::black, shape, 2.0);
+  });
+  const auto texts = painted.of(Drawn::Kind::Text);
+  ASSERT_EQ(texts.size(), 3u);
+  EXPECT_LT(texts[0].ink.bottom(), shape.top() + 1.0) << "above the gate";
+  EXPECT_GT(texts[1].ink.top(), shape.top() - 1.0) << "within it";
+  EXPECT_GT(texts[2].ink.top(), shape.bottom() - 1.0) << "below it";
+}
+
 } // namespace
 } // namespace runsieve::test
