@@ -104,6 +104,12 @@ TEST_F(EnoughRunsPage, PaintsTheCurvesAndTellsOfThePointUnderThePointer)
   EXPECT_THAT(chart.tipAt(first).toStdString(),
               StartsWith("k0, 25 % of the runs: 40 passing, 60 others\n|d| 1.000"));
   EXPECT_THAT(chart.tipAt(first).toStdString(), HasSubstr("\nbeyond the noise floor of so many runs"));
+  const QPoint all = chart.picture().placeOf({0, 3}).toPoint();
+  EXPECT_THAT(chart.tipAt(all).toStdString(),
+              StartsWith(QString("k0, all runs: %1 passing, %2 others\n|d| 1.000\nbeyond")
+                             .arg(document.passing().count())
+                             .arg(400 - document.passing().count())
+                             .toStdString()));
   EXPECT_THAT(chart.tipAt({1.0, 1.0}).toStdString(), StartsWith("How large d would have been"));
   QHelpEvent help(QEvent::ToolTip, first, chart.mapToGlobal(first));
   QApplication::sendEvent(&chart, &help);
