@@ -151,6 +151,14 @@ TEST_F(GateGeometry, ASmallShapeCanStillBeMovedByItsMiddle)
   EXPECT_TRUE(app::gripAt(QRectF(100, 100, 10, 10), {107, 103}, 7.0)->isWhole());
   EXPECT_TRUE(app::gripAt(QRectF(100, 100, 10, 10), {101, 105}, 7.0)->left);
   EXPECT_TRUE(app::gripAt(QRectF(100, 100, 10, 10), {105, 109}, 7.0)->bottom);
+  for (auto const& [place, isFirst, isLast] :
+       {std::tuple(103.0, true, false), {103.1, false, false}, {108.9, false, false}, {109.0, false, true}}) {
+    const QRectF narrow(100, 100, 12, 12); // a quarter is 3
+    EXPECT_EQ(app::gripAt(narrow, {place, 106.0}, 7.0)->left, isFirst) << place;
+    EXPECT_EQ(app::gripAt(narrow, {place, 106.0}, 7.0)->right, isLast) << place;
+    EXPECT_EQ(app::gripAt(narrow, {106.0, place}, 7.0)->top, isFirst) << place;
+    EXPECT_EQ(app::gripAt(narrow, {106.0, place}, 7.0)->bottom, isLast) << place;
+  }
 }
 
 TEST_F(GateGeometry, OnlyTheHeldSidesOfAGateMove)
