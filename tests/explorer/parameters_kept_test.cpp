@@ -145,24 +145,28 @@ TEST(PinLabels, StandAtTheirPlacesAndWithinThePlot)
 
 TEST(PinLabels, NeverTouchAndAreLeftOutWhereTheyAreTooMany)
 {
-  std::vector<double> places;
-  QStringList names;
-  for (int i = 0; i < 60; ++i) {
-    places.push_back(200.0 * scattered(0, static_cast<std::size_t>(i)));
-    names << QString("run %1").arg(i);
-  }
-  const std::vector<PinLabel> labels = app::pinLabels(places, names, plot, paper());
-  EXPECT_GT(labels.size(), 3u);
-  EXPECT_LT(labels.size(), 20u);
-  for (PinLabel const& a : labels)
-    for (PinLabel const& b : labels) {
-      if (&a != &b && a.line == b.line && a.left <= b.left) {
-        EXPECT_LT(a.left + a.width, b.left);
-      }
-      if (a.line > b.line) {
-        EXPECT_TRUE(places[a.pin] < b.left || places[a.pin] > b.left + b.width) << "a line through a name";
-      }
+  constexpr double between = 5.0;
+  for (unsigned seed = 0; seed < 60; ++seed) {
+    std::vector<double> places;
+    QStringList names;
+    for (std::size_t i = 0; i < 60; ++i) {
+      places.push_back(200.0 * scattered(seed, i));
+      names << QString("run %1").arg(i) + QString(static_cast<int>((seed + 7 * i) % 5), 'x');
     }
+    const std::vector<PinLabel> labels = app::pinLabels(places, names, plot, paper());
+    EXPECT_GT(labels.size(), 3u);
+    EXPECT_LT(labels.size(), 20u);
+    for (PinLabel const& a : labels)
+      for (PinLabel const& b : labels) {
+        if (&a != &b && a.line == b.line && a.left <= b.left) {
+          EXPECT_LE(a.left + a.width + between, b.left) << seed;
+        }
+        if (a.line > b.line) {
+          EXPECT_TRUE(places[a.pin] <= b.left - between || places[a.pin] >= b.left + b.width + between)
+              << "a line through a name, " << seed;
+        }
+      }
+  }
 }
 
 TEST(PinLabels, AreCutWhereTheyAreLong)
