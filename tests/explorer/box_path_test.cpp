@@ -1,13 +1,17 @@
 #include "PaintRecorder.h"
 
-#include "app/explorer/parameters/BoxPathPicture.h"
+#include "app/explorer/parameters/BoxPathChart.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QRegularExpression>
+#include <QToolTip>
 
 #include <cmath>
+#include <set>
 
 namespace runsieve::test {
 namespace {
@@ -132,6 +136,23 @@ TEST_F(PaintedPath, NumbersKeepClearOfTheRing)
         EXPECT_LT((number->ink & ring()).height(), 4.0) << across << ' ' << down;
       }
     }
+}
+
+TEST_F(PaintedPath, EachStepTellsWhatItIsUnderThePointer)
+{
+  app::BoxPathChart chart;
+  chart.resize(500, 400);
+  chart.show(std::make_shared<BoxOfRuns>(box));
+  std::set<std::string> told;
+  for (int y = 0; y < chart.height(); y += 4)
+    for (int x = 0; x < chart.width(); x += 4) {
+      QHelpEvent help(QEvent::ToolTip, {x, y}, chart.mapToGlobal({x, y}));
+      QApplication::sendEvent(&chart, &help);
+      told.insert(QRegularExpression("step \\d:").match(QToolTip::text()).captured().toStdString());
+    }
+  EXPECT_THAT(told,
+              testing::ElementsAre("", "step 0:", "step 1:", "step 2:", "step 3:", "step 4:", "step 5:"));
+  QToolTip::hideText();
 }
 
 TEST_F(PaintedPath, HalvesAreACrossIfThereAreSome)

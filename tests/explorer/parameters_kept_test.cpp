@@ -1,3 +1,4 @@
+#include "PaintRecorder.h"
 #include "ParametersScene.h"
 
 #include "app/explorer/parameters/PinMarks.h"
@@ -12,6 +13,7 @@
 namespace runsieve::test {
 namespace {
 
+using app::AxisMap;
 using app::ParameterLook;
 using app::PinLabel;
 using app::State;
@@ -167,6 +169,35 @@ TEST(PinLabels, NeverTouchAndAreLeftOutWhereTheyAreTooMany)
         }
       }
   }
+}
+
+TEST_F(DocumentScene, NamesOfPinsThatStandHigherAreTiedToTheirMarks)
+{
+  document.pin({4, 9});
+  const double first = std::min(scattered(0, 4), scattered(0, 9));
+  const double second = std::max(scattered(0, 4), scattered(0, 9));
+  // So near that the names would touch, and so far that the line down passes the lower one.
+  const double away = 1.5 + QFontMetricsF(paper().font).horizontalAdvance("10") / 2.0 + 5.0;
+  const double all = (second - first) * 250.0 / away;
+  const app::ChartFrame frame({0.0, 0.0, 300.0, 200.0}, {AxisMap(first - 0.5 * all, first + 0.5 * all), "k"},
+                              {AxisMap(0.0, 1.0), ""}, paper());
+  ASSERT_NEAR(frame.xAt(second) - frame.xAt(first), away, 2.0);
+  const Painting painted =
+      painting({300, 200}, [&](QPainter& painter) { app::paintPins(painter, document, 0, frame, paper()); });
+  const auto lines = painted.of(Drawn::Kind::Line);
+  ASSERT_EQ(lines.size(), 3u) << "two marks, and from one of them to its name";
+  EXPECT_LT(lines[2].box().bottom(), lines[0].box().top());
+  const double x = lines[2].points.first().x();
+  EXPECT_TRUE(x == lines[0].points.first().x() || x == lines[1].points.first().x());
+  EXPECT_EQ(painted.of(Drawn::Kind::Text).size(), 2u);
+}
+
+TEST_F(DocumentScene, GroupsOfOtherDataAreOthers)
+{
+  app::ParameterRuns runs(document);
+  const auto before = runs.version();
+  document.open(lineScan(), {});
+  EXPECT_NE(runs.version(), before);
 }
 
 TEST(PinLabels, AreCutWhereTheyAreLong)

@@ -196,6 +196,8 @@ TEST(Appearance, TheButtonForMoreToolsIsSeenInTheDark)
       if (arrow.pixelColor(x, y).alpha() > 200)
         lightest = std::max(lightest, arrow.pixelColor(x, y).lightness());
   EXPECT_GT(lightest, QApplication::palette().color(QPalette::Window).lightness() + 60);
+  for (int tip : {14, 24}) EXPECT_GT(arrow.pixelColor(tip, 16).alpha(), 200) << "two that point to the right";
+  for (int back : {7, 17}) EXPECT_LT(arrow.pixelColor(back, 16).alpha(), 50);
   app::chooseAppearance(before);
 }
 

@@ -58,7 +58,6 @@ void Document::open(std::shared_ptr<Scan const> scan, ScanSource source, State s
   chosenGate.reset();
   comparer.reset();
   compared.reset();
-  distances.clear();
   data = std::move(scan);
   from = std::move(source);
   current = std::move(state);
