@@ -23,6 +23,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTemporaryDir>
 
@@ -377,6 +378,33 @@ TEST_F(ExportScene, ParametersThatAreListedTakeThePlaceOfANumberOfThem)
   EXPECT_THAT(form.options().parameters, testing::ElementsAre(4, 2));
   for (auto* box : form.findChildren<QSpinBox*>())
     EXPECT_EQ(box->isEnabled(), box->accessibleName() != "How many parameters");
+}
+
+TEST_F(ExportScene, EachPresetSetsSizeLettersAndLines)
+{
+  app::FigureOptions odd;
+  odd.width = 91.0;
+  odd.height = 92.0;
+  odd.fontSize = 31.0;
+  odd.lineWidth = 7.5;
+  app::FigureForm form(app::figureContentOf(document, {0.0, 10.0}, {}), odd);
+  QComboBox* preset = nullptr;
+  for (auto* box : form.findChildren<QComboBox*>())
+    if (box->accessibleName() == "Size for") preset = box;
+  ASSERT_NE(preset, nullptr);
+  EXPECT_EQ(preset->currentIndex(), 0);
+  for (app::FigurePreset const& each : app::figurePresets()) {
+    QSignalSpy told(&form, &app::FigureForm::changed);
+    const int index = static_cast<int>(&each - app::figurePresets().data()) + 1;
+    preset->setCurrentIndex(index);
+    Q_EMIT preset->activated(index);
+    const app::FigureOptions now = form.options();
+    EXPECT_EQ(now.width, each.width);
+    EXPECT_EQ(now.height, each.height);
+    EXPECT_EQ(now.fontSize, each.fontSize);
+    EXPECT_EQ(now.lineWidth, each.lineWidth);
+    EXPECT_EQ(told.count(), 1) << "a preview is made once";
+  }
 }
 
 TEST_F(ExportScene, NumbersHaveTheirUnitsAndLimits)
