@@ -112,6 +112,13 @@ public:
       else if (value.toBool())
         told += QString(" ") + name;
     }
+    const QMargins around = widget.contentsMargins();
+    if (qobject_cast<QLabel const*>(&widget) && !around.isNull())
+      told += QString(" within %1 %2 %3 %4")
+                  .arg(around.left())
+                  .arg(around.top())
+                  .arg(around.right())
+                  .arg(around.bottom());
     if (auto const* table = qobject_cast<QTableView const*>(&widget))
       told += QString(" header%1%2%3")
                   .arg(table->horizontalHeader()->highlightSections() ? " highlights" : "",
