@@ -104,6 +104,24 @@ struct GatesScene : DocumentScene
   }
 };
 
+TEST_F(GatesScene, AnEmptyListSaysPalelyHowGatesAreMade)
+{
+  QLabel* words = nullptr;
+  for (auto* label : pane.list()->viewport()->findChildren<QLabel*>())
+    if (label->text().startsWith("No gates yet")) words = label;
+  ASSERT_NE(words, nullptr);
+  EXPECT_TRUE(words->isVisible());
+  EXPECT_FALSE(words->isEnabled());
+  EXPECT_TRUE(words->testAttribute(Qt::WA_TransparentForMouseEvents));
+  EXPECT_EQ(words->alignment(), Qt::AlignCenter);
+  EXPECT_EQ(words->geometry(), pane.list()->viewport()->rect());
+  pane.resize(600, 500);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(words->geometry(), pane.list()->viewport()->rect());
+  addGate(gateOnA(0.2, 0.9));
+  EXPECT_FALSE(words->isVisible());
+}
+
 TEST_F(GatesScene, TheMenuClosesWhenAnotherScanOpens)
 {
   addGate(gateOnA(0.5, 1.0));

@@ -142,6 +142,15 @@ TEST_F(WindowSnapshots, OfWhatAllControlsAreCalledAlsoThoseThatAreHidden)
   EXPECT_TRUE(isAsKept("controls", lines));
 }
 
+TEST_F(WindowSnapshots, OfPanesWithoutGatesAndSets)
+{
+  openScan();
+  showAlone(window->gates(), {520, 240});
+  EXPECT_TRUE(isAsKept("gates_empty", shown(window->gates())));
+  showAlone(window->sets(), {520, 240});
+  EXPECT_TRUE(isAsKept("sets_empty", shown(window->sets())));
+}
+
 TEST_F(WindowSnapshots, OfASmallWindow)
 {
   fill();
