@@ -1,7 +1,6 @@
 #include "FilesScene.h"
 
 #include "app/explorer/parameters/ParameterNumbers.h"
-#include "app/explorer/session/Autosave.h"
 #include "app/explorer/session/ChangedFileBar.h"
 #include "app/explorer/session/ErrorDialog.h"
 #include "app/explorer/session/RecentFiles.h"
@@ -16,10 +15,8 @@
 #include <gmock/gmock.h>
 
 #include <QDir>
-#include <QDropEvent>
 #include <QFileInfo>
 #include <QLabel>
-#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>

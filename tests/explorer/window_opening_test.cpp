@@ -5,7 +5,6 @@
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/window/OpenWindows.h"
 #include "app/explorer/window/RecentMenu.h"
-#include "app/explorer/window/StartPage.h"
 
 #include <gmock/gmock.h>
 

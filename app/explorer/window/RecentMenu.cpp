@@ -3,8 +3,6 @@
 #include "app/explorer/controls/PlainText.h"
 #include "app/explorer/session/RecentFiles.h"
 
-#include <QFileInfo>
-
 namespace runsieve::app {
 
 RecentMenu::RecentMenu(QWidget* parent) : QMenu("Open recen&t", parent)
