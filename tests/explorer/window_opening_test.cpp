@@ -18,95 +18,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// What a window that crashed has left.
-struct RecoveryScene : FilesScene
-{
-  QString left;
-
-  void SetUp() override
-  {
-    FilesScene::SetUp();
-    for (auto const& former : app::recoverableSessions()) app::discardRecoverable(former);
-    ASSERT_TRUE(openLines());
-    drawGate();
-    const QString place = QFileInfo(app::Autosave(document()).path()).absolutePath();
-    QDir().mkpath(place);
-    left = place + "/left.sieve";
-    ASSERT_TRUE(window->files().saveTo(left));
-    document().close();
-  }
-  void TearDown() override
-  {
-    for (auto const& former : app::recoverableSessions()) app::discardRecoverable(former);
-  }
-};
-
-TEST_F(RecoveryScene, WhatACrashHasLeftOpensIfTheUserWantsIt)
-{
-  NextMessage asked(QMessageBox::Open);
-  EXPECT_TRUE(window->files().recover());
-  EXPECT_THAT(asked.more.toStdString(), HasSubstr(file("scan.csv").toStdString()));
-  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }));
-  EXPECT_EQ(document().state().gates.size(), 1u);
-  EXPECT_EQ(title(), "scan.csv - Runsieve");
-}
-
-TEST_F(RecoveryScene, WhatIsOpenAgainIsLostNeitherByClosingNorByAnotherCrash)
-{
-  {
-    NextMessage asked(QMessageBox::Open);
-    ASSERT_TRUE(window->files().recover());
-  }
-  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }) && settle());
-  EXPECT_TRUE(QFileInfo::exists(left)) << "a crash now would lose it";
-  EXPECT_TRUE(app::recoverableSessions().empty()) << "its window lives";
-  {
-    NextMessage asked(QMessageBox::Cancel);
-    EXPECT_FALSE(window->close());
-    EXPECT_TRUE(asked.seen()) << "it is saved nowhere";
-    NextFile place("");
-    EXPECT_FALSE(window->files().save());
-    EXPECT_TRUE(place.seen()) << "nor has it a place";
-  }
-  NextMessage asked(QMessageBox::Discard);
-  EXPECT_TRUE(window->close());
-  EXPECT_TRUE(asked.seen());
-  window.reset();
-  EXPECT_FALSE(QFileInfo::exists(left));
-}
-
-TEST_F(RecoveryScene, WhatCannotBeOpenedIsOfferedAgain)
-{
-  ASSERT_TRUE(QFile::remove(file("scan.csv")));
-  NextMessage asked(QMessageBox::Open);
-  NextDialogOf<app::ErrorDialog> told([](app::ErrorDialog& dialog) { dialog.accept(); });
-  ASSERT_TRUE(window->files().recover());
-  ASSERT_TRUE(waitFor([&] { return told.seen(); }));
-  EXPECT_EQ(app::recoverableSessions().size(), 1u);
-}
-
-TEST_F(RecoveryScene, WhatIsDiscardedIsGone)
-{
-  NextMessage asked(QMessageBox::Discard);
-  EXPECT_FALSE(window->files().recover());
-  EXPECT_FALSE(QFileInfo::exists(left));
-  EXPECT_FALSE(window->files().isBusy());
-}
-
-TEST_F(RecoveryScene, WithoutADecisionItIsAskedAgain)
-{
-  {
-    NextMessage asked(QMessageBox::Cancel);
-    EXPECT_FALSE(window->files().recover());
-    EXPECT_TRUE(asked.seen());
-  }
-  EXPECT_TRUE(QFileInfo::exists(left));
-  NextMessage asked(QMessageBox::Discard);
-  EXPECT_FALSE(window->files().recover());
-  EXPECT_TRUE(asked.seen());
-  EXPECT_FALSE(window->files().recover()) << "nothing is left, and nothing is asked";
-}
-
 /// The windows that were opened beside that of the scene, in their order.
 std::vector<app::ExplorerWindow*> otherWindows(app::ExplorerWindow const* known)
 {
@@ -137,6 +48,184 @@ struct OtherWindows
     });
   }
 };
+
+/// What windows that crashed have left.
+struct RecoveryScene : FilesScene
+{
+  QString left; ///< of "scan.csv", with a gate
+  OtherWindows others{nullptr};
+
+  void SetUp() override
+  {
+    FilesScene::SetUp();
+    others.known = window.get();
+    for (auto const& former : app::recoverableSessions()) app::discardRecoverable(former);
+    writeScan(*lineScan(12), file("b.csv").toStdString());
+    left = leave("scan.csv");
+  }
+  void TearDown() override
+  {
+    for (auto const& former : app::recoverableSessions()) app::discardRecoverable(former);
+  }
+
+  /// \return where it is
+  QString leave(char const* scan)
+  {
+    EXPECT_TRUE(openLines(scan));
+    drawGate();
+    const QString place = QFileInfo(app::Autosave(document()).path()).absolutePath();
+    QDir().mkpath(place);
+    const QString path = place + '/' + scan + ".sieve";
+    EXPECT_TRUE(window->files().saveTo(path));
+    document().close();
+    return path;
+  }
+  /// The window that was opened first.
+  [[nodiscard]] app::ExplorerWindow& first() const { return *otherWindows(window.get()).at(0); }
+};
+
+TEST_F(RecoveryScene, WhatACrashHasLeftOpensIfTheUserWantsIt)
+{
+  NextMessage asked(QMessageBox::Open);
+  app::openWindows({});
+  EXPECT_THAT(asked.more.toStdString(), HasSubstr(file("scan.csv").toStdString()));
+  ASSERT_TRUE(others.settle());
+  ASSERT_EQ(others.titles(), QStringList{"scan.csv"});
+  EXPECT_EQ(first().document().state().gates.size(), 1u);
+}
+
+TEST_F(RecoveryScene, WhatIsOpenAgainIsLostNeitherByClosingNorByAnotherCrash)
+{
+  {
+    NextMessage asked(QMessageBox::Open);
+    app::openWindows({});
+  }
+  ASSERT_TRUE(others.settle());
+  EXPECT_TRUE(QFileInfo::exists(left)) << "a crash now would lose it";
+  EXPECT_TRUE(app::recoverableSessions().empty()) << "its window lives";
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    EXPECT_FALSE(first().close());
+    EXPECT_TRUE(asked.seen()) << "it is saved nowhere";
+    NextFile place("");
+    EXPECT_FALSE(first().files().save());
+    EXPECT_TRUE(place.seen()) << "nor has it a place";
+  }
+  NextMessage asked(QMessageBox::Discard);
+  EXPECT_TRUE(first().close());
+  EXPECT_TRUE(asked.seen());
+  EXPECT_TRUE(waitFor([this] { return !QFileInfo::exists(left); }));
+}
+
+TEST_F(RecoveryScene, WhatCannotBeOpenedIsOfferedAgain)
+{
+  ASSERT_TRUE(QFile::remove(file("scan.csv")));
+  NextMessage asked(QMessageBox::Open);
+  NextDialogOf<app::ErrorDialog> told([](app::ErrorDialog& dialog) { dialog.accept(); });
+  app::openWindows({});
+  ASSERT_TRUE(waitFor([&] { return told.seen(); }));
+  EXPECT_EQ(app::recoverableSessions().size(), 1u);
+}
+
+TEST_F(RecoveryScene, WhatIsDamagedSinceItWasFoundIsTold)
+{
+  const auto found = app::recoverableSessions();
+  ASSERT_EQ(found.size(), 1u);
+  ASSERT_TRUE(QFile::resize(left, 10));
+  NextDialogOf<app::ErrorDialog> told([](app::ErrorDialog& dialog) { dialog.accept(); });
+  window->files().recover(found[0]);
+  EXPECT_TRUE(told.seen());
+  EXPECT_FALSE(window->files().isBusy());
+}
+
+TEST_F(RecoveryScene, WhatIsDiscardedIsGone)
+{
+  NextMessage asked(QMessageBox::Discard);
+  app::openWindows({});
+  EXPECT_FALSE(QFileInfo::exists(left));
+  EXPECT_FALSE(first().files().isBusy());
+}
+
+TEST_F(RecoveryScene, WithoutADecisionItIsAskedAgain)
+{
+  {
+    NextMessage asked(QMessageBox::Cancel);
+    app::openWindows({});
+    EXPECT_TRUE(asked.seen());
+  }
+  EXPECT_TRUE(QFileInfo::exists(left));
+  {
+    NextMessage asked(QMessageBox::Discard);
+    app::openWindows({});
+    EXPECT_TRUE(asked.seen());
+  }
+  app::openWindows({});
+  EXPECT_EQ(otherWindows(window.get()).size(), 3u) << "nothing is left, and nothing is asked";
+}
+
+TEST_F(RecoveryScene, WorkOfEachWindowHasAWindowAgain)
+{
+  leave("second.csv");
+  NextMessage one(QMessageBox::Open);
+  NextMessage two(QMessageBox::Open);
+  app::openWindows({file("b.csv")});
+  EXPECT_TRUE(one.seen() && two.seen());
+  ASSERT_TRUE(others.settle());
+  EXPECT_EQ(others.titles(), (QStringList{"b.csv", "scan.csv", "second.csv"}));
+}
+
+TEST_F(RecoveryScene, OfSeveralTheUserMayDiscardSome)
+{
+  const QString second = leave("second.csv");
+  NextMessage one(QMessageBox::Discard);
+  NextMessage two(QMessageBox::Open);
+  app::openWindows({});
+  ASSERT_TRUE(two.seen());
+  ASSERT_TRUE(others.settle());
+  const bool isSecondGone = one.more.contains("second.csv");
+  EXPECT_EQ(others.titles(), QStringList{isSecondGone ? "scan.csv" : "second.csv"});
+  EXPECT_FALSE(QFileInfo::exists(isSecondGone ? second : left));
+  EXPECT_TRUE(QFileInfo::exists(isSecondGone ? left : second));
+}
+
+TEST_F(RecoveryScene, WhoDoesNotDecideIsNotAskedOnButKeepsWhatWasChosenBefore)
+{
+  leave("second.csv");
+  NextMessage one(QMessageBox::Open);
+  NextMessage two(QMessageBox::Cancel);
+  app::openWindows({});
+  ASSERT_TRUE(two.seen());
+  ASSERT_TRUE(others.settle());
+  EXPECT_EQ(others.titles(), QStringList{one.more.contains("second.csv") ? "second.csv" : "scan.csv"});
+  EXPECT_EQ(app::recoverableSessions().size(), 1u);
+}
+
+TEST_F(RecoveryScene, RecoveredWorkHasAWindowOfItsOwnBesideTheFileOfTheCommand)
+{
+  NextMessage asked(QMessageBox::Open);
+  app::openWindows({file("b.csv")});
+  EXPECT_TRUE(asked.seen());
+  ASSERT_TRUE(others.settle());
+  EXPECT_EQ(others.titles(), (QStringList{"b.csv", "scan.csv"}));
+  for (auto* one : otherWindows(window.get()))
+    EXPECT_EQ(one->document().state().gates.size(), one->files().title() == "scan.csv" ? 1u : 0u);
+}
+
+TEST_F(RecoveryScene, AFileThatIsInRecoveredWorkIsNotOpenedTwice)
+{
+  NextMessage asked(QMessageBox::Open);
+  app::openWindows({file("scan.csv")});
+  ASSERT_TRUE(others.settle());
+  EXPECT_EQ(others.titles(), QStringList{"scan.csv"});
+}
+
+TEST_F(RecoveryScene, WithoutRecoveryTheFirstWindowTakesTheFile)
+{
+  NextMessage asked(QMessageBox::Discard);
+  app::openWindows({file("b.csv")});
+  ASSERT_TRUE(others.settle());
+  EXPECT_EQ(others.titles(), QStringList{"b.csv"});
+}
 
 struct OpeningWindows : FilesScene
 {
@@ -173,45 +262,6 @@ TEST_F(OpeningWindows, HowAFileIsReadGoesWithIt)
   app::openWindows({file("a.csv")}, options);
   ASSERT_TRUE(others.settle());
   EXPECT_EQ(otherWindows(window.get())[0]->document().scan().outputs.size(), 1u);
-}
-
-struct RecoveredWindows : RecoveryScene
-{
-  OtherWindows others{nullptr};
-
-  void SetUp() override
-  {
-    RecoveryScene::SetUp();
-    others.known = window.get();
-    writeScan(*lineScan(12), file("b.csv").toStdString());
-  }
-};
-
-TEST_F(RecoveredWindows, RecoveredWorkHasAWindowOfItsOwnBesideTheFileOfTheCommand)
-{
-  NextMessage asked(QMessageBox::Open);
-  app::openWindows({file("b.csv")});
-  EXPECT_TRUE(asked.seen());
-  ASSERT_TRUE(others.settle());
-  EXPECT_EQ(others.titles(), (QStringList{"b.csv", "scan.csv"}));
-  for (auto* one : otherWindows(window.get()))
-    EXPECT_EQ(one->document().state().gates.size(), one->files().title() == "scan.csv" ? 1u : 0u);
-}
-
-TEST_F(RecoveredWindows, AFileThatIsInRecoveredWorkIsNotOpenedTwice)
-{
-  NextMessage asked(QMessageBox::Open);
-  app::openWindows({file("scan.csv")});
-  ASSERT_TRUE(others.settle());
-  EXPECT_EQ(others.titles(), QStringList{"scan.csv"});
-}
-
-TEST_F(RecoveredWindows, WithoutRecoveryTheFirstWindowTakesTheFile)
-{
-  NextMessage asked(QMessageBox::Discard);
-  app::openWindows({file("b.csv")});
-  ASSERT_TRUE(others.settle());
-  EXPECT_EQ(others.titles(), QStringList{"b.csv"});
 }
 
 /// Drags it over a window and lets it go. \return whether the window would have it

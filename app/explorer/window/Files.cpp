@@ -163,34 +163,17 @@ void Files::cancel()
   loader.opening().cancel();
 }
 
-std::optional<QString> Files::recover()
+void Files::recover(RecoverableSession const& crashed)
 {
-  for (RecoverableSession const& crashed : recoverableSessions()) {
-    QMessageBox box(QMessageBox::Question, "Runsieve", QString(),
-                    QMessageBox::Open | QMessageBox::Discard | QMessageBox::Cancel, &window);
-    box.setTextFormat(Qt::PlainText);
-    box.setText("Runsieve ended unexpectedly. Do you want to go on where you were?");
-    box.setInformativeText(
-        toolTipText(QString("%1, %2").arg(crashed.data, crashed.savedAt.toString("yyyy-MM-dd hh:mm"))));
-    const int answer = box.exec();
-    if (answer == QMessageBox::Cancel) return std::nullopt; // asked again at the next start
-    if (answer == QMessageBox::Discard) {
-      discardRecoverable(crashed);
-      continue;
-    }
-    try {
-      const Session found = readSession(crashed.path);
-      cancel();
-      origin = Origin::Crash;
-      left = crashed.path;
-      loader.open(found, crashed.data);
-      return crashed.data;
-    } catch (std::exception const& error) {
-      ErrorDialog::tell(&window, "The session could not be recovered", QString::fromUtf8(error.what()));
-      return std::nullopt;
-    }
+  try {
+    const Session found = readSession(crashed.path);
+    cancel();
+    origin = Origin::Crash;
+    left = crashed.path;
+    loader.open(found, crashed.data);
+  } catch (std::exception const& error) {
+    ErrorDialog::tell(&window, "The session could not be recovered", QString::fromUtf8(error.what()));
   }
-  return std::nullopt;
 }
 
 QString Files::title() const

@@ -42,9 +42,8 @@ public:
   bool save();
   bool saveAs();
   bool saveTo(QString const& path);
-  /// Opens what a window that ended unexpectedly has left, if the user wants to. \return the path of its
-  /// data; nothing if he does not, or there is nothing
-  std::optional<QString> recover();
+  /// Begins to open what a window that ended unexpectedly has left.
+  void recover(RecoverableSession const& crashed);
   /// Whether the window may close: asks if something would be lost. What is being read is given up.
   [[nodiscard]] bool mayClose();
 
