@@ -451,6 +451,32 @@ TEST_F(RunsViewScene, ManyChartsScrollInASmallWindowAndKeepPlotsOfOneHeight)
   EXPECT_NEAR(view(0).frame().plot().height(), view(1).frame().plot().height(), 1.5);
 }
 
+TEST_F(RunsViewScene, AnAddedChartStaysInSightOnlyUntilTheUserScrollsOrDoesSomethingElse)
+{
+  pane.resize(500, 150);
+  ASSERT_TRUE(pane.addOutput() && settlePane());
+  QScrollBar* bar = pane.findChild<QScrollArea*>()->verticalScrollBar();
+  ASSERT_TRUE(waitFor([&] { return bar->value() > 0 && bar->value() == bar->maximum(); }));
+  const auto resize = [&](int height) {
+    const int before = bar->maximum();
+    pane.resize(500, height);
+    return waitFor([&] { return bar->maximum() != before; });
+  };
+  ASSERT_TRUE(resize(140));
+  EXPECT_EQ(bar->value(), bar->maximum());
+  bar->triggerAction(QAbstractSlider::SliderToMinimum);
+  ASSERT_TRUE(resize(150));
+  EXPECT_EQ(bar->value(), 0);
+  document.undoStack().undo();
+  ASSERT_TRUE(settlePane());
+  ASSERT_TRUE(pane.addOutput() && settlePane());
+  ASSERT_TRUE(waitFor([&] { return bar->value() > 0 && bar->value() == bar->maximum(); }));
+  addGate(gateOnA(0.5, 0.999));
+  bar->setValue(0);
+  ASSERT_TRUE(resize(140));
+  EXPECT_EQ(bar->value(), 0);
+}
+
 TEST_F(RunsViewScene, BandsOfFadedOthersArePale)
 {
   addGate(gateOnA(0.5, 0.999));

@@ -678,6 +678,7 @@ TEST_F(SearchScene, CommandsAreNamedWithTheirKeysAndThoseThatCannotBeDoneAreNotC
 
 TEST_F(SearchScene, AChosenCommandClosesTheSearch)
 {
+  trigger("theme.desktop");
   open({"theme.light"});
   const QPalette before = QApplication::palette();
   QTest::keyClick(words, Qt::Key_Return);

@@ -2,7 +2,7 @@
 
 #include <QEvent>
 #include <QScrollArea>
-#include <QTimer>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -32,6 +32,11 @@ RunsPane::RunsPane(Document& ofDocument, QWidget* parent)
   connect(&document, &Document::opened, this, &RunsPane::rebuild);
   connect(&document, &Document::stateChanged, this, &RunsPane::rebuild);
   connect(&shown, &RunsZoom::changed, this, &RunsPane::align);
+  QScrollBar* bar = scroll->verticalScrollBar();
+  connect(bar, &QScrollBar::rangeChanged, this, [this, bar] {
+    if (staysAtEnd) bar->setValue(bar->maximum());
+  });
+  connect(bar, &QScrollBar::actionTriggered, this, [this] { staysAtEnd = false; });
   rebuild();
 }
 
@@ -67,11 +72,12 @@ void RunsPane::rebuild()
 {
   const std::size_t wanted = document.isOpen() ? document.state().view.outputs.size() : 0;
   if (wanted == charts.size() && document.sharedScan() == scan) {
+    staysAtEnd = false;
     for (RunsChart* chart : charts) chart->refresh();
     align();
     return;
   }
-  const bool isAdded = document.sharedScan() == scan && wanted > charts.size();
+  staysAtEnd = document.sharedScan() == scan && wanted > charts.size();
   // A chart that goes may be the one whose button has just been pressed.
   for (RunsChart* chart : charts) {
     chart->hide();
@@ -90,11 +96,6 @@ void RunsPane::rebuild()
     charts.push_back(chart);
   }
   align();
-  if (!isAdded) return;
-  // The new one is to be seen. It gets its place in some rounds of events, since its axes say how high it is.
-  constexpr int placed = 50; // ms
-  QTimer::singleShot(placed, charts.back(),
-                     [this, last = charts.back()] { scroll->ensureWidgetVisible(last); });
 }
 
 void RunsPane::align()

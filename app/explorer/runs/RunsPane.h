@@ -51,6 +51,9 @@ private:
   QVBoxLayout* column = nullptr;
   std::shared_ptr<Scan const> scan; ///< that the charts were made for
   std::vector<RunsChart*> charts;
+  /// After one was added, which is to be seen, until the user does something else: it gets its height in some
+  /// rounds of events, since its axes say how much they need.
+  bool staysAtEnd = false;
 };
 
 } // namespace runsieve::app
