@@ -51,6 +51,7 @@ public:
           if (QPushButton const* first = box.defaultButton()) usual = first->text();
           const bool isOfFiles = !qobject_cast<QFileDialog*>(box.parentWidget()) && !text.startsWith('<');
           EXPECT_TRUE(!isOfFiles || box.textFormat() == Qt::PlainText) << "names are no markup";
+          chosen = box.button(button)->text();
           box.button(button)->click();
         })
   {}
@@ -59,7 +60,8 @@ public:
 
   QString text;
   QString more;
-  QString usual; ///< on the button that Return presses
+  QString usual;  ///< on the button that Return presses
+  QString chosen; ///< on the one that answers
 
 private:
   NextDialogOf<QMessageBox> next;

@@ -4,6 +4,7 @@
 #include "app/explorer/session/Autosave.h"
 #include "app/explorer/window/ExplorerWindow.h"
 
+#include <QAbstractButton>
 #include <QFileInfo>
 #include <QMessageBox>
 
@@ -22,6 +23,9 @@ int askAbout(RecoverableSession const& crashed, QWidget& window)
   box.setText("Runsieve ended unexpectedly. Do you want to go on where you were?");
   box.setInformativeText(
       toolTipText(QString("%1, %2").arg(crashed.data, crashed.savedAt.toString("yyyy-MM-dd hh:mm"))));
+  QAbstractButton* later = box.button(QMessageBox::Cancel);
+  later->setText("&Later");
+  later->setToolTip("Ask again at the next start");
   return box.exec();
 }
 
