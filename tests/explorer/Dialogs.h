@@ -52,6 +52,7 @@ public:
           const bool isOfFiles = !qobject_cast<QFileDialog*>(box.parentWidget()) && !text.startsWith('<');
           EXPECT_TRUE(!isOfFiles || box.textFormat() == Qt::PlainText) << "names are no markup";
           chosen = box.button(button)->text();
+          tip = box.button(button)->toolTip();
           box.button(button)->click();
         })
   {}
@@ -62,6 +63,7 @@ public:
   QString more;
   QString usual;  ///< on the button that Return presses
   QString chosen; ///< on the one that answers
+  QString tip;    ///< of that one
 
 private:
   NextDialogOf<QMessageBox> next;

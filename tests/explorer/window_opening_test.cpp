@@ -152,6 +152,7 @@ TEST_F(RecoveryScene, WithoutADecisionItIsAskedAgain)
     NextMessage asked(QMessageBox::Cancel);
     app::openWindows({});
     EXPECT_EQ(asked.chosen, "&Later");
+    EXPECT_EQ(asked.tip, "Ask again at the next start");
   }
   EXPECT_TRUE(QFileInfo::exists(left));
   {
