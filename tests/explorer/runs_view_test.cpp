@@ -477,6 +477,25 @@ TEST_F(RunsViewScene, AnAddedChartStaysInSightOnlyUntilTheUserScrollsOrDoesSomet
   EXPECT_EQ(bar->value(), 0);
 }
 
+TEST_F(RunsViewScene, AChartThatGoesDoesNotScrollTheOthers)
+{
+  auto scan = std::make_shared<Scan>();
+  scan->times = {0.0, 1.0};
+  scan->runs.push_back({"1", RunStatus::Complete, 2});
+  for (char const* name : {"A", "B", "C"}) std::fill_n(scan->addOutput({name, "", "", ""}), 2, 1.0);
+  document.open(scan, {});
+  pane.resize(500, 150);
+  ASSERT_TRUE(pane.addOutput() && pane.addOutput() && settlePane());
+  QScrollBar* bar = pane.findChild<QScrollArea*>()->verticalScrollBar();
+  ASSERT_TRUE(waitFor([&] { return bar->value() > 0 && bar->value() == bar->maximum(); }));
+  bar->setValue(0);
+  const int before = bar->maximum();
+  document.change("Remove chart", [](app::State& state) { state.view.outputs.pop_back(); });
+  ASSERT_TRUE(settlePane() && waitFor([&] { return bar->maximum() < before; }));
+  EXPECT_GT(bar->maximum(), 0);
+  EXPECT_EQ(bar->value(), 0);
+}
+
 TEST_F(RunsViewScene, BandsOfFadedOthersArePale)
 {
   addGate(gateOnA(0.5, 0.999));
