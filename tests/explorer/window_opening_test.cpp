@@ -88,6 +88,7 @@ TEST_F(RecoveryScene, WhatACrashHasLeftOpensIfTheUserWantsIt)
 {
   NextMessage asked(QMessageBox::Open);
   app::openWindows({});
+  EXPECT_EQ(asked.text, "Runsieve ended unexpectedly. Do you want to go on where you were?");
   EXPECT_THAT(asked.more.toStdString(), HasSubstr(file("scan.csv").toStdString()));
   ASSERT_TRUE(others.settle());
   ASSERT_EQ(others.titles(), QStringList{"scan.csv"});
