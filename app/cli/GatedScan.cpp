@@ -2,6 +2,7 @@
 
 #include <runsieve/core/compare/Clusters.h>
 #include <runsieve/core/gate/GateText.h>
+#include <runsieve/core/read/ParametersFile.h>
 #include <runsieve/core/sieve/Fingerprint.h>
 #include <runsieve/core/sieve/SieveFile.h>
 #include <runsieve/core/text/FieldText.h>
@@ -66,13 +67,17 @@ void takeStoredGates(GatedScan& result)
 /// The sieve file of a command; an empty one if there is none.
 SieveFile sieveOf(SieveArguments const& arguments)
 {
-  return arguments.sieve.empty() ? SieveFile() : loadSieve(arguments.sieve);
+  if (arguments.sieve.empty()) return {};
+  SieveFile sieve = loadSieve(arguments.sieve);
+  sieve.read = foundOptions(arguments.file, std::move(sieve.read));
+  return sieve;
 }
 
 GatedScan gatedBy(OpenedScan opened, SieveArguments const& arguments, SieveFile const& sieve)
 {
   GatedScan result;
   result.opened = std::move(opened);
+  result.file = arguments.file;
   result.read = mergedOptions(arguments.read, sieve.read);
   std::optional<GateResult> ofSieve;
   if (!arguments.sieve.empty()) {
@@ -145,7 +150,7 @@ void saveSieve(GatedScan const& gated, std::vector<Gate> const& gates, GateJoin 
   Thresholds const& thresholds = gated.method.thresholds;
   sieve.thresholds = {{largestP, thresholds.largestP}, {smallestD, thresholds.smallestD}};
   sieve.method = gated.method;
-  sieve.read = gated.read;
+  sieve.read = keptOptions(gated.file, gated.read);
   sieve.fingerprint = fingerprintOf(gated.scan());
   sieve.counts = countsOf(passed);
   writeSieve(path, sieve);

@@ -18,7 +18,8 @@ struct GatedScan
   std::vector<Gate> gates; ///< of the sieve file, then of the command
   GateJoin join = GateJoin::All;
   GateResult passed;              ///< all runs without gates, or those that a stored plot has selected
-  ReadOptions read;               ///< how the file was read
+  std::string file;               ///< that the scan was read from
+  ReadOptions read;               ///< how it was read
   ComparisonMethod method;        ///< of the command, the sieve file, or the defaults
   std::vector<std::string> notes; ///< what was snapped to the time grid, and how data and sieve file differ
 

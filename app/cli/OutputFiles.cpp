@@ -3,6 +3,7 @@
 #include "app/store/FileEnding.h"
 
 #include <runsieve/core/files/SafeFile.h>
+#include <runsieve/core/read/ParametersFile.h>
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/sieve/SieveFile.h>
 
@@ -26,8 +27,9 @@ bool isSameFile(std::string const& a, std::string const& b)
 /// Files that none may be written over, the sieve file aside.
 std::vector<std::string> inputsOf(SieveArguments const& arguments)
 {
-  std::vector<std::string> inputs = {arguments.file, arguments.read.parametersFile};
-  if (!arguments.sieve.empty()) inputs.push_back(loadSieve(arguments.sieve).read.parametersFile);
+  std::vector<std::string> inputs = {arguments.file, givenParametersFile(arguments.file, arguments.read)};
+  if (!arguments.sieve.empty())
+    inputs.push_back(foundOptions(arguments.file, loadSieve(arguments.sieve).read).parametersFile);
   inputs.erase(std::remove_if(inputs.begin(), inputs.end(), isStandardOutput), inputs.end());
   return inputs;
 }

@@ -8,6 +8,7 @@
 #include "app/view/SievedScan.h"
 #include "support/PdfText.h"
 #include "support/ScanBuilder.h"
+#include "support/WorkingFolder.h"
 
 #include <vtkContextScene.h>
 #include <vtkNew.h>
@@ -200,6 +201,38 @@ TEST(JsonNumber, IsATextIfItIsInfiniteAndNullIfItIsNone)
   EXPECT_EQ(numberJson(-infinity), "-inf");
   EXPECT_TRUE(numberJson(std::nan("")).is_null());
   EXPECT_EQ(numberJson(0.5), 0.5);
+}
+
+TEST_F(SieveCommands, TheTableOfParametersOfASieveFileIsFoundFromAnyFolder)
+{
+  std::string rows = "run,gain\n";
+  for (int run = 1; run <= runs; ++run) rows += std::to_string(run) + ',' + std::to_string(run) + '\n';
+  (void)folder.write(rows, "table.csv");
+  const std::string sieve = folder.file("sieve.json");
+  const auto ranked = [](RankArguments const& arguments) {
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(runRank(arguments), 0);
+    return testing::internal::GetCapturedStdout();
+  };
+  {
+    const test::WorkingFolder here(folder.file(""));
+    RankArguments arguments;
+    arguments.file = "scan.csv";
+    arguments.read.parametersFile = "table.csv";
+    arguments.gates = {"A @ 2 in 0.5..1"};
+    arguments.saveSieve = "sieve.json";
+    EXPECT_THAT(ranked(arguments), HasSubstr("gain"));
+    arguments = {};
+    arguments.file = "scan.csv";
+    arguments.sieve = "sieve.json";
+    arguments.saveSieve = "table.csv";
+    EXPECT_THROW(runRank(arguments), std::runtime_error) << "it is read";
+  }
+  const test::WorkingFolder elsewhere("/");
+  RankArguments arguments;
+  arguments.file = scan;
+  arguments.sieve = sieve;
+  EXPECT_THAT(ranked(arguments), HasSubstr("gain"));
 }
 
 TEST_F(SieveCommands, ACommandThatFailsLeavesNoSieveFile)

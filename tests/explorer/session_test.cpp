@@ -4,6 +4,7 @@
 #include "app/explorer/runs/RunsZoom.h"
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/SessionZoom.h"
+#include "support/WorkingFolder.h"
 
 #include <runsieve/core/scan/ScanError.h>
 #include <runsieve/core/sieve/Fingerprint.h>
@@ -94,6 +95,33 @@ TEST_F(SessionScene, ReadOptionsComeBackAndAreUsed)
   document.close();
   openSession(path);
   EXPECT_EQ(document.scan().outputs.size(), 1u);
+}
+
+TEST_F(SessionScene, ATableOfParametersIsFoundFromAnyFolderAndWhereItWasMovedTo)
+{
+  write(folder.filePath("table.csv"), "run,g\n1,10\n2,20\n3,30\n");
+  write(data, "run,time,A\n1,0,1\n1,1,2\n2,0,2\n2,1,3\n3,0,4\n3,1,5\n");
+  const QString path = folder.filePath("work.sieve");
+  {
+    const WorkingFolder here(folder.path().toStdString());
+    app::Session session;
+    session.read.parametersFile = "table.csv";
+    loader.open(session, "scan.csv");
+    ASSERT_TRUE(waitFor([this] { return opened == 1; }));
+    ASSERT_EQ(document.scan().parameters.size(), 1u);
+    app::writeSession(path, app::sessionOf(document));
+    EXPECT_EQ(app::sessionOf(document).read.parametersFile, folder.filePath("table.csv").toStdString());
+  }
+  document.close();
+  const WorkingFolder elsewhere("/");
+  openSession(path);
+  EXPECT_EQ(document.scan().parameters.size(), 1u);
+  document.close();
+  const QTemporaryDir other;
+  for (char const* name : {"scan.csv", "table.csv", "work.sieve"})
+    ASSERT_TRUE(QFile::rename(folder.filePath(name), other.filePath(name)));
+  openSession(other.filePath("work.sieve"));
+  EXPECT_EQ(document.scan().parameters.size(), 1u);
 }
 
 TEST_F(SessionScene, TheZoomComesBack)

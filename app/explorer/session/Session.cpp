@@ -1,5 +1,6 @@
 #include "app/explorer/session/Session.h"
 
+#include <runsieve/core/read/ParametersFile.h>
 #include <runsieve/core/sieve/Fingerprint.h>
 
 #include <QFile>
@@ -78,6 +79,12 @@ ViewState viewOn(SessionView const& kept, Scan const& scan, QStringList& notes)
   return view;
 }
 
+/// So that it is found whatever the folder in which a program is started.
+std::string rooted(std::string const& path)
+{
+  return QFileInfo(QFile::decodeName(path.c_str())).absoluteFilePath().toStdString();
+}
+
 SieveCounts countsOf(Document const& document)
 {
   SieveCounts counts;
@@ -96,13 +103,12 @@ Session sessionOf(Document const& document, std::optional<std::string> fingerpri
   session.program = "runsieve " RUNSIEVE_VERSION;
   Scan const& scan = document.scan();
   State const& state = document.state();
-  if (!document.source().path.empty()) {
-    const QString path = QFile::decodeName(document.source().path.c_str());
-    session.path = QFileInfo(path).absoluteFilePath().toStdString();
-  }
+  if (!document.source().path.empty()) session.path = rooted(document.source().path);
   session.fingerprint = fingerprint ? std::move(*fingerprint) : fingerprintOf(scan);
   session.read = document.source().read;
   session.read.progress = nullptr;
+  if (!session.read.parametersFile.empty())
+    session.read.parametersFile = rooted(givenParametersFile(document.source().path, session.read));
   session.counts = countsOf(document);
   session.gates = state.gates;
   session.join = state.join;

@@ -2,6 +2,7 @@
 
 #include "app/explorer/session/WindowJson.h"
 
+#include <runsieve/core/read/ParametersFile.h>
 #include <runsieve/core/scan/ScanError.h>
 
 #include <QCryptographicHash>
@@ -40,7 +41,7 @@ SieveFile sieveOf(Session const& session)
   sieve.thresholds = {{largestP, session.method.thresholds.largestP},
                       {smallestD, session.method.thresholds.smallestD}};
   sieve.method = session.method;
-  sieve.read = session.read;
+  sieve.read = keptOptions(session.path, session.read);
   sieve.fingerprint = session.fingerprint;
   sieve.absolutePath = session.path;
   sieve.path = session.nearPath;

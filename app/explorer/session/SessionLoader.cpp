@@ -3,6 +3,8 @@
 #include "app/cli/GatedScan.h"
 #include "app/explorer/session/SessionFile.h"
 
+#include <runsieve/core/read/ParametersFile.h>
+
 #include <QFile>
 
 #include <exception>
@@ -47,7 +49,7 @@ void SessionLoader::useData(QString const& path)
 
 void SessionLoader::open(Session session, QString const& data, QString const& path)
 {
-  const ReadOptions options = session.read;
+  const ReadOptions options = foundOptions(QFile::encodeName(data).toStdString(), session.read);
   wanted = std::move(session);
   file = path;
   sameDataExpected = true;

@@ -7,6 +7,7 @@
 #include <runsieve/core/read/JoinedRows.h>
 #include <runsieve/core/read/ParameterList.h>
 #include <runsieve/core/read/ParameterTable.h>
+#include <runsieve/core/read/ParametersFile.h>
 #include <runsieve/core/read/RunKeys.h>
 #include <runsieve/core/read/StackedRows.h>
 #include <runsieve/core/read/TextReader.h>

@@ -397,17 +397,6 @@ void joinParameterTable(ScanFile& target, std::string const& file, ReadOptions c
   }
 }
 
-std::string givenParametersFile(std::string const& scan, ReadOptions const& options)
-{
-  namespace fs = std::filesystem;
-  std::error_code failure;
-  fs::path const given(options.parametersFile);
-  if (given.is_absolute() || fs::exists(given, failure)) return given.string();
-  fs::path const beside =
-      (fs::is_directory(scan, failure) ? fs::path(scan) : fs::path(scan).parent_path()) / given;
-  return fs::exists(beside, failure) ? beside.string() : given.string();
-}
-
 void joinColumns(ScanFile& target, CellTable const& table,
                  std::vector<std::optional<std::size_t>> const& rowOfRun,
                  std::vector<std::size_t> const& columns, std::string const& source)

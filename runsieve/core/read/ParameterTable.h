@@ -20,9 +20,6 @@ namespace runsieve {
 /// \throw ScanError without a key, for a key that stands twice, for a value that contradicts one of the scan
 void joinParameterTable(ScanFile& target, std::string const& file, ReadOptions const& options, bool found);
 
-/// The table that options name: a path as it is, or beside the scan or in its folder.
-[[nodiscard]] std::string givenParametersFile(std::string const& scan, ReadOptions const& options);
-
 /// Adds columns of a table to a scan as parameters. What the scan has already must be the same.
 /// \param rowOfRun one per run; nothing for a run that the table does not know
 /// \param columns those to be added \param source for messages \throw ScanError

@@ -10,6 +10,7 @@
 #include <runsieve/core/read/NpzReader.h>
 #include <runsieve/core/read/ParameterCopies.h>
 #include <runsieve/core/read/ParameterTable.h>
+#include <runsieve/core/read/ParametersFile.h>
 #include <runsieve/core/read/TextReader.h>
 #include <runsieve/core/scan/ScanError.h>
 
