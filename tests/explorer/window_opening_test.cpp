@@ -5,12 +5,15 @@
 #include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/window/OpenWindows.h"
 #include "app/explorer/window/RecentMenu.h"
+#include "app/explorer/window/StartPage.h"
 
 #include <gmock/gmock.h>
 
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QMimeData>
+#include <QPushButton>
+#include <QSettings>
 
 namespace runsieve::test {
 namespace {
@@ -340,6 +343,50 @@ TEST_F(RecentScene, AMenuOffersTheFilesThatWereOpenedLast)
   menu().actions()[1]->trigger();
   ASSERT_TRUE(waitFor([this] { return document().scan().runs.size() == 40u; }) && settle());
   EXPECT_EQ(shown().first(), "first && last.csv");
+}
+
+TEST_F(RecentScene, AFileIsReadAsItWasReadLast)
+{
+  ASSERT_TRUE(openLines("with.csv"));
+  ReadOptions options;
+  options.ignore = {"B"};
+  window->open(file("with.csv"), options);
+  ASSERT_TRUE(waitFor([this] { return document().scan().outputs.size() == 1u; }) && settle());
+  ASSERT_TRUE(openLines("other.csv"));
+  ASSERT_EQ(document().scan().outputs.size(), 2u);
+  EXPECT_EQ(shown()[1], "with.csv");
+  EXPECT_THAT(menu().actions()[1]->toolTip().toStdString(), HasSubstr("read with --ignore B"));
+  EXPECT_THAT(menu().actions()[0]->toolTip().toStdString(), testing::Not(HasSubstr("read with")));
+  menu().actions()[1]->trigger();
+  ASSERT_TRUE(waitFor([this] { return document().scan().outputs.size() == 1u; }) && settle());
+  document().close();
+  window->findChild<app::StartPage*>()->setRecent({file("with.csv")});
+  for (QPushButton* each : window->findChild<app::StartPage*>()->findChildren<QPushButton*>()) {
+    if (each->text() != "with.csv") continue;
+    EXPECT_THAT(each->toolTip().toStdString(), HasSubstr("read with --ignore B"));
+    each->click();
+  }
+  ASSERT_TRUE(waitFor([this] { return document().isOpen(); }) && settle());
+  EXPECT_EQ(document().scan().outputs.size(), 1u);
+  window->open(file("with.csv"));
+  ASSERT_TRUE(waitFor([this] { return document().scan().outputs.size() == 2u; }) && settle());
+  EXPECT_TRUE(app::RecentFiles::optionsOf(file("with.csv")).ignore.empty()) << "the last time without";
+}
+
+TEST_F(RecentScene, HowFilesWereReadIsForgottenWithThemAndWithAnythingOdd)
+{
+  ReadOptions options;
+  options.time = "t";
+  app::RecentFiles::add(file("a.csv"), options);
+  EXPECT_EQ(app::RecentFiles::optionsOf(file("a.csv")).time, "t");
+  for (int i = 0; i < 2 * app::RecentFiles::most; ++i) app::RecentFiles::add(file("b") + QString::number(i));
+  EXPECT_EQ(app::RecentFiles::optionsOf(file("a.csv")).time, "");
+  app::RecentFiles::add(file("a.csv"), options);
+  QSettings().setValue("recent/reading", QVariantMap{{file("a.csv"), "odd"}});
+  EXPECT_EQ(app::RecentFiles::optionsOf(file("a.csv")).time, "");
+  app::RecentFiles::add(file("a.csv"), options);
+  app::RecentFiles::clear();
+  EXPECT_EQ(app::RecentFiles::optionsOf(file("a.csv")).time, "");
 }
 
 TEST_F(RecentScene, TheMenuStandsInThatOfFilesAfterTheWaysToOpenOthers)

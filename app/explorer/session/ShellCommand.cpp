@@ -51,26 +51,6 @@ std::string joined(std::vector<std::string> const& names)
   return text;
 }
 
-void addReading(Words& words, ReadOptions const& read)
-{
-  if (!read.time.empty()) add(words, "--time", read.time);
-  if (!read.run.empty()) add(words, "--run", read.run);
-  if (read.parameters) addAll(words, "--parameter", *read.parameters);
-  addAll(words, "--output", read.outputs);
-  addAll(words, "--ignore", read.ignore);
-  addAll(words, "--missing", read.missing);
-  if (!read.names.empty()) add(words, "--names", joined(read.names));
-  if (read.decimal != 0) add(words, "--decimal", std::string(1, read.decimal));
-  if (read.delimiter != 0) {
-    const bool isBlank = read.delimiter == ' ' || read.delimiter == '\t';
-    add(words, "--delimiter",
-        isBlank ? std::string(read.delimiter == ' ' ? "blank" : "tab") : std::string(1, read.delimiter));
-  }
-  if (!read.dataset.empty()) add(words, "--dataset", read.dataset);
-  if (!read.parametersFile.empty()) add(words, "--parameters", read.parametersFile);
-  if (read.exactTimes) words.emplace_back("--exact-times");
-}
-
 bool hasGates(Session const& session)
 {
   return std::any_of(session.gates.begin(), session.gates.end(),
@@ -101,7 +81,8 @@ void addMethod(Words& words, ComparisonMethod const& method)
 Words begun(char const* command, Session const& session)
 {
   Words words = {"runsieve", command, session.path.empty() ? std::string("scan.csv") : session.path};
-  addReading(words, session.read);
+  const Words reading = readingWords(session.read);
+  words.insert(words.end(), reading.begin(), reading.end());
   addGates(words, session);
   addMethod(words, session.method);
   return words;
@@ -198,6 +179,28 @@ std::string shellLine(std::vector<std::string> const& words)
   std::string line;
   for (std::string const& word : words) line += (line.empty() ? "" : " ") + shellWord(word);
   return line;
+}
+
+std::vector<std::string> readingWords(ReadOptions const& read)
+{
+  Words words;
+  if (!read.time.empty()) add(words, "--time", read.time);
+  if (!read.run.empty()) add(words, "--run", read.run);
+  if (read.parameters) addAll(words, "--parameter", *read.parameters);
+  addAll(words, "--output", read.outputs);
+  addAll(words, "--ignore", read.ignore);
+  addAll(words, "--missing", read.missing);
+  if (!read.names.empty()) add(words, "--names", joined(read.names));
+  if (read.decimal != 0) add(words, "--decimal", std::string(1, read.decimal));
+  if (read.delimiter != 0) {
+    const bool isBlank = read.delimiter == ' ' || read.delimiter == '\t';
+    add(words, "--delimiter",
+        isBlank ? std::string(read.delimiter == ' ' ? "blank" : "tab") : std::string(1, read.delimiter));
+  }
+  if (!read.dataset.empty()) add(words, "--dataset", read.dataset);
+  if (!read.parametersFile.empty()) add(words, "--parameters", read.parametersFile);
+  if (read.exactTimes) words.emplace_back("--exact-times");
+  return words;
 }
 
 std::vector<std::string> rankCommand(Session const& session)

@@ -14,6 +14,9 @@ namespace runsieve::app {
 /// Words as one command.
 [[nodiscard]] std::string shellLine(std::vector<std::string> const& words);
 
+/// The words by which a command reads a scan in the same way.
+[[nodiscard]] std::vector<std::string> readingWords(ReadOptions const& read);
+
 /// The words of the command that prints the table of the parameters of a session. Gates that are off are left
 /// out; nothing without gates, by which there is nothing to rank.
 [[nodiscard]] std::vector<std::string> rankCommand(Session const& session);

@@ -104,7 +104,8 @@ void ExplorerWindow::buildCentre()
   start = new StartPage;
   connect(start, &StartPage::openWanted, table->at("file.open"), &QAction::trigger);
   connect(start, &StartPage::exampleWanted, table->at("file.example"), &QAction::trigger);
-  connect(start, &StartPage::fileWanted, this, [this](QString const& path) { open(path); });
+  connect(start, &StartPage::fileWanted, this,
+          [this](QString const& path) { open(path, RecentFiles::optionsOf(path)); });
   runsPane = new RunsPane(content);
   connect(runsPane, &RunsPane::told, this, [this](QString const& text) { status->tell(text); });
   connect(&runsPane->zoom(), &RunsZoom::changed, this, &ExplorerWindow::refreshActions);

@@ -44,7 +44,7 @@ void Files::connectReader()
             session.clear();
             givenUp.reset();
             name = QFileInfo(reader.path()).fileName();
-            if (!source.path.empty()) RecentFiles::add(reader.path());
+            if (!source.path.empty()) RecentFiles::add(reader.path(), source.read);
           });
   for (Opening* one : {&reader, &loader.opening()}) {
     connect(one, &Opening::begun, this, &Files::begun);

@@ -20,7 +20,7 @@ void RecentMenu::fill()
   const QStringList names = RecentFiles::namesOf(files);
   for (int i = 0; i < files.size(); ++i) {
     QAction* action = addAction(menuText(names[i]));
-    action->setToolTip(toolTipText(files[i]));
+    action->setToolTip(RecentFiles::tipOf(files[i]));
     connect(action, &QAction::triggered, this, [this, path = files[i]] { Q_EMIT fileWanted(path); });
   }
   if (files.isEmpty()) {

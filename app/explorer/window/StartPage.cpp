@@ -74,12 +74,11 @@ void StartPage::setRecent(QStringList const& files)
   const QStringList names = RecentFiles::namesOf(files);
   for (int i = 0; i < files.size(); ++i) {
     const QString file = files[i];
-    const QFileInfo info(file);
     auto* link = new QPushButton(menuText(names[i]));
     link->setFlat(true);
     link->setStyleSheet("text-align: left");
-    link->setToolTip(toolTipText(info.absoluteFilePath()));
-    link->setEnabled(info.exists());
+    link->setToolTip(RecentFiles::tipOf(file));
+    link->setEnabled(QFileInfo::exists(file));
     connect(link, &QPushButton::clicked, this, [this, file] { Q_EMIT fileWanted(file); });
     recent->addWidget(link);
   }

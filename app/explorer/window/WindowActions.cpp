@@ -2,6 +2,7 @@
 #include "app/explorer/gates/GatesPane.h"
 #include "app/explorer/parameters/ParametersPane.h"
 #include "app/explorer/runs/RunsPane.h"
+#include "app/explorer/session/RecentFiles.h"
 #include "app/explorer/session/ShellCommand.h"
 #include "app/explorer/sets/SetsPane.h"
 #include "app/explorer/tables/RunTable.h"
@@ -57,7 +58,8 @@ void ExplorerWindow::connectFileActions()
   table->on("file.open", [this] { disk->chooseFile(); });
   table->on("file.folder", [this] { disk->chooseFolder(); });
   auto* recent = new RecentMenu(this);
-  connect(recent, &RecentMenu::fileWanted, this, [this](QString const& path) { open(path); });
+  connect(recent, &RecentMenu::fileWanted, this,
+          [this](QString const& path) { open(path, RecentFiles::optionsOf(path)); });
   table->menu("&File")->insertMenu(table->at("file.example"), recent);
   table->on("file.example", [this] { disk->openExample(); });
   table->on("file.reread", [this] { disk->reread(); });
