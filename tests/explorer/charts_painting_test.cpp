@@ -635,6 +635,18 @@ TEST_F(RowsOfTexts, AreTheMostFrequentOnesAndTheRestIfThereIsNot)
   EXPECT_EQ(rows[2].others, 0.0);
 }
 
+TEST_F(RowsOfTexts, HaveTheOneWhoseSharesDifferMostAmongThem)
+{
+  groups = {{3, 3, 0, 0, 2, 0}, {9, 8, 7, 6, 0, 0}, 8, 30}; // e: 0.25, a: 0.075, c: 0.23
+  const auto rows = app::textRows(parameter, groups, 3);
+  ASSERT_EQ(rows.size(), 3u);
+  EXPECT_EQ(rows[0].text, "a") << "the most frequent one";
+  EXPECT_EQ(rows[1].text, "e");
+  EXPECT_EQ(rows[1].passing, 0.25);
+  EXPECT_EQ(rows[2].texts, (std::vector<std::size_t>{1, 2, 3, 5}));
+  EXPECT_EQ(app::textRows(parameter, groups, 2)[0].text, "e");
+}
+
 TEST_F(RowsOfTexts, OfAGroupWithoutRunsHaveNoShares)
 {
   groups.others.assign(6, 0);

@@ -53,6 +53,17 @@ std::vector<TextRow> textRows(ScanParameter const& parameter, TextGroups const& 
     auto const runs = [&](std::size_t text) { return groups.passing[text] + groups.others[text]; };
     std::stable_sort(shown.begin(), shown.end(),
                      [&](std::size_t a, std::size_t b) { return runs(a) > runs(b); });
+    // The one that makes the distance of the groups is shown in any case.
+    auto const difference = [&](std::size_t text) {
+      return std::fabs(shareOf(groups.passing[text], groups.allPassing) -
+                       shareOf(groups.others[text], groups.allOthers));
+    };
+    if (groups.allPassing > 0 && groups.allOthers > 0) {
+      const auto strongest = std::max_element(shown.begin(), shown.end(), [&](std::size_t a, std::size_t b) {
+        return difference(a) < difference(b);
+      });
+      std::rotate(shown.begin(), strongest, strongest + 1);
+    }
     const auto end = shown.begin() + static_cast<std::ptrdiff_t>(std::max<std::size_t>(most, 2) - 1);
     rest.texts.assign(end, shown.end());
     shown.erase(end, shown.end());

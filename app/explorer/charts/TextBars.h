@@ -49,8 +49,8 @@ struct TextRow
   [[nodiscard]] Share shareIn(std::vector<std::size_t> const& wanted) const;
 };
 
-/// As many rows as there is room for: texts in the order of the scan; if they are too many, the most frequent
-/// ones, and one row for all the rest. \param most at least 2
+/// As many rows as there is room for: texts in the order of the scan; if they are too many, the one whose
+/// shares differ most and the most frequent ones, and one row for all the rest. \param most at least 2
 [[nodiscard]] std::vector<TextRow> textRows(ScanParameter const& parameter, TextGroups const& groups,
                                             std::size_t most);
 

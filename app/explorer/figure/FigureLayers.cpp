@@ -2,6 +2,8 @@
 
 #include "app/explorer/charts/RunBands.h"
 
+#include <QStringList>
+
 namespace runsieve::app {
 
 std::vector<FigureLayer> figureLayers(FigureContent const& content, FigureOptions const& options,
@@ -25,10 +27,16 @@ std::vector<FigureLayer> figureLayers(FigureContent const& content, FigureOption
 
 QString othersText(FigureContent const& content, FigureOptions const& options)
 {
+  if (!content.sieves) return {};
   const bool isTold = content.focus != Focus::Hidden && bandsKindOf(options.runsLook);
-  if (!content.sieves || isTold) return {};
-  const QString text = "parameters: dark are the other runs";
-  return options.counts ? text + QString(" (%L1)").arg(content.passing.complement().count()) : text;
+  RunSet others = content.eligible;
+  others -= content.passing;
+  QStringList parts;
+  if (!isTold) parts << "dark are the other runs";
+  if (!isTold && options.counts) parts.last() += QString(" (%L1)").arg(others.count());
+  if (const std::size_t left = content.eligible.complement().count(); left > 0)
+    parts << QString("%L1 %2 no part").arg(left).arg(left == 1 ? "run takes" : "runs take");
+  return parts.isEmpty() ? QString() : "parameters: " + parts.join(", ");
 }
 
 QString legendText(FigureLayer const& layer, FigureOptions const& options)
