@@ -7,6 +7,7 @@
 #include "app/explorer/charts/PinColors.h"
 #include "app/explorer/charts/PlotNames.h"
 #include "app/explorer/charts/RoundedValue.h"
+#include "app/explorer/charts/StackedPlaces.h"
 #include "app/explorer/charts/TextBars.h"
 
 #include <runsieve/core/coverage/ColorRamp.h>
@@ -379,7 +380,9 @@ struct PaintedLabels : PaintedCharts
     QPainter painter(&paper);
     app::PlotNames names(plot, theme);
     painter.setFont(theme.font);
-    for (auto const& [name, end] : ends) names.paintAtEnd(painter, name, Qt::red, end);
+    std::vector<app::EndName> all;
+    for (auto const& [name, end] : ends) all.push_back({name, Qt::red, end});
+    names.paintAtEnds(painter, all);
     return paper.painting();
   }
 };
@@ -410,6 +413,65 @@ TEST_F(PaintedLabels, KeepApartWhileThereIsRoomAbove)
   EXPECT_GT(bases[1] - bases[0], 0.8 * metrics.height());
   EXPECT_GT(bases[2] - bases[1], 0.8 * metrics.height());
   EXPECT_GT(paper.text("4")->box().top(), 190.0) << "nothing is in its way";
+}
+
+TEST_F(PaintedLabels, StandInTheOrderOfTheEndsWhateverTheirOwn)
+{
+  const Painting paper =
+      labelsAt({{"low", {500, 210}}, {"high", {500, 190}}, {"next", {500, 191}}, {"middle", {500, 200}}});
+  double former = 0.0;
+  for (char const* name : {"high", "next", "middle", "low"}) {
+    const double base = paper.text(name)->box().top();
+    EXPECT_GE(base, former + 0.99 * metrics.height()) << name;
+    former = base;
+  }
+}
+
+TEST_F(PaintedLabels, ThatHadToGoAwayHaveALineToTheirEnds)
+{
+  std::vector<std::pair<QString, QPointF>> ends = {{"alone", {300, 150}}};
+  for (int i = 0; i < 7; ++i) ends.push_back({QString::number(i), {500.0, 200.0}});
+  const Painting paper = labelsAt(ends);
+  std::vector<double> leads;
+  for (Drawn const& line : paper.of(Kind::Line)) {
+    EXPECT_EQ(line.pen.color(), QColor(Qt::red));
+    EXPECT_EQ(line.box().right(), 500.0);
+    leads.push_back(line.box().height());
+  }
+  ASSERT_EQ(leads.size(), 5u) << "three above and two below; the others are near";
+  EXPECT_GT(leads[0], metrics.height());
+}
+
+TEST_F(PaintedLabels, AreLeftOutWhereThePlotIsTooLow)
+{
+  std::vector<std::pair<QString, QPointF>> ends;
+  for (int i = 0; i < 100; ++i) ends.push_back({QString::number(i), {500.0, plot.top() + i}});
+  const Painting paper = labelsAt(ends);
+  const auto room = static_cast<int>(plot.height() / metrics.height());
+  EXPECT_EQ(paper.texts().size(), room);
+  EXPECT_NE(paper.text("0"), nullptr);
+  EXPECT_EQ(paper.text("99"), nullptr);
+}
+
+TEST(StackedPlaces, AreThoseThatAreWantedIfNoneIsInTheWay)
+{
+  EXPECT_THAT(app::stackedPlaces({1.0, 30.0, 50.0}, 10.0, 0.0, 100.0), testing::ElementsAre(1.0, 30.0, 50.0));
+  EXPECT_THAT(app::stackedPlaces({}, 10.0, 0.0, 100.0), testing::IsEmpty());
+}
+
+TEST(StackedPlaces, MoveAsLittleAsCanBe)
+{
+  EXPECT_THAT(app::stackedPlaces({40.0, 40.0}, 10.0, 0.0, 100.0), testing::ElementsAre(35.0, 45.0));
+  EXPECT_THAT(app::stackedPlaces({40.0, 41.0, 48.0}, 10.0, 0.0, 100.0),
+              testing::ElementsAre(33.0, 43.0, 53.0));
+}
+
+TEST(StackedPlaces, StayBetweenTheEnds)
+{
+  EXPECT_THAT(app::stackedPlaces({-5.0, 3.0}, 10.0, 0.0, 100.0), testing::ElementsAre(0.0, 10.0));
+  EXPECT_THAT(app::stackedPlaces({95.0, 99.0}, 10.0, 0.0, 100.0), testing::ElementsAre(80.0, 90.0));
+  EXPECT_THAT(app::stackedPlaces({5.0, 6.0}, 10.0, 0.0, 15.0), testing::ElementsAre(0.0, 10.0))
+      << "too short";
 }
 
 TEST_F(PaintedLabels, OfRectanglesStandInTheirOwnIfTheNextOneIsAbove)

@@ -1,9 +1,12 @@
 #include "app/explorer/charts/PlotNames.h"
 
+#include "app/explorer/charts/StackedPlaces.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace runsieve::app {
 
@@ -33,11 +36,11 @@ QRectF PlotNames::placeFor(QSizeF const& size, double left, std::vector<double> 
   return best;
 }
 
-void PlotNames::paint(QPainter& painter, QString const& text, QColor const& color, double left,
-                      std::vector<double> const& tops)
+QRectF PlotNames::paint(QPainter& painter, QString const& text, QColor const& color, double left,
+                        std::vector<double> const& tops)
 {
   constexpr double opacity = 0.7; // of the ground
-  if (text.isEmpty()) return;
+  if (text.isEmpty()) return {};
   const QFontMetricsF metrics(theme.font);
   const QRectF place = placeFor({metrics.horizontalAdvance(text), metrics.height()}, left, tops);
   taken.push_back(place);
@@ -49,6 +52,7 @@ void PlotNames::paint(QPainter& painter, QString const& text, QColor const& colo
   painter.drawRect(place.adjusted(-beyond, 0.0, beyond, 0.0).intersected(plot));
   painter.setPen(color);
   painter.drawText(QPointF(place.left(), place.top() + metrics.ascent()), text);
+  return place;
 }
 
 void PlotNames::paintAtShape(QPainter& painter, QString const& name, QColor const& color, QRectF const& shape,
@@ -73,16 +77,47 @@ void PlotNames::paintAtShape(QPainter& painter, QString const& name, QColor cons
   paint(painter, text, color, left, tops);
 }
 
-void PlotNames::paintAtEnd(QPainter& painter, QString const& name, QColor const& color, QPointF const& end)
+void PlotNames::paintColumn(QPainter& painter, std::vector<EndName> names)
+{
+  const QFontMetricsF metrics(theme.font);
+  const double height = metrics.height();
+  const auto room = static_cast<std::size_t>(std::max(1.0, plot.height() / height));
+  if (names.size() > room) names.resize(room);
+  std::stable_sort(names.begin(), names.end(),
+                   [](EndName const& a, EndName const& b) { return a.end.y() < b.end.y(); });
+  std::vector<double> wanted;
+  for (EndName const& name : names) wanted.push_back(name.end.y() - height);
+  const std::vector<double> tops = stackedPlaces(wanted, height, plot.top(), plot.bottom());
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    EndName const& name = names[i];
+    const double left = name.end.x() - metrics.horizontalAdvance(name.text) - theme.gap;
+    const QRectF place = paint(painter, name.text, name.color, left, {tops[i]});
+    constexpr double near = 1.25; // heights from its middle
+    if (std::fabs(place.center().y() - name.end.y()) < near * height) continue;
+    painter.setPen(QPen(name.color, theme.line));
+    painter.drawLine(QPointF(place.right(), place.center().y()), name.end);
+  }
+}
+
+void PlotNames::paintAtEnds(QPainter& painter, std::vector<EndName> names)
 {
   constexpr double widest = 0.3; // of the plot
   const QFontMetricsF metrics(theme.font);
-  const QString text = elided(name, theme.font, widest * plot.width());
-  std::vector<double> tops;
-  for (double top = end.y() - metrics.height(); top > plot.top(); top -= 0.9 * metrics.height())
-    tops.push_back(top);
-  tops.push_back(plot.top());
-  paint(painter, text, color, end.x() - metrics.horizontalAdvance(text) - theme.gap, tops);
+  double width = 0.0;
+  for (EndName& name : names) {
+    name.text = elided(name.text, theme.font, widest * plot.width());
+    width = std::max(width, metrics.horizontalAdvance(name.text) + theme.gap);
+  }
+  // Lines that end side by side share a column.
+  while (!names.empty()) {
+    const auto last = std::max_element(
+        names.begin(), names.end(), [](EndName const& a, EndName const& b) { return a.end.x() < b.end.x(); });
+    const double from = last->end.x() - width;
+    const auto rest = std::stable_partition(names.begin(), names.end(),
+                                            [&](EndName const& name) { return name.end.x() > from; });
+    paintColumn(painter, {names.begin(), rest});
+    names.erase(names.begin(), rest);
+  }
 }
 
 } // namespace runsieve::app

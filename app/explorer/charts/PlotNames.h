@@ -2,6 +2,8 @@
 
 #include "app/explorer/charts/Theme.h"
 
+#include <QColor>
+#include <QPointF>
 #include <QRectF>
 #include <QString>
 
@@ -11,6 +13,14 @@
 class QPainter;
 
 namespace runsieve::app {
+
+/// A name for the end of a line.
+struct EndName
+{
+  QString text;
+  QColor color;
+  QPointF end;
+};
 
 /// Names of things in a plot. Each stands on a pale ground, so that it can be read over runs, and where no
 /// other one stands if there is such a place.
@@ -22,18 +32,22 @@ public:
 
   /// In the font of the theme, which the painter has. \param left where it begins, as far as the plot reaches
   /// \param tops of its places, the best one first; those outside the plot don't count
-  void paint(QPainter& painter, QString const& text, QColor const& color, double left,
-             std::vector<double> const& tops);
+  /// \return where it stands
+  QRectF paint(QPainter& painter, QString const& text, QColor const& color, double left,
+               std::vector<double> const& tops);
   /// Rectangles whose names are to be painted: a name stands in that of another one only if it must.
   void expect(std::vector<QRectF> ofAll) { shapes = std::move(ofAll); }
   /// At a rectangle, clear of its sides: above it, within a high one, below it, at the ends of the plot. Long
   /// names are cut. \param clear room between the upper side and a name above it
   void paintAtShape(QPainter& painter, QString const& name, QColor const& color, QRectF const& shape,
                     double clear);
-  /// Left above the end of a line, as near to it as there is a place; else at the top. Long names are cut.
-  void paintAtEnd(QPainter& painter, QString const& name, QColor const& color, QPointF const& end);
+  /// Left above the ends of lines, in the order of the ends from top to bottom and as near to them as all
+  /// have a place; a thin line leads from a name that had to go away to its end. Long names are cut; where
+  /// the plot is too low for all the last ones are left out.
+  void paintAtEnds(QPainter& painter, std::vector<EndName> names);
 
 private:
+  void paintColumn(QPainter& painter, std::vector<EndName> names);
   [[nodiscard]] QRectF placeFor(QSizeF const& size, double left, std::vector<double> const& tops) const;
 
   QRectF plot;

@@ -204,6 +204,7 @@ void RunsFigure::paintPinned(QPainter& painter, PlotNames& names) const
   const QRectF plot = frame.plot();
   const PinColors colors(content.sets, theme);
   std::size_t number = 0;
+  std::vector<EndName> ends;
   for (std::size_t const run : content.pinned) {
     if (run >= content.scan->runs.size()) continue;
     const QColor color = colors.of(number++);
@@ -217,9 +218,9 @@ void RunsFigure::paintPinned(QPainter& painter, PlotNames& names) const
       painter.setPen(QPen(color, theme.curve, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
       painter.drawPolyline(part);
     }
-    names.paintAtEnd(painter, QString::fromStdString(content.scan->runs[run].key), color,
-                     parts.back().last());
+    ends.push_back({QString::fromStdString(content.scan->runs[run].key), color, parts.back().last()});
   }
+  names.paintAtEnds(painter, std::move(ends));
 }
 
 } // namespace runsieve::app

@@ -166,7 +166,7 @@ void RunsOverlay::paintRuns(QPainter& painter) const
   painter.setFont(theme.font);
   const PinColors colors(document.state().sets, theme);
   std::size_t number = 0;
-  PlotNames names(frame.plot(), theme);
+  std::vector<EndName> ends;
   Scan const& scan = document.scan();
   for (std::size_t const run : document.pinnedRuns()) {
     const QColor color = colors.of(number++);
@@ -176,10 +176,11 @@ void RunsOverlay::paintRuns(QPainter& painter) const
     for (std::size_t i = scan.times.size(); i-- > 0;) {
       const QPointF end = frame.at(scan.times[i], values[i]);
       if (!frame.plot().contains(end)) continue;
-      names.paintAtEnd(painter, QString::fromStdString(scan.runs[run].key), color, end);
+      ends.push_back({QString::fromStdString(scan.runs[run].key), color, end});
       break;
     }
   }
+  PlotNames(frame.plot(), theme).paintAtEnds(painter, std::move(ends));
   if (auto const run = document.hoveredRun()) paintRun(painter, *run, theme.hover, theme.curve);
   painter.restore();
 }
