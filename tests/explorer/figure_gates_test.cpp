@@ -137,7 +137,48 @@ TEST_F(FigureGates, OnParametersAreInNoChartOfOutputs)
   addGate(gate);
   drawGates();
   EXPECT_THAT(areas(), SizeIs(0));
-  EXPECT_FALSE(says("Gate 1"));
+  EXPECT_TRUE(says("Gate 1: k1 in 0.2..0.8")) << "but the legend tells them";
+  options.gates = false;
+  draw(drawn);
+  EXPECT_FALSE(says("Gate 1: k1 in 0.2..0.8"));
+}
+
+TEST_F(FigureGates, OfRunsAndOnOutputsThatAreNotShownAreToldInTheLegend)
+{
+  addGate(gateOnA(0.1, 0.9));
+  Gate other = gateOnA(0.0, 1.0);
+  other.column = "B";
+  addGate(other);
+  Gate few;
+  few.kind = GateKind::Runs;
+  few.runs = {RunKey("3"), RunKey("5")};
+  addGate(few);
+  options.outputs = {0};
+  drawGates();
+  EXPECT_TRUE(says("Gate 2: B @ 2..4 in 0..1"));
+  EXPECT_TRUE(says("Gate 3: runs 3, 5"));
+  EXPECT_TRUE(says("Gate 1")) << "it stands in the chart";
+  options.outputs = {0, 1};
+  draw(drawn);
+  EXPECT_FALSE(says("Gate 2: B @ 2..4 in 0..1"));
+}
+
+TEST_F(FigureGates, ThatAreManyAreCountedInTheLegend)
+{
+  for (int i = 0; i < 6; ++i) {
+    Gate gate;
+    gate.column = "k1";
+    gate.range = {0.0, 2.0 + i};
+    addGate(gate);
+  }
+  drawGates();
+  EXPECT_TRUE(says("Gate 3: k1 in 0..4"));
+  EXPECT_FALSE(says("Gate 4: k1 in 0..5"));
+  EXPECT_TRUE(says("and 3 more gates"));
+  document.undoStack().undo();
+  document.undoStack().undo();
+  drawGates();
+  EXPECT_TRUE(says("Gate 4: k1 in 0..5"));
 }
 
 TEST_F(FigureGates, BeyondTheTimesThatAreShownAreLeftOutAndThoseAtTheirEndAreCutOff)

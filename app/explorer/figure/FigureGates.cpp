@@ -4,6 +4,8 @@
 #include "app/explorer/charts/GateLook.h"
 #include "app/explorer/runs/GateShapes.h"
 
+#include <runsieve/core/gate/GateText.h>
+
 #include <QPainter>
 
 #include <algorithm>
@@ -45,6 +47,22 @@ void paintFigureGates(QPainter& painter, FigureContent const& content, std::size
     for (QPolygonF const& part : clippedLine(QPolygonF(shape), plot)) painter.drawPolyline(part);
     names.paintAtShape(painter, QString::fromStdString(named->name), theme.gate, shape, theme.line);
   }
+}
+
+QStringList unseenGates(FigureContent const& content, std::vector<std::size_t> const& outputs)
+{
+  constexpr int most = 4;
+  QStringList texts;
+  for (NamedGate const& named : content.gates) {
+    const bool isSeen = hasShape(named.gate) && std::any_of(outputs.begin(), outputs.end(), [&](auto output) {
+                          return isOnOutput(named.gate, *content.scan, output);
+                        });
+    if (!isSeen)
+      texts << QString::fromStdString(named.name) + ": " + QString::fromStdString(formatGate(named.gate));
+  }
+  if (texts.size() <= most) return texts;
+  const int more = texts.size() - most + 1;
+  return texts.mid(0, most - 1) << QString("and %1 more gates").arg(more);
 }
 
 } // namespace runsieve::app

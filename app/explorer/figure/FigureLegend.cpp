@@ -19,7 +19,7 @@ QString lookText(FigureOptions const& options)
 } // namespace
 
 FigureLegend::FigureLegend(std::vector<FigureLayer> const& ofLayers, FigureOptions const& options,
-                           QString const& note, Theme const& ofTheme, double ofWidth)
+                           QStringList const& more, Theme const& ofTheme, double ofWidth)
     : layers(ofLayers), theme(ofTheme), metrics(theme.font), width(ofWidth)
 {
   double x = theme.gap;
@@ -37,7 +37,7 @@ FigureLegend::FigureLegend(std::vector<FigureLayer> const& ofLayers, FigureOptio
     texts.push_back(elided(legendText(layer, options), theme.font, width - swatch() - 4.0 * theme.gap));
     places.push_back(place(swatch() + theme.gap + metrics.horizontalAdvance(texts.back())));
   }
-  for (QString const& text : {lookText(options), note}) {
+  for (QString const& text : QStringList(lookText(options)) + more) {
     if (text.isEmpty()) continue;
     notes.push_back(elided(text, theme.font, width - 2.0 * theme.gap));
     notePlaces.push_back(place(metrics.horizontalAdvance(notes.back())));

@@ -7,6 +7,7 @@
 #include <QPointF>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -19,9 +20,9 @@ namespace runsieve::app {
 class FigureLegend
 {
 public:
-  /// All but the note must outlive this object. \param note what else is to be said; may be empty
-  /// \param width of the lines
-  FigureLegend(std::vector<FigureLayer> const& layers, FigureOptions const& options, QString const& note,
+  /// Layers, options and theme must outlive this object. \param more what else is to be said \param width of
+  /// the lines
+  FigureLegend(std::vector<FigureLayer> const& layers, FigureOptions const& options, QStringList const& more,
                Theme const& theme, double width);
 
   [[nodiscard]] double height() const;

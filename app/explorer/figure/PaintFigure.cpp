@@ -2,6 +2,7 @@
 
 #include "app/cli/RankReport.h"
 #include "app/explorer/charts/AxisTicks.h"
+#include "app/explorer/figure/FigureGates.h"
 #include "app/explorer/figure/FigureLegend.h"
 #include "app/explorer/figure/ParameterFigure.h"
 #include "app/explorer/figure/RunsFigure.h"
@@ -73,8 +74,7 @@ public:
     notes.legendShown =
         options.legend && (outputs.empty() || plotHeight(charts.size()) >= leastLines * metrics.height());
     if (notes.legendShown) {
-      const FigureLegend legend(layers, options, small.isEmpty() ? QString() : legendNote(), theme,
-                                charts.width());
+      const FigureLegend legend(layers, options, legendNotes(!small.isEmpty()), theme, charts.width());
       runs.setBottom(runs.bottom() - legend.height());
       legend.paint(painter, runs.bottomLeft());
     }
@@ -105,16 +105,19 @@ private:
     return place.bottom() + theme.gap;
   }
 
-  [[nodiscard]] QString legendNote() const
+  [[nodiscard]] QStringList legendNotes(bool hasParameters) const
   {
-    return parameters.empty() ? QString() : othersText(content, options);
+    QStringList notes;
+    if (hasParameters && !parameters.empty()) notes << othersText(content, options);
+    if (options.gates) notes << unseenGates(content, outputs);
+    return notes;
   }
 
   /// Height of a plot of the runs in a room.
   [[nodiscard]] double plotHeight(QSizeF const& room) const
   {
     const double legend =
-        options.legend ? FigureLegend(layers, options, legendNote(), theme, room.width()).height() : 0.0;
+        options.legend ? FigureLegend(layers, options, legendNotes(true), theme, room.width()).height() : 0.0;
     const RunsFigure lowest(content, options, theme, layers, outputs.back());
     const double each = (room.height() - legend - lowest.timeHeight()) / static_cast<double>(outputs.size());
     return each - theme.tick - 0.6 * metrics.height();

@@ -35,6 +35,11 @@ template <class Ends, class Value> void setEnds(Ends& first, Ends& last, Value a
 
 } // namespace
 
+bool hasShape(Gate const& gate)
+{
+  return isRectangle(gate.kind) || isTimeRange(gate.kind);
+}
+
 std::optional<QRectF> shapeOf(Gate const& gate, ChartFrame const& frame)
 {
   const QRectF plot = frame.plot();

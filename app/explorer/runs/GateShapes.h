@@ -22,6 +22,9 @@ struct GateGrip
   [[nodiscard]] bool isWhole() const { return !left && !right && !top && !bottom; }
 };
 
+/// Whether gates of a kind like this stand in the chart of their output, if it is one.
+[[nodiscard]] bool hasShape(Gate const& gate);
+
 /// Where a gate on an output stands in the chart of that output: from its first to its last time and over its
 /// range; what is open reaches to the ends of the chart. Nothing for gates that are no rectangles.
 [[nodiscard]] std::optional<QRectF> shapeOf(Gate const& gate, ChartFrame const& frame);
