@@ -36,17 +36,17 @@ std::size_t parameterNamed(std::string const& name, Scan const& scan)
   throw std::runtime_error("the scan has no parameter \"" + name + "\"");
 }
 
-std::set<std::size_t> runsNamed(std::string const& text, Scan const& scan)
+PinnedRuns runsNamed(std::string const& text, Scan const& scan)
 {
   const std::vector<RunKey> keys = keysOfRuns(text);
   std::vector<RunKey> absent;
-  const std::vector<std::size_t> runs = runsOf(keys, scan, &absent).members();
+  const std::vector<std::size_t> runs = orderedRuns(keys, scan, absent);
   // A range may have gaps, as in a gate on runs.
   if (std::any_of(keys.begin(), keys.end(), [&](RunKey const& key) {
         return std::find(absent.begin(), absent.end(), key) != absent.end();
       }))
     throw std::runtime_error("the scan lacks some of the runs " + text);
-  return {runs.begin(), runs.end()};
+  return PinnedRuns(runs);
 }
 
 /// What the session in the sieve file of a command keeps besides gates; nothing if there is none.

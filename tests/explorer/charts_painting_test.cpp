@@ -18,6 +18,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace runsieve::test {
 namespace {
@@ -521,14 +522,27 @@ TEST_F(PaintedCharts, PinnedRunsHaveColoursThatNoShownSetHas)
   app::NamedSet hidden;
   hidden.color = 1;
   hidden.shown = false;
-  const app::PinColors colors({shown, hidden}, theme);
-  EXPECT_EQ(colors.of(0), theme.sets[1]);
-  EXPECT_EQ(colors.of(6), theme.sets[7]);
-  EXPECT_EQ(colors.of(7), theme.sets[1]) << "and again from the first";
+  const app::PinnedRuns pins({30, 20, 10});
+  const app::PinColors colors({shown, hidden}, pins, theme);
+  EXPECT_EQ(colors.of(20), theme.sets[1]);
+  EXPECT_EQ(colors.of(10), theme.sets[2]);
+  EXPECT_EQ(colors.of(30), theme.sets[3]) << "its own, the first, is that of the set";
   std::vector<app::NamedSet> all(theme.sets.size());
   for (std::size_t i = 0; i < all.size(); ++i) all[i].color = i;
-  EXPECT_EQ(app::PinColors(all, theme).of(0), theme.sets[0]) << "better one that is taken than none";
-  EXPECT_EQ(app::PinColors({}, theme).of(2), theme.sets[2]);
+  EXPECT_EQ(app::PinColors(all, pins, theme).of(30), theme.sets[0]) << "better one that is taken than none";
+  EXPECT_EQ(app::PinColors({}, pins, theme).of(10), theme.sets[2]);
+}
+
+TEST_F(PaintedCharts, MorePinnedRunsThanColoursBeginAnewWithThem)
+{
+  std::vector<std::size_t> runs(theme.sets.size() + 2);
+  std::iota(runs.begin(), runs.end(), std::size_t(0));
+  const app::PinnedRuns pins(runs);
+  EXPECT_EQ(app::PinColors({}, pins, theme).of(theme.sets.size() + 1), theme.sets[1]);
+  app::NamedSet shown;
+  const app::PinColors colors({shown}, pins, theme);
+  EXPECT_EQ(colors.of(0), theme.sets[1]) << "all that are left have a run";
+  EXPECT_EQ(colors.of(theme.sets.size()), theme.sets[2]);
 }
 
 TEST_F(PaintedLabels, StayBelowTheTopOfThePlot)

@@ -227,6 +227,20 @@ TEST_F(KeptCharts, ShowPinnedRunsWithTheirNames)
   QToolTip::hideText();
 }
 
+TEST_F(KeptCharts, NamePinnedRunsInTheirColoursWhateverTheOrder)
+{
+  document.pin({8});
+  document.pin({3, 8});
+  PaintRecorder paper;
+  QPainter painter(&paper);
+  const app::ChartFrame frame({0, 0, 600, 300}, {app::AxisMap(-0.2, 1.2), {}}, {app::AxisMap(0, 1), {}},
+                              theme());
+  app::paintPins(painter, document, 2, frame, theme());
+  const Painting drawn = paper.painting();
+  EXPECT_EQ(drawn.text("9")->pen.color(), theme().sets[0]);
+  EXPECT_EQ(drawn.text("4")->pen.color(), theme().sets[1]);
+}
+
 TEST_F(KeptCharts, TellOfManyPinnedRunsTheFirstOnes)
 {
   std::set<std::size_t> pins;

@@ -306,6 +306,16 @@ TEST_F(RunsOverlayScene, PinnedRunsHaveColoursOfTheirOwnAndTheirKeysAtTheEnd)
   }
 }
 
+TEST_F(RunsOverlayScene, APinnedRunKeepsItsColourWhenAnotherIsPinned)
+{
+  document.pin({8});
+  const QColor before = runs().text("9")->pen.color();
+  document.pin({3, 8});
+  const Painting paper = runs();
+  EXPECT_EQ(paper.text("9")->pen.color(), before);
+  EXPECT_NE(paper.text("4")->pen.color(), before);
+}
+
 TEST_F(RunsOverlayScene, MoreRunsThanColoursBeginTheColoursAnew)
 {
   std::set<std::size_t> many;

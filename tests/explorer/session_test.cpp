@@ -84,6 +84,18 @@ TEST_F(SessionScene, EverythingComesBack)
   EXPECT_FALSE(document.undoStack().canUndo());
 }
 
+TEST_F(SessionScene, PinnedRunsKeepTheirColours)
+{
+  openData();
+  document.pin({9});
+  document.pin({4, 9});
+  const QString path = folder.filePath("work.sieve");
+  app::writeSession(path, app::sessionOf(document));
+  document.close();
+  openSession(path);
+  EXPECT_THAT(document.pins().inOrder(), ElementsAre(9, 4));
+}
+
 TEST_F(SessionScene, ReadOptionsComeBackAndAreUsed)
 {
   app::Session session = sessionOfData();

@@ -2,6 +2,7 @@
 
 #include "app/cli/CommandLine.h"
 #include "app/cli/FigureGrammar.h"
+#include "app/explorer/figure/FigureSettings.h"
 #include "app/explorer/session/ShellCommand.h"
 
 #include <runsieve/core/gate/GateText.h>
@@ -226,6 +227,13 @@ TEST_F(SessionScene, TheLinesOfADocumentMakeItsTableAndPicture)
   EXPECT_EQ(lines.rfind("runsieve rank ", 0), 0u);
   EXPECT_THAT(lines, testing::HasSubstr("\nrunsieve render "));
   EXPECT_THAT(lines, testing::HasSubstr(" --figure "));
+  app::FigureOptions last;
+  last.width = 85.0;
+  last.runsLook = app::RunsLook::Bands;
+  app::keepFigureOptions(last);
+  const std::string next = app::commandOf(document);
+  EXPECT_THAT(next, testing::HasSubstr(" --width-mm 85 ")) << "as the last figure";
+  EXPECT_THAT(next, testing::Not(testing::HasSubstr("--quantiles"))) << "but what the window shows";
 }
 
 } // namespace

@@ -1,26 +1,30 @@
 #pragma once
 
 #include "app/explorer/charts/Theme.h"
+#include "app/explorer/document/PinnedRuns.h"
 #include "app/explorer/document/State.h"
 
 #include <QColor>
 
 #include <cstddef>
+#include <map>
 #include <vector>
 
 namespace runsieve::app {
 
-/// The colours of pinned runs in their order: those that no shown set has, so that a run is not taken for a
-/// member; all of them if sets have them all.
+/// The colours of pinned runs, by their numbers. One that a shown set has goes to none, so that a run is not
+/// taken for a member: the run whose it is has another one that is free, all others keep theirs. If sets have
+/// all colours, runs have them as well.
 class PinColors
 {
 public:
-  PinColors(std::vector<NamedSet> const& sets, Theme const& theme);
+  PinColors(std::vector<NamedSet> const& sets, PinnedRuns const& pins, Theme const& theme);
 
-  [[nodiscard]] QColor const& of(std::size_t pin) const { return colors[pin % colors.size()]; }
+  /// Of a pinned run.
+  [[nodiscard]] QColor const& of(std::size_t run) const { return colors.at(run); }
 
 private:
-  std::vector<QColor> colors;
+  std::map<std::size_t, QColor> colors; ///< by run
 };
 
 } // namespace runsieve::app

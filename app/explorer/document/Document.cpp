@@ -54,7 +54,7 @@ void Document::open(std::shared_ptr<Scan const> scan, ScanSource source, State s
   steps.clear();
   moving.reset();
   hovered.reset();
-  pinned.clear();
+  pinned = {};
   chosenGate.reset();
   comparer.reset();
   compared.reset();
@@ -236,14 +236,20 @@ void Document::hover(std::optional<std::size_t> run)
 
 void Document::pin(std::set<std::size_t> runs)
 {
-  if (runs == pinned) return;
+  if (runs == pinned.runs()) return;
+  pinned.set(std::move(runs));
+  Q_EMIT highlightChanged();
+}
+
+void Document::setPins(PinnedRuns runs)
+{
   pinned = std::move(runs);
   Q_EMIT highlightChanged();
 }
 
 void Document::togglePin(std::size_t run)
 {
-  std::set<std::size_t> changed = pinned;
+  std::set<std::size_t> changed = pinned.runs();
   if (changed.erase(run) == 0) changed.insert(run);
   pin(std::move(changed));
 }

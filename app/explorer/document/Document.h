@@ -4,6 +4,7 @@
 #include "app/explorer/document/ClusterCache.h"
 #include "app/explorer/document/GateOutcomes.h"
 #include "app/explorer/document/GatePreview.h"
+#include "app/explorer/document/PinnedRuns.h"
 #include "app/explorer/document/State.h"
 
 #include <runsieve/core/compare/Comparison.h>
@@ -98,8 +99,11 @@ public:
   [[nodiscard]] std::optional<std::size_t> hoveredRun() const { return hovered; }
   void hover(std::optional<std::size_t> run);
   /// Runs that the user keeps an eye on, by their position.
-  [[nodiscard]] std::set<std::size_t> const& pinnedRuns() const { return pinned; }
+  [[nodiscard]] std::set<std::size_t> const& pinnedRuns() const { return pinned.runs(); }
+  /// The same with the numbers of their colours.
+  [[nodiscard]] PinnedRuns const& pins() const { return pinned; }
   void pin(std::set<std::size_t> runs);
+  void setPins(PinnedRuns runs);
   void togglePin(std::size_t run);
   /// The gate that forms and handles are for; nothing if there is none.
   [[nodiscard]] std::optional<std::size_t> selectedGate() const { return chosenGate; }
@@ -157,7 +161,7 @@ private:
   Background comparing;
 
   std::optional<std::size_t> hovered;
-  std::set<std::size_t> pinned;
+  PinnedRuns pinned;
   std::optional<std::size_t> chosenGate;
 };
 

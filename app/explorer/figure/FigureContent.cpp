@@ -81,7 +81,7 @@ FigureContent figureContentOf(Document const& document, AxisMap const& time,
     content.comparison = std::make_shared<Comparison const>(*compared);
   for (NamedSet const& set : state.sets)
     if (set.shown) content.sets.push_back(set);
-  content.pinned = document.pinnedRuns();
+  content.pinned = document.pins();
   content.outputs = state.view.outputs;
   content.time = time;
   content.values = std::move(values);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/explorer/charts/AxisMap.h"
+#include "app/explorer/document/PinnedRuns.h"
 #include "app/explorer/document/State.h"
 
 #include <runsieve/core/compare/Comparison.h>
@@ -9,7 +10,6 @@
 #include <cstddef>
 #include <map>
 #include <memory>
-#include <set>
 #include <vector>
 
 namespace runsieve::app {
@@ -26,7 +26,7 @@ struct FigureContent
   RunSet eligible;                              ///< runs that take part in the comparison
   std::shared_ptr<Comparison const> comparison; ///< of the passing runs; null without one
   std::vector<NamedSet> sets;                   ///< those that are shown
-  std::set<std::size_t> pinned;
+  PinnedRuns pinned;
   std::vector<std::size_t> outputs; ///< one above the other
   AxisMap time;
   std::map<std::size_t, AxisMap> values; ///< of outputs; one that is missing shows all values

@@ -202,12 +202,11 @@ void RunsFigure::paintBands(QPainter& painter, BandsKind kind) const
 void RunsFigure::paintPinned(QPainter& painter, PlotNames& names) const
 {
   const QRectF plot = frame.plot();
-  const PinColors colors(content.sets, theme);
-  std::size_t number = 0;
+  const PinColors colors(content.sets, content.pinned, theme);
   std::vector<EndName> ends;
-  for (std::size_t const run : content.pinned) {
+  for (std::size_t const run : content.pinned.inOrder()) {
     if (run >= content.scan->runs.size()) continue;
-    const QColor color = colors.of(number++);
+    const QColor color = colors.of(run);
     const auto parts =
         clippedLine(lineOf(*content.scan, content.scan->valuesOf(output, run), frame), plot, finest);
     if (parts.empty()) continue;

@@ -125,9 +125,8 @@ void ParallelView::paintEvent(QPaintEvent* event)
   constexpr double pale = 0.25;
   picture.paint(painter, plot, AxisMap(0.0, static_cast<double>(lastShown - firstShown)), AxisMap(0.0, 1.0),
                 {faded ? pale : 1.0});
-  const PinColors colors(document.state().sets, theme);
-  std::size_t number = 0;
-  for (std::size_t const run : document.pinnedRuns()) paintRun(painter, run, colors.of(number++));
+  const PinColors colors(document.state().sets, document.pins(), theme);
+  for (std::size_t const run : document.pins().inOrder()) paintRun(painter, run, colors.of(run));
   if (auto const run = document.hoveredRun()) paintRun(painter, *run, theme.hover);
   for (std::size_t place = firstShown; place <= lastShown && place < runs.order().size(); ++place)
     paintAxis(painter, place);

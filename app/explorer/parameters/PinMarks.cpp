@@ -24,7 +24,6 @@ QString nameOf(Document const& document, std::size_t run)
   return QString::fromStdString(document.scan().runs[run].key);
 }
 
-/// In the order in which the view of the runs gives them their colours.
 std::vector<std::size_t> pinsOf(Document const& document)
 {
   return {document.pinnedRuns().begin(), document.pinnedRuns().end()};
@@ -106,17 +105,18 @@ void paintPins(QPainter& painter, Document const& document, std::size_t paramete
                Theme const& theme)
 {
   std::vector<double> const& values = document.scan().parameters[parameter].values;
-  const PinColors colors(document.state().sets, theme);
+  const PinColors colors(document.state().sets, document.pins(), theme);
   std::vector<double> places;
   QStringList names;
-  for (std::size_t const run : pinsOf(document)) {
+  const std::vector<std::size_t> pins = pinsOf(document);
+  for (std::size_t const run : pins) {
     places.push_back(frame.xAt(values[run]));
     names << nameOf(document, run);
-    if (std::isfinite(places.back())) paintMark(painter, frame, places.back(), colors.of(places.size() - 1));
+    if (std::isfinite(places.back())) paintMark(painter, frame, places.back(), colors.of(run));
   }
   painter.setFont(theme.font);
   for (PinLabel const& label : pinLabels(places, names, frame.plot(), theme))
-    paintLabel(painter, label, places[label.pin], frame.plot(), colors.of(label.pin), theme);
+    paintLabel(painter, label, places[label.pin], frame.plot(), colors.of(pins[label.pin]), theme);
   if (auto const run = document.hoveredRun()) {
     const double x = frame.xAt(values[*run]);
     if (std::isfinite(x)) paintMark(painter, frame, x, theme.hover);
@@ -139,7 +139,7 @@ void paintPinsOnRows(QPainter& painter, Document const& document, std::size_t pa
   std::vector<double> const& values = document.scan().parameters[parameter].values;
   std::vector<std::vector<std::size_t>> onRow(rows.size());
   const std::vector<std::size_t> pins = pinsOf(document);
-  const PinColors colors(document.state().sets, theme);
+  const PinColors colors(document.state().sets, document.pins(), theme);
   for (std::size_t pin = 0; pin < pins.size(); ++pin)
     if (std::isfinite(values[pins[pin]]))
       onRow[rows.rowOf(static_cast<std::size_t>(values[pins[pin]]))].push_back(pin);
@@ -154,7 +154,7 @@ void paintPinsOnRows(QPainter& painter, Document const& document, std::size_t pa
     painter.setPen(theme.faint);
     painter.drawText(QPointF(place.right() - rest, base), more);
     const QString name = elided(nameOf(document, pins[pin]), theme.font, width - rest);
-    painter.setPen(colors.of(pin));
+    painter.setPen(colors.of(pins[pin]));
     painter.drawText(QPointF(place.right() - rest - metrics.horizontalAdvance(name), base), name);
   }
 }

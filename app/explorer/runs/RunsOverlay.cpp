@@ -164,12 +164,11 @@ void RunsOverlay::paintRuns(QPainter& painter) const
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setClipRect(frame.plot(), Qt::IntersectClip);
   painter.setFont(theme.font);
-  const PinColors colors(document.state().sets, theme);
-  std::size_t number = 0;
+  const PinColors colors(document.state().sets, document.pins(), theme);
   std::vector<EndName> ends;
   Scan const& scan = document.scan();
-  for (std::size_t const run : document.pinnedRuns()) {
-    const QColor color = colors.of(number++);
+  for (std::size_t const run : document.pins().inOrder()) {
+    const QColor color = colors.of(run);
     paintRun(painter, run, color, theme.curve);
     // The label stands where the line leaves the chart to the right.
     double const* values = scan.valuesOf(output, run);

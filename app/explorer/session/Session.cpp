@@ -119,10 +119,20 @@ Session sessionOf(Document const& document, std::optional<std::string> fingerpri
     session.sets.push_back({set.name, std::move(keys), set.color, set.shown, set.origin});
   }
   session.view = viewOf(state.view, scan);
-  RunSet pinned(scan.runs.size());
-  for (std::size_t const run : document.pinnedRuns()) pinned.set(run);
-  session.pinned = keysOf(pinned, scan);
+  for (std::size_t const run : document.pins().inOrder()) session.pinned.emplace_back(scan.runs[run].key);
   return session;
+}
+
+std::vector<std::size_t> orderedRuns(std::vector<RunKey> const& keys, Scan const& scan,
+                                     std::vector<RunKey>& absent)
+{
+  std::vector<std::size_t> runs;
+  for (RunKey const& key : keys) {
+    std::vector<RunKey> without;
+    for (std::size_t const run : runsOf({key}, scan, &without).members()) runs.push_back(run);
+    absent.insert(absent.end(), without.begin(), without.end());
+  }
+  return runs;
 }
 
 RestoredState restoredOn(Session const& session, Scan const& scan)
@@ -146,7 +156,7 @@ RestoredState restoredOn(Session const& session, Scan const& scan)
   }
   restored.state.view = viewOn(session.view, scan, restored.notes);
   std::vector<RunKey> unpinned;
-  for (std::size_t const run : runsOf(session.pinned, scan, &unpinned).members()) restored.pinned.insert(run);
+  restored.pinned = PinnedRuns(orderedRuns(session.pinned, scan, unpinned));
   if (!unpinned.empty())
     restored.notes << QString("pinned runs that the scan does not have: %L1").arg(countOf(unpinned));
   return restored;
@@ -157,7 +167,7 @@ QStringList applySession(Document& document, Session const& session, std::shared
 {
   RestoredState restored = restoredOn(session, *scan);
   document.open(scan, std::move(source), std::move(restored.state));
-  document.pin(std::move(restored.pinned));
+  document.setPins(std::move(restored.pinned));
   for (std::string const& name : gatesWithoutEffect(document.state().gates, document.outcomes()))
     restored.notes << QString("the gate %1 does not fit the scan and asks for nothing").arg(shown(name));
   return restored.notes;

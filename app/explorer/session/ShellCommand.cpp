@@ -1,5 +1,7 @@
 #include "app/explorer/session/ShellCommand.h"
 
+#include "app/explorer/figure/FigureSettings.h"
+
 #include <runsieve/core/gate/GateText.h>
 
 #include <QString>
@@ -241,7 +243,7 @@ std::string commandOf(Document const& document, std::function<void(Session&)> co
   if (!document.isOpen()) return {};
   Session session = sessionOf(document, std::string());
   if (complete) complete(session);
-  FigureOptions shown;
+  FigureOptions shown = lastFigureOptions();
   shown.runsLook = document.state().view.runsLook;
   shown.parameterLook = document.state().view.parameterLook;
   return commandOf(session, shown, document.scan());

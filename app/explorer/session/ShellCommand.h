@@ -29,7 +29,8 @@ namespace runsieve::app {
 /// The lines that make table and picture of a session. Sets have no options: a session that is saved and
 /// given to `--sieve` has them.
 [[nodiscard]] std::string commandOf(Session const& session, FigureOptions const& options, Scan const& scan);
-/// The same of a document. \param complete adds what the document does not know, such as the zoom
+/// The same of a document, with the size and the parts of the last figure that was exported. \param complete
+/// adds what the document does not know, such as the zoom
 [[nodiscard]] std::string commandOf(Document const& document,
                                     std::function<void(Session&)> const& complete = {});
 

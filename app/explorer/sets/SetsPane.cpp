@@ -48,9 +48,10 @@ void SetsPane::build()
   view->horizontalHeader()->setSectionsMovable(false);
   view->horizontalHeader()->setSectionResizeMode(SetListModel::Origin, QHeaderView::Stretch);
   const int letter = view->fontMetrics().averageCharWidth();
-  for (auto [column, letters] : {std::pair(SetListModel::Name, 24), std::pair(SetListModel::Runs, 8),
-                                 std::pair(SetListModel::Passing, 9)})
+  for (auto [column, letters] : {std::pair(SetListModel::Name, 24), std::pair(SetListModel::Passing, 9)})
     view->setColumnWidth(column, letter * letters);
+  // "874 of 875" must not be cut: it would read as another number.
+  view->horizontalHeader()->setSectionResizeMode(SetListModel::Runs, QHeaderView::ResizeToContents);
   auto* keys = new Keys(*view);
   keys->on(Qt::Key_Delete, [this] { deleteSelected(); });
   keys->on(Qt::Key_F2, [this] {

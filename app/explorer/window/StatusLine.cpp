@@ -134,7 +134,7 @@ void StatusLine::refresh()
   }
   Scan const& scan = document.scan();
   QString text = news.isEmpty() ? QString() : news + "   |   ";
-  text += QString("%L1 runs, %L2 times").arg(scan.runs.size()).arg(scan.times.size());
+  text += plural(scan.runs.size(), "run") + ", " + plural(scan.times.size(), "time");
   if (document.sieves())
     text += "   |   " + plural(document.passing().count(), "run") +
             (document.passing().count() == 1 ? " passes" : " pass");

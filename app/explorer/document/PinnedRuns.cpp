@@ -1,0 +1,42 @@
+#include "app/explorer/document/PinnedRuns.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace runsieve::app {
+
+PinnedRuns::PinnedRuns(std::vector<std::size_t> const& inOrder)
+{
+  for (std::size_t const run : inOrder) add(run);
+}
+
+void PinnedRuns::add(std::size_t run)
+{
+  if (!all.insert(run).second) return;
+  std::set<std::size_t> taken;
+  for (auto const& [other, number] : numbers) taken.insert(number);
+  std::size_t free = 0;
+  for (std::size_t const number : taken)
+    if (number == free) ++free;
+  numbers[run] = free;
+}
+
+std::vector<std::size_t> PinnedRuns::inOrder() const
+{
+  std::vector<std::size_t> order(all.begin(), all.end());
+  std::sort(order.begin(), order.end(),
+            [this](std::size_t a, std::size_t b) { return numberOf(a) < numberOf(b); });
+  return order;
+}
+
+void PinnedRuns::set(std::set<std::size_t> runs)
+{
+  for (std::size_t const run : std::exchange(all, {}))
+    if (runs.count(run) > 0)
+      all.insert(run);
+    else
+      numbers.erase(run);
+  for (std::size_t const run : runs) add(run);
+}
+
+} // namespace runsieve::app
