@@ -377,6 +377,22 @@ TEST_F(RunsViewScene, TheLegendSaysWhatColoursAndShadesMean)
   EXPECT_EQ(look(app::RunsLook::WholeBands), "the others; passing; deepest run, deeper half, not outlying");
 }
 
+TEST_F(RunsViewScene, TheLegendTellsThatALogarithmicAxisLacksValuesFromZeroDown)
+{
+  auto const tells = [&](std::size_t output, bool logarithmic) {
+    document.change("Show", [&](app::State& state) {
+      state.view.outputs = {output};
+      state.view.logOutputs[output] = logarithmic;
+    });
+    EXPECT_TRUE(settlePane());
+    return pane.findChild<app::RunsLegend*>()->accessibleDescription().contains(
+        "values from 0 down are not drawn");
+  };
+  EXPECT_FALSE(tells(1, false));
+  EXPECT_TRUE(tells(1, true)) << "B begins at 0";
+  EXPECT_FALSE(tells(0, true)) << "A is above 0";
+}
+
 TEST_F(RunsViewScene, TheLegendCountsOutlyingRuns)
 {
   auto scan = std::make_shared<Scan>();

@@ -156,6 +156,8 @@ std::vector<LegendLine> RunsView::legend() const
   // A single colour needs no legend.
   if (lines.size() == 1 && look == RunsLook::Lines) lines.clear();
   if (std::optional<BandsKind> const kind = bandsKindOf(look)) lines.push_back({bandsText(*kind), {}});
+  if (zoom.value(output).isLogarithmic() && zoom.extents().of(output).low <= 0.0)
+    lines.push_back({"values from 0 down are not drawn", {}});
   return lines;
 }
 
