@@ -11,9 +11,11 @@
 #include <array>
 #include <cctype>
 #include <cmath>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
+#include <unordered_set>
 
 namespace runsieve {
 
@@ -48,12 +50,22 @@ bool hasTime(CellTable const& table, ReadOptions const& options)
   });
 }
 
-bool hasRun(CellTable const& table, ReadOptions const& options)
+CellColumn const* runColumnOf(CellTable const& table, ReadOptions const& options)
 {
-  return std::any_of(table.columns.begin(), table.columns.end(), [&](CellColumn const& column) {
+  auto const found = std::find_if(table.columns.begin(), table.columns.end(), [&](CellColumn const& column) {
     return options.run.empty() ? runName(describeColumn(column.header).label.name) != RunName::No
                                : column.header == options.run;
   });
+  return found == table.columns.end() ? nullptr : &*found;
+}
+
+/// Whether no two rows have the same cell.
+bool isDistinct(CellColumn const& column, std::size_t rows)
+{
+  std::unordered_set<std::uint64_t> seen;
+  for (std::size_t row = 0; row < rows; ++row)
+    if (!seen.insert(cell::bitsOf(column.cells[row])).second) return false;
+  return true;
 }
 
 std::optional<double> plainNumber(std::string_view text)
@@ -274,8 +286,12 @@ CellTable unrolledRuns(CellTable table, ReadOptions const& options, ReadReport& 
 
 CellTable withoutTime(CellTable table, ReadOptions const& options, bool certain, ReadReport& report)
 {
-  bool const isAsked = !options.outputs.empty() && options.time.empty() && !hasRun(table, options);
+  // Rows of one run without times would be one row over another.
+  CellColumn const* const named = runColumnOf(table, options);
+  bool const isAsked = !options.outputs.empty() && options.time.empty() &&
+                       (!named || (named->cells && isDistinct(*named, table.rows)));
   if ((!certain && !isAsked) || hasTime(table, options) || table.columns.size() < 2) return table;
+  bool const namesRuns = isAsked && named;
   CellTable result = std::move(table);
   bool isFirst = true;
   for (CellColumn& column : result.columns) {
@@ -290,7 +306,7 @@ CellTable withoutTime(CellTable table, ReadOptions const& options, bool certain,
     run.cells[row] = static_cast<double>(row);
   }
   result.columns.push_back(std::move(time));
-  result.columns.push_back(std::move(run));
+  if (!namesRuns) result.columns.push_back(std::move(run));
   if (isAsked)
     report.findings.push_back(
         {"each row is a run with one time", "no column is one of time, and outputs are named", true});

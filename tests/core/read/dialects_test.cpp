@@ -457,6 +457,23 @@ TEST(Dialects, TablesOfRuleBasedModels)
   EXPECT_TRUE(tells(ends.report, "each row is a run with one time"));
 }
 
+TEST(Dialects, RunsWithoutTimesKeepTheirNames)
+{
+  ReadOptions options;
+  options.outputs = {"Y"};
+  for (std::string const first : {"1", "r1"}) {
+    ScanFile const file = readString("run,a,b,Y\n" + first + ",0.1,2,1\nr2,0.2,2,2\nr3,0.3,1,3\n", options);
+    EXPECT_EQ(file.scan.times, Values{0});
+    EXPECT_EQ(file.scan.runs[0].key, first);
+    EXPECT_EQ(file.scan.runs[2].key, "r3");
+    EXPECT_EQ(parameterOf(file.scan, "b").values, (Values{2, 2, 1}));
+    EXPECT_EQ(valuesOf(file.scan, "Y", 1), Values{2});
+    EXPECT_TRUE(tells(file.report, "each row is a run with one time"));
+  }
+  EXPECT_THROW((void)readString("run,a,Y\n1,0.1,1\n1,0.1,2\n2,0.3,3\n", options), ScanError)
+      << "a time course whose time has another name";
+}
+
 TEST(Dialects, InfinitiesAndExponentsOfOldCLibraries)
 {
   Scan const scan =
