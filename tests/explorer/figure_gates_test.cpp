@@ -334,6 +334,23 @@ TEST_F(FigureGates, KeysOfPinnedRunsKeepClearOfOneAnotherAndOfNamesOfGates)
   }
 }
 
+TEST_F(FigureGates, ChartsTellThatALogarithmicAxisLacksValuesFromZeroDown)
+{
+  options.outputs = {1};
+  EXPECT_TRUE(settle());
+  drawn = content();
+  drawn.values.clear();
+  QString const told = QString::fromUtf8("values \u2264 0 are not drawn");
+  draw(drawn);
+  EXPECT_FALSE(says(told));
+  drawn.logOutputs = {{0, true}, {1, true}};
+  draw(drawn);
+  EXPECT_TRUE(says(told)) << "B begins at 0";
+  options.outputs = {0};
+  draw(drawn);
+  EXPECT_FALSE(says(told)) << "A is above 0";
+}
+
 TEST_F(FigureGates, StandWhereALogarithmicAxisHasTheirValues)
 {
   addGate(gateOnA(0.5, 1.0));

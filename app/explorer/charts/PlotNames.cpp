@@ -120,4 +120,10 @@ void PlotNames::paintAtEnds(QPainter& painter, std::vector<EndName> names)
   }
 }
 
+void PlotNames::paintLackOfZero(QPainter& painter)
+{
+  paint(painter, QString::fromUtf8("values \u2264 0 are not drawn"), theme.faint, plot.left(),
+        {plot.bottom() - QFontMetricsF(theme.font).height() - theme.gap});
+}
+
 } // namespace runsieve::app

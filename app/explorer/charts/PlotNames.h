@@ -46,6 +46,9 @@ public:
   /// the plot is too low for all the last ones are left out.
   void paintAtEnds(QPainter& painter, std::vector<EndName> names);
 
+  /// That values from 0 down, which a logarithmic axis does not have, are not drawn: at the lower left.
+  void paintLackOfZero(QPainter& painter);
+
 private:
   void paintColumn(QPainter& painter, std::vector<EndName> names);
   [[nodiscard]] QRectF placeFor(QSizeF const& size, double left, std::vector<double> const& tops) const;

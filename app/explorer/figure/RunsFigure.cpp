@@ -87,9 +87,17 @@ void RunsFigure::paint(QPainter& painter, double pixelsPerUnit) const
     paintImage(painter, pixelsPerUnit);
   frame.paint(painter, theme);
   PlotNames names(frame.plot(), theme);
+  if (frame.vertical().isLogarithmic() && reachesZero()) names.paintLackOfZero(painter);
   paintPinned(painter, names);
   if (options.gates) paintFigureGates(painter, content, output, frame, theme, names);
   painter.restore();
+}
+
+bool RunsFigure::reachesZero() const
+{
+  double const* values = content.scan->valuesOf(output, 0);
+  return std::any_of(values, values + content.scan->runs.size() * content.scan->times.size(),
+                     [](double value) { return value <= 0.0; });
 }
 
 void RunsFigure::paintImage(QPainter& painter, double pixelsPerUnit) const

@@ -36,6 +36,7 @@ public:
 private:
   /// Room right of a plot of some height; none if it is too low for a bar.
   [[nodiscard]] double barWidth(double height) const;
+  [[nodiscard]] bool reachesZero() const;
   [[nodiscard]] ChartAxis timeAxis(bool numbers) const;
   [[nodiscard]] ChartAxis valueAxis() const;
   void paintImage(QPainter& painter, double pixelsPerUnit) const;

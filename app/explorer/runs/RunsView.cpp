@@ -1,5 +1,6 @@
 #include "app/explorer/runs/RunsView.h"
 
+#include "app/explorer/charts/PlotNames.h"
 #include "app/explorer/controls/LostMouse.h"
 #include "app/explorer/parameters/ParameterNumbers.h"
 #include "app/explorer/runs/RunsOverlay.h"
@@ -156,8 +157,6 @@ std::vector<LegendLine> RunsView::legend() const
   // A single colour needs no legend.
   if (lines.size() == 1 && look == RunsLook::Lines) lines.clear();
   if (std::optional<BandsKind> const kind = bandsKindOf(look)) lines.push_back({bandsText(*kind), {}});
-  if (zoom.value(output).isLogarithmic() && zoom.extents().of(output).low <= 0.0)
-    lines.push_back({"values from 0 down are not drawn", {}});
   return lines;
 }
 
@@ -221,6 +220,10 @@ void RunsView::paintEvent(QPaintEvent*)
   picture.paint(painter, axes.plot(), axes.horizontal(), axes.vertical(), {othersOpacity()});
   if (bandsKindOf(document.state().view.runsLook)) bands.paint(painter, axes, theme);
   axes.paint(painter, theme);
+  if (axes.vertical().isLogarithmic() && zoom.extents().of(output).low <= 0.0) {
+    painter.setFont(theme.font);
+    PlotNames(axes.plot(), theme).paintLackOfZero(painter);
+  }
   const RunsOverlay overlay(document, output, axes, theme);
   overlay.paintRuns(painter);
   overlay.paintGates(painter, true);
