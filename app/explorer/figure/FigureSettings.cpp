@@ -27,7 +27,7 @@ template <class Options, class Function> void eachOption(Options& options, Funct
 
 FigureOptions lastFigureOptions()
 {
-  QSettings settings("runsieve", "runsieve");
+  QSettings settings;
   settings.beginGroup("figure");
   FigureOptions options;
   eachOption(options, [&](char const* name, auto& value) {
@@ -41,7 +41,7 @@ FigureOptions lastFigureOptions()
 
 void keepFigureOptions(FigureOptions const& options)
 {
-  QSettings settings("runsieve", "runsieve");
+  QSettings settings;
   settings.beginGroup("figure");
   eachOption(options, [&](char const* name, auto const& value) { settings.setValue(name, value); });
   settings.setValue("strongest", static_cast<uint>(options.strongest));
