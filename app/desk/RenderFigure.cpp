@@ -40,7 +40,7 @@ PinnedRuns runsNamed(std::string const& text, Scan const& scan)
 {
   const std::vector<RunKey> keys = keysOfRuns(text);
   std::vector<RunKey> absent;
-  const std::vector<std::size_t> runs = orderedRuns(keys, scan, absent);
+  const std::vector<std::size_t> runs = orderedRuns(keys, scan, &absent);
   // A range may have gaps, as in a gate on runs.
   if (std::any_of(keys.begin(), keys.end(), [&](RunKey const& key) {
         return std::find(absent.begin(), absent.end(), key) != absent.end();

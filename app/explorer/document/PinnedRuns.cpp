@@ -13,12 +13,9 @@ PinnedRuns::PinnedRuns(std::vector<std::size_t> const& inOrder)
 void PinnedRuns::add(std::size_t run)
 {
   if (!all.insert(run).second) return;
-  std::set<std::size_t> taken;
-  for (auto const& [other, number] : numbers) taken.insert(number);
-  std::size_t free = 0;
-  for (std::size_t const number : taken)
-    if (number == free) ++free;
-  numbers[run] = free;
+  const std::size_t number = gaps.empty() ? numbers.size() : *gaps.begin();
+  gaps.erase(number);
+  numbers[run] = number;
 }
 
 std::vector<std::size_t> PinnedRuns::inOrder() const
@@ -31,11 +28,14 @@ std::vector<std::size_t> PinnedRuns::inOrder() const
 
 void PinnedRuns::set(std::set<std::size_t> runs)
 {
-  for (std::size_t const run : std::exchange(all, {}))
-    if (runs.count(run) > 0)
+  for (std::size_t const run : std::exchange(all, {})) {
+    if (runs.count(run) > 0) {
       all.insert(run);
-    else
-      numbers.erase(run);
+      continue;
+    }
+    gaps.insert(numberOf(run));
+    numbers.erase(run);
+  }
   for (std::size_t const run : runs) add(run);
 }
 

@@ -28,6 +28,7 @@ private:
 
   std::set<std::size_t> all;
   std::map<std::size_t, std::size_t> numbers; ///< by run
+  std::set<std::size_t> gaps;                 ///< numbers that were given and are free again
 };
 
 } // namespace runsieve::app

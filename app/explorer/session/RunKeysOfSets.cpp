@@ -40,7 +40,8 @@ std::vector<RunKey> keysOf(RunSet const& runs, Scan const& scan)
   return keys;
 }
 
-RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan, std::vector<RunKey>* absent)
+std::vector<std::size_t> orderedRuns(std::vector<RunKey> const& keys, Scan const& scan,
+                                     std::vector<RunKey>* absent)
 {
   std::unordered_map<std::string, std::size_t> byKey;
   std::map<long long, std::size_t> byNumber;
@@ -48,13 +49,13 @@ RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan, std::vector<Run
     byKey[scan.runs[run].key] = run;
     if (auto const number = numberOf(scan.runs[run].key)) byNumber[*number] = run;
   }
-  RunSet runs(scan.runs.size());
+  std::vector<std::size_t> runs;
   std::vector<RunKey> lost;
   for (RunKey const& key : keys) {
     if (auto const* text = std::get_if<std::string>(&key)) {
       auto const place = byKey.find(*text);
       if (place != byKey.end())
-        runs.set(place->second);
+        runs.push_back(place->second);
       else
         lost.push_back(key);
       continue;
@@ -63,7 +64,7 @@ RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan, std::vector<Run
     bool isDone = rest.first > rest.last;
     for (auto place = byNumber.lower_bound(rest.first); place != byNumber.end() && place->first <= rest.last;
          ++place) {
-      runs.set(place->second);
+      runs.push_back(place->second);
       if (place->first > rest.first) lost.emplace_back(RunNumbers{rest.first, place->first - 1});
       isDone = place->first == rest.last;
       if (!isDone) rest.first = place->first + 1; // below the last, so that it does not overflow
@@ -71,6 +72,13 @@ RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan, std::vector<Run
     if (!isDone) lost.emplace_back(rest);
   }
   if (absent) *absent = std::move(lost);
+  return runs;
+}
+
+RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan, std::vector<RunKey>* absent)
+{
+  RunSet runs(scan.runs.size());
+  for (std::size_t const run : orderedRuns(keys, scan, absent)) runs.set(run);
   return runs;
 }
 

@@ -123,18 +123,6 @@ Session sessionOf(Document const& document, std::optional<std::string> fingerpri
   return session;
 }
 
-std::vector<std::size_t> orderedRuns(std::vector<RunKey> const& keys, Scan const& scan,
-                                     std::vector<RunKey>& absent)
-{
-  std::vector<std::size_t> runs;
-  for (RunKey const& key : keys) {
-    std::vector<RunKey> without;
-    for (std::size_t const run : runsOf({key}, scan, &without).members()) runs.push_back(run);
-    absent.insert(absent.end(), without.begin(), without.end());
-  }
-  return runs;
-}
-
 RestoredState restoredOn(Session const& session, Scan const& scan)
 {
   RestoredState restored;
@@ -156,7 +144,7 @@ RestoredState restoredOn(Session const& session, Scan const& scan)
   }
   restored.state.view = viewOn(session.view, scan, restored.notes);
   std::vector<RunKey> unpinned;
-  restored.pinned = PinnedRuns(orderedRuns(session.pinned, scan, unpinned));
+  restored.pinned = PinnedRuns(orderedRuns(session.pinned, scan, &unpinned));
   if (!unpinned.empty())
     restored.notes << QString("pinned runs that the scan does not have: %L1").arg(countOf(unpinned));
   return restored;

@@ -84,8 +84,8 @@ QStringList applySession(Document& document, Session const& session, std::shared
 /// The reverse. \param absent is set to what the scan does not have of the keys and ranges
 [[nodiscard]] RunSet runsOf(std::vector<RunKey> const& keys, Scan const& scan,
                             std::vector<RunKey>* absent = nullptr);
-/// The same in the order of the keys. \param absent gets what the scan does not have besides what it holds
+/// The same in the order of the keys.
 [[nodiscard]] std::vector<std::size_t> orderedRuns(std::vector<RunKey> const& keys, Scan const& scan,
-                                                   std::vector<RunKey>& absent);
+                                                   std::vector<RunKey>* absent = nullptr);
 
 } // namespace runsieve::app
