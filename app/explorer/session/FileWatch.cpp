@@ -1,10 +1,13 @@
 #include "app/explorer/session/FileWatch.h"
 
+#include <runsieve/core/read/ParametersFile.h>
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <string>
 #include <utility>
 
 namespace runsieve::app {
@@ -41,11 +44,8 @@ void FileWatch::reopen()
   if (!watcher.directories().isEmpty()) watcher.removePaths(watcher.directories());
   if (!document.isOpen() || document.source().path.empty()) return;
   paths << QFileInfo(QFile::decodeName(document.source().path.c_str())).absoluteFilePath();
-  if (std::string const& table = document.source().read.parametersFile; !table.empty()) {
-    const QString name = QFile::decodeName(table.c_str());
-    const QString beside = QFileInfo(paths.first()).absoluteDir().absoluteFilePath(name);
-    paths << (QFileInfo::exists(name) ? QFileInfo(name).absoluteFilePath() : beside);
-  }
+  const std::string table = givenParametersFile(document.source().path, document.source().read);
+  if (!table.empty()) paths << QFileInfo(QFile::decodeName(table.c_str())).absoluteFilePath();
   gone = false;
   read = seen = stateOfFiles();
   watch();
